@@ -1,0 +1,35 @@
+# What every target of the project shares: warnings are errors, and floating-point
+# arithmetic is exactly what the source says (no contraction, no fast-math).
+add_library(keldrin_options INTERFACE)
+target_compile_options(keldrin_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wdouble-promotion -Werror
+    -ffp-contract=off)
+target_include_directories(keldrin_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+if(KELDRIN_SANITIZE)
+    set(sanitizers -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_options(keldrin_options INTERFACE ${sanitizers})
+    target_link_options(keldrin_options INTERFACE ${sanitizers})
+endif()
+if(KELDRIN_FUZZ)
+    target_compile_options(keldrin_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# keldrin_floor(NAME SOURCES ... BELOW ...): the library keldrin_NAME of the folder src/NAME.
+# BELOW lists the folders that it may include from; linking is how that rule is kept.
+function(keldrin_floor name)
+    cmake_parse_arguments(arg "" "" "SOURCES;BELOW" ${ARGN})
+    add_library(keldrin_${name} STATIC ${arg_SOURCES})
+    list(TRANSFORM arg_BELOW PREPEND keldrin_)
+    target_link_libraries(keldrin_${name} PUBLIC keldrin_options ${arg_BELOW})
+endfunction()
+
+# keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder.
+function(keldrin_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
+    add_executable(keldrin_test_${name} ${arg_SOURCES})
+    list(TRANSFORM arg_USES PREPEND keldrin_)
+    target_link_libraries(keldrin_test_${name} PRIVATE ${arg_USES} GTest::gmock_main)
+    target_compile_definitions(keldrin_test_${name} PRIVATE
+        KELDRIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    gtest_discover_tests(keldrin_test_${name} DISCOVERY_TIMEOUT 60)
+endfunction()

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace keldrin {
+
+/// What LineReader::next() found.
+enum class LineStatus {
+    Line,  ///< a line
+    End,   ///< end of the text
+    Fault, ///< the system refused to read; the next call gives End
+};
+
+/// Reads a text file line by line, in one pass, with memory for one buffer and no more.
+///
+/// Lines end in LF or CRLF; the last one may lack its end. A UTF-8 byte order mark at the start is
+/// passed over. The text stops at a byte 0x1A. A line longer than `limit` bytes is cut to it, at
+/// the start of a character; the rest of that line is passed over.
+class LineReader {
+  public:
+    static constexpr std::size_t DefaultBuffer = 256U * 1024U;
+
+    /// limit: bytes of a line that are kept
+    explicit LineReader(std::size_t limit, std::size_t bufferSize = DefaultBuffer);
+
+    /// Opens a file. False when it does not exist, may not be read or is no regular readable file
+    /// (a directory); errorText() then says why.
+    bool open(const std::string &path);
+
+    /// Reads from memory in place of a file. The text must outlive the reader.
+    void openText(std::string_view text);
+
+    /// Gives the next line without its end; the view stands until the next call.
+    LineStatus next(std::string_view &line);
+
+    /// Number of the line that was given last, from 1.
+    [[nodiscard]] int lineNumber() const { return lineNumber_; }
+
+    /// True when a 0x1A ended the text with more than blanks and line ends behind it.
+    [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
+
+    [[nodiscard]] const std::string &errorText() const { return errorText_; }
+
+  private:
+    struct CloseFile {
+        void operator()(std::FILE *file) const { std::fclose(file); }
+    };
+
+    bool refill();
+    void passOverByteOrderMark();
+    void stopAtMark(std::size_t markPosition);
+    bool takeLine(std::string_view &line);
+
+    std::size_t limit_;
+    std::unique_ptr<std::FILE, CloseFile> file_;
+    std::vector<char> buffer_;
+    std::string_view pending_; ///< read and not yet given
+    std::string cut_;          ///< head of a line that does not fit the buffer
+    bool inLongLine_ = false;
+    bool sourceEnded_ = false;
+    bool fault_ = false;
+    bool endedAtMark_ = false;
+    int lineNumber_ = 0;
+    std::string errorText_;
+};
+
+} // namespace keldrin

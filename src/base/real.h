@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cmath>
+#include <limits>
+
+namespace keldrin {
+
+/// Stands for "no value" in both real widths. Test with isPresent(), never by equality.
+inline constexpr float MissingValue = -1.0E32F;
+
+/// True when a value is there: greater than -9.9E31. NaN counts as absent.
+constexpr bool isPresent(float value) {
+    return value > -9.9E31F;
+}
+constexpr bool isPresent(double value) {
+    return value > -9.9E31;
+}
+
+/// Distance from `x` to the next number of its width, never below the smallest normal number.
+inline float spacing(float x) {
+    const float gap = x == 0.0F || !std::isfinite(x) ? 0.0F : std::ldexp(1.0F, std::ilogb(x) - 23);
+    return gap > std::numeric_limits<float>::min() ? gap : std::numeric_limits<float>::min();
+}
+inline double spacing(double x) {
+    const double gap = x == 0.0 || !std::isfinite(x) ? 0.0 : std::ldexp(1.0, std::ilogb(x) - 52);
+    return gap > std::numeric_limits<double>::min() ? gap : std::numeric_limits<double>::min();
+}
+
+/// Two station numbers are one station when they differ by at most 100 spacings of `given`.
+inline bool sameStation(double other, double given) {
+    return std::fabs(other - given) <= 100.0 * spacing(given);
+}
+
+/// Two frequencies are one when they differ by at most 5 spacings of `given`.
+inline bool sameFrequency(float other, float given) {
+    return std::fabs(other - given) <= 5.0F * spacing(given);
+}
+
+/// `value` held between two bounds; a NaN gives the lower one.
+template <class T>
+constexpr T limited(T value, T low, T high) {
+    return !(value >= low) ? low : (value > high ? high : value);
+}
+
+/// Nearest integer, halves away from zero, held in the 32-bit range (NaN gives the lowest).
+template <class T>
+int nearestInt(T value) {
+    constexpr double lowest = -2147483648.0;
+    constexpr double highest = 2147483647.0;
+    const double rounded = std::round(static_cast<double>(value));
+    return static_cast<int>(limited(rounded, lowest, highest));
+}
+
+/// The compression of dB/dt used by the solver and by the plot axes.
+inline float ArcSinh(float v) {
+    return v < 0.0F ? -std::log(std::sqrt(v * v + 1.0F) - v) : std::log(v + std::sqrt(v * v + 1.0F));
+}
+
+} // namespace keldrin

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "base/fixed_text.h"
+
+#include <functional>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace keldrin {
+
+// All output to the user that is no dialog: progress goes to a log file and to the root window,
+// warnings and errors to an error file, errors also to a box. At most 127 warnings are written,
+// the 128th is a notice; more than 20 toolkit errors end the program.
+
+/// One line of a message; longer text is cut to 128 bytes at the start of a character.
+using MessageLine = FixedText<128>;
+
+enum class MessageKind { Info, Warning, Error };
+
+/// State of the message log. One per process, see messageLog().
+struct MessageLog {
+    static constexpr int BufferLines = 48;
+    static constexpr int MostWarnings = 128;
+    static constexpr int MostGraphicsErrors = 20;
+    static constexpr int MostLines = 5; ///< lines of one error or warning
+
+    std::vector<MessageLine> LogLineBuffer; ///< the newest lines, at most 48
+    std::string logPath;                    ///< full path of the log file
+    std::string errorPath;                  ///< full path of the error file
+    bool logOpened = false;                 ///< the heading has been written
+    int RejectedMessageCount = 0;           ///< warnings so far
+    int GraphicsErrorCount = 0;             ///< toolkit errors so far, never reset during a run
+    bool quiet = false;                     ///< errors go to ReportInfoLine in place of the box
+    /// Called with every message before it is written, for summaries and tests.
+    std::function<void(MessageKind, std::span<const MessageLine>)> observer;
+};
+
+MessageLog &messageLog();
+
+/// Names the log and error files and deletes older ones of these names.
+/// name     base name with optional directory; ".log" and ".err" replace its extension. Without a
+///          directory the files lie in the working directory or, where that is not writable, in
+///          the user's state directory, and the first log line says so
+/// returns  0, or 1 when an older file could not be deleted
+int OpenLogFiles(std::string_view name);
+
+/// Logs and shows one line of progress.
+void ReportInfoLine(std::string_view text);
+
+/// Writes a warning of at most 5 lines to the error file, within the limit of 127.
+void ReportWarning(std::span<const MessageLine> lines);
+void ReportWarning(std::initializer_list<MessageLine> lines);
+
+/// Writes an error of at most 5 lines to the error file and shows the box. Cancel on the box ends
+/// the program.
+void ReportError(std::span<const MessageLine> lines);
+void ReportError(std::initializer_list<MessageLine> lines);
+
+/// Reads and clears the toolkit's error state; a state other than 0 is reported as an error, and
+/// the 21st ends the program.
+/// tag  the place in the program, or empty
+void CheckGraphicsError(std::string_view tag = {});
+
+/// Drains the queue of messages up to the first key or mouse press and empties the shown log.
+/// A close request among them ends the program.
+void ClearLog();
+
+/// Draws the newest lines into the root window; nothing without a drawable surface.
+void LogText_Update();
+
+/// Closes log and toolkit and ends the process, without a word and without a save.
+[[noreturn]] void ShutDown();
+
+} // namespace keldrin

@@ -1,0 +1,225 @@
+#pragma once
+
+#include "base/fixed_text.h"
+#include "base/real.h"
+
+#include <array>
+#include <cstddef>
+
+namespace keldrin {
+
+// What the `$ group.keyword = value` records of field data and side files have said, one record a
+// group. The initialisers are the values before anything is read: unset reals hold MissingValue,
+// unset texts are blank. Lengths and areas are kept in metres, whatever the file's unit.
+
+/// A value with the level of the record that set it: 2 the data file, 1 the side file, 0 nobody.
+/// A record of a lower level never replaces it.
+template <class T>
+struct Sourced {
+    T value{};
+    int level = 0;
+    int warnings = 0; ///< out-of-range warnings of this keyword so far
+};
+
+using SourcedReal = Sourced<float>;
+using SourcedDouble = Sourced<double>;
+using SourcedInt = Sourced<int>;
+template <std::size_t N>
+using SourcedText = Sourced<FixedText<N>>;
+template <std::size_t N>
+using SourcedReals = Sourced<std::array<float, N>>;
+template <std::size_t N>
+using SourcedDoubles = Sourced<std::array<double, N>>;
+using SourcedPoint = SourcedDoubles<3>; ///< x, y, z
+
+inline constexpr std::array<double, 3> MissingPoint = {MissingValue, MissingValue, MissingValue};
+
+struct JobMetadata {
+    SourcedText<128> Name;
+    SourcedText<128> Area;
+    SourcedText<128> For;
+    SourcedText<128> By;
+    SourcedText<16> Number;
+    SourcedText<16> Date;
+    SourcedText<128> Comment;
+    int unknownKeywords = 0; ///< warnings of unknown keywords so far, in every group
+};
+
+struct SurveyMetadata {
+    SourcedInt AcqMethod{4}; ///< index; 4 is TRANSIENT
+    SourcedText<8> Type{"TEM"};
+    int TypeIndex = 2;
+    int TypeNumber = 0; ///< the same token read as a number
+    SourcedText<8> Array{"INL"};
+    int ArrayIndex = 3; ///< 1..4 of a TEM survey are the survey types of the project
+    SourcedText<16> Spread{"1"};
+    SourcedText<32> Datum{"WGS84"};
+    SourcedText<32> Proj{"UTM"};
+    SourcedInt UTMZone{0};
+    int unknownKeywords = 0;
+};
+
+/// Indices into the unit tables of the keyword reader, in the record's order.
+struct UnitMetadata {
+    SourcedInt Length{1}; ///< 1 m, 2 ft
+    SourcedInt Time{2};
+    SourcedInt V{3};
+    SourcedInt E{2};
+    SourcedInt B{1};
+    SourcedInt Phase{1}; ///< shares its source level with PhaseSign
+    SourcedInt PhaseSign{1};
+    SourcedInt dBdt{1};
+    SourcedInt Res{1};
+    SourcedInt IP{1};
+    int unknownKeywords = 0;
+};
+
+struct GridPoint {
+    std::array<double, 4> pairs{}; ///< two coordinate pairs
+    FixedText<16> name;
+};
+
+struct GridMetadata {
+    Sourced<GridPoint> Ref1;
+    Sourced<GridPoint> Ref2;
+    Sourced<GridPoint> Calc;
+    Sourced<GridPoint> XYOffset; ///< x and y are the first pair
+    SourcedReal XAzimuth{90.0F};
+    int unknownKeywords = 0;
+};
+
+struct LineMetadata {
+    SourcedText<16> Name{"0"};
+    SourcedText<16> Direction;
+    SourcedText<16> Spread;
+    SourcedDouble Number{0.0};
+    SourcedReal Azimuth{90.0F};
+    SourcedInt Type{1};
+    int unknownKeywords = 0;
+};
+
+struct StnMetadata {
+    SourcedDouble Number{0.0};
+    SourcedText<16> Name{"0"};
+    SourcedDouble QdrBeg{MissingValue};
+    SourcedDouble QdrEnd{1.0E32};
+    SourcedDouble QdrInc{MissingValue};
+    SourcedDouble QdrUnitScale{MissingValue};
+    SourcedDouble Beg{MissingValue};
+    SourcedDouble Inc{MissingValue};
+    SourcedDouble UnitScale{MissingValue};
+    SourcedDouble Left{MissingValue};
+    SourcedDouble Right{MissingValue};
+    int unknownKeywords = 0;
+};
+
+inline constexpr int LoopPoints = 9; ///< indices 0..8 of the loop's corners, points and map corners
+inline constexpr int ElectrodePoints = 5; ///< indices 0..4 of the receiver's points
+
+template <std::size_t N>
+constexpr std::array<SourcedPoint, N> missingPoints() {
+    std::array<SourcedPoint, N> points{};
+    for (SourcedPoint &point : points) {
+        point.value = MissingPoint;
+    }
+    return points;
+}
+
+struct TxMetadata {
+    SourcedDouble QdrStn{0.0};
+    SourcedDouble Stn{0.0};
+    std::array<SourcedPoint, LoopPoints> XYZ = missingPoints<LoopPoints>();
+    std::array<SourcedPoint, LoopPoints> Point = missingPoints<LoopPoints>();
+    std::array<SourcedPoint, LoopPoints> UTM = missingPoints<LoopPoints>();
+    int lastPointIndex = 0; ///< index of the point that was read last
+    SourcedPoint Center{MissingPoint};
+    SourcedDouble CenterX{MissingValue};
+    SourcedDouble CenterY{MissingValue};
+    SourcedReals<3> HPR{{90.0F, 0.0F, 0.0F}};
+    SourcedReal XAzimuth{90.0F};
+    SourcedReal Azimuth{MissingValue}; ///< no default: an unset one follows the line
+    SourcedReal Incl{0.0F};
+    SourcedReal LengthX{100.0F}; ///< m
+    SourcedReal LengthY{100.0F}; ///< m
+    SourcedReal Area{10000.0F};  ///< m^2
+    SourcedInt Turns{1};
+    SourcedReals<16> Sense{{0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F,
+                            0.1F, 0.1F, 0.1F, 0.1F}};
+    SourcedReal Amp{1.0F};
+    SourcedReal Freq{1.0F}; ///< Hz
+    SourcedInt NWaveform{0};
+    SourcedInt NCycle{0};
+    SourcedReal Duty{50.0F}; ///< percent
+    SourcedReal Delay{0.0F}; ///< usec
+    SourcedReal Ramp{0.0F};  ///< usec
+    SourcedText<16> Type{"HVT"};
+    SourcedText<16> SN{"0"};
+    int unknownKeywords = 0;
+};
+
+struct RxMetadata {
+    SourcedDouble QdrStn{0.0};
+    SourcedDouble Stn{0.0};
+    SourcedDoubles<3> PltXYZ{MissingPoint};
+    SourcedDoubles<3> PltUTM{MissingPoint};
+    SourcedDoubles<4> PltSXYZ{{MissingValue, MissingValue, MissingValue, MissingValue}};
+    SourcedDoubles<5> PltSZXYZ{
+        {MissingValue, MissingValue, MissingValue, MissingValue, MissingValue}};
+    SourcedDoubles<6> PltSLZXYZ{
+        {MissingValue, MissingValue, MissingValue, MissingValue, MissingValue, MissingValue}};
+    std::array<SourcedPoint, ElectrodePoints> XYZ = missingPoints<ElectrodePoints>();
+    std::array<SourcedPoint, ElectrodePoints> UTM = missingPoints<ElectrodePoints>();
+    int lastPointIndex = 0;
+    SourcedPoint Center{MissingPoint};
+    SourcedDouble East{MissingValue};
+    SourcedDouble North{MissingValue};
+    SourcedDouble Elev{MissingValue};
+    SourcedDouble Depth{MissingValue};
+    SourcedReals<3> HPR{{90.0F, 0.0F, 0.0F}};
+    SourcedReal XAzimuth{90.0F};
+    SourcedReal Azimuth{MissingValue};
+    SourcedReal Incl{0.0F};
+    SourcedReal ASpace{MissingValue}; ///< m
+    SourcedReal SSpace{MissingValue};
+    SourcedReal LengthX{MissingValue}; ///< m
+    SourcedReal LengthY{MissingValue}; ///< m
+    SourcedReal Area{MissingValue};    ///< m^2, the last value read
+    SourcedReal AreaX{MissingValue};
+    SourcedReal AreaY{MissingValue};
+    SourcedReal AreaZ{MissingValue};
+    SourcedReal NSpace{MissingValue};
+    SourcedText<8> Cmp{"Ex"};
+    SourcedText<16> Sensor{"dBdt"};
+    int SensorIndex = 2; ///< 1 dipole, 2 dB/dt, 3 B, 4 antenna, 5 transmitter reference
+    SourcedInt AntSN{0};
+    SourcedReal AntScale{MissingValue};
+    SourcedReal CntRes{MissingValue};
+    SourcedDouble SetupStn{MissingValue};
+    SourcedReal SetupLength{MissingValue}; ///< m
+    SourcedReal WireCap{MissingValue};
+    SourcedReal AntDelay{MissingValue};   ///< usec
+    SourcedReal AliasDelay{MissingValue}; ///< usec
+    SourcedReal ADDelay{MissingValue};    ///< usec
+    SourcedReal ADRamp{MissingValue};     ///< usec
+    SourcedReal T0Delay{MissingValue};    ///< usec
+    float Factor = 1.0F;
+    int unknownKeywords = 0;
+};
+
+/// All groups that the dispatch of keyword records can reach.
+struct Metadata {
+    JobMetadata Job;
+    SurveyMetadata Survey;
+    UnitMetadata Unit;
+    GridMetadata Grid;
+    LineMetadata Line;
+    StnMetadata Stn;
+    TxMetadata Tx;
+    RxMetadata Rx;
+};
+
+/// Resets all groups. With `clear` false the values that a previous file left stay for later
+/// passes and only the source levels go back to 0.
+void MD_Init(Metadata &metadata, bool clear);
+
+} // namespace keldrin

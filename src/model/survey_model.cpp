@@ -1,0 +1,119 @@
+#include "model/survey_model.h"
+
+#include "base/ascii.h"
+#include "base/clock.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+#include <stdexcept>
+
+namespace keldrin {
+
+int allocateSoundings(SurveyModel &model, int requested) {
+    if (model.SoundingCapacity() < requested) {
+        try {
+            std::vector<SoundingRecord>().swap(model.hTrn);
+            model.hTrn.resize(static_cast<std::size_t>(requested));
+        } catch (const std::exception &) { // bad_alloc and length_error end here
+            model.hTrn.clear();
+            model.SoundingCount = 0;
+            return 1;
+        }
+    }
+    hTrn_Init(model);
+    return 0;
+}
+
+void hTrn_Init(SurveyModel &model) {
+    std::fill(model.hTrn.begin(), model.hTrn.end(), SoundingRecord{});
+    model.SoundingCount = 0;
+}
+
+void STD_Init_Namelist(SurveyModel &model) {
+    model.control = ControlValues{};
+    model.control.Header[0] = writerStamp(clockNow());
+    model.MaxTW = 0;
+    model.ModelLayerCount = 0;
+    model.TimeRatio = 0.0F;
+}
+
+FindOrAdd hTrn_Find_Or_Add(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
+                           int &index) {
+    for (index = 0; index < model.SoundingCount; ++index) {
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
+        if (sameStation(record.RxStn, RxStn) && sameStation(record.TxStn, TxStn) &&
+            sameFrequency(record.TxFreq, TxFreq)) {
+            return FindOrAdd::Found;
+        }
+    }
+    const bool full = model.SoundingCount >= model.SoundingCapacity();
+    if (full) {
+        index = model.SoundingCapacity() - 1;
+        if (index < 0) {
+            return FindOrAdd::Full;
+        }
+    } else {
+        ++model.SoundingCount;
+    }
+    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
+    record.TxStn = TxStn;
+    record.TxFreq = TxFreq;
+    record.RxStn = RxStn;
+    return full ? FindOrAdd::Full : FindOrAdd::Added;
+}
+
+void setSurveyType(ControlValues &control, int index) {
+    control.SurveyTypeIndex = std::clamp(index, 1, 4);
+    control.SurveyType = nameOf(SurveyTypeNames, control.SurveyTypeIndex);
+}
+
+void setLengthUnits(ControlValues &control, int index) {
+    control.LengthUnitsIndex = std::clamp(index, 1, 2);
+    control.LengthUnits = nameOf(LengthUnitNames, control.LengthUnitsIndex);
+}
+
+void setTEMUnits(ControlValues &control, int index) {
+    control.TEMUnitsIndex = std::clamp(index, 1, 3);
+    control.TEMUnits = nameOf(TEMUnitNames, control.TEMUnitsIndex);
+}
+
+int surveyTypeIndexOf(std::string_view text) {
+    const std::string letters = Str_No_Blanks(text);
+    switch (letters.empty() ? ' ' : upperOf(letters.front())) {
+    case 'C':
+        return CoincidentLoop;
+    case 'I':
+        return InLoop;
+    case 'F':
+        return FixedLoop;
+    default:
+        return MovingLoop;
+    }
+}
+
+int lengthUnitsIndexOf(std::string_view text) {
+    const std::string letters = Str_No_Blanks(text);
+    return !letters.empty() && upperOf(letters.front()) == 'F' ? Feet : Metres;
+}
+
+int TEMUnitsIndexOf(std::string_view text) {
+    const std::string letters = Str_Upper(Str_No_Blanks(text)).substr(0, 4);
+    return holds(letters, "NV") ? NanovoltPerAmpereSquareMetre : MicrovoltPerAmpere;
+}
+
+void deriveTimeRange(SurveyModel &model) {
+    model.MaxTW = 0;
+    model.TimeRatio = 1.0F;
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        model.MaxTW = std::max(model.MaxTW, record.NumTW);
+        if (record.NumTW > 0) {
+            const auto last = static_cast<std::size_t>(record.NumTW - 1);
+            model.TimeRatio = std::max(model.TimeRatio, record.TWcenter[last] / record.TWcenter[0]);
+        }
+    }
+    model.ModelLayerCount = std::clamp(nearestInt(3.47436F * std::log(model.TimeRatio)), 2, 48);
+}
+
+} // namespace keldrin

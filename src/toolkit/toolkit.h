@@ -1,0 +1,167 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace keldrin {
+
+// What the program's logic asks of windows, dialogs, files and child processes. Everything here is
+// synchronous and on the main thread. No call reports failure by a result: a failing call leaves
+// an error state, which ToolkitErrorState() reads and clears.
+//
+// All meaning lives above the seam (see backend.h): numbers are formatted, limited and read back
+// here, so that the headless and the desktop toolkit behave alike. Without a backend every call is
+// harmless: boxes answer OK, choosers are declined, and nothing is drawn.
+//
+// Drawing calls stand in drawing.h, axis plots in plot.h.
+
+class Backend;
+
+enum ToolkitEventType : int {
+    EventNone = 0,
+    EventKey = 1,          ///< value: character, or key code above 255
+    EventMenu = 2,         ///< value: command number
+    EventButton = 3,       ///< value: control id of a dialog's button
+    EventMouseDown = 4,    ///< value: 1 left, 2 middle, 3 right, 4 wheel up, 5 wheel down
+    EventMouseUp = 5,
+    EventMouseMove = 6,    ///< never delivered to the logic
+    EventExposure = 7,
+    EventResize = 8,
+    EventClose = 9,        ///< window: 0 the root window
+    EventFieldChange = 10, ///< value: control id; only while switched on
+};
+
+struct ToolkitEvent {
+    int type = EventNone;
+    int value = 0;
+    int window = 0; ///< 0 the root window, else the dialog's number
+    float x = 0.0F; ///< mouse position in the drawing units in force when the event was fetched
+    float y = 0.0F;
+};
+
+enum ToolkitKey : int { KeyEscape = 27, KeyUp = 258, KeyDown = 259, KeyRight = 260, KeyLeft = 261 };
+
+// ---- Start and end
+
+/// Starts the toolkit on a backend, which must outlive it.
+/// arguments  the command line; [0] is the program's own path
+void ToolkitInit(Backend &backend, std::vector<std::string> arguments);
+
+/// Ends the toolkit and closes the root window. Returns the exit code that the backend asks for.
+int ToolkitClose();
+
+/// True between ToolkitInit and ToolkitClose.
+bool ToolkitStarted();
+
+/// Opens the root window with the program's menu.
+/// flags  7 resizable with system menu, minimise and maximise;  x, y  -1 lets the system place it
+void WindowOpen(int flags, int x, int y, int width, int height);
+void WindowTitle(std::string_view title);
+
+int ToolkitScreenInfo(int item);   ///< 1 screen width, 2 screen height in pixels
+int ToolkitWindowInfo(int item);   ///< 1 width, 2 height, 5 x, 6 y of the root window in pixels
+/// 1 button that ended the last blocking dialog, 2 number of the selected dialog (0 none), 4 not 0
+/// when the last common dialog ended with OK, 8 width and 9 height of the selected dialog
+int ToolkitDialogInfo(int item);
+
+/// True when there is a root window, not minimised, that can be drawn on.
+bool ToolkitHasSurface();
+
+/// Enables (value 1) or greys (0) a menu command.
+void WMenuSetState(int command, int item, int value);
+
+// ---- Events
+
+/// Blocks until the next event.
+void ToolkitNextEvent(ToolkitEvent &event);
+
+/// Takes the next event if there is one, without waiting.
+bool ToolkitPeekEvent(ToolkitEvent &event);
+
+/// Puts an event in front of the queue, for the caller's caller.
+void ToolkitPutBack(const ToolkitEvent &event);
+
+/// Option 10: value 1 sends field-change events, 0 stops them.
+void ToolkitDialogOption(int option, int value);
+
+/// Lets the window repaint during long work.
+void ToolkitFlush();
+
+/// A fact for the transcript of a scripted run; nothing on the desktop.
+void ToolkitTrace(std::string_view kind, std::string_view text);
+
+// ---- Dialogs: a dialog is a table with a number (dialogs.h); calls act on the selected one
+
+void WDialogLoad(int dialog);
+void WDialogSelect(int dialog);
+
+enum DialogMode : int {
+    DialogModal = 1,         ///< blocks until a button ends it
+    DialogModeless = 2,      ///< does not block; the root window serves keys and mouse
+    DialogModelessAlone = 3, ///< does not block; the root window takes only its close request
+};
+
+/// Shows the selected dialog at a pixel position (-1, -1: the toolkit's place).
+/// control  the first control and, if it is a button, the default one; 0 the table's own
+void WDialogShow(int x, int y, int control, int mode);
+void WDialogUnload(int option = 0);
+void WDialogTitle(std::string_view caption);
+void WDialogFieldState(int id, bool enabled);
+
+void WDialogPutString(int id, std::string_view text);
+void WDialogGetString(int id, std::string &text);
+void WDialogPutInteger(int id, int value);
+void WDialogPutReal(int id, float value, std::string_view format);
+void WDialogPutDouble(int id, double value, std::string_view format);
+void WDialogPutCheckBox(int id, bool on);
+void WDialogPutMenu(int id, const std::vector<std::string> &entries, int selected);
+void WDialogPutTrackbar(int id, int value);
+
+// A get returns the exact value that was put as long as the user did not change its text. Where
+// the text is no number the value stays and the call returns false; the error state is read
+// inside, so that it cannot appear later as somebody else's.
+bool WDialogGetInteger(int id, int &value);
+bool WDialogGetReal(int id, float &value);
+bool WDialogGetDouble(int id, double &value);
+bool WDialogGetCheckBox(int id, bool &on);
+bool WDialogGetMenu(int id, int &selected); ///< selected from 1
+bool WDialogGetTrackbar(int id, int &value);
+
+// Limits of what the user types; a value that the program puts is not touched.
+void WDialogRangeInteger(int id, int low, int high);
+void WDialogRangeReal(int id, float low, float high);
+void WDialogRangeDouble(int id, double low, double high);
+void WDialogRangeTrackbar(int id, int low, int high, int step);
+
+// ---- Files, boxes and the operating system
+
+/// The system's file dialog. On OK `path` is the choice, else it stays as it was.
+/// filter   a description, a bar, patterns separated by semicolons, and a closing bar
+/// flags    10 open an existing file, 11 save; a name without extension gets the filter's
+/// returns  true on OK, as ToolkitDialogInfo(4) tells too
+bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
+                        std::string_view title);
+
+/// A message box with OK and Cancel. Lines are joined by carriage returns. Returns 0 Cancel, 1 OK.
+int WMessageBox(int buttons, int icon, int defaultButton, std::string_view text,
+                std::string_view title);
+
+/// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended.
+/// A program that cannot be started leaves error state 13.
+void IOsCommand(const std::vector<std::string> &command, int flags);
+
+std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
+std::string IOsDirName();                       ///< the working directory
+int ToolkitArgumentCount();                     ///< arguments behind the program's own path
+std::string ToolkitArgument(int index);         ///< 0 the program's own path, 1 the first argument
+
+/// Item 1: the last error number, 0 if none; reading clears it. Item 2: the system's error value
+/// that came with it.
+int ToolkitErrorState(int item);
+std::string ToolkitErrorText(int number);
+
+/// Leaves an error state, as a failing call does.
+void ToolkitSetError(int number, int systemError = 0);
+
+} // namespace keldrin
