@@ -42,11 +42,6 @@ class FixedText {
     constexpr FixedText(const char *text) { assign(std::string_view(text)); } // NOLINT
     FixedText(const std::string &text) { assign(text); }                      // NOLINT
 
-    constexpr FixedText &operator=(std::string_view text) {
-        assign(text);
-        return *this;
-    }
-
     [[nodiscard]] constexpr std::string_view view() const { return {bytes_.data(), length_}; }
     [[nodiscard]] constexpr bool isBlank() const { return length_ == 0; }
     [[nodiscard]] std::string str() const { return std::string(view()); }
@@ -60,7 +55,6 @@ class FixedText {
   private:
     constexpr void assign(std::string_view text) {
         const std::string_view kept = trimRight(cutText(text, N));
-        // The source may lie in this very text; the copy runs forward from at or behind it.
         for (std::size_t i = 0; i < kept.size(); ++i) {
             bytes_[i] = kept[i];
         }

@@ -53,7 +53,8 @@ int nearestInt(T value) {
 
 /// The compression of dB/dt used by the solver and by the plot axes.
 inline float ArcSinh(float v) {
-    return v < 0.0F ? -std::log(std::sqrt(v * v + 1.0F) - v) : std::log(v + std::sqrt(v * v + 1.0F));
+    return v < 0.0F ? -std::log(std::sqrt(v * v + 1.0F) - v)
+                    : std::log(v + std::sqrt(v * v + 1.0F));
 }
 
 } // namespace keldrin

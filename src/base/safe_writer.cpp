@@ -48,8 +48,8 @@ bool writeAll(const std::string &path, std::string_view content, std::string &re
     if (!file) {
         return refuse(reason, errno);
     }
-    const bool written =
-        content.empty() || std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
+    const bool written = content.empty() || std::fwrite(content.data(), 1, content.size(),
+                                                        file.get()) == content.size();
     if (!written || !flushToDisk(file.get())) {
         return refuse(reason, errno);
     }
@@ -82,8 +82,9 @@ std::string temporaryName(const std::string &target) {
     const int process = ::getpid();
 #endif
     for (int attempt = 0;; ++attempt) {
-        std::string name = joinPath(directoryOf(target), ".keldrin-" + std::to_string(process) +
-                                                             "-" + std::to_string(attempt) + ".part");
+        std::string name =
+            joinPath(directoryOf(target), ".keldrin-" + std::to_string(process) + "-" +
+                                              std::to_string(attempt) + ".part");
         if (!pathExists(name)) {
             return name;
         }
@@ -133,7 +134,8 @@ bool appendToFile(const std::string &path, std::string_view content) {
     if (!file) {
         return false;
     }
-    const bool written = std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
+    const bool written =
+        std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
     return std::fclose(file.release()) == 0 && written;
 }
 

@@ -2,8 +2,10 @@
 
 #include "base/fixed_text.h"
 
+#include <cstdio>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,12 +32,17 @@ struct MessageLog {
     std::vector<MessageLine> LogLineBuffer; ///< the newest lines, at most 48
     std::string logPath;                    ///< full path of the log file
     std::string errorPath;                  ///< full path of the error file
-    bool logOpened = false;                 ///< the heading has been written
+    std::string movedNotice;                ///< first log line when the files lie elsewhere
     int RejectedMessageCount = 0;           ///< warnings so far
     int GraphicsErrorCount = 0;             ///< toolkit errors so far, never reset during a run
     bool quiet = false;                     ///< errors go to ReportInfoLine in place of the box
     /// Called with every message before it is written, for summaries and tests.
     std::function<void(MessageKind, std::span<const MessageLine>)> observer;
+
+    struct CloseFile {
+        void operator()(std::FILE *file) const { std::fclose(file); }
+    };
+    std::unique_ptr<std::FILE, CloseFile> file; ///< open from the first logged line to the end
 };
 
 MessageLog &messageLog();

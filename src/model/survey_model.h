@@ -62,7 +62,8 @@ struct SoundingRecord {
     WindowReals TWcenter = filledArray<float, MaxWindows>(MissingValue); ///< msec, ascending
     WindowReals TWwidth = filledArray<float, MaxWindows>(0.0F);          ///< msec
     WindowReals TEMobs = filledArray<float, MaxWindows>(MissingValue);   ///< nV/(A m2)
-    WindowReals TEMerr = filledArray<float, MaxWindows>(1.0F); ///< percent, plus SkipOffset if skipped
+    WindowReals TEMerr =
+        filledArray<float, MaxWindows>(1.0F); ///< percent, plus SkipOffset if skipped
     WindowReals TEMcalc = filledArray<float, MaxWindows>(MissingValue); ///< of the model
     /// X, Y and Z weight of each window; not zero switches the component on
     std::array<std::array<float, ComponentAxes>, MaxWindows> TEMwgt{};
@@ -70,15 +71,15 @@ struct SoundingRecord {
     WindowReals AResSpare = filledArray<float, MaxWindows>(MissingValue); ///< read by no flow
     WindowReals AResCalc = filledArray<float, MaxWindows>(MissingValue);  ///< ohm-m, of TEMcalc
 
-    int NumLayer = 0;                                                  ///< layers in use, 0..48
-    LayerReals ResInv = filledArray<float, MaxLayers>(MissingValue);   ///< ohm-m
-    LayerReals ThkInv = filledArray<float, MaxLayers>(MissingValue);   ///< LengthUnits
-    LayerReals ZMid = filledArray<float, MaxLayers>(0.0F);             ///< LengthUnits, downward negative
-    LayerReals Res0 = filledArray<float, MaxLayers>(MissingValue);     ///< ohm-m, starting model
-    LayerReals Rerr0 = filledArray<float, MaxLayers>(100.0F);          ///< percent
-    LayerReals dzW = filledArray<float, MaxLayers>(1.0F);              ///< smoothness weight
-    LayerReals Rerr = filledArray<float, MaxLayers>(100.0F);           ///< percent
-    LayerReals Rsns = filledArray<float, MaxLayers>(0.0F);             ///< sensitivity
+    int NumLayer = 0;                                                ///< layers in use, 0..48
+    LayerReals ResInv = filledArray<float, MaxLayers>(MissingValue); ///< ohm-m
+    LayerReals ThkInv = filledArray<float, MaxLayers>(MissingValue); ///< LengthUnits
+    LayerReals ZMid = filledArray<float, MaxLayers>(0.0F); ///< LengthUnits, downward negative
+    LayerReals Res0 = filledArray<float, MaxLayers>(MissingValue); ///< ohm-m, starting model
+    LayerReals Rerr0 = filledArray<float, MaxLayers>(100.0F);      ///< percent
+    LayerReals dzW = filledArray<float, MaxLayers>(1.0F);          ///< smoothness weight
+    LayerReals Rerr = filledArray<float, MaxLayers>(100.0F);       ///< percent
+    LayerReals Rsns = filledArray<float, MaxLayers>(0.0F);         ///< sensitivity
 };
 static_assert(std::is_trivially_copyable_v<SoundingRecord>);
 
@@ -113,10 +114,10 @@ struct ControlValues {
     float TxWFT0 = 0.0F;      ///< time origin of the windows, msec
     std::array<float, MaxWaveformPoints> TxWFT{}; ///< msec
     std::array<float, MaxWaveformPoints> TxWFI{}; ///< relative current, -1..1
-    float RxArea = 10000.0F;  ///< effective coil area, m^2
-    float XRxOffset = 0.0F;   ///< along the line
-    float YRxOffset = 0.0F;   ///< across the line
-    float ErrorFloor = 1.0F;  ///< percent
+    float RxArea = 10000.0F;                      ///< effective coil area, m^2
+    float XRxOffset = 0.0F;                       ///< along the line
+    float YRxOffset = 0.0F;                       ///< across the line
+    float ErrorFloor = 1.0F;                      ///< percent
     float DataCutoff = 100.0F; ///< percent; data with this error or more are dropped
     float dpWeight = 1.0F;
     float dxWeight = 1.0F;
@@ -125,11 +126,11 @@ struct ControlValues {
     int Niteration = 8;
     int NumStn = 2048; ///< records to allocate when a project is read
     int NumTW = 128;
-    int NumLayer = 0; ///< layers in the four arrays below
-    LayerReals Res0Layer{};                                        ///< ohm-m
-    LayerReals Res0Error = filledArray<float, MaxLayers>(500.0F);  ///< percent
-    LayerReals Thk0Layer{};                                        ///< LengthUnits
-    LayerReals Thk0Error = filledArray<float, MaxLayers>(500.0F);  ///< percent
+    int NumLayer = 0;       ///< layers in the four arrays below
+    LayerReals Res0Layer{}; ///< ohm-m
+    LayerReals Res0Error = filledArray<float, MaxLayers>(500.0F); ///< percent
+    LayerReals Thk0Layer{};                                       ///< LengthUnits
+    LayerReals Thk0Error = filledArray<float, MaxLayers>(500.0F); ///< percent
 
     int SurveyTypeIndex = MovingLoop;
     int LengthUnitsIndex = Metres;
@@ -138,9 +139,9 @@ struct ControlValues {
 
 /// One survey line as the count pass of an import found it.
 struct LineEntry {
-    FixedText<16> LineLabel;  ///< text of the Select Line list
-    FixedText<16> LineName;   ///< as written in the file
-    int ArrayIndex = 0;       ///< Survey.Array while counting
+    FixedText<16> LineLabel; ///< text of the Select Line list
+    FixedText<16> LineName;  ///< as written in the file
+    int ArrayIndex = 0;      ///< Survey.Array while counting
     int Transients = 0;
     std::array<int, ComponentAxes> ComponentTransients{}; ///< transients by component axis
 };

@@ -1,0 +1,92 @@
+#include "messages/message_log.h"
+#include "toolkit/drawing.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+// The page is 28 units across a full screen, so letters keep their size when the window changes.
+constexpr float UnitsAcrossScreen = 28.0F;
+constexpr float CharacterHeight = 0.3528F;
+constexpr int PlainFont = 100;
+
+void selectLogFont(float pageHeight) {
+    const float height = CharacterHeight / pageHeight;
+    WGrTextFont(PlainFont, 0, height * 4.0F / 9.0F, height);
+    CheckGraphicsError("LogText_Update 268");
+    ToolkitTextOrientation(0.0F);
+    IGrColour("BLACK");
+}
+
+// The newest lines that fit, from the top of the window down.
+void drawNewestLines(float pageHeight) {
+    const std::vector<MessageLine> &lines = messageLog().LogLineBuffer;
+    const float characterWidth = ToolkitTextMetric(3);
+    const float characterHeight = ToolkitTextMetric(4);
+    if (!(characterHeight > 0.0F)) {
+        return;
+    }
+    const auto fitting = static_cast<std::size_t>(std::floor(pageHeight / characterHeight));
+    const std::size_t first = lines.size() > fitting ? lines.size() - fitting : 0;
+    float y = pageHeight;
+    for (std::size_t i = first; i < lines.size(); ++i) {
+        y -= characterHeight;
+        if (!lines[i].isBlank()) {
+            ToolkitDrawText(characterWidth, y, lines[i].view());
+        }
+    }
+}
+
+} // namespace
+
+void LogText_Update() {
+    if (!ToolkitHasSurface()) {
+        return;
+    }
+    CheckGraphicsError("LogText_Update 241");
+    const DrawingView view = ToolkitSaveView();
+    const auto windowWidth = static_cast<float>(ToolkitWindowInfo(1));
+    const auto windowHeight = static_cast<float>(ToolkitWindowInfo(2));
+    const auto screenWidth = static_cast<float>(std::max(ToolkitScreenInfo(1), 1));
+    if (!(windowWidth > 0.0F) || !(windowHeight > 0.0F)) {
+        return;
+    }
+    const float pageWidth = UnitsAcrossScreen * windowWidth / screenWidth;
+    const float pageHeight = pageWidth * windowHeight / windowWidth;
+    IGrArea(0.0F, 0.0F, 1.0F, 1.0F);
+    IGrUnits(0.0F, 0.0F, pageWidth, pageHeight);
+    ToolkitClearPage();
+    ToolkitPageKind("log");
+    selectLogFont(pageHeight);
+    drawNewestLines(pageHeight);
+    CheckGraphicsError("LogText_Update 285");
+    ToolkitRestoreView(view);
+    CheckGraphicsError("LogText_Update 289");
+    ToolkitFlush();
+}
+
+void ClearLog() {
+    ToolkitEvent event;
+    while (ToolkitPeekEvent(event)) {
+        if (event.type == EventClose) {
+            ShutDown();
+        }
+        if (event.type == EventKey || event.type == EventMouseDown) {
+            break;
+        }
+        if (event.type == EventExposure || event.type == EventResize) {
+            LogText_Update();
+        }
+    }
+    messageLog().LogLineBuffer.clear();
+    if (ToolkitHasSurface()) {
+        ToolkitClearPage();
+        ToolkitPageKind("blank");
+    }
+}
+
+} // namespace keldrin

@@ -1,0 +1,218 @@
+#include "messages/message_log.h"
+
+#include "base/paths.h"
+#include "base/safe_writer.h"
+#include "base/version.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#ifndef _WIN32
+#include <unistd.h>
+#endif
+
+namespace keldrin {
+
+namespace {
+
+const std::string Heading = "keldrin v" + std::string(ProgramVersionText);
+
+bool isWritable(const std::string &directory) {
+#ifdef _WIN32
+    return true;
+#else
+    return ::access(directory.c_str(), W_OK) == 0;
+#endif
+}
+
+std::string stateDirectory() {
+    std::string root = IOsVariable("XDG_STATE_HOME");
+    if (root.empty()) {
+        root = joinPath(IOsVariable("HOME"), ".local/state");
+    }
+    return joinPath(root, "keldrin");
+}
+
+// Where log files without a directory of their own go.
+std::string logDirectory(MessageLog &log) {
+    std::string working = IOsDirName();
+    if (isWritable(working)) {
+        return working;
+    }
+    std::string state = stateDirectory();
+    std::error_code error;
+    std::filesystem::create_directories(state, error);
+    if (error) {
+        return working;
+    }
+    log.movedNotice = "The working directory is not writable; the log files are in " + state;
+    return state;
+}
+
+int deleteIfPresent(const std::string &path) {
+    std::error_code error;
+    std::filesystem::remove(path, error);
+    return error ? 1 : 0;
+}
+
+void observe(MessageKind kind, std::span<const MessageLine> lines) {
+    if (messageLog().observer) {
+        messageLog().observer(kind, lines);
+    }
+}
+
+std::span<const MessageLine> atMostFive(std::span<const MessageLine> lines) {
+    return lines.first(std::min<std::size_t>(lines.size(), MessageLog::MostLines));
+}
+
+// An empty line, then the lines, each behind one blank. Failures have nowhere to be told.
+void appendToErrorFile(std::span<const MessageLine> lines, bool withHeading) {
+    const MessageLog &log = messageLog();
+    if (log.errorPath.empty()) {
+        return;
+    }
+    std::string text;
+    if (withHeading && !pathExists(log.errorPath)) {
+        text.append(" ").append(Heading).append(LineEnd);
+    }
+    text.append(LineEnd);
+    for (const MessageLine &line : lines) {
+        text.append(" ").append(line.view()).append(LineEnd);
+    }
+    appendToFile(log.errorPath, text);
+}
+
+void openLog(MessageLog &log) {
+    log.file.reset(std::fopen(log.logPath.c_str(), "wb"));
+    if (!log.file) {
+        return;
+    }
+    std::string text = Heading + " updated " + std::string(ProgramDate);
+    text.append(LineEnd);
+    if (!log.movedNotice.empty()) {
+        text.append(log.movedNotice).append(LineEnd);
+    }
+    std::fwrite(text.data(), 1, text.size(), log.file.get());
+}
+
+void appendToLog(std::string_view text) {
+    MessageLog &log = messageLog();
+    if (log.logPath.empty()) {
+        return;
+    }
+    if (!log.file) {
+        openLog(log);
+    }
+    if (log.file) {
+        std::string line(trimRight(text));
+        line.append(LineEnd);
+        std::fwrite(line.data(), 1, line.size(), log.file.get());
+        std::fflush(log.file.get());
+    }
+}
+
+// Cancel ends the program at once, so the whole message has been written before the box.
+void ShowErrorBox(std::span<const MessageLine> lines) {
+    if (messageLog().quiet) {
+        ReportInfoLine("");
+        for (const MessageLine &line : lines) {
+            ReportInfoLine(line.view());
+        }
+        ReportInfoLine("");
+        return;
+    }
+    std::string text;
+    for (const MessageLine &line : lines) {
+        text.append(text.empty() ? "" : "\r").append(line.view());
+    }
+    constexpr int okAndCancel = 1;
+    constexpr int errorIcon = 2;
+    constexpr int okIsDefault = 1;
+    if (WMessageBox(okAndCancel, errorIcon, okIsDefault, text, "ERROR") == 0) {
+        ShutDown();
+    }
+}
+
+} // namespace
+
+MessageLog &messageLog() {
+    static MessageLog log;
+    return log;
+}
+
+int OpenLogFiles(std::string_view name) {
+    MessageLog &log = messageLog();
+    log.file.reset();
+    log.movedNotice.clear();
+    const std::string directory =
+        directoryOf(name).empty() ? logDirectory(log) : std::string(directoryOf(name));
+    const std::string base = joinPath(directory, trimRight(baseNameOf(name)));
+    log.logPath = base + ".log";
+    log.errorPath = base + ".err";
+    log.RejectedMessageCount = 0;
+    const int logStatus = deleteIfPresent(log.logPath);
+    return logStatus != 0 ? logStatus : deleteIfPresent(log.errorPath);
+}
+
+void ReportInfoLine(std::string_view text) {
+    const MessageLine line = text;
+    observe(MessageKind::Info, {&line, 1});
+    appendToLog(text);
+    std::vector<MessageLine> &buffer = messageLog().LogLineBuffer;
+    if (buffer.size() >= MessageLog::BufferLines) {
+        buffer.erase(buffer.begin());
+    }
+    buffer.push_back(line);
+    ToolkitTrace("info", trimRight(text));
+    LogText_Update();
+}
+
+void ReportWarning(std::span<const MessageLine> lines) {
+    observe(MessageKind::Warning, lines);
+    MessageLog &log = messageLog();
+    ++log.RejectedMessageCount;
+    if (log.RejectedMessageCount < MessageLog::MostWarnings) {
+        appendToErrorFile(atMostFive(lines), true);
+    } else if (log.RejectedMessageCount == MessageLog::MostWarnings) {
+        const MessageLine notice = "More than " + std::to_string(MessageLog::MostWarnings) +
+                                   " error messages, no further messages will be logged.";
+        appendToErrorFile({&notice, 1}, false);
+    }
+}
+
+void ReportWarning(std::initializer_list<MessageLine> lines) {
+    ReportWarning(std::span(lines.begin(), lines.size()));
+}
+
+void ReportError(std::span<const MessageLine> lines) {
+    observe(MessageKind::Error, lines);
+    appendToErrorFile(atMostFive(lines), true);
+    ShowErrorBox(atMostFive(lines));
+}
+
+void ReportError(std::initializer_list<MessageLine> lines) {
+    ReportError(std::span(lines.begin(), lines.size()));
+}
+
+void CheckGraphicsError(std::string_view tag) {
+    const int number = ToolkitErrorState(1);
+    if (number == 0) {
+        return;
+    }
+    const std::string origin = tag.empty() ? "" : ": from " + std::string(tag);
+    ReportError({"Graphics ERROR" + origin, ToolkitErrorText(number)});
+    if (++messageLog().GraphicsErrorCount > MessageLog::MostGraphicsErrors) {
+        ReportWarning({" Program run aborted, more than 20 graphics errors."});
+        ShutDown();
+    }
+}
+
+void ShutDown() {
+    messageLog().file.reset();
+    std::exit(ToolkitClose());
+}
+
+} // namespace keldrin
