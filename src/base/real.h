@@ -5,8 +5,12 @@
 
 namespace keldrin {
 
-/// Stands for "no value" in both real widths. Test with isPresent(), never by equality.
-inline constexpr float MissingValue = -1.0E32F;
+/// Stands for "no value", -1.0E32 in both real widths. Test with isPresent(), never by equality.
+struct MissingValueType {
+    constexpr operator float() const { return -1.0E32F; } // NOLINT: converts on purpose
+    constexpr operator double() const { return -1.0E32; } // NOLINT: converts on purpose
+};
+inline constexpr MissingValueType MissingValue{};
 
 /// True when a value is there: greater than -9.9E31. NaN counts as absent.
 constexpr bool isPresent(float value) {
@@ -47,8 +51,7 @@ template <class T>
 int nearestInt(T value) {
     constexpr double lowest = -2147483648.0;
     constexpr double highest = 2147483647.0;
-    const double rounded = std::round(static_cast<double>(value));
-    return static_cast<int>(limited(rounded, lowest, highest));
+    return static_cast<int>(limited(std::round(static_cast<double>(value)), lowest, highest));
 }
 
 /// The compression of dB/dt used by the solver and by the plot axes.
