@@ -218,8 +218,9 @@ struct Metadata {
     RxMetadata Rx;
 };
 
-/// Resets all groups. With `clear` false the values that a previous file left stay for later
-/// passes and only the source levels go back to 0.
+/// Resets all groups: every value to its default, every source level and warning count to 0.
+/// clear  false keeps the marks behind the values for later passes: the counts of unknown keywords
+///        and the index of the last point
 void MD_Init(Metadata &metadata, bool clear);
 
 } // namespace keldrin
