@@ -2,7 +2,6 @@
 #include "toolkit/drawing.h"
 #include "toolkit/toolkit.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace keldrin {
@@ -14,12 +13,20 @@ constexpr float UnitsAcrossScreen = 28.0F;
 constexpr float CharacterHeight = 0.3528F;
 constexpr int PlainFont = 100;
 
-void selectLogFont(float pageHeight) {
-    const float height = CharacterHeight / pageHeight;
-    WGrTextFont(PlainFont, 0, height * 4.0F / 9.0F, height);
-    CheckGraphicsError("LogText_Update 268");
-    ToolkitTextOrientation(0.0F);
-    IGrColour("BLACK");
+struct LogPage {
+    float width = 0.0F;
+    float height = 0.0F;
+};
+
+LogPage logPage() {
+    const auto windowWidth = static_cast<float>(ToolkitWindowInfo(1));
+    const auto windowHeight = static_cast<float>(ToolkitWindowInfo(2));
+    const auto screenWidth = static_cast<float>(ToolkitScreenInfo(1));
+    if (!(windowWidth > 0.0F) || !(windowHeight > 0.0F) || !(screenWidth > 0.0F)) {
+        return {};
+    }
+    const float width = UnitsAcrossScreen * windowWidth / screenWidth;
+    return {width, width * windowHeight / windowWidth};
 }
 
 // The newest lines that fit, from the top of the window down.
@@ -43,26 +50,33 @@ void drawNewestLines(float pageHeight) {
 
 } // namespace
 
+void selectLogFont() {
+    const LogPage page = logPage();
+    if (page.height > 0.0F) {
+        const float height = CharacterHeight / page.height;
+        WGrTextFont(PlainFont, 0, height * 4.0F / 9.0F, height);
+    }
+}
+
 void LogText_Update() {
     if (!ToolkitHasSurface()) {
         return;
     }
     CheckGraphicsError("LogText_Update 241");
     const DrawingView view = ToolkitSaveView();
-    const auto windowWidth = static_cast<float>(ToolkitWindowInfo(1));
-    const auto windowHeight = static_cast<float>(ToolkitWindowInfo(2));
-    const auto screenWidth = static_cast<float>(std::max(ToolkitScreenInfo(1), 1));
-    if (!(windowWidth > 0.0F) || !(windowHeight > 0.0F)) {
+    const LogPage page = logPage();
+    if (!(page.height > 0.0F)) {
         return;
     }
-    const float pageWidth = UnitsAcrossScreen * windowWidth / screenWidth;
-    const float pageHeight = pageWidth * windowHeight / windowWidth;
     IGrArea(0.0F, 0.0F, 1.0F, 1.0F);
-    IGrUnits(0.0F, 0.0F, pageWidth, pageHeight);
+    IGrUnits(0.0F, 0.0F, page.width, page.height);
     ToolkitClearPage();
     ToolkitPageKind("log");
-    selectLogFont(pageHeight);
-    drawNewestLines(pageHeight);
+    selectLogFont();
+    CheckGraphicsError("LogText_Update 268");
+    ToolkitTextOrientation(0.0F);
+    IGrColour("BLACK");
+    drawNewestLines(page.height);
     CheckGraphicsError("LogText_Update 285");
     ToolkitRestoreView(view);
     CheckGraphicsError("LogText_Update 289");

@@ -78,6 +78,9 @@ void ClearLog();
 /// Draws the newest lines into the root window; nothing without a drawable surface.
 void LogText_Update();
 
+/// Sets font and size of the log's text for the window as it is now; nothing without a window.
+void selectLogFont();
+
 /// Closes log and toolkit and ends the process, without a word and without a save.
 [[noreturn]] void ShutDown();
 

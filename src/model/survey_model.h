@@ -6,6 +6,7 @@
 #include "model/metadata.h"
 
 #include <array>
+#include <cmath>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -24,6 +25,11 @@ inline constexpr int ComponentAxes = 3;
 
 /// A skipped window's stored error is its true error in percent plus this.
 inline constexpr float SkipOffset = 1000.0F;
+
+/// Stations of files are one station within the 32-bit 0.001, so 100 and 100.001 are the same.
+inline bool sameTransmitter(double station, double other) {
+    return std::fabs(station - other) <= static_cast<double>(0.001F);
+}
 
 /// The true error of a window, whether it is skipped or not.
 inline float trueError(float temErr) {
@@ -144,6 +150,7 @@ struct LineEntry {
     int ArrayIndex = 0;      ///< Survey.Array while counting
     int Transients = 0;
     std::array<int, ComponentAxes> ComponentTransients{}; ///< transients by component axis
+    int Soundings = 0; ///< distinct soundings at the most; 0 where the count pass cannot know
 };
 
 /// What the count pass found: at most 32 lines.

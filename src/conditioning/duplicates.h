@@ -1,0 +1,21 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+namespace keldrin {
+
+/// Sorts the soundings by (TxStn, RxStn), each rounded to single precision: station numbers of
+/// many digits lose their low digits in the sort. The order of equal soundings is not preserved.
+void SortByTxRx(SurveyModel &model);
+
+/// Merges all soundings of one station pair into one, whatever their frequency, in sorted order.
+/// returns  0 in all cases
+int AverageDuplicateTransients(SurveyModel &model);
+
+/// Merges `count` records from `first` on (from 0) into record `target`, which lies at or before
+/// them. Windows within 0.1 percent of a window's first time become one, weighted by inverse
+/// squared error; the merged error is the weighted mean of the errors. At most 128 windows stay.
+/// returns  0 in all cases
+int MergeTransients(SurveyModel &model, int target, int first, int count);
+
+} // namespace keldrin

@@ -1,0 +1,42 @@
+#include "conditioning/transmitter_choice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+namespace keldrin {
+
+namespace {
+
+std::span<const SoundingRecord> soundingsOf(const SurveyModel &model) {
+    return std::span(model.hTrn).first(static_cast<std::size_t>(model.SoundingCount));
+}
+
+} // namespace
+
+double nearestTransmitter(const SurveyModel &model, double station) {
+    double nearest = station;
+    double least = -1.0;
+    for (const SoundingRecord &record : soundingsOf(model)) {
+        const double distance = std::fabs(record.TxStn - station);
+        if (least < 0.0 || distance < least) {
+            least = distance;
+            nearest = record.TxStn;
+        }
+    }
+    return nearest;
+}
+
+void settleTransmitter(SurveyModel &model) {
+    const std::span<const SoundingRecord> soundings = soundingsOf(model);
+    const double selected = model.control.TxStn;
+    const auto isSelected = [selected](const SoundingRecord &record) {
+        return sameTransmitter(record.TxStn, selected);
+    };
+    if (model.control.SurveyTypeIndex == FixedLoop && !soundings.empty() &&
+        std::none_of(soundings.begin(), soundings.end(), isSelected)) {
+        model.control.TxStn = nearestTransmitter(model, selected);
+    }
+}
+
+} // namespace keldrin

@@ -1,0 +1,149 @@
+#include "import/avg_file.h"
+#include "messages/message_log.h"
+#include "text/value_readers.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <unordered_set>
+
+namespace keldrin {
+
+namespace {
+
+/// What makes a sounding, to the bit; soundings that differ by rounding only are counted twice,
+/// which makes room for one too many.
+struct SoundingKey {
+    int line = 0;
+    double tx = MissingValue;
+    double rx = MissingValue;
+    float freq = MissingValue;
+    bool operator==(const SoundingKey &) const = default;
+};
+
+struct SoundingKeyHash {
+    std::size_t operator()(const SoundingKey &key) const {
+        std::size_t hash = std::hash<int>{}(key.line);
+        hash = hash * 31 + std::hash<double>{}(key.tx);
+        hash = hash * 31 + std::hash<double>{}(key.rx);
+        return hash * 31 + std::hash<float>{}(key.freq);
+    }
+};
+
+/// One data line as the count pass looks at it.
+struct CountedReading {
+    double tx = MissingValue;
+    double rx = MissingValue;
+    float time = MissingValue;
+    float freq = MissingValue;
+    int component = 0; ///< see avgComponent()
+};
+
+struct CountPass {
+    AvgWalk walk;
+    LineEntry *entry = nullptr; ///< row of the line in force; set at the first data line
+    double LastTx = MissingValue;
+    double LastRx = MissingValue;
+    float LastTime = MissingValue;
+    int LastCmp = 0;
+    int transients = 0;
+    std::unordered_set<SoundingKey, SoundingKeyHash> soundings;
+    SoundingKey lastKey;
+};
+
+// Reads the cells that identify a reading; what has no column comes from the keyword records.
+CountedReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_view line) {
+    const RecordLine record{walk.record(), line};
+    CountedReading reading{metadata.Tx.QdrStn.value, metadata.Rx.QdrStn.value, MissingValue,
+                           metadata.Tx.Freq.value, 0};
+    std::string_view component = metadata.Rx.Cmp.value.view();
+    if (walk.hasColumn(AvgTxStn)) {
+        Val_Read_R8(record, walk.cell(AvgTxStn), AvgNames[AvgTxStn], MissingValue, reading.tx);
+    }
+    if (walk.hasColumn(AvgRxStn)) {
+        Val_Read_R8(record, walk.cell(AvgRxStn), AvgNames[AvgRxStn], MissingValue, reading.rx);
+    }
+    if (walk.hasColumn(AvgComponent)) {
+        component = walk.cell(AvgComponent);
+    }
+    if (walk.hasColumn(AvgTime)) {
+        Val_Read_R4(record, walk.cell(AvgTime), AvgNames[AvgTime], MissingValue, reading.time);
+    }
+    if (walk.hasColumn(AvgFreq)) { // the read pass reports a bad one
+        Cell_to_R4(walk.cell(AvgFreq), 0.0F, reading.freq);
+    }
+    reading.component = avgComponent(component, "CH.Cmp");
+    return reading;
+}
+
+bool reportUndefined(const CountedReading &reading, int record, std::string_view line) {
+    const char *what = !isPresent(reading.tx)     ? "Tx.QdrStn undefined for"
+                       : !isPresent(reading.rx)   ? "Rx.QdrStn undefined for"
+                       : !isPresent(reading.time) ? "TWIN.Center < -1.0E32 on"
+                                                  : nullptr;
+    if (what == nullptr) {
+        return false;
+    }
+    ReportWarning(
+        {"AVG_File_Input.ERROR: " + std::string(what) + " record " + std::to_string(record), line,
+         "Dropping this data record."});
+    return true;
+}
+
+void countSounding(CountPass &pass, const LineTable &lines, const CountedReading &reading) {
+    const int line = static_cast<int>(pass.entry - lines.entries.data());
+    const SoundingKey key{line, reading.tx, reading.rx, reading.freq};
+    if (key == pass.lastKey) {
+        return;
+    }
+    pass.lastKey = key;
+    if (pass.soundings.insert(key).second) {
+        ++pass.entry->Soundings;
+    }
+}
+
+// Tells whether a line opens a transient of its own, and counts it if it does.
+void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReading &reading) {
+    const int axis = (reading.component - 1) % ComponentAxes + 1;
+    const bool NewTransient = axis != pass.LastCmp || !sameStation(reading.tx, pass.LastTx) ||
+                              !sameStation(reading.rx, pass.LastRx) || pass.LastTime > reading.time;
+    pass.LastCmp = axis;
+    pass.LastTx = reading.tx;
+    pass.LastRx = reading.rx;
+    pass.LastTime = reading.time;
+    countSounding(pass, lines, reading);
+    if (NewTransient) {
+        ++pass.transients;
+        ++pass.entry->Transients;
+        ++pass.entry->ComponentTransients[static_cast<std::size_t>(axis - 1)];
+    }
+}
+
+} // namespace
+
+int AVG_Count(SurveyModel &model, const std::string &fileName) {
+    resetLines(model.lines);
+    CountPass pass;
+    if (!pass.walk.reader.open(fileName)) {
+        return 1;
+    }
+    std::string_view line;
+    while (pass.walk.nextDataLine(model.metadata, line)) {
+        if (pass.walk.HeaderChanged && pass.walk.identity.take(model.metadata)) {
+            pass.entry = &currentLineEntry(model.lines, pass.walk.identity, model.metadata);
+        }
+        pass.walk.HeaderChanged = false;
+        const CountedReading reading = readCells(pass.walk, model.metadata, line);
+        if (!reportUndefined(reading, pass.walk.record(), line) && reading.component > 0) {
+            AVG_File_Input(pass, model.lines, reading);
+        }
+    }
+    if (pass.walk.faulted) {
+        return 1;
+    }
+    presetFromMetadata(model);
+    return finishCount(model.lines, pass.transients, "AVG_Count");
+}
+
+} // namespace keldrin

@@ -1,0 +1,295 @@
+#include "import/avg_file.h"
+#include "import/window_tables.h"
+#include "messages/message_log.h"
+#include "projectfile/control_block.h"
+#include "text/value_readers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int FirstMagneticComponent = 4; ///< HX; EX, EY and EZ are counted and not read
+constexpr int LastMagneticComponent = 6;  ///< HZ
+constexpr int AxisZ = 2;
+constexpr int GoodReading = 2; ///< of the SKIP column
+
+/// One data line of the chosen survey line.
+struct AvgReading {
+    double tx = MissingValue;
+    double rx = MissingValue;
+    float freq = 0.0F;
+    float amp = MissingValue;
+    float time = MissingValue;
+    float timeBeg = MissingValue;
+    float timeEnd = MissingValue;
+    float mag = 0.0F;
+    float err = MissingValue;
+    float percentErr = 1.0F;
+    float weight = 1.0F;
+    int skip = GoodReading;
+    bool hasMag = false;
+    std::string_view component;
+};
+
+struct ReadPass {
+    AvgWalk walk;
+    WindowTables tables;
+    int arrayIndex = FixedLoop;
+    bool LineSelected = false;
+    bool stopped = false;     ///< the table is full
+    bool windowsFull = false; ///< dropped windows have been reported
+    double LastTx = MissingValue;
+    double LastRx = MissingValue;
+    float LastTime = MissingValue;
+    int sounding = -1; ///< 0-based; the one found last
+};
+
+/// A real column of the data line: what an absent column and an unreadable cell give.
+struct RealColumn {
+    AvgVariable variable;
+    float AvgReading::*field; ///< null: tested for form and not used
+    float unreadable;
+};
+
+constexpr std::array RealColumns = {
+    RealColumn{AvgFreq, &AvgReading::freq, 0.0F},
+    RealColumn{AvgAmp, &AvgReading::amp, MissingValue},
+    RealColumn{AvgTime, &AvgReading::time, MissingValue},
+    RealColumn{AvgTimeBeg, &AvgReading::timeBeg, MissingValue},
+    RealColumn{AvgTimeEnd, &AvgReading::timeEnd, MissingValue},
+    RealColumn{AvgErr, &AvgReading::err, 0.0F},
+    RealColumn{AvgPercentErr, &AvgReading::percentErr, 0.0F},
+    RealColumn{AvgWeight, &AvgReading::weight, 0.0F},
+    RealColumn{AvgARes, nullptr, 0.0F},
+    RealColumn{AvgDepth, nullptr, 0.0F},
+    RealColumn{AvgB, nullptr, 0.0F},
+};
+
+AvgReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_view line) {
+    const RecordLine record{walk.record(), line};
+    AvgReading reading;
+    reading.tx = metadata.Tx.QdrStn.value;
+    reading.rx = metadata.Rx.QdrStn.value;
+    reading.freq = metadata.Tx.Freq.value;
+    reading.amp = metadata.Tx.Amp.value;
+    reading.component = metadata.Rx.Cmp.value.view();
+    if (walk.hasColumn(AvgSkip)) {
+        Val_Read_Int(record, walk.cell(AvgSkip), AvgNames[AvgSkip], GoodReading, reading.skip);
+    }
+    if (walk.hasColumn(AvgTxStn)) {
+        Val_Read_R8(record, walk.cell(AvgTxStn), AvgNames[AvgTxStn], MissingValue, reading.tx);
+    }
+    if (walk.hasColumn(AvgRxStn)) {
+        Val_Read_R8(record, walk.cell(AvgRxStn), AvgNames[AvgRxStn], MissingValue, reading.rx);
+    }
+    if (walk.hasColumn(AvgComponent)) {
+        reading.component = walk.cell(AvgComponent);
+    }
+    for (const RealColumn &column : RealColumns) {
+        if (walk.hasColumn(column.variable)) {
+            float value = 0.0F;
+            Val_Read_R4(record, walk.cell(column.variable), AvgNames[column.variable],
+                        column.unreadable, value);
+            if (column.field != nullptr) {
+                reading.*column.field = value;
+            }
+        }
+    }
+    // A null cell ("/") reads as a good 0, anything else that is no number is no reading.
+    reading.hasMag =
+        Val_Read_R4(record, walk.cell(AvgMag), AvgNames[AvgMag], 0.0F, reading.mag) == CellRead;
+    return reading;
+}
+
+void dropRecord(const AvgWalk &walk, std::string_view words, std::string_view line) {
+    ReportWarning(
+        {"AVG_Read_Data.ERROR: " + std::string(words) + " record " + std::to_string(walk.record()),
+         line, "Dropping this data record."});
+}
+
+// The first rule that a reading breaks, in words; empty for a good one. area in m^2
+std::string_view faultOf(const AvgReading &reading, float area) {
+    if (!isPresent(reading.tx)) {
+        return "Tx.QdrStn undefined for";
+    }
+    if (!(area >= 0.001F)) {
+        return "Rx.Area undefined for";
+    }
+    if (!isPresent(reading.rx)) {
+        return "Rx.QdrStn undefined for";
+    }
+    if (!(reading.freq >= 1.0E-6F)) {
+        return "Tx.Freq < 1.0E-6 on";
+    }
+    if (!(reading.amp >= 1.0E-6F)) {
+        return "Tx.Amp < 1.0E-6 on";
+    }
+    if (!isPresent(reading.time)) {
+        return "TWIN.Center < -1.0E32 on";
+    }
+    if (!reading.hasMag || !(std::fabs(1000.0F * reading.mag / area) <= LargestReading)) {
+        return "dBdt.Mag undefined for";
+    }
+    return {};
+}
+
+bool opensGroup(ReadPass &pass, const AvgReading &reading, bool noSounding) {
+    if (noSounding) {
+        pass.LastRx = MissingValue;
+    }
+    const bool opens = !sameStation(reading.tx, pass.LastTx) ||
+                       !sameStation(reading.rx, pass.LastRx) || pass.LastTime > reading.time;
+    pass.LastTx = reading.tx;
+    pass.LastRx = reading.rx;
+    pass.LastTime = reading.time;
+    return opens;
+}
+
+void reportFullTable(const SurveyModel &model, const AvgWalk &walk, std::string_view line) {
+    ReportError({"AVG_Read_Data.ERROR",
+                 "More than " + std::to_string(model.SoundingCapacity()) +
+                     " transients at avg file record " + std::to_string(walk.record()),
+                 line});
+}
+
+// Finds or adds the sounding of a reading and takes the header values in force. False when the
+// table is full; the last record is then as it was.
+bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading) {
+    const double rx = rescaledStation(model.preset, reading.rx);
+    // A fixed loop's transmitter is an identifier, not a position.
+    const double tx =
+        pass.arrayIndex == FixedLoop ? reading.tx : rescaledStation(model.preset, reading.tx);
+    if (findOrAddKeepingLast(model, tx, reading.freq, rx, pass.sounding) == FindOrAdd::Full) {
+        return false;
+    }
+    const Metadata &metadata = model.metadata;
+    if (metadata.Tx.Ramp.value > 0.0F) {
+        model.control.TxRamp = metadata.Tx.Ramp.value;
+    }
+    model.control.RxArea = model.preset.RxAreaXYZ[AxisZ];
+    model.control.TxFreq = reading.freq;
+    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(pass.sounding)];
+    record.TxFreq = reading.freq;
+    record.Station = rx;
+    record.RxStn = rx;
+    record.TxStn = tx;
+    record.East = metadata.Rx.East.value;
+    record.North = metadata.Rx.North.value;
+    record.Elevation = metadata.Rx.Elev.value;
+    return true;
+}
+
+// Puts a good reading into its window. area in m^2, axis from 0
+void storeReading(ReadPass &pass, SurveyModel &model, const AvgReading &reading, int axis,
+                  float area, std::string_view line) {
+    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(pass.sounding)];
+    int window = 0;
+    if (TW_Find_Or_Add(record, reading.time, window) == FindOrAdd::Full) {
+        if (!pass.windowsFull) {
+            pass.windowsFull = true;
+            ReportWarning({"AVG_Read_Data.WARNING: More than " + std::to_string(MaxWindows) +
+                               " time windows at avg file record " +
+                               std::to_string(pass.walk.record()),
+                           line, "Excess windows will be dropped."});
+        }
+        return;
+    }
+    const bool hasEdges = isPresent(reading.timeBeg) && isPresent(reading.timeEnd);
+    record.TWwidth[static_cast<std::size_t>(window)] =
+        hasEdges ? reading.timeEnd - reading.timeBeg : 0.0F;
+    const float dBdt = 1000.0F * reading.mag / area;
+    const float error = reading.err >= 0.0F
+                            ? reading.err
+                            : std::max(0.1F, reading.percentErr) * 0.01F * reading.mag;
+    const float sigma = limited(std::fabs(1000.0F * error / area), 0.0F, LargestReading);
+    const bool skip = !(reading.skip == GoodReading && reading.weight > 1.0E-5F);
+    mergeReading(pass.tables.at(pass.sounding, axis, window), dBdt, sigma, skip);
+}
+
+void AVG_Read_Data(ReadPass &pass, SurveyModel &model, std::string_view line) {
+    const AvgReading reading = readCells(pass.walk, model.metadata, line);
+    const int component = avgComponent(reading.component, "EM.Cmp");
+    if (component == 0) {
+        dropRecord(pass.walk, "Rx.Cmp undefined for", line);
+        return;
+    }
+    if (component < FirstMagneticComponent || component > LastMagneticComponent) {
+        return;
+    }
+    const int axis = component - FirstMagneticComponent;
+    if (pass.arrayIndex >= InLoop && axis != AxisZ) {
+        return;
+    }
+    const float area = model.preset.RxAreaXYZ[static_cast<std::size_t>(axis)];
+    const std::string_view fault = faultOf(reading, area);
+    if (!fault.empty()) {
+        dropRecord(pass.walk, fault, line);
+        return;
+    }
+    if (opensGroup(pass, reading, model.SoundingCount == 0) &&
+        !openSounding(pass, model, reading)) {
+        reportFullTable(model, pass.walk, line);
+        pass.stopped = true;
+        return;
+    }
+    storeReading(pass, model, reading, axis, area, line);
+}
+
+// Settles whether the section that a data line stands in belongs to the chosen line.
+void settleLine(ReadPass &pass, SurveyModel &model, std::string_view lineLabel) {
+    if (!pass.walk.HeaderChanged) {
+        return;
+    }
+    pass.walk.HeaderChanged = false;
+    if (!pass.walk.identity.take(model.metadata)) {
+        return;
+    }
+    pass.LineSelected = pass.walk.identity.label() == lineLabel;
+    if (pass.LineSelected) {
+        Control_From_Metadata(model);
+    }
+}
+
+void finishPass(ReadPass &pass, SurveyModel &model) {
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        finishWindows(model.hTrn[static_cast<std::size_t>(i)], i, pass.arrayIndex, pass.tables);
+    }
+}
+
+} // namespace
+
+int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel) {
+    ReadPass pass;
+    if (!pass.walk.reader.open(fileName)) {
+        return 1;
+    }
+    pass.arrayIndex = heldArrayIndex(model.preset.SelectedArrayIndex);
+    if (!pass.tables.allocate(model.SoundingCapacity())) {
+        ReportError({"AVG_Read.ERROR", "while allocating work tables for " +
+                                           std::to_string(model.SoundingCapacity()) +
+                                           " soundings"});
+        return 1;
+    }
+    std::string_view line;
+    while (!pass.stopped && pass.walk.nextDataLine(model.metadata, line)) {
+        settleLine(pass, model, lineLabel);
+        if (pass.LineSelected) {
+            AVG_Read_Data(pass, model, line);
+        }
+    }
+    int status = pass.walk.faulted || !pass.walk.LabelsValid ? 1 : 0;
+    if (!pass.walk.faulted) {
+        setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
+        ReportInfoLine(std::to_string(model.SoundingCount) +
+                       " data transients have been read from avg file");
+        status = model.SoundingCount < 1 ? 1 : status;
+    }
+    finishPass(pass, model);
+    return status;
+}
+
+} // namespace keldrin

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "base/fixed_text.h"
+#include "model/survey_model.h"
+
+#include <span>
+#include <string_view>
+
+namespace keldrin {
+
+// Steps that the readers of field data share.
+
+/// Result of a search in a list of texts that may grow.
+struct ListPlace {
+    int index = 0; ///< 0-based
+    FindOrAdd result = FindOrAdd::Found;
+};
+
+/// Finds a line's label in the table or appends it. A full table gives its last row the new label.
+ListPlace List_Find_Or_Add(LineTable &lines, std::string_view label);
+
+/// The text of the Select Line list: the name in capitals without blanks, a blank, and the first
+/// four characters of the array's text, cut to 16.
+FixedText<16> lineLabel(std::string_view lineName, std::string_view arrayText);
+
+/// Tells when a section of a file belongs to another line than the one before. A new record's
+/// texts are equal to no name, so the first section always counts as a change.
+struct LineIdentity {
+    FixedText<16> LastLineName = "!@&#%^$*()";
+    FixedText<4> LastArrayText = "$%*&";
+
+    /// Takes the identity that is in force now; true when it differs from the last one.
+    bool take(const Metadata &metadata);
+    [[nodiscard]] FixedText<16> label() const {
+        return lineLabel(LastLineName.view(), LastArrayText.view());
+    }
+};
+
+/// The row of the table for the line in force now, added if it is new: its name, its array and, on
+/// adding, one warning when the array is none of the four that can be inverted.
+LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity,
+                            const Metadata &metadata);
+
+/// Resets the table before a count pass.
+void resetLines(LineTable &lines);
+
+/// Array index, station rescaling and coil areas of the keyword records into the preset.
+void presetFromMetadata(SurveyModel &model);
+
+/// The four-way survey array of an import; LOT and CNT count as Coincident-Loop.
+int heldArrayIndex(int arrayIndex);
+
+/// Records that the table must hold for a line.
+int soundingsNeeded(const LineEntry &entry);
+
+/// hTrn_Find_Or_Add for importers: a table that is full is left as it was.
+FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
+                               int &index);
+
+/// The words that end a count pass: "Found N lines and M TEM transients."
+std::string foundText(int lines, int transients);
+
+/// Ends a count pass: logs what was found, or reports that nothing was.
+/// reader   name of the pass, for the message
+/// returns  0, or 1 without a line or a transient
+int finishCount(const LineTable &lines, int transients, std::string_view reader);
+
+} // namespace keldrin

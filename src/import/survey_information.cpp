@@ -1,0 +1,100 @@
+#include "import/survey_information.h"
+
+#include "base/ascii.h"
+#include "base/line_reader.h"
+#include "base/paths.h"
+#include "import/import_steps.h"
+#include "keywords/record.h"
+#include "messages/message_log.h"
+#include "projectfile/control_block.h"
+#include "toolkit/toolkit.h"
+
+#include <cmath>
+#include <string_view>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::size_t LineLimit = 256;
+constexpr int SourceLevel = 1;
+
+// Unset values take their counterparts, increments of no size count as unset.
+void settleStationScaling(StnMetadata &stn, double leastIncrement) {
+    const auto isUsable = [leastIncrement](double increment) {
+        return isPresent(increment) && !(std::fabs(increment) < leastIncrement);
+    };
+    if (!isPresent(stn.QdrBeg.value)) {
+        stn.QdrBeg.value = 0.0;
+    }
+    if (!isUsable(stn.QdrInc.value)) {
+        stn.QdrInc.value = 1.0;
+    }
+    if (!isPresent(stn.Beg.value)) {
+        stn.Beg.value = stn.QdrBeg.value;
+    }
+    if (!isUsable(stn.Inc.value)) {
+        stn.Inc.value = stn.QdrInc.value;
+    }
+}
+
+void settleCoilAreas(RxMetadata &rx) {
+    for (SourcedReal *area : {&rx.Area, &rx.AreaX, &rx.AreaY, &rx.AreaZ}) {
+        if (!(area->value >= 0.01F)) {
+            area->value = 10000.0F;
+        }
+    }
+}
+
+void readRecords(Metadata &metadata, LineReader &reader) {
+    std::string_view line;
+    for (;;) {
+        const LineStatus status = reader.next(line);
+        if (status == LineStatus::End) {
+            return;
+        }
+        if (status == LineStatus::Fault) {
+            ReportError(
+                {"ERROR while reading file near line " + std::to_string(reader.lineNumber()),
+                 reader.errorText()});
+            return;
+        }
+        line = trimLeft(trimRight(line));
+        if (line.size() >= 2 && line.front() == '$') {
+            MDP_Read_Record(metadata, reader.lineNumber(), line, SourceLevel);
+        }
+    }
+}
+
+void readFile(Metadata &metadata, const std::string &fileName) {
+    const std::string name(fileNameOf(fileName));
+    ReportInfoLine("Scanning " + name + " for survey information.");
+    LineReader reader(LineLimit);
+    if (!reader.open(fileName)) {
+        ReportError(
+            {"ERROR: Could not open survey information file", fileName, reader.errorText()});
+        return;
+    }
+    readRecords(metadata, reader);
+    ReportInfoLine("Survey configuration, stn # scaling and annotation read from " + name);
+    settleStationScaling(metadata.Stn, 1.0E-6);
+}
+
+} // namespace
+
+int Mde_File_Input(SurveyModel &model, std::string fileName) {
+    const bool exists =
+        pathExists(fileName) || ToolkitFileChooser("Optional *.mde file|*.mde|", 10, fileName,
+                                                   "Select optional survey information file.");
+    if (exists) {
+        readFile(model.metadata, fileName);
+    }
+    Control_From_Metadata(model);
+    // Once more: what the defaults and the file have set must pass the same, coarser test.
+    settleStationScaling(model.metadata.Stn, 0.001);
+    settleCoilAreas(model.metadata.Rx);
+    presetFromMetadata(model);
+    return 0;
+}
+
+} // namespace keldrin

@@ -1,0 +1,118 @@
+#include "import/window_tables.h"
+
+#include <cmath>
+#include <new>
+#include <stdexcept>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int AxisZ = 2;
+constexpr float LeastError = 1.0F; // percent
+constexpr float GreatestError = 500.0F;
+
+// The relative error of a value in percent; the small term keeps a zero value from dividing by 0.
+float percentError(float variance, float valueSquared) {
+    return limited(100.0F * std::sqrt(variance) / std::sqrt(valueSquared + 0.0001F), LeastError,
+                   GreatestError);
+}
+
+void storeWindow(SoundingRecord &record, std::size_t window, float value, float error, bool skip) {
+    record.TEMobs[window] = value;
+    record.TEMerr[window] = skip ? error + SkipOffset : error;
+}
+
+void finishMagnitude(SoundingRecord &record, int sounding, int window, WindowTables &tables) {
+    float sumOfSquares = 0.0F;
+    float sumOfVariances = 0.0F;
+    int components = 0;
+    bool skip = false;
+    std::array<float, ComponentAxes> weights{};
+    for (int axis = 0; axis < ComponentAxes; ++axis) {
+        const MergedReading &reading = tables.at(sounding, axis, window);
+        if (isPresent(reading.WinMag)) {
+            sumOfSquares += reading.WinMag * reading.WinMag;
+            sumOfVariances += reading.WinVar;
+            ++components;
+            skip = skip || reading.WinSkip;
+            weights[static_cast<std::size_t>(axis)] = 1.0F;
+        }
+    }
+    if (components == 0) {
+        return;
+    }
+    const auto w = static_cast<std::size_t>(window);
+    record.TEMwgt[w] = weights;
+    storeWindow(record, w, std::sqrt(sumOfSquares),
+                percentError(sumOfVariances / static_cast<float>(components), sumOfSquares), skip);
+}
+
+void finishVertical(SoundingRecord &record, int sounding, int window, WindowTables &tables) {
+    const auto w = static_cast<std::size_t>(window);
+    record.TEMwgt[w] = {0.0F, 0.0F, 0.0F};
+    const MergedReading &reading = tables.at(sounding, AxisZ, window);
+    if (isPresent(reading.WinMag)) {
+        record.TEMwgt[w][AxisZ] = 1.0F;
+        storeWindow(record, w, reading.WinMag,
+                    percentError(reading.WinVar, reading.WinMag * reading.WinMag), reading.WinSkip);
+    }
+}
+
+} // namespace
+
+bool WindowTables::allocate(int soundings) {
+    try {
+        readings_.assign(static_cast<std::size_t>(soundings) * ComponentAxes * MaxWindows, {});
+    } catch (const std::exception &) { // bad_alloc and length_error end here
+        return false;
+    }
+    return true;
+}
+
+void mergeReading(MergedReading &merged, float dBdt, float sigma, bool skip) {
+    const float variance = sigma * sigma;
+    float weight = 1.0F / (0.0001F + variance);
+    if (skip) {
+        weight *= 1.0E-10F;
+    }
+    if (!isPresent(merged.WinMag)) {
+        merged = {dBdt, variance, weight, skip};
+        return;
+    }
+    const float sum = merged.WinWgt + weight;
+    if (!(sum > 0.0F)) { // both weights have vanished: the first reading stands
+        return;
+    }
+    merged.WinMag = (merged.WinMag * merged.WinWgt + dBdt * weight) / sum;
+    merged.WinVar = (merged.WinVar * merged.WinWgt + variance * weight) / sum;
+    merged.WinWgt = sum;
+    merged.WinSkip = merged.WinSkip && skip;
+}
+
+FindOrAdd TW_Find_Or_Add(SoundingRecord &record, float center, int &index) {
+    const float tolerance = 100.0F * spacing(center);
+    for (index = 0; index < record.NumTW; ++index) {
+        if (std::fabs(record.TWcenter[static_cast<std::size_t>(index)] - center) < tolerance) {
+            return FindOrAdd::Found;
+        }
+    }
+    if (record.NumTW >= MaxWindows) {
+        return FindOrAdd::Full;
+    }
+    record.TWcenter[static_cast<std::size_t>(record.NumTW++)] = center;
+    return FindOrAdd::Added;
+}
+
+void finishWindows(SoundingRecord &record, int sounding, int arrayIndex, WindowTables &tables) {
+    const bool magnitude = arrayIndex == FixedLoop || arrayIndex == MovingLoop;
+    for (int window = 0; window < record.NumTW; ++window) {
+        if (magnitude) {
+            finishMagnitude(record, sounding, window, tables);
+        } else {
+            finishVertical(record, sounding, window, tables);
+        }
+    }
+}
+
+} // namespace keldrin

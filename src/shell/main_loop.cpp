@@ -1,0 +1,169 @@
+#include "shell/main_loop.h"
+
+#include "base/denormals.h"
+#include "base/paths.h"
+#include "base/version.h"
+#include "conditioning/survey_configuration.h"
+#include "messages/message_log.h"
+#include "projectfile/project_file.h"
+#include "review/plan_view.h"
+#include "shell/new_model.h"
+#include "shell/open_project.h"
+#include "shell/start_file.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/drawing.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int WindowCloses = 3; ///< a status of this or more leaves the program
+
+/// What the loop keeps between commands, beside the model.
+struct Shell {
+    SurveyModel &model;
+    std::string ProjectPath; ///< full path of the project, or what the last flow left there
+};
+
+void showProjectTitle(const Shell &shell) {
+    showDataTitle(fileNameOf(shell.ProjectPath));
+}
+
+void leaveIfClosed(int status) {
+    if (status >= WindowCloses) {
+        ShutDown();
+    }
+}
+
+void commandNew(Shell &shell) {
+    shell.ProjectPath.clear();
+    if (BuildNewModel(shell.model, shell.ProjectPath) != 0) {
+        reportAbortedBuild(); // a closed window ends only the dialog here, not the program
+    }
+    showProjectTitle(shell);
+}
+
+void commandOpen(Shell &shell) {
+    if (!ToolkitFileChooser("Choose KELDRIN file|*.std|", 10, shell.ProjectPath,
+                            "Open KELDRIN file")) {
+        return;
+    }
+    leaveIfClosed(OpenProject(shell.model, shell.ProjectPath));
+    showProjectTitle(shell);
+}
+
+void commandSave(Shell &shell) {
+    if (!ToolkitFileChooser("Save std file|*.std|", 11, shell.ProjectPath,
+                            "Save KELDRIN *.std file")) {
+        return;
+    }
+    if (!isProjectPath(shell.ProjectPath)) { // nothing else is ever overwritten by a project
+        shell.ProjectPath += ".std";
+    }
+    STD_File_Write(shell.model, shell.ProjectPath);
+}
+
+void commandEdit(Shell &shell) {
+    leaveIfClosed(EditSurveyConfiguration(shell.model, shell.ProjectPath));
+    showProjectTitle(shell);
+}
+
+void commandExit(Shell &) {
+    ShutDown();
+}
+
+void commandLater(Shell &) {
+    ReportError({"This command is not available yet."});
+}
+
+struct MenuCommand {
+    int number;
+    void (*run)(Shell &);
+};
+
+constexpr std::array Commands = {
+    MenuCommand{Command::New, commandNew},        MenuCommand{Command::Open, commandOpen},
+    MenuCommand{Command::Save, commandSave},      MenuCommand{Command::Edit, commandEdit},
+    MenuCommand{Command::AutoSkip, commandLater}, MenuCommand{Command::Invert, commandLater},
+    MenuCommand{Command::Review, commandLater},   MenuCommand{Command::Exit, commandExit},
+};
+
+/// Commands that need soundings.
+constexpr std::array GreyedCommands = {Command::Edit, Command::Invert, Command::Review};
+
+void drawStartText() {
+    const std::string version(ProgramVersionText);
+    ToolkitClearPage();
+    ToolkitPageKind("page");
+    selectLogFont();
+    IGrColour("BLACK");
+    ToolkitCentredText(400.0F, std::string(ProgramIdentity) + ": 1D Smooth-Model TEM Inversion");
+    ToolkitCentredText(700.0F, "Windows version implemented " + std::string(ProgramDate));
+    ToolkitCentredText(1000.0F, "Torvu International");
+    CheckGraphicsError();
+}
+
+void openRootWindow() {
+    const RootSize size = rootWindowSize(ToolkitScreenInfo(1), ToolkitScreenInfo(2));
+    constexpr int resizableWithSystemMenu = 7;
+    WindowOpen(resizableWithSystemMenu, -1, -1, size.width, size.height);
+    WindowTitle(std::string(ProgramIdentity) + " updated " + std::string(ProgramDate));
+}
+
+void settleMenuAndView(const Shell &shell) {
+    const bool loaded = shell.model.SoundingCount >= 1;
+    for (const int command : GreyedCommands) {
+        WMenuSetState(command, 1, loaded ? 1 : 0);
+    }
+    if (loaded) {
+        Plot_PlanView(shell.model, shell.ProjectPath);
+    }
+}
+
+void serveMenu(Shell &shell, int number) {
+    const auto *command = std::find_if(Commands.begin(), Commands.end(),
+                                       [number](const auto &c) { return c.number == number; });
+    if (command != Commands.end()) {
+        command->run(shell);
+    }
+}
+
+} // namespace
+
+RootSize rootWindowSize(int screenWidth, int screenHeight) {
+    const float height = std::floor(0.85F * static_cast<float>(screenHeight));
+    const float width = std::floor(1.25F * height);
+    const float heightLimit = std::floor(0.8F * static_cast<float>(screenWidth));
+    return {std::min(screenWidth, static_cast<int>(width)),
+            static_cast<int>(std::min(height, heightLimit))};
+}
+
+void runProgram(SurveyModel &model) {
+    flushDenormals();
+    model = SurveyModel{};
+    Shell shell{model, {}};
+    openRootWindow();
+    drawStartText();
+    OpenLogFiles("keldrin ");
+    leaveIfClosed(StartFile(model, shell.ProjectPath));
+    showProjectTitle(shell);
+    for (;;) {
+        settleMenuAndView(shell);
+        ToolkitEvent event;
+        ToolkitNextEvent(event);
+        if (event.type == EventClose) {
+            ShutDown();
+        }
+        if (event.type == EventMenu) {
+            serveMenu(shell, event.value);
+        }
+    }
+}
+
+} // namespace keldrin

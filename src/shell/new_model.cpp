@@ -1,0 +1,212 @@
+#include "shell/new_model.h"
+
+#include "base/ascii.h"
+#include "base/clock.h"
+#include "base/line_reader.h"
+#include "base/paths.h"
+#include "base/version.h"
+#include "conditioning/data_cutoff.h"
+#include "conditioning/data_input_dialog.h"
+#include "conditioning/duplicates.h"
+#include "conditioning/line_azimuth_dialog.h"
+#include "conditioning/survey_configuration.h"
+#include "conditioning/window_widths.h"
+#include "import/avg_file.h"
+#include "import/import_steps.h"
+#include "import/station_file.h"
+#include "import/survey_information.h"
+#include "messages/message_log.h"
+#include "physics/apparent_resistivity.h"
+#include "projectfile/project_file.h"
+#include "projectfile/waveform.h"
+#include "shell/sounding_positions.h"
+#include "toolkit/toolkit.h"
+
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+/// The two passes of the readers of one kind of file.
+struct ReaderFamily {
+    std::array<std::string_view, 3> extensions; ///< upper case; blank entries are unused
+    int (*countPass)(SurveyModel &, const std::string &);
+    int (*readPass)(SurveyModel &, const std::string &, std::string_view lineLabel);
+};
+
+constexpr std::array Families = {
+    ReaderFamily{{".AVG"}, AVG_Count, AVG_Read},
+    ReaderFamily{{".AMR", ".TEM", ".DAT"}, nullptr, nullptr},
+    ReaderFamily{{".Z"}, nullptr, nullptr},
+};
+
+// The extension alone decides, and the first family that it holds: ".data" counts as ".dat".
+const ReaderFamily *familyOf(std::string_view path) {
+    const std::string extension = Str_Upper(extensionOf(path).substr(0, 4));
+    for (const ReaderFamily &family : Families) {
+        for (const std::string_view known : family.extensions) {
+            if (!known.empty() && holds(extension, known)) {
+                return &family;
+            }
+        }
+    }
+    return nullptr;
+}
+
+int chooseDataFile(std::string &path) {
+    if (!trimBlanks(path).empty()) {
+        return 0;
+    }
+    const bool chosen = ToolkitFileChooser("TEM data file|*.avg;*.z;*.tem;*.amr;*.dat|", 10, path,
+                                           "Open file holding TEM data.");
+    return chosen && !trimBlanks(path).empty() ? 0 : 2;
+}
+
+int chooseReader(const std::string &input, const ReaderFamily *&family) {
+    const std::string name(fileNameOf(input));
+    family = familyOf(input);
+    if (family == nullptr) {
+        ReportError({"ERROR: " + name + " is not a recognizable data file.",
+                     "Expecting data file extensions of .avg, .z, .tem, .amr or .dat"});
+        return 1;
+    }
+    if (family->countPass == nullptr) {
+        ReportError(
+            {"ERROR: " + name + " cannot be read yet.", "This version reads .avg files only."});
+        return 1;
+    }
+    LineReader reader(AvgLineLimit);
+    if (!reader.open(input)) {
+        ReportError({"ERROR: Could not open data file", input, reader.errorText()});
+        return 1;
+    }
+    return 0;
+}
+
+int allocateForSelectedLine(SurveyModel &model) {
+    const LineTable &lines = model.lines;
+    const auto selected = static_cast<std::size_t>(lines.SelectedLine - 1);
+    return STD_Allocate_hTrn(model, soundingsNeeded(lines.entries[selected]));
+}
+
+std::string selectedLabel(const LineTable &lines) {
+    return lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)].LineLabel.str();
+}
+
+// Settles the line azimuth between header and station file; an unset trend counts as different.
+void settleAzimuth(ControlValues &control, float trend) {
+    if (control.LineAzimuth < -360.0F && trend >= -360.0F) {
+        control.LineAzimuth = trend;
+    } else if (!(std::fabs(control.LineAzimuth - trend) <= 10.0F)) {
+        VerifyLineAzimuth(trend, control.LineAzimuth);
+    }
+}
+
+StationTable readStations(SurveyModel &model, const std::string &input) {
+    StationTable table;
+    if (Stn_File_Input(sideFilePath(input, ".stn"), table) != 0 || table.size() == 0) {
+        return tableFromSoundings(model);
+    }
+    settleAzimuth(model.control, table.stnAzimuth);
+    if (table.stnScale > 1.0E-6F) {
+        model.control.StnScale = table.stnScale;
+    }
+    return table;
+}
+
+void writeHeaderLines(ControlValues &control, const std::string &displayName) {
+    control.Header[0] = writerStamp(clockNow());
+    control.Header[1] = control.JobName;
+    if (!control.LineName.isBlank()) {
+        control.Header[1] = control.JobName.str() + "  Line " + control.LineName.str();
+    }
+    control.Header[2] = control.JobFor.isBlank() ? "" : "for " + control.JobFor.str();
+    control.Header[3] = "Data from " + displayName;
+}
+
+std::string projectPathFor(const std::string &input, const NewModelOptions &options) {
+    const std::string base = options.outputDirectory.empty()
+                                 ? std::string(withoutExtension(input))
+                                 : joinPath(options.outputDirectory, baseNameOf(input));
+    return base + ".std";
+}
+
+// What the field data file and its side files say, as soundings of one line.
+int readFieldData(SurveyModel &model, const ReaderFamily &family, const std::string &input) {
+    Mde_File_Input(model, sideFilePath(input, ".mde"));
+    int status = family.countPass(model, input);
+    if (status == 0) {
+        status = VerifyDataInput(model);
+    }
+    if (status == 0) {
+        status = allocateForSelectedLine(model);
+    }
+    if (status == 0) {
+        status = family.readPass(model, input, selectedLabel(model.lines));
+    }
+    return status;
+}
+
+int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &options) {
+    int status = chooseDataFile(path);
+    if (status != 0) {
+        return status;
+    }
+    const std::string input = existingForm(path);
+    const ReaderFamily *family = nullptr;
+    status = chooseReader(input, family);
+    if (status != 0) {
+        return status;
+    }
+    const std::string displayName(fileNameOf(input));
+    showDataTitle(displayName);
+    status = readFieldData(model, *family, input);
+    if (status != 0) {
+        return status;
+    }
+    AverageDuplicateTransients(model);
+    SetWindowWidths(model);
+    deriveTimeRange(model);
+    const StationTable stations = readStations(model, input);
+    writeHeaderLines(model.control, displayName);
+    setDefaultWaveform(model.control); // field data files tell ramp and frequency only
+    path = projectPathFor(input, options);
+    status = EditSurveyConfiguration(model, path);
+    if (status != 0) {
+        return status;
+    }
+    positionSoundings(model, stations);
+    ApplyDataCutoff(model);
+    ARes_Survey(model);
+    return STD_File_Write(model, path);
+}
+
+} // namespace
+
+int BuildNewModel(SurveyModel &model, std::string &path, const NewModelOptions &options) {
+    ClearLog();
+    model.SoundingCount = 0;
+    MD_Init(model.metadata, true);
+    model.metadata.Line.Azimuth.value = MissingValue; // to tell a read azimuth from the default
+    STD_Init_Namelist(model);
+    const int status = buildSteps(model, path, options);
+    if (status != 0) {
+        model.SoundingCount = 0;
+        path.clear(); // the data file's own path must never be written as a project
+    }
+    return status;
+}
+
+void reportAbortedBuild() {
+    ReportError(
+        {"ERROR: New model build aborted.", "Retry New, Open an existing model or Exit program."});
+}
+
+void showDataTitle(std::string_view displayName) {
+    WindowTitle(std::string(ProgramName) + std::string(ProgramVersionText) + " updated " +
+                std::string(ProgramDate) + ", data from " + std::string(cutText(displayName, 64)));
+}
+
+} // namespace keldrin

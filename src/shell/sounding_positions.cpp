@@ -1,0 +1,63 @@
+#include "shell/sounding_positions.h"
+
+#include "physics/interpolation.h"
+
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+constexpr float RadiansPerDegree = 0.01745329F;
+constexpr std::array<double, 2> NotGiven = {1.0E32, 1.0E32}; ///< end slopes
+constexpr std::array<double, 2> HeldFlat = {0.0, 0.0};
+
+/// A coordinate of a sounding, its column of the table and the slopes beyond the table's ends.
+struct Coordinate {
+    double SoundingRecord::*field;
+    std::vector<double> StationTable::*column;
+    std::array<double, 2> endSlopes;
+};
+
+const std::array Coordinates = {
+    Coordinate{&SoundingRecord::East, &StationTable::east, NotGiven},
+    Coordinate{&SoundingRecord::North, &StationTable::north, NotGiven},
+    Coordinate{&SoundingRecord::Elevation, &StationTable::elev, HeldFlat},
+};
+
+} // namespace
+
+StationTable tableFromSoundings(SurveyModel &model) {
+    ControlValues &control = model.control;
+    if (!(control.LineAzimuth >= -360.0F && control.LineAzimuth <= 360.0F)) {
+        control.LineAzimuth = 90.0F;
+    }
+    const float azimuth = control.LineAzimuth * RadiansPerDegree;
+    const auto eastStep = static_cast<double>(control.StnScale * std::fabs(std::sin(azimuth)));
+    const auto northStep = static_cast<double>(control.StnScale * std::fabs(std::cos(azimuth)));
+    StationTable table;
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        const double station = model.hTrn[static_cast<std::size_t>(i)].Station;
+        table.add(station, station * eastStep, station * northStep, 0.0);
+    }
+    return table;
+}
+
+void positionSoundings(SurveyModel &model, const StationTable &table) {
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        record.Station = model.control.SurveyTypeIndex == MovingLoop
+                             ? (record.RxStn + record.TxStn) * 0.5
+                             : record.RxStn;
+        for (const Coordinate &coordinate : Coordinates) {
+            double &value = record.*coordinate.field;
+            if (!isPresent(value)) {
+                value = P1Intrp_R8(table.stn, table.*coordinate.column, coordinate.endSlopes,
+                                   record.Station);
+            }
+        }
+    }
+}
+
+} // namespace keldrin

@@ -1,0 +1,48 @@
+#include "shell/start_file.h"
+
+#include "base/ascii.h"
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "shell/new_model.h"
+#include "shell/open_project.h"
+#include "toolkit/toolkit.h"
+
+namespace keldrin {
+
+std::string ChooseStartFile(std::string_view defaultExtension) {
+    std::string path;
+    if (ToolkitArgumentCount() >= 1) {
+        path = trimRight(ToolkitArgument(1));
+    }
+    if (!path.empty()) {
+        if (fileNameOf(path).find('.') == std::string_view::npos) {
+            path += defaultExtension;
+        }
+        path = existingForm(path);
+        if (pathExists(path)) {
+            return path;
+        }
+    }
+    path.clear();
+    const bool chosen =
+        ToolkitFileChooser("KELDRIN *.std or TEM data files|*.std;*.avg;*.z;*.tem;*.amr;*.dat|", 10,
+                           path, "Select KELDRIN *.std or TEM data file");
+    if (!chosen || trimBlanks(path).empty()) {
+        ShutDown();
+    }
+    return path;
+}
+
+int StartFile(SurveyModel &model, std::string &path) {
+    path = ChooseStartFile(".std");
+    if (holds(Str_Upper(extensionOf(path)).substr(0, 4), ".STD")) {
+        return OpenProject(model, path);
+    }
+    const int status = BuildNewModel(model, path);
+    if (status != 0) {
+        reportAbortedBuild();
+    }
+    return status;
+}
+
+} // namespace keldrin
