@@ -22,11 +22,18 @@ struct SplitCells {
     }
 };
 
-/// Blank-or-comma separated columns with double quotes. What stands behind `maxCols` cells is
-/// dropped without a word.
+// Splitting. Each cell is cut to `width` bytes; trailing blanks carry no meaning. A cell of which
+// a double quote is never closed runs to the end of the line.
+
+/// Blank-or-comma separated columns. A comma ends a cell, also an empty one; a run of blanks or
+/// tabs counts once, and blanks around a comma belong to it; nothing between double quotes counts,
+/// and the quotes become blanks. A comma at the end of the line opens no further cell. What stands
+/// behind `maxCols` cells is dropped without a word.
 void Str_Split_Columns(std::string_view line, int maxCols, std::size_t width, SplitCells &out);
 
-/// Comma separated columns; too many cells are reported.
+/// Comma separated columns; too many cells are reported. The end of the line ends the last cell,
+/// and a comma there is part of it. Double quotes and tabs become blanks, and cells are
+/// left-adjusted.
 void Str_Split_Csv(std::string_view line, int maxCols, std::size_t width, SplitCells &out);
 
 /// The same with any of `delimiters` in place of the comma.
@@ -42,6 +49,8 @@ struct LabelAlias {
     std::string_view label;
     std::string_view variable;
 };
+
+// Matching. Labels count in upper case and variables are given so.
 
 /// Which column holds which variable: 1-based, 0 for none.
 struct ColumnMap {
@@ -67,6 +76,18 @@ int Str_Column_Labels_Alias(std::string_view line, const LabelMatch &options,
 /// The same without aliases, variable by variable: each takes the first free column that matches.
 int Str_Column_Labels(std::string_view line, const LabelMatch &options,
                       std::span<const std::string_view> VarNames, ColumnMap &map);
+
+/// The same with several names for each variable, tried in turn; the first one names it in
+/// messages.
+int Str_Column_Labels_Synonyms(std::string_view line, const LabelMatch &options,
+                               std::span<const std::vector<std::string_view>> synonyms,
+                               ColumnMap &map);
+
+/// Str_Column_Labels on a comma separated line, which is logged first.
+/// highestColumn  out: the highest column that holds a variable, 0 for none
+int Str_Column_Labels_Csv(std::string_view line, const LabelMatch &options,
+                          std::span<const std::string_view> VarNames, ColumnMap &map,
+                          int &highestColumn);
 
 /// The canonical form of a label by the alias rule above; the label itself when it has none.
 std::string_view aliasOf(std::string_view label, std::span<const LabelAlias> aliases);

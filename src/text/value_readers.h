@@ -12,7 +12,10 @@ namespace keldrin {
 //   -1        nothing to read: blank, holds a "*" or, for plain numbers, holds "INF"
 //   above 0   could not be converted; the Val_... wrappers report it with record number and line
 //
-// Each wrapper has a core without messages, named Cell_to_....
+// Each wrapper has a core without messages, named Cell_to_.... The label is the name of the value
+// in the message. Numbers are read in free form (base/free_form.h); a null value, such as a lone
+// comma, is a good read of the default. More readers stand in number_in_text.h, angles.h and
+// times.h.
 
 inline constexpr int CellRead = 0;
 inline constexpr int CellEmpty = -1;
@@ -28,6 +31,8 @@ int Cell_to_Int(std::string_view cell, std::int32_t defaultValue, std::int32_t &
 int Cell_to_Int8(std::string_view cell, std::int64_t defaultValue, std::int64_t &result);
 int Cell_to_R4(std::string_view cell, float defaultValue, float &result);
 int Cell_to_R8(std::string_view cell, double defaultValue, double &result);
+int Cell_to_YesNo(std::string_view cell, bool defaultValue, bool &result);
+int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, float &result);
 
 int Val_Read_Int(const RecordLine &record, std::string_view cell, std::string_view label,
                  std::int32_t defaultValue, std::int32_t &result);

@@ -1,0 +1,140 @@
+#include "text/columns.h"
+
+#include "base/ascii.h"
+#include "base/fixed_text.h"
+#include "messages/message_log.h"
+
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+
+namespace keldrin {
+
+namespace {
+
+/// Blanks the double quotes (and tabs) of a cell, in place, and adjusts and cuts it.
+std::string_view withoutQuotes(char *begin, char *end, std::size_t width) {
+    std::replace_if(
+        begin, end, [](char c) { return c == '"' || c == '\t'; }, ' ');
+    const std::string_view cell(begin, static_cast<std::size_t>(end - begin));
+    return trimRight(cutText(trimLeft(cell), width));
+}
+
+/// Tabs become blanks, and blanks in front of a comma go behind it, also between quotes.
+/// returns  true when the line holds a double quote
+bool settleSeparators(std::string &line) {
+    bool quoted = false;
+    std::size_t firstBlank = 0; // of the run of blanks that ends at the present character
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        char &c = line[i];
+        if (c == '\t') {
+            c = ' ';
+        } else if (c == ',' && firstBlank < i) {
+            line[firstBlank++] = ',';
+            c = ' ';
+        } else if (c != ' ') {
+            quoted = quoted || c == '"';
+            firstBlank = i + 1;
+        }
+    }
+    return quoted;
+}
+
+/// The cells of one line while it is scanned.
+struct CellScan {
+    SplitCells &out;
+    std::size_t most;
+    std::size_t width;
+    bool quoted;
+
+    [[nodiscard]] bool full() const { return out.cells.size() >= most; }
+    void add(char *begin, char *end) {
+        if (quoted && std::find(begin, end, '"') != end) {
+            out.cells.push_back(withoutQuotes(begin, end, width));
+            return;
+        }
+        const std::string_view cell(begin, static_cast<std::size_t>(end - begin));
+        out.cells.push_back(cell.size() <= width ? cell : cutText(cell, width));
+    }
+};
+
+void scanColumns(char *at, char *end, CellScan &scan) {
+    bool inQuote = false;
+    bool atSeparator = true;
+    char *first = at; // of the cell that is being scanned
+    for (; at != end && !scan.full(); ++at) {
+        if (*at == '"') {
+            inQuote = !inQuote;
+            atSeparator = atSeparator && !inQuote;
+        } else if (inQuote) {
+            continue;
+        } else if (*at == ',' || (*at == ' ' && !atSeparator)) {
+            scan.add(first, at);
+            first = at + 1;
+            atSeparator = true;
+        } else if (*at == ' ') {
+            first = at + 1;
+        } else {
+            atSeparator = false;
+        }
+    }
+    if (!atSeparator && !scan.full()) {
+        scan.add(first, end);
+    }
+}
+
+std::size_t mostCells(int maxCols) {
+    return static_cast<std::size_t>(std::max(0, maxCols));
+}
+
+} // namespace
+
+void Str_Split_Columns(std::string_view line, int maxCols, std::size_t width, SplitCells &out) {
+    out.cells.clear();
+    out.work.assign(trimBlanks(line));
+    const bool quoted = settleSeparators(out.work);
+    CellScan scan{out, mostCells(maxCols), width, quoted};
+    char *const begin = out.work.data();
+    scanColumns(begin, begin + out.work.size(), scan);
+}
+
+void Str_Split_Csv(std::string_view line, int maxCols, std::size_t width, SplitCells &out) {
+    Str_Split_Delimited(line, ",", maxCols, width, out);
+}
+
+void Str_Split_Delimited(std::string_view line, std::string_view delimiters, int maxCols,
+                         std::size_t width, SplitCells &out) {
+    out.cells.clear();
+    out.work.assign(trimRight(line));
+    bool inQuote = false;
+    char *const end = out.work.data() + out.work.size();
+    char *first = out.work.data();
+    for (char *at = first; at != end; ++at) {
+        inQuote = inQuote != (*at == '"');
+        const bool last = at + 1 == end; // a delimiter there is part of the last cell
+        if (!last && (inQuote || !holds(delimiters, {at, 1}))) {
+            continue;
+        }
+        if (out.cells.size() >= mostCells(maxCols)) {
+            ReportError({"WARNING: more than " + std::to_string(maxCols) + " columns in csv file.",
+                         "Extra columns will be dropped."});
+            return;
+        }
+        out.cells.push_back(withoutQuotes(first, last ? end : at, width));
+        first = at + 1;
+    }
+}
+
+int Str_Trailing_Integer(std::string_view text, int &value) {
+    value = 1;
+    const auto digit = std::find_if(text.rbegin(), text.rend(), isDigit);
+    if (digit == text.rend()) {
+        return -1;
+    }
+    const auto before = std::find_if_not(digit, text.rend(), isDigit);
+    const char *const begin = text.data() + (text.rend() - before);
+    const char *const end = text.data() + (text.rend() - digit);
+    return std::from_chars(begin, end, value).ec == std::errc{} ? 0 : 1;
+}
+
+} // namespace keldrin

@@ -1,0 +1,124 @@
+#include "text/value_readers.h"
+
+#include "base/ascii.h"
+#include "base/fixed_text.h"
+#include "base/free_form.h"
+#include "model/enumerations.h"
+#include "text/cell_report.h"
+
+#include <algorithm>
+
+namespace keldrin {
+
+namespace {
+
+/// Cells of numbers are looked at for INF, and reals are read, up to here.
+constexpr std::size_t NumericWidth = 32;
+
+/// True when a text holds INF in any case. A word such as "INFO" counts too.
+bool holdsInfinity(std::string_view text) {
+    for (std::size_t i = 0; i + 2 < text.size(); ++i) {
+        if (upperOf(text[i]) == 'I' && upperOf(text[i + 1]) == 'N' && upperOf(text[i + 2]) == 'F') {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// A null value, such as a lone comma, is a good read of the default.
+template <class Number>
+int readNumber(std::string_view cell, std::string_view number, Number defaultValue,
+               Number &result) {
+    result = defaultValue;
+    if (isEmptyCell(cell) || holdsInfinity(cell.substr(0, NumericWidth))) {
+        return CellEmpty;
+    }
+    return readFreeForm(number, result) == FreeForm::Failed ? CellFailed : CellRead;
+}
+
+constexpr CellWords IntegerWords = {"ERROR reading integer "};
+constexpr CellWords Real4Words = {"ERROR reading real*4 "};
+constexpr CellWords Real8Words = {"ERROR reading real*8 "};
+constexpr CellWords YesNoWords = {"ERROR reading ", " Yes/No, True/False or 1/0 response from "};
+
+} // namespace
+
+int Cell_to_Int(std::string_view cell, std::int32_t defaultValue, std::int32_t &result) {
+    return readNumber(cell, cell, defaultValue, result);
+}
+int Cell_to_Int8(std::string_view cell, std::int64_t defaultValue, std::int64_t &result) {
+    return readNumber(cell, cell, defaultValue, result);
+}
+int Cell_to_R4(std::string_view cell, float defaultValue, float &result) {
+    return readNumber(cell, cell.substr(0, NumericWidth), defaultValue, result);
+}
+int Cell_to_R8(std::string_view cell, double defaultValue, double &result) {
+    return readNumber(cell, cell.substr(0, NumericWidth), defaultValue, result);
+}
+
+int Cell_to_YesNo(std::string_view cell, bool defaultValue, bool &result) {
+    result = defaultValue;
+    if (isEmptyCell(cell)) {
+        return CellEmpty;
+    }
+    const char first = upperOf(trimLeft(cell).front());
+    const bool yes = holds("1YT", {&first, 1});
+    if (!yes && !holds("0NF", {&first, 1})) {
+        return CellFailed;
+    }
+    result = yes;
+    return CellRead;
+}
+
+int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, float &result) {
+    result = defaultValue;
+    if (isEmptyCell(cell)) {
+        return CellEmpty;
+    }
+    int unit = std::clamp(unitIndex, Metres, Feet);
+    const std::size_t letter = cell.find_first_of("mMfF");
+    if (letter != std::string_view::npos) {
+        unit = upperOf(cell[letter]) == 'M' ? Metres : Feet;
+    }
+    float length = 0.0F;
+    const FreeForm found = readFreeForm(cell.substr(0, letter), length);
+    if (found == FreeForm::Value) {
+        result = length * LengthUnitMetres[static_cast<std::size_t>(unit - 1)];
+    }
+    return found == FreeForm::Failed ? CellFailed : CellRead;
+}
+
+int Val_Read_Int(const RecordLine &record, std::string_view cell, std::string_view label,
+                 std::int32_t defaultValue, std::int32_t &result) {
+    return reported(Cell_to_Int(cell, defaultValue, result), record, cell, label, IntegerWords,
+                    defaultValue, result);
+}
+int Val_Read_Int8(const RecordLine &record, std::string_view cell, std::string_view label,
+                  std::int64_t defaultValue, std::int64_t &result) {
+    return reported(Cell_to_Int8(cell, defaultValue, result), record, cell, label, IntegerWords,
+                    defaultValue, result);
+}
+int Val_Read_R4(const RecordLine &record, std::string_view cell, std::string_view label,
+                float defaultValue, float &result) {
+    return reported(Cell_to_R4(cell, defaultValue, result), record, cell, label, Real4Words,
+                    defaultValue, result);
+}
+int Val_Read_R8(const RecordLine &record, std::string_view cell, std::string_view label,
+                double defaultValue, double &result) {
+    return reported(Cell_to_R8(cell, defaultValue, result), record, cell, label, Real8Words,
+                    defaultValue, result);
+}
+
+int Val_Read_YesNo(const RecordLine &record, std::string_view cell, std::string_view label,
+                   bool defaultValue, bool &result) {
+    return reported(Cell_to_YesNo(cell, defaultValue, result), record, cell, label, YesNoWords,
+                    defaultValue, result);
+}
+
+int Val_Read_Length(const RecordLine &record, std::string_view cell, std::string_view label,
+                    int unitIndex, float defaultValue, float &result) {
+    return reported(Cell_to_Length(cell, unitIndex, defaultValue, result), record, cell, label,
+                    Real4Words, defaultValue, result);
+}
+
+} // namespace keldrin
