@@ -66,8 +66,8 @@ struct UnitMetadata {
     SourcedInt V{3};
     SourcedInt E{2};
     SourcedInt B{1};
-    SourcedInt Phase{1}; ///< shares its source level with PhaseSign
-    SourcedInt PhaseSign{1};
+    SourcedInt Phase{1};
+    int PhaseSign = 1; ///< 1 EM, 2 IP; its source level is that of Phase
     SourcedInt dBdt{1};
     SourcedInt Res{1};
     SourcedInt IP{1};
@@ -141,6 +141,7 @@ struct TxMetadata {
     SourcedReal Incl{0.0F};
     SourcedReal LengthX{100.0F}; ///< m
     SourcedReal LengthY{100.0F}; ///< m
+    int lengthWarnings = 0;      ///< out-of-range warnings of the record that sets both sides
     SourcedReal Area{10000.0F};  ///< m^2
     SourcedInt Turns{1};
     SourcedReals<16> Sense{{0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F,
@@ -183,6 +184,7 @@ struct RxMetadata {
     SourcedReal SSpace{MissingValue};
     SourcedReal LengthX{MissingValue}; ///< m
     SourcedReal LengthY{MissingValue}; ///< m
+    int lengthWarnings = 0;            ///< out-of-range warnings of the record that sets both
     SourcedReal Area{MissingValue};    ///< m^2, the last value read
     SourcedReal AreaX{MissingValue};
     SourcedReal AreaY{MissingValue};

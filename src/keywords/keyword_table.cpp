@@ -1,0 +1,232 @@
+#include "keywords/keyword_table.h"
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "messages/message_log.h"
+#include "model/enumerations.h"
+#include "text/enumeration.h"
+
+#include <cmath>
+#include <limits>
+
+namespace keldrin {
+namespace {
+
+constexpr int LoudUnknownKeywords = 3;
+constexpr int LoudRangeWarnings = 1;
+
+/// Reports the first `loud` messages of a count as errors, the later ones as warnings.
+void reportCounted(int &count, int loud, std::initializer_list<MessageLine> lines) {
+    if (count >= loud) {
+        ReportWarning(lines);
+        return;
+    }
+    ++count;
+    ReportError(lines);
+}
+
+/// What a reader leaves where it stored no value: no text reads as NaN or as the lowest integer.
+template <class T>
+constexpr T unreadValue() {
+    if constexpr (std::is_floating_point_v<T>) {
+        return std::numeric_limits<T>::quiet_NaN();
+    } else {
+        return std::numeric_limits<T>::lowest();
+    }
+}
+template <class T>
+bool isUnread(T value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        return std::isnan(value);
+    } else {
+        return value == unreadValue<T>();
+    }
+}
+
+/// A bound rounded to the width of the values that it limits.
+template <class T>
+constexpr double boundFor(double bound) {
+    if constexpr (std::is_same_v<T, float>) {
+        return static_cast<double>(static_cast<float>(bound));
+    } else {
+        return bound;
+    }
+}
+
+template <class T>
+std::string numberText(double value) {
+    if constexpr (std::is_integral_v<T>) {
+        return std::to_string(static_cast<long long>(value));
+    } else {
+        return messageNumber(static_cast<T>(value));
+    }
+}
+
+template <class T>
+std::string valueText(const Limits &limits, std::string_view label, double value) {
+    const std::string key(label);
+    switch (limits.form) {
+    case ValueForm::AbsoluteKey:
+        return "Abs|" + key + "| = " + numberText<T>(std::fabs(value));
+    case ValueForm::AbsoluteValue:
+        return key + " = abs|" + numberText<T>(value) + "|";
+    default:
+        return key + " = " + numberText<T>(value);
+    }
+}
+
+template <class T>
+std::string boundText(const Limits &limits, bool below) {
+    if (limits.words.empty()) {
+        return below ? (limits.lowExcluded ? " <= " : " < ") + numberText<T>(limits.low)
+                     : " > " + numberText<T>(limits.high);
+    }
+    const std::string words(limits.words);
+    return limits.words.back() == ' ' ? words + numberText<T>(limits.high) : words;
+}
+
+template <class T>
+T heldInLimits(const Reading &reading, std::string_view label, int &warnings, T value) {
+    const Limits &limits = reading.row.limits;
+    const auto given = static_cast<double>(value);
+    const double tested = limits.magnitude == Magnitude::Off ? given : std::fabs(given);
+    const double low = boundFor<T>(limits.low);
+    const bool below = limits.lowExcluded ? tested <= low : tested < low;
+    if (!below && tested <= boundFor<T>(limits.high)) {
+        return limits.magnitude == Magnitude::Positive ? static_cast<T>(tested) : value;
+    }
+    const double forced = below ? limits.forcedLow : limits.forcedHigh;
+    const bool negative = limits.magnitude == Magnitude::SignKept && given < 0.0;
+    const T held = static_cast<T>(negative ? -forced : forced);
+    const std::string unit(limits.unit);
+    const std::string firstLine =
+        limits.firstLine.empty()
+            ? std::string(reading.group.name) + "_MD_Read.WARNING:"
+            : std::string(limits.firstLine) + std::to_string(reading.record.where.number);
+    reportCounted(
+        warnings, LoudRangeWarnings,
+        {firstLine, valueText<T>(limits, label, given) + boundText<T>(limits, below) + unit,
+         std::string(label) + " will be set = " + numberText<T>(static_cast<double>(held)) + unit});
+    return held;
+}
+
+void warnOfUnknownKeyword(const GroupTable &group, const KeywordRecord &record,
+                          Metadata &metadata) {
+    reportCounted(group.unknownKeywords(metadata), LoudUnknownKeywords,
+                  {std::string(group.name) + "_MD_Read.WARNING:",
+                   "Did not recognize keyword " + std::string(record.key) + " in record # " +
+                       std::to_string(record.where.number),
+                   record.where.line});
+}
+
+int lengthUnitOf(const Reading &reading) {
+    int unit = reading.metadata.Unit.Length.value;
+    for (const std::string_view token : reading.record.tokens) {
+        for (const char c : token) {
+            const char letter = lowerOf(c);
+            unit = letter == 'm' ? Metres : letter == 'f' ? Feet : unit;
+        }
+    }
+    return unit;
+}
+
+} // namespace
+
+int readGroup(const GroupTable &group, const KeywordRecord &record, Metadata &metadata) {
+    for (const KeywordRow &row : group.rows) {
+        if (row.contained ? holds(record.keyword, row.keyword) : record.keyword == row.keyword) {
+            return row.reader({record, metadata, group, row});
+        }
+    }
+    warnOfUnknownKeyword(group, record, metadata);
+    return 0;
+}
+
+std::string labelOf(const Reading &reading, std::size_t index, std::size_t count) {
+    const std::string_view label = reading.row.label;
+    const std::string number = std::to_string(index + 1) + "]";
+    if (label.empty()) {
+        const std::string key(reading.record.key);
+        return count > 1 ? key + "[" + number : key;
+    }
+    return label.back() == '[' ? std::string(label) + number : std::string(label);
+}
+
+template <>
+int plainCell<float>(const Reading &reading, std::string_view token, std::string_view label,
+                     float unread, float &value) {
+    return Val_Read_R4(reading.record.where, token, label, unread, value);
+}
+template <>
+int plainCell<double>(const Reading &reading, std::string_view token, std::string_view label,
+                      double unread, double &value) {
+    return Val_Read_R8(reading.record.where, token, label, unread, value);
+}
+template <>
+int plainCell<int>(const Reading &reading, std::string_view token, std::string_view label,
+                   int unread, int &value) {
+    return Val_Read_Int(reading.record.where, token, label, unread, value);
+}
+
+int lengthCell(const Reading &reading, std::string_view token, std::string_view label, float unread,
+               float &value) {
+    return Val_Read_Length(reading.record.where, token, label, lengthUnitOf(reading), unread,
+                           value);
+}
+
+int azimuthCell(const Reading &reading, std::string_view token, std::string_view label,
+                float unread, float &value) {
+    return Val_Read_Azimuth(reading.record.where, token, label, unread, value);
+}
+
+template <class T>
+bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view token,
+               std::string_view label, int &warnings, T &value) {
+    T read = unreadValue<T>();
+    if (cell(reading, token, label, unreadValue<T>(), read) != CellRead || isUnread(read)) {
+        return false;
+    }
+    value = heldInLimits(reading, label, warnings, read);
+    return true;
+}
+template bool takeValue(const Reading &, CellReader<float>, std::string_view, std::string_view,
+                        int &, float &);
+template bool takeValue(const Reading &, CellReader<double>, std::string_view, std::string_view,
+                        int &, double &);
+template bool takeValue(const Reading &, CellReader<int>, std::string_view, std::string_view, int &,
+                        int &);
+
+template <class T>
+bool takeValues(const Reading &reading, CellReader<T> cell,
+                std::span<const std::string_view> tokens, int &warnings, std::span<T> values) {
+    bool stored = false;
+    for (std::size_t i = 0; i < std::min(tokens.size(), values.size()); ++i) {
+        const std::string label = labelOf(reading, i, values.size());
+        stored |= takeValue(reading, cell, tokens[i], label, warnings, values[i]);
+    }
+    return stored;
+}
+template bool takeValues(const Reading &, CellReader<float>, std::span<const std::string_view>,
+                         int &, std::span<float>);
+template bool takeValues(const Reading &, CellReader<double>, std::span<const std::string_view>,
+                         int &, std::span<double>);
+template bool takeValues(const Reading &, CellReader<int>, std::span<const std::string_view>, int &,
+                         std::span<int>);
+
+bool takeEnumerations(const Reading &reading, std::span<int> indices) {
+    const auto &tokens = reading.record.tokens;
+    const int count = static_cast<int>(reading.row.names.size());
+    bool stored = false;
+    for (std::size_t i = 0; i < std::min(tokens.size(), indices.size()); ++i) {
+        int index = indices[i];
+        const std::string label = labelOf(reading, i, indices.size());
+        if (Str_to_iEnumeration(tokens[i], label, reading.row.names, index) == 0) {
+            // An answer that the user gave for another enumeration may lie beyond this one.
+            indices[i] = std::clamp(index, 1, count);
+            stored = true;
+        }
+    }
+    return stored;
+}
+
+} // namespace keldrin

@@ -1,0 +1,235 @@
+#pragma once
+
+#include "keywords/limits.h"
+#include "model/metadata.h"
+#include "text/value_readers.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+
+namespace keldrin {
+
+// The one mechanism of all keyword groups. A group is a table of rows; a row names a keyword and
+// the reader of its value, nearly always one of the builders below with the field as a member
+// pointer, so that the field's type chooses the reader. What follows no rule is a named function
+// that the row points to (`irregular`).
+//
+// Rules that hold for every row:
+//   - A value keeps the level of the record that set it. A record of a lower level is skipped
+//     before its tokens are looked at; a level is stored only together with a value.
+//   - A token that is blank, null or cannot be read leaves its value alone. The readers report it.
+//   - A value outside its limits is reported and forced into them. The first such report of a
+//     keyword is an error, later ones are warnings.
+
+/// One keyword record on its way to its group.
+struct KeywordRecord {
+    RecordLine where;
+    std::string_view key;                     ///< as written
+    std::string_view keyword;                 ///< behind the group, upper case
+    std::span<const std::string_view> tokens; ///< at least one; blanks around them are gone
+    int level = 0;                            ///< 2 data file, 1 side file
+};
+
+struct KeywordRow;
+struct GroupTable;
+
+/// What a row's reader works on.
+struct Reading {
+    const KeywordRecord &record;
+    Metadata &metadata;
+    const GroupTable &group;
+    const KeywordRow &row;
+};
+
+/// Reads a record's tokens into the metadata; the result is the record's status, 0 but where told.
+using RowReader = int (*)(const Reading &reading);
+
+struct KeywordRow {
+    std::string_view keyword;
+    RowReader reader;
+    Limits limits{};
+    std::string_view label{}; ///< in messages; with "[" at its end the element's number follows;
+                              ///< blank: the key as written
+    std::span<const std::string_view> names{}; ///< of an enumeration
+    bool contained = false; ///< taken by every keyword that contains it, not only by an equal one
+};
+
+struct GroupTable {
+    std::string_view name; ///< as in the reader's name: "Tx" of Tx_MD_Read
+    std::span<const KeywordRow> rows;
+    int &(*unknownKeywords)(Metadata &metadata); ///< count of its warnings
+};
+
+/// Hands a record to the first row that takes its keyword. An unknown keyword is reported, the
+/// first three of a group as errors, and gives status 0.
+int readGroup(const GroupTable &group, const KeywordRecord &record, Metadata &metadata);
+
+/// The group's record among all.
+template <class Group>
+Group &groupIn(Metadata &m) {
+    return std::get<Group &>(std::tie(m.Job, m.Survey, m.Unit, m.Grid, m.Line, m.Stn, m.Tx, m.Rx));
+}
+template <class Group, class Field>
+Field &memberIn(Metadata &metadata, Field Group::*member) {
+    return groupIn<Group>(metadata).*member;
+}
+template <class Group, class Field>
+Group &groupOf(Metadata &metadata, Field Group::* /*member*/) {
+    return groupIn<Group>(metadata);
+}
+template <class Group>
+int &unknownKeywordsOf(Metadata &metadata) {
+    return groupIn<Group>(metadata).unknownKeywords;
+}
+
+template <class T>
+std::span<T> elementsOf(T &value) {
+    return {&value, 1};
+}
+template <class T, std::size_t N>
+std::span<T> elementsOf(std::array<T, N> &values) {
+    return values;
+}
+
+/// Keeps the source rule: `take` reads the tokens only where the record may set the field, and
+/// says whether it stored a value.
+template <class Field, class Take>
+void keepSource(const Reading &reading, Field &field, Take take) {
+    if (reading.record.level < field.level) {
+        return;
+    }
+    if (take()) {
+        field.level = reading.record.level;
+    }
+}
+
+/// The label of element `index` (from 0) of `count`: the row's, else the key as written.
+std::string labelOf(const Reading &reading, std::size_t index, std::size_t count);
+
+/// Reads one token: status and value as the readers of text/value_readers.h, which report.
+template <class T>
+using CellReader = int (*)(const Reading &reading, std::string_view token, std::string_view label,
+                           T unread, T &value);
+
+template <class T>
+int plainCell(const Reading &reading, std::string_view token, std::string_view label, T unread,
+              T &value);
+/// A length in metres; a token without a unit letter has the unit of the record's last letter of
+/// m or f, else Unit.Length.
+int lengthCell(const Reading &reading, std::string_view token, std::string_view label, float unread,
+               float &value);
+int azimuthCell(const Reading &reading, std::string_view token, std::string_view label,
+                float unread, float &value);
+
+/// Reads one token and holds it in the row's limits. False when it held no value; `value` is then
+/// as before. For float, double and int.
+template <class T>
+bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view token,
+               std::string_view label, int &warnings, T &value);
+
+/// Token i into value i, as far as both go. True when one was stored.
+template <class T>
+bool takeValues(const Reading &reading, CellReader<T> cell,
+                std::span<const std::string_view> tokens, int &warnings, std::span<T> values);
+
+/// The same for enumerations: 1-based indices into the row's names.
+bool takeEnumerations(const Reading &reading, std::span<int> indices);
+
+template <class Text>
+bool takeTexts(const Reading &reading, std::span<Text> texts) {
+    const auto &tokens = reading.record.tokens;
+    bool stored = false;
+    for (std::size_t i = 0; i < std::min(tokens.size(), texts.size()); ++i) {
+        if (!tokens[i].empty()) {
+            texts[i] = tokens[i];
+            stored = true;
+        }
+    }
+    return stored;
+}
+
+// The readers of regular rows and the builders of their table rows. The field is a Sourced value,
+// or a Sourced array for a list of values.
+
+template <auto Member>
+int readTexts(const Reading &reading) {
+    auto &field = memberIn(reading.metadata, Member);
+    keepSource(reading, field, [&] { return takeTexts(reading, elementsOf(field.value)); });
+    return 0;
+}
+
+template <auto Member>
+int readEnumerations(const Reading &reading) {
+    auto &field = memberIn(reading.metadata, Member);
+    keepSource(reading, field, [&] { return takeEnumerations(reading, elementsOf(field.value)); });
+    return 0;
+}
+
+template <auto Member, auto Cell>
+int readValues(const Reading &reading) {
+    auto &field = memberIn(reading.metadata, Member);
+    keepSource(reading, field, [&] {
+        return takeValues(reading, Cell, reading.record.tokens, field.warnings,
+                          elementsOf(field.value));
+    });
+    return 0;
+}
+
+/// The type of one element of a Sourced field.
+template <auto Member>
+using ElementOf =
+    typename decltype(elementsOf(memberIn(std::declval<Metadata &>(), Member).value))::element_type;
+
+namespace rows {
+
+/// The first token, or a list of tokens, as text.
+template <auto Member>
+constexpr KeywordRow text(std::string_view keyword) {
+    return {keyword, readTexts<Member>};
+}
+
+template <auto Member>
+constexpr KeywordRow number(std::string_view keyword, Limits limits = {},
+                            std::string_view label = {}) {
+    return {keyword, readValues<Member, &plainCell<ElementOf<Member>>>, limits, label};
+}
+
+template <auto Member>
+constexpr KeywordRow length(std::string_view keyword, Limits limits = LengthRange,
+                            std::string_view label = {}) {
+    return {keyword, readValues<Member, &lengthCell>, limits, label};
+}
+
+template <auto Member>
+constexpr KeywordRow azimuth(std::string_view keyword, std::string_view label = {}) {
+    return {keyword, readValues<Member, &azimuthCell>, CircleRange, label};
+}
+
+template <auto Member>
+constexpr KeywordRow enumeration(std::string_view keyword, std::string_view label,
+                                 std::span<const std::string_view> names) {
+    return {keyword, readEnumerations<Member>, {}, label, names};
+}
+
+constexpr KeywordRow irregular(std::string_view keyword, RowReader reader, Limits limits = {},
+                               std::string_view label = {},
+                               std::span<const std::string_view> names = {}) {
+    return {keyword, reader, limits, label, names};
+}
+
+/// A known keyword whose value nobody needs.
+constexpr KeywordRow dropped(std::string_view keyword) {
+    return {keyword, [](const Reading &) {
+                return 0;
+            }};
+}
+
+} // namespace rows
+
+} // namespace keldrin

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "keywords/keyword_table.h"
+
+#include <vector>
+
+namespace keldrin {
+
+// Points: coordinates that a record writes as tokens or as one token with colons ("10:20:5").
+
+/// Appends the pieces of a token between its colons to `out`, without blanks around them and cut
+/// to `width`, until `out` has `most` pieces.
+void splitAtColons(std::string_view token, std::size_t most, std::size_t width,
+                   std::vector<std::string_view> &out);
+
+struct PointIndex {
+    int index = -1; ///< below 0: none that exists, reported
+    int status = 0; ///< of the record
+};
+
+/// The index that stands as digits in the record's keyword, all of them together, in 0..highest.
+PointIndex readPointIndex(const Reading &reading, int highest);
+
+/// Clears a point and reads its coordinates. True when one was stored.
+bool takePoint(const Reading &reading, SourcedPoint &point);
+
+/// One of a group's indexed points: the keyword of `$ Tx.XYZ3 = x, y, z` holds the index. Each
+/// point has its own source level.
+template <auto Member>
+int readIndexedPoint(const Reading &reading) {
+    auto &points = memberIn(reading.metadata, Member);
+    const PointIndex found = readPointIndex(reading, static_cast<int>(points.size()) - 1);
+    if (found.index < 0) {
+        return found.status;
+    }
+    SourcedPoint &point = points[static_cast<std::size_t>(found.index)];
+    keepSource(reading, point, [&] {
+        groupOf(reading.metadata, Member).lastPointIndex = found.index;
+        return takePoint(reading, point);
+    });
+    return 0;
+}
+
+namespace rows {
+
+/// Every keyword that contains `keyword` names one of these points.
+template <auto Member>
+constexpr KeywordRow indexedPoint(std::string_view keyword, Limits limits) {
+    return {keyword, readIndexedPoint<Member>, limits, {}, {}, true};
+}
+
+} // namespace rows
+} // namespace keldrin

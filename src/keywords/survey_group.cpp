@@ -1,0 +1,101 @@
+#include "keywords/group_readers.h"
+
+#include "base/ascii.h"
+#include "text/enumeration.h"
+
+namespace keldrin {
+namespace {
+
+using namespace rows;
+
+using Names = std::span<const std::string_view>;
+
+constexpr std::array<std::string_view, 5> AcqMethodNames = {"TIMESERIES", "STACK", "DECAY",
+                                                            "TRANSIENT", "FREQUENCY"};
+constexpr std::array<std::string_view, 7> TypeNames = {"LOTEM", "TEM", "CSAMT", "NSAMT",
+                                                       "TDIP",  "CR",  "RPIP"};
+constexpr int NaturalSource = 4; // NSAMT
+
+constexpr std::array<std::string_view, 6> LoopArrays = {"FXL", "MVL", "INL", "COL", "LOT", "CNT"};
+constexpr std::array<std::string_view, 3> TensorArrays = {"SCALAR", "VECTOR", "TENSOR"};
+constexpr std::array<std::string_view, 7> DipoleArrays = {"D-D", "P-D", "P-P", "GRD",
+                                                          "SCH", "D-H", "LAB"};
+
+/// The arrays of a survey type: LOTEM and TEM have loops, CSAMT and NSAMT tensors.
+Names arraysOf(int typeIndex) {
+    constexpr std::array<Names, TypeNames.size()> byType = {
+        LoopArrays,   LoopArrays,   TensorArrays, TensorArrays,
+        DipoleArrays, DipoleArrays, DipoleArrays};
+    return byType[static_cast<std::size_t>(typeIndex - 1)];
+}
+
+bool matched(std::string_view token, std::string_view label, Names names, int &index) {
+    int answer = index;
+    if (Str_to_iEnumeration(token, label, names, answer) != 0) {
+        return false;
+    }
+    // An answer that the user gave for another enumeration may lie beyond this one.
+    index = std::clamp(answer, 1, static_cast<int>(names.size()));
+    return true;
+}
+
+int readType(const Reading &reading) {
+    SurveyMetadata &survey = reading.metadata.Survey;
+    keepSource(reading, survey.Type, [&] {
+        const std::string type = Str_Upper(reading.record.tokens.front());
+        const std::string_view label = reading.row.label;
+        if (type == "NSAMT" || type == "AMT" || type == "MT") {
+            survey.TypeIndex = NaturalSource;
+        } else if (!matched(type, label, TypeNames, survey.TypeIndex)) {
+            return false;
+        }
+        survey.Type.value = type;
+        Val_Read_Digits(reading.record.where, type, label, survey.TypeNumber, survey.TypeNumber);
+        return true;
+    });
+    return 0;
+}
+
+int readArray(const Reading &reading) {
+    SurveyMetadata &survey = reading.metadata.Survey;
+    keepSource(reading, survey.Array, [&] {
+        const std::string_view array = reading.record.tokens.front();
+        const Names names = arraysOf(survey.TypeIndex);
+        if (!matched(array, reading.row.label, names, survey.ArrayIndex)) {
+            return false;
+        }
+        survey.Array.value = array;
+        return true;
+    });
+    return 0;
+}
+
+/// The sign tells the hemisphere; a zone that does not exist becomes 0, no zone.
+constexpr Limits zoneRange() {
+    Limits limits = magnitudeBetween(1.0, 60.0, Magnitude::SignKept, {}, ValueForm::AbsoluteValue);
+    limits.forcedLow = limits.forcedHigh = 0.0;
+    limits.words = " < 1 or > 60";
+    limits.firstLine = "Survey_MD_Read.WARNING: at record ";
+    return limits;
+}
+
+constexpr auto SurveyRows = std::to_array<KeywordRow>({
+    enumeration<&SurveyMetadata::AcqMethod>("ACQMETHOD", "Survey.AcqMethod", AcqMethodNames),
+    irregular("TYPE", readType, {}, "Survey.Type"),
+    irregular("ARRAY", readArray, {}, "Survey.Array"),
+    text<&SurveyMetadata::Spread>("SPREAD"),
+    text<&SurveyMetadata::Datum>("DATUM"),
+    text<&SurveyMetadata::Proj>("PROJ"),
+    number<&SurveyMetadata::UTMZone>("UTMZONE", zoneRange()),
+    dropped("DIRECTION"),
+});
+
+constexpr GroupTable SurveyGroup = {"Survey", SurveyRows, unknownKeywordsOf<SurveyMetadata>};
+
+} // namespace
+
+int Survey_MD_Read(const KeywordRecord &record, Metadata &metadata) {
+    return readGroup(SurveyGroup, record, metadata);
+}
+
+} // namespace keldrin
