@@ -6,6 +6,11 @@
 
 namespace keldrin {
 
+/// All pages are laid out in centimetres of a page of this size; windows of another shape and
+/// scaled paper show it stretched, because places and sizes are fractions.
+inline constexpr float PageWidthCm = 24.0F;
+inline constexpr float PageHeightCm = 18.0F;
+
 /// A point in fractions of the page, 0..1, y upward.
 struct PagePoint {
     float x = 0.0F;
@@ -34,6 +39,12 @@ class Surface {
     virtual void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                       float degrees) = 0;
     virtual void flush() = 0;
+
+    // What the primitives mean, for surfaces that keep a list. The others draw the marker's lines
+    // and polygons, which come between the two calls, like any.
+    virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {} ///< 1 a plus, 14 a dot
+    virtual void endMarker() {}
+    virtual void pageKind(std::string_view /*kind*/) {} ///< "log", "page" or "blank"
 };
 
 } // namespace keldrin
