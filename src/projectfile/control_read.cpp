@@ -1,0 +1,92 @@
+#include "projectfile/control_block.h"
+
+#include "messages/message_log.h"
+#include "projectfile/control_group.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::size_t MostReportedLine = 256;
+
+void reportFault(GroupStatus status, std::string_view faultyLine) {
+    if (status == GroupStatus::Faulty) {
+        ReportError({"ERROR while reading *.std file namelist block near line:",
+                     faultyLine.substr(0, MostReportedLine)});
+    } else {
+        ReportError(
+            {"ERROR while reading input *.std file namelist block", "Unexpected end-of-file."});
+    }
+}
+
+void logHeader(const ControlValues &control) {
+    ReportInfoLine("");
+    ReportInfoLine("Input-model-file header:");
+    for (const FixedText<128> &line : control.Header) {
+        if (!line.isBlank()) {
+            ReportInfoLine(line.view());
+        }
+    }
+    ReportInfoLine("");
+}
+
+template <std::size_t N>
+void replaceUnlessBlank(FixedText<N> &target, const FixedText<N> &legacy) {
+    if (!legacy.isBlank()) {
+        target = legacy;
+    }
+}
+
+/// No line that is written tells the layers of the background model, so its resistivities do.
+void countBackgroundLayers(ControlValues &control) {
+    control.NumLayer = std::clamp(control.NumLayer, 0, MaxLayers);
+    if (control.NumLayer != 0) {
+        return;
+    }
+    while (control.NumLayer < MaxLayers &&
+           control.Res0Layer[static_cast<std::size_t>(control.NumLayer)] > 0.0F) {
+        ++control.NumLayer;
+    }
+}
+
+void normalise(ControlGroup &group) {
+    ControlValues &control = group.control;
+    setLengthUnits(control, lengthUnitsIndexOf(control.LengthUnits.view()));
+    setTEMUnits(control, TEMUnitsIndexOf(control.TEMUnits.view()));
+    setSurveyType(control, surveyTypeIndexOf(control.SurveyType.view()));
+    control.StnScale = std::fabs(control.StnScale);
+    for (const ControlRow &row : ControlTable) {
+        forceRange(group, row);
+    }
+    if (group.legacy.REPRATE > 0.0F) {
+        control.TxFreq = group.legacy.REPRATE;
+    }
+    STD_Check_TxWaveform(control);
+    replaceUnlessBlank(control.JobName, group.legacy.PROJECT);
+    replaceUnlessBlank(control.JobFor, group.legacy.CLIENT);
+    replaceUnlessBlank(control.LineName, group.legacy.LINE);
+    countBackgroundLayers(control);
+}
+
+} // namespace
+
+int STD_Namelist_Read(SurveyModel &model, LineReader &reader, const std::string &path) {
+    ReportInfoLine("Reading namelist data from");
+    ReportInfoLine(path);
+    STD_Init_Namelist(model);
+    ControlGroup group{model.control, {}};
+    std::string faultyLine;
+    const GroupStatus status = readControlGroup(reader, group, faultyLine);
+    if (status != GroupStatus::Read) {
+        reportFault(status, faultyLine);
+        return 1;
+    }
+    logHeader(model.control);
+    normalise(group);
+    return 0;
+}
+
+} // namespace keldrin

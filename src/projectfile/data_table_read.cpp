@@ -1,0 +1,182 @@
+#include "projectfile/data_table.h"
+
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "projectfile/data_columns.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace keldrin {
+
+namespace {
+
+/// Old labels, in the byte order that the search needs.
+constexpr auto OldLabels = std::to_array<LabelAlias>({
+    {"UVCALC", "TEMCALC"},
+    {"UVERR", "TEMERR"},
+    {"UVOBS", "TEMOBS"},
+    {"UVWGTX", "TEMWGTX"},
+    {"UVWGTY", "TEMWGTY"},
+    {"UVWGTZ", "TEMWGTZ"},
+});
+
+constexpr TableFormat Format = {DataColumns, OldLabels,
+                                "ERROR while reading column labels at line "};
+
+/// The table as far as it is read.
+struct DataReading {
+    SurveyModel &model;
+    SoundingRecord *current = nullptr; ///< takes the next window
+    double lastRxStn = MissingValue;   ///< of the row that was stored last
+    double lastTxStn = MissingValue;
+};
+
+/// Soundings that a file of this size can hold at most, so that a senseless NumStn cannot take
+/// all memory.
+int mostSoundings(const std::string &path) {
+    constexpr std::uintmax_t leastRow = 8; // bytes; the shortest row has more
+    constexpr std::uintmax_t fewest = 16;
+    constexpr std::uintmax_t ofUnknownSize = 65536;
+    std::error_code error;
+    const std::uintmax_t bytes = std::filesystem::file_size(path, error);
+    const std::uintmax_t most = error ? ofUnknownSize : std::max(fewest, bytes / leastRow);
+    return static_cast<int>(std::min<std::uintmax_t>(most, 2147483647));
+}
+
+/// Fills the stations that a row may leave open.
+void settleStations(const ControlValues &control, RowValues &values) {
+    if (!isPresent(values[ColRxStn])) {
+        values[ColRxStn] = values[ColStation];
+    }
+    const bool absent = !isPresent(values[ColTxStn]);
+    switch (control.SurveyTypeIndex) {
+    case FixedLoop:
+        values[ColTxStn] = absent ? control.TxStn : values[ColTxStn];
+        break;
+    case MovingLoop:
+        values[ColTxStn] = absent ? values[ColRxStn] : values[ColTxStn];
+        break;
+    default: // the receiver lies in its loop
+        values[ColTxStn] = values[ColRxStn];
+    }
+}
+
+bool isUsable(const RowValues &values) {
+    return isPresent(values[ColStation]) && isPresent(values[ColRxStn]) &&
+           isPresent(values[ColTxStn]) && isPresent(values[ColTEMobs]) &&
+           values[ColTWwidth] >= 0.0 && values[ColTEMerr] >= 0.0 && values[ColTWcenter] > 0.0;
+}
+
+void setReal(double &value, float real) {
+    value = static_cast<double>(real);
+}
+
+/// Limits and units, in 32-bit arithmetic.
+void conditionWindow(const ControlValues &control, RowValues &values) {
+    const auto center = static_cast<float>(values[ColTWcenter]);
+    const auto width = static_cast<float>(values[ColTWwidth]);
+    setReal(values[ColTWwidth], std::max(std::min(width, center + 0.001F), 0.0001F));
+    setReal(values[ColTEMerr], limited(static_cast<float>(values[ColTEMerr]), 0.1F, 9999.9F));
+    if (control.TEMUnitsIndex == MicrovoltPerAmpere) {
+        for (const DataColumn column : {ColTEMobs, ColTEMcalc}) {
+            if (isPresent(values[column])) {
+                const auto microvolts = static_cast<float>(values[column]);
+                setReal(values[column], microvolts * 1000.0F / control.RxArea);
+            }
+        }
+    }
+}
+
+void reportFullTable(const SurveyModel &model, const RowValues &values, int line) {
+    constexpr std::string_view form = "(F14.3)";
+    ReportError({"STD_Data_Read.WARNING: More than " + std::to_string(model.SoundingCapacity()) +
+                     " soundings at line " + std::to_string(line),
+                 "Tx.Stn=" + Number_Text(values[ColTxStn], form) +
+                     ", Rx.Stn=" + Number_Text(values[ColRxStn], form),
+                 "Excess data will be dropped."});
+}
+
+bool startsSounding(const DataReading &reading, const RowValues &values) {
+    return reading.current == nullptr || !sameTableStation(values[ColRxStn], reading.lastRxStn) ||
+           !sameTableStation(values[ColTxStn], reading.lastTxStn);
+}
+
+/// False when the row needs a record and there is none left.
+bool storeRow(DataReading &reading, const RowValues &values) {
+    SurveyModel &model = reading.model;
+    if (startsSounding(reading, values)) {
+        if (model.SoundingCount >= model.SoundingCapacity()) {
+            return false;
+        }
+        reading.current = &model.hTrn[static_cast<std::size_t>(model.SoundingCount++)];
+        storeSoundingFields(DataColumns, values, *reading.current);
+    }
+    if (reading.current->NumTW >= MaxWindows) {
+        return true;
+    }
+    const auto window = static_cast<std::size_t>(reading.current->NumTW++);
+    storeElementFields(DataColumns, values, window, *reading.current);
+    reading.current->AResSpare[window] = reading.current->TEMerr[window];
+    reading.lastRxStn = values[ColRxStn];
+    reading.lastTxStn = values[ColTxStn];
+    return true;
+}
+
+void readRows(DataReading &reading, LineReader &lines) {
+    ControlValues &control = reading.model.control;
+    TableScan scan = beginTableScan(Format, lines);
+    RowValues values{};
+    while (nextTableRow(scan, values)) {
+        const bool namesTx = isPresent(values[ColTxStn]);
+        settleStations(control, values);
+        if (!isUsable(values)) {
+            continue;
+        }
+        conditionWindow(control, values);
+        if (!storeRow(reading, values)) {
+            reportFullTable(reading.model, values, scan.lineCount);
+            return;
+        }
+        if (control.SurveyTypeIndex == FixedLoop && namesTx) {
+            control.TxStn = values[ColTxStn];
+        }
+    }
+}
+
+} // namespace
+
+const TableFormat &dataTableFormat() {
+    return Format;
+}
+
+int STD_Allocate_hTrn(SurveyModel &model, int requested) {
+    const int status = allocateSoundings(model, requested);
+    if (status != 0) {
+        ReportError({"STD_Allocate_hTrn.ERROR",
+                     "while allocating hTrn(1:" + std::to_string(requested) + ")"});
+    }
+    return status;
+}
+
+int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path) {
+    model.SoundingCount = 0;
+    model.MaxTW = 0;
+    model.ModelLayerCount = 0;
+    model.TimeRatio = 1.0F;
+    if (STD_Allocate_hTrn(model, std::min(model.control.NumStn, mostSoundings(path))) != 0) {
+        return 1;
+    }
+    ReportInfoLine("Reading TEM data from");
+    ReportInfoLine(path);
+    DataReading reading{model};
+    readRows(reading, reader);
+    setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
+    ReportInfoLine(std::to_string(model.SoundingCount) + " TEM soundings read from " +
+                   std::string(fileNameOf(path)));
+    deriveTimeRange(model);
+    return model.SoundingCount < 1 ? 1 : 0;
+}
+
+} // namespace keldrin

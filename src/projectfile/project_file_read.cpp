@@ -1,0 +1,83 @@
+#include "projectfile/project_file.h"
+
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "projectfile/control_group.h"
+#include "toolkit/toolkit.h"
+
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+bool askForFile(std::string &path) {
+    constexpr int openExisting = 10;
+    return ToolkitFileChooser("KELDRIN data file|*.std|", openExisting, path,
+                              "Open KELDRIN data file.");
+}
+
+/// Azimuth from the first sounding to the last, in degrees; 90 when they lie together.
+float trendAzimuth(const SurveyModel &model) {
+    constexpr float defaultAzimuth = 90.0F;
+    if (model.SoundingCount < 2) {
+        return defaultAzimuth;
+    }
+    const SoundingRecord &first = model.hTrn[0];
+    const SoundingRecord &last = model.hTrn[static_cast<std::size_t>(model.SoundingCount - 1)];
+    const auto east = static_cast<float>(last.East - first.East);
+    const auto north = static_cast<float>(last.North - first.North);
+    return east * east + north * north > 1.0F ? 57.29578F * std::atan2(east, north)
+                                              : defaultAzimuth;
+}
+
+/// Fills azimuths that the file does not tell.
+void settleAzimuths(SurveyModel &model) {
+    ControlValues &control = model.control;
+    if (!isPresent(control.LineAzimuth)) {
+        control.LineAzimuth =
+            isPresent(control.TxAzimuth) ? control.TxAzimuth : trendAzimuth(model);
+    }
+    if (!isPresent(control.TxAzimuth)) {
+        control.TxAzimuth = control.LineAzimuth;
+    }
+}
+
+int readProject(SurveyModel &model, const std::string &path) {
+    LineReader reader(MostGroupLine);
+    if (!reader.open(path)) {
+        ReportError({"ERROR while opening KELDRIN file", path, reader.errorText()});
+        return 1;
+    }
+    int status = STD_Namelist_Read(model, reader, path);
+    if (status == 0) {
+        status = STD_Data_Read(model, reader, path);
+    }
+    if (reader.endedAtMark()) {
+        ReportInfoLine("The file has an end mark (code 26); what stands behind it was not read.");
+    }
+    if (status == 0) {
+        settleAzimuths(model);
+    }
+    return status;
+}
+
+} // namespace
+
+int STD_File_Read(SurveyModel &model, std::string &path) {
+    path = existingForm(path);
+    if (!pathExists(path) && !askForFile(path)) {
+        model.SoundingCount = 0;
+        return 1;
+    }
+    ReportInfoLine("");
+    ReportInfoLine("Reading data from");
+    ReportInfoLine(path);
+    const int status = readProject(model, path);
+    if (status != 0) {
+        model.SoundingCount = 0;
+    }
+    return status;
+}
+
+} // namespace keldrin
