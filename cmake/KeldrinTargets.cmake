@@ -29,6 +29,7 @@ function(keldrin_test name)
     add_executable(keldrin_test_${name} ${arg_SOURCES})
     list(TRANSFORM arg_USES PREPEND keldrin_)
     target_link_libraries(keldrin_test_${name} PRIVATE ${arg_USES} GTest::gmock_main)
+    target_include_directories(keldrin_test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(keldrin_test_${name} PRIVATE
         KELDRIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     gtest_discover_tests(keldrin_test_${name} DISCOVERY_TIMEOUT 60)

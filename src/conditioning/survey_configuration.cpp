@@ -6,10 +6,10 @@
 #include "messages/message_log.h"
 #include "projectfile/control_block.h"
 #include "projectfile/project_file.h"
-#include "projectfile/waveform.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/toolkit.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <vector>
@@ -290,11 +290,26 @@ void readFields(ControlValues &control, ProjectName &name) {
     readSaveAs(name);
 }
 
+bool sameWithin(const std::array<float, MaxWaveformPoints> &a,
+                const std::array<float, MaxWaveformPoints> &b, int count) {
+    constexpr float tolerance = 1.0E-4F; // msec
+    return std::equal(a.begin(), a.begin() + count, b.begin(),
+                      [](float x, float y) { return std::fabs(x - y) <= tolerance; });
+}
+
+bool hasDefaultWaveform(const ControlValues &control) {
+    ControlValues shape = control;
+    setDefaultTxWaveform(shape);
+    return control.NTxWF == shape.NTxWF && sameWithin({control.TxWFT0}, {shape.TxWFT0}, 1) &&
+           sameWithin(control.TxWFT, shape.TxWFT, shape.NTxWF) &&
+           sameWithin(control.TxWFI, shape.TxWFI, shape.NTxWF);
+}
+
 // A waveform that was only the default shape follows an edited ramp or frequency.
 void followWaveform(ControlValues &control, const ControlValues &before) {
     const bool edited = control.TxRamp != before.TxRamp || control.TxFreq != before.TxFreq;
     if (edited && hasDefaultWaveform(before)) {
-        setDefaultWaveform(control);
+        setDefaultTxWaveform(control);
     }
 }
 

@@ -18,7 +18,6 @@
 #include "messages/message_log.h"
 #include "physics/apparent_resistivity.h"
 #include "projectfile/project_file.h"
-#include "projectfile/waveform.h"
 #include "shell/sounding_positions.h"
 #include "toolkit/toolkit.h"
 
@@ -171,7 +170,7 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     deriveTimeRange(model);
     const StationTable stations = readStations(model, input);
     writeHeaderLines(model.control, displayName);
-    setDefaultWaveform(model.control); // field data files tell ramp and frequency only
+    setDefaultTxWaveform(model.control); // field data files tell ramp and frequency only
     path = projectPathFor(input, options);
     status = EditSurveyConfiguration(model, path);
     if (status != 0) {

@@ -1,0 +1,277 @@
+#include "batch/command.h"
+
+#include "base/denormals.h"
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "model/survey_model.h"
+#include "projectfile/project_file.h"
+#include "shell/new_model.h"
+#include "text/enumeration.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/scripted/answering_backend.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int LineList = 1082;
+constexpr int SaveAsField = 1043;
+constexpr int AllLines = 0;
+
+struct BuildOptions {
+    std::string outputDirectory; ///< blank: beside each file
+    std::optional<int> line;     ///< 1-based, or AllLines; none: the first
+    std::vector<std::string> files;
+};
+
+/// What became of one line of one file.
+struct BuildResult {
+    bool built = false;
+    std::string project; ///< path of the project
+    int linesInFile = 0;
+    int soundings = 0;
+    int windows = 0;
+    int skipped = 0;
+    int warnings = 0;
+    std::string reason; ///< of a failure, in one line
+};
+
+std::string oneLine(std::span<const MessageLine> lines) {
+    std::string text;
+    for (const MessageLine &line : lines) {
+        text.append(text.empty() ? "" : "; ").append(line.view());
+    }
+    return text;
+}
+
+// Counts what a user should look at, and keeps the first error as the reason of a failure.
+void watchMessages(BuildResult &result, bool &writeFailed) {
+    messageLog().observer = [&](MessageKind kind, std::span<const MessageLine> lines) {
+        if (kind == MessageKind::Info) {
+            return;
+        }
+        ++result.warnings;
+        if (kind == MessageKind::Error && result.reason.empty()) {
+            result.reason = oneLine(lines);
+        }
+        if (!lines.empty() && lines.front() == WriteFailureText) {
+            writeFailed = true;
+            result.reason = oneLine(lines);
+        }
+    };
+}
+
+void countWindows(const SurveyModel &model, BuildResult &result) {
+    result.soundings = model.SoundingCount;
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        const auto *first = record.TEMerr.begin();
+        result.windows += record.NumTW;
+        result.skipped += static_cast<int>(std::count_if(first, first + record.NumTW, isSkipped));
+    }
+}
+
+// A line's name as part of a file name.
+std::string fileSafe(std::string_view name) {
+    std::string safe(name);
+    std::replace_if(
+        safe.begin(), safe.end(),
+        [](char c) { return std::string_view("/\\:*?\"<>| ").find(c) != std::string_view::npos; },
+        '-');
+    return safe;
+}
+
+// The log files were opened under the data file's name, before the lines of the file were known.
+void nameLogsAfter(const std::string &project) {
+    MessageLog &log = messageLog();
+    log.file.reset();
+    const std::string base(withoutExtension(project));
+    for (const auto &[path, extension] :
+         {std::pair{log.logPath, ".log"}, std::pair{log.errorPath, ".err"}}) {
+        const std::string wanted = base + extension;
+        if (path != wanted) {
+            std::error_code error;
+            std::filesystem::remove(wanted, error);
+            std::filesystem::rename(path, wanted, error);
+        }
+    }
+}
+
+// Every file is built as by a run of its own: nothing of an earlier one is remembered.
+void startAfresh(const std::string &file, const BuildOptions &options) {
+    messageLog() = MessageLog{};
+    enumerationMemo() = EnumerationMemo{};
+    const std::string directory =
+        options.outputDirectory.empty() ? std::string(directoryOf(file)) : options.outputDirectory;
+    OpenLogFiles(joinPath(directory.empty() ? "." : directory, baseNameOf(file)) + ".std");
+}
+
+BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
+                      const BuildOptions &options, int line) {
+    BuildResult result;
+    bool writeFailed = false;
+    startAfresh(file, options);
+    watchMessages(result, writeFailed);
+    SurveyModel model;
+    bool lineMissing = false;
+    backend.beforeAnswer = [&](AnsweringBackend &answers, int dialog) {
+        const LineTable &lines = model.lines;
+        if (dialog == Dialog::DataInput) {
+            result.linesInFile = lines.LineCount;
+            lineMissing = line > lines.LineCount;
+            if (lineMissing) {
+                answers.pressInstead(ButtonCancel);
+            } else {
+                answers.edit(LineList, "#" + std::to_string(line));
+            }
+        }
+        if (dialog == Dialog::Configuration && lines.LineCount > 1) {
+            answers.edit(SaveAsField, std::string(baseNameOf(file)) + "_" +
+                                          fileSafe(model.control.LineName.view()));
+        }
+    };
+    result.project = file;
+    const int status = BuildNewModel(model, result.project, {options.outputDirectory});
+    result.built = status == 0 && !writeFailed;
+    if (result.built) {
+        countWindows(model, result);
+        nameLogsAfter(result.project);
+    } else if (lineMissing) {
+        result.reason = "there are only " + std::to_string(result.linesInFile) + " lines";
+    }
+    messageLog() = MessageLog{};
+    return result;
+}
+
+void printResult(const std::string &file, const BuildResult &result) {
+    std::string text = file + ": ";
+    if (result.built) {
+        text += result.project + ", " + std::to_string(result.soundings) + " soundings, " +
+                std::to_string(result.windows) + " windows, " + std::to_string(result.skipped) +
+                " skipped, " + std::to_string(result.warnings) + " warnings";
+    } else {
+        text += "FAILED: " + (result.reason.empty() ? "cancelled" : result.reason);
+    }
+    std::printf("%s\n", text.c_str());
+    std::fflush(stdout);
+}
+
+// Two files of one name cannot both be built into one directory.
+bool nameIsTaken(const BuildOptions &options, std::size_t file) {
+    const auto nameOfProject = [&options](const std::string &path) {
+        return options.outputDirectory.empty() ? std::string(withoutExtension(path))
+                                               : std::string(baseNameOf(path));
+    };
+    const auto *const begin = options.files.data();
+    const std::string name = nameOfProject(options.files[file]);
+    return std::any_of(begin, begin + file,
+                       [&](const std::string &other) { return nameOfProject(other) == name; });
+}
+
+bool buildFile(AnsweringBackend &backend, const std::string &file, const BuildOptions &options) {
+    const bool all = options.line == AllLines;
+    int line = all ? 1 : options.line.value_or(1);
+    bool good = true;
+    int linesInFile = 1;
+    do {
+        const BuildResult result = buildLine(backend, file, options, line);
+        printResult(file, result);
+        good = good && result.built;
+        linesInFile = result.linesInFile;
+        ++line;
+    } while (all && line <= linesInFile);
+    if (!options.line && linesInFile > 1) {
+        std::printf("%s: line 1 of %d; --line N or --line all builds the others\n", file.c_str(),
+                    linesInFile);
+    }
+    return good;
+}
+
+bool readLineOption(std::string_view word, BuildOptions &options) {
+    if (word == "all") {
+        options.line = AllLines;
+        return true;
+    }
+    int number = 0;
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+    options.line = number;
+    return error == std::errc{} && end == word.data() + word.size() && number >= 1;
+}
+
+// Empty when the words can be used, else what is wrong with them.
+std::string readOptions(CommandWords words, BuildOptions &options) {
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string_view word = words[i];
+        const bool takesValue = word == "--out" || word == "--line";
+        if (takesValue && i + 1 == words.size()) {
+            return std::string(word) + " needs a value";
+        }
+        if (word == "--out") {
+            options.outputDirectory = words[++i];
+        } else if (word == "--line") {
+            if (!readLineOption(words[++i], options)) {
+                return "--line takes a number from 1, or all";
+            }
+        } else if (word.substr(0, 2) == "--" && word.size() > 2) {
+            return "unknown option " + std::string(word);
+        } else if (word != "--") {
+            options.files.emplace_back(word);
+        }
+    }
+    return options.files.empty() ? "no file is named" : "";
+}
+
+bool makeOutputDirectory(const BuildOptions &options) {
+    if (options.outputDirectory.empty()) {
+        return true;
+    }
+    std::error_code error;
+    std::filesystem::create_directories(options.outputDirectory, error);
+    if (error) {
+        std::fprintf(stderr, "keldrin-batch build: cannot make %s: %s\n",
+                     options.outputDirectory.c_str(), error.message().c_str());
+    }
+    return !error;
+}
+
+} // namespace
+
+int buildCommand(CommandWords words) {
+    BuildOptions options;
+    const std::string fault = readOptions(words, options);
+    if (!fault.empty()) {
+        std::fprintf(stderr, "keldrin-batch build: %s\n", fault.c_str());
+        return ExitUsage;
+    }
+    if (!makeOutputDirectory(options)) {
+        return ExitFailed;
+    }
+    flushDenormals();
+    AnsweringBackend backend;
+    ToolkitInit(backend, {"keldrin-batch"});
+    bool good = true;
+    for (std::size_t i = 0; i < options.files.size(); ++i) {
+        const std::string &file = options.files[i];
+        if (nameIsTaken(options, i)) {
+            std::printf("%s: FAILED: an earlier file has made a project of this name\n",
+                        file.c_str());
+            good = false;
+        } else {
+            good = buildFile(backend, file, options) && good;
+        }
+    }
+    ToolkitClose();
+    return good ? ExitOk : ExitFailed;
+}
+
+} // namespace keldrin

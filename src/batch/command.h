@@ -1,0 +1,22 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace keldrin {
+
+// The commands of keldrin-batch. Each takes the words behind its name and returns the exit code.
+
+using CommandWords = std::span<const std::string_view>;
+
+inline constexpr int ExitOk = 0;
+inline constexpr int ExitFailed = 1;
+inline constexpr int ExitUsage = 2;
+
+/// build [--out DIR] [--line N|all] FILE...: field data files to projects.
+int buildCommand(CommandWords words);
+
+/// play SCENARIO [FILE]: runs the program on the lines of a scenario and prints the transcript.
+int playCommand(CommandWords words);
+
+} // namespace keldrin

@@ -1,0 +1,97 @@
+#include "base/line_reader.h"
+#include "base/safe_writer.h"
+#include "support/temporary_directory.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace keldrin {
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::string> linesOf(LineReader &reader) {
+    std::vector<std::string> lines;
+    std::string_view line;
+    while (reader.next(line) == LineStatus::Line) {
+        lines.emplace_back(line);
+    }
+    return lines;
+}
+
+std::vector<std::string> linesOfText(std::string_view text, std::size_t limit = 256) {
+    LineReader reader(limit);
+    reader.openText(text);
+    return linesOf(reader);
+}
+
+TEST(LineReader, TakesEveryLineEndAndALastLineWithoutOne) {
+    EXPECT_THAT(linesOfText("a\nb\r\nc"), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(linesOfText("a\n\nb\n"), ElementsAre("a", "", "b"));
+    EXPECT_THAT(linesOfText("a\r\n\r\n"), ElementsAre("a", ""));
+    EXPECT_THAT(linesOfText(""), ElementsAre());
+    EXPECT_THAT(linesOfText("\n"), ElementsAre(""));
+    EXPECT_THAT(linesOfText("\xEF\xBB\xBFlabel\n"), ElementsAre("label"));
+}
+
+TEST(LineReader, StopsAtTheEndMarkAndTellsWhatStandsBehindIt) {
+    LineReader reader(256);
+    reader.openText("a\nb\x1A\nrest");
+    EXPECT_THAT(linesOf(reader), ElementsAre("a", "b"));
+    EXPECT_TRUE(reader.endedAtMark());
+
+    LineReader padded(256);
+    padded.openText("a\n\x1A\x1A  \r\n");
+    EXPECT_THAT(linesOf(padded), ElementsAre("a"));
+    EXPECT_FALSE(padded.endedAtMark());
+}
+
+TEST(LineReader, CutsLongLinesAtTheStartOfACharacter) {
+    EXPECT_THAT(linesOfText("abcdef\nx\n", 4), ElementsAre("abcd", "x"));
+    EXPECT_THAT(linesOfText("abc\xC3\xA9z\n", 4), ElementsAre("abc"));
+}
+
+TEST(LineReader, ReadsALineLongerThanItsBufferFromAFile) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("long.txt");
+    std::string reason;
+    const std::string text = "first\n" + std::string(1'000'000, 'x') + "\nlast";
+    ASSERT_TRUE(writeWholeFile(path, text, reason)) << reason;
+
+    LineReader reader(10, 64);
+    ASSERT_TRUE(reader.open(path));
+    EXPECT_THAT(linesOf(reader), ElementsAre("first", "xxxxxxxxxx", "last"));
+    EXPECT_EQ(reader.lineNumber(), 3);
+}
+
+TEST(LineReader, GivesTheSameLinesWhateverTheBuffer) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("any.txt");
+    std::string text;
+    for (int i = 0; i < 300; ++i) {
+        text += std::string(static_cast<std::size_t>(i % 23), 'a') + (i % 2 == 0 ? "\r\n" : "\n");
+    }
+    std::string reason;
+    ASSERT_TRUE(writeWholeFile(path, text, reason)) << reason;
+    const std::vector<std::string> expected = linesOfText(text, 20);
+    ASSERT_EQ(expected.size(), 300U);
+    for (const std::size_t buffer : {22U, 23U, 37U, 4096U}) {
+        LineReader reader(20, buffer);
+        ASSERT_TRUE(reader.open(path));
+        EXPECT_EQ(linesOf(reader), expected) << buffer;
+    }
+}
+
+TEST(LineReader, RefusesWhatIsNoFile) {
+    const TemporaryDirectory directory;
+    LineReader reader(80);
+    EXPECT_FALSE(reader.open(directory.path("missing")));
+    EXPECT_FALSE(reader.errorText().empty());
+    EXPECT_FALSE(reader.open(directory.path()));
+    EXPECT_EQ(reader.errorText(), "is a directory");
+}
+
+} // namespace
+} // namespace keldrin

@@ -1,0 +1,113 @@
+#include "messages/message_log.h"
+#include "support/files.h"
+#include "support/message_recorder.h"
+#include "support/temporary_directory.h"
+#include "toolkit/toolkit.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <string>
+
+namespace keldrin {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+class MessageLogTest : public testing::Test {
+  protected:
+    MessageLogTest() {
+        messageLog() = MessageLog{};
+        OpenLogFiles(directory.path("keldrin "));
+    }
+    ~MessageLogTest() override { messageLog() = MessageLog{}; }
+
+    [[nodiscard]] std::string logText() const { return fileContent(directory.path("keldrin.log")); }
+    [[nodiscard]] std::string errText() const { return fileContent(directory.path("keldrin.err")); }
+
+    TemporaryDirectory directory;
+};
+
+TEST_F(MessageLogTest, LogBeginsWithTheVersionAndKeepsWholeLines) {
+    EXPECT_FALSE(std::filesystem::exists(directory.path("keldrin.log")));
+    const std::string longLine(200, 'x');
+    ReportInfoLine(longLine + "   ");
+    EXPECT_EQ(logText(), "keldrin v4.00i updated 21/July/2020\n" + longLine + "\n");
+    EXPECT_EQ(messageLog().LogLineBuffer.back().view(), longLine.substr(0, 128));
+}
+
+TEST_F(MessageLogTest, TheFortyNinthLinePushesTheOldestOut) {
+    for (int i = 1; i <= 49; ++i) {
+        ReportInfoLine("line " + std::to_string(i));
+    }
+    EXPECT_EQ(messageLog().LogLineBuffer.size(), 48U);
+    EXPECT_EQ(messageLog().LogLineBuffer.front().view(), "line 2");
+    EXPECT_THAT(logText(), HasSubstr("\nline 1\n"));
+    ClearLog();
+    EXPECT_TRUE(messageLog().LogLineBuffer.empty());
+}
+
+TEST_F(MessageLogTest, AMessageIsAnEmptyLineAndAtMostFiveLinesBehindABlank) {
+    ReportError({"1", "2", "3", "4", "5", "6"});
+    EXPECT_EQ(errText(), " keldrin v4.00i\n\n 1\n 2\n 3\n 4\n 5\n");
+    ReportWarning({"w"});
+    EXPECT_THAT(errText(), EndsWith("\n\n w\n"));
+}
+
+TEST_F(MessageLogTest, Warning128IsTheNoticeAndLaterOnesVanishButErrorsStay) {
+    for (int i = 1; i <= 130; ++i) {
+        ReportWarning({"warning " + std::to_string(i)});
+    }
+    const std::string text = errText();
+    EXPECT_THAT(text, HasSubstr(" warning 127\n"));
+    EXPECT_THAT(text, Not(HasSubstr("warning 128")));
+    EXPECT_THAT(text, EndsWith("\n More than 128 error messages, no further messages will be "
+                               "logged.\n"));
+    ReportError({"still told"});
+    EXPECT_THAT(errText(), EndsWith(" still told\n"));
+}
+
+TEST_F(MessageLogTest, OldFilesAreDeletedAtTheStart) {
+    ReportInfoLine("old");
+    ReportError({"old"});
+    EXPECT_EQ(OpenLogFiles(directory.path("keldrin ")), 0);
+    EXPECT_FALSE(std::filesystem::exists(directory.path("keldrin.log")));
+    EXPECT_FALSE(std::filesystem::exists(directory.path("keldrin.err")));
+}
+
+TEST_F(MessageLogTest, QuietErrorsGoToTheLogBetweenBlankLines) {
+    messageLog().quiet = true;
+    ReportError({"one", "two"});
+    EXPECT_THAT(logText(), EndsWith("\n\none\ntwo\n\n"));
+}
+
+TEST_F(MessageLogTest, AToolkitErrorIsReportedOnceWithItsPlace) {
+    MessageRecorder recorder;
+    ToolkitSetError(13);
+    CheckGraphicsError("Some place 12");
+    CheckGraphicsError();
+    ASSERT_EQ(recorder.errors.size(), 1U);
+    EXPECT_THAT(recorder.errors[0], StartsWith("Graphics ERROR: from Some place 12|"));
+    EXPECT_EQ(messageLog().GraphicsErrorCount, 1);
+}
+
+TEST_F(MessageLogTest, TheTwentyFirstToolkitErrorEndsTheProgram) {
+    const auto fail = [] {
+        for (int i = 0; i < 20; ++i) {
+            ToolkitSetError(13);
+            CheckGraphicsError();
+        }
+        ReportInfoLine("twenty are survived");
+        ToolkitSetError(13);
+        CheckGraphicsError();
+    };
+    EXPECT_EXIT(fail(), testing::ExitedWithCode(0), "");
+    EXPECT_THAT(logText(), EndsWith("twenty are survived\n"));
+    EXPECT_THAT(errText(), EndsWith("\n  Program run aborted, more than 20 graphics errors.\n"));
+}
+
+} // namespace
+} // namespace keldrin
