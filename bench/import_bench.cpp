@@ -1,0 +1,42 @@
+#include "bench_survey.h"
+
+#include "import/avg_file.h"
+#include "import/import_steps.h"
+#include "import/survey_information.h"
+#include "messages/message_log.h"
+#include "projectfile/project_file.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace {
+
+void readAvgFile(benchmark::State &state) {
+    const std::string path = keldrin::bench::scratchPath("survey.avg");
+    const std::string text = keldrin::bench::avgText(2048, 30);
+    std::ofstream(path, std::ios::binary) << text;
+    keldrin::messageLog().quiet = true;
+    for (auto _ : state) {
+        keldrin::SurveyModel model;
+        keldrin::MD_Init(model.metadata, true);
+        keldrin::STD_Init_Namelist(model);
+        keldrin::Mde_File_Input(model, keldrin::bench::scratchPath("none.mde"));
+        keldrin::AVG_Count(model, path);
+        const keldrin::LineEntry entry = model.lines.entries[0];
+        model.preset.SelectedArrayIndex = entry.ArrayIndex;
+        keldrin::STD_Allocate_hTrn(model, keldrin::soundingsNeeded(entry));
+        keldrin::AVG_Read(model, path, entry.LineLabel.view());
+        if (model.SoundingCount != 2048) {
+            state.SkipWithError("not all soundings were read");
+        }
+    }
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                            static_cast<std::int64_t>(text.size()));
+    std::filesystem::remove(path);
+}
+BENCHMARK(readAvgFile)->Unit(benchmark::kMillisecond);
+
+} // namespace
