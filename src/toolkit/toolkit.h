@@ -20,12 +20,12 @@ class Backend;
 
 enum ToolkitEventType : int {
     EventNone = 0,
-    EventKey = 1,          ///< value: character, or key code above 255
-    EventMenu = 2,         ///< value: command number
-    EventButton = 3,       ///< value: control id of a dialog's button
-    EventMouseDown = 4,    ///< value: 1 left, 2 middle, 3 right, 4 wheel up, 5 wheel down
+    EventKey = 1,       ///< value: character, or key code above 255
+    EventMenu = 2,      ///< value: command number
+    EventButton = 3,    ///< value: control id of a dialog's button
+    EventMouseDown = 4, ///< value: 1 left, 2 middle, 3 right, 4 wheel up, 5 wheel down
     EventMouseUp = 5,
-    EventMouseMove = 6,    ///< never delivered to the logic
+    EventMouseMove = 6, ///< never delivered to the logic
     EventExposure = 7,
     EventResize = 8,
     EventClose = 9,        ///< window: 0 the root window
@@ -40,7 +40,22 @@ struct ToolkitEvent {
     float y = 0.0F;
 };
 
-enum ToolkitKey : int { KeyEscape = 27, KeyUp = 258, KeyDown = 259, KeyRight = 260, KeyLeft = 261 };
+enum ToolkitKey : int {
+    KeyEnter = 13,
+    KeyEscape = 27,
+    KeyUp = 258,
+    KeyDown = 259,
+    KeyRight = 260,
+    KeyLeft = 261,
+    KeyHome = 262,
+    KeyEnd = 263,
+    KeyPageUp = 264,
+    KeyPageDown = 265,
+    KeyDelete = 266,
+    KeyF1 = 267,
+    KeyWithCtrl = 0x10000, ///< added to a code; letters are then upper case
+    KeyWithShift = 0x20000,
+};
 
 // ---- Start and end
 
@@ -59,8 +74,8 @@ bool ToolkitStarted();
 void WindowOpen(int flags, int x, int y, int width, int height);
 void WindowTitle(std::string_view title);
 
-int ToolkitScreenInfo(int item);   ///< 1 screen width, 2 screen height in pixels
-int ToolkitWindowInfo(int item);   ///< 1 width, 2 height, 5 x, 6 y of the root window in pixels
+int ToolkitScreenInfo(int item); ///< 1 screen width, 2 screen height in pixels
+int ToolkitWindowInfo(int item); ///< 1 width, 2 height, 5 x, 6 y of the root window in pixels
 /// 1 button that ended the last blocking dialog, 2 number of the selected dialog (0 none), 4 not 0
 /// when the last common dialog ended with OK, 8 width and 9 height of the selected dialog
 int ToolkitDialogInfo(int item);
@@ -82,6 +97,11 @@ bool ToolkitPeekEvent(ToolkitEvent &event);
 /// Puts an event in front of the queue, for the caller's caller.
 void ToolkitPutBack(const ToolkitEvent &event);
 
+/// Rubber-band rectangle (mode 3) from a corner, following the mouse. In: the corner in user
+/// units; out: the opposite one, and the type of the event that ended it: EventMouseUp,
+/// EventMouseDown of another button, EventKey or EventClose, the last of which is put back.
+void WGrInput(int mode, float &x, float &y, int &event);
+
 /// Option 10: value 1 sends field-change events, 0 stops them.
 void ToolkitDialogOption(int option, int value);
 
@@ -91,7 +111,7 @@ void ToolkitFlush();
 /// A fact for the transcript of a scripted run; nothing on the desktop.
 void ToolkitTrace(std::string_view kind, std::string_view text);
 
-// ---- Dialogs: a dialog is a table with a number (dialogs.h); calls act on the selected one
+// ---- Dialogs: a dialog is a table with a number (dialog_spec.h); calls act on the selected one
 
 void WDialogLoad(int dialog);
 void WDialogSelect(int dialog);
@@ -128,7 +148,8 @@ bool WDialogGetCheckBox(int id, bool &on);
 bool WDialogGetMenu(int id, int &selected); ///< selected from 1
 bool WDialogGetTrackbar(int id, int &value);
 
-// Limits of what the user types; a value that the program puts is not touched.
+// Limits of what the user types; a value that the program puts is not touched. A lower limit above
+// the upper one takes the limits off.
 void WDialogRangeInteger(int id, int low, int high);
 void WDialogRangeReal(int id, float low, float high);
 void WDialogRangeDouble(int id, double low, double high);
@@ -155,6 +176,19 @@ std::string IOsVariable(std::string_view name); ///< an environment variable, or
 std::string IOsDirName();                       ///< the working directory
 int ToolkitArgumentCount();                     ///< arguments behind the program's own path
 std::string ToolkitArgument(int index);         ///< 0 the program's own path, 1 the first argument
+
+/// Error states of the toolkit; those of drawing stand in drawing.h.
+enum ToolkitErrorNumber : int {
+    ErrorNoSuchDialog = 1,
+    ErrorNoDialogSelected = 2,
+    ErrorNoSuchControl = 3,
+    ErrorWrongKind = 4,     ///< the control holds no value of this kind
+    ErrorNoNumber = 5,      ///< the text of the field is no number
+    ErrorNoSuchCommand = 6, ///< of the menu
+    ErrorOutputFile = 7,    ///< a plot file cannot be created or written
+    ErrorNoSuchDevice = 8,
+    ErrorCannotRun = 13,
+};
 
 /// Item 1: the last error number, 0 if none; reading clears it. Item 2: the system's error value
 /// that came with it.

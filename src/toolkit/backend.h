@@ -1,0 +1,144 @@
+#pragma once
+
+#include "toolkit/toolkit.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace keldrin {
+
+// The seam between the toolkit's operations and a window system. A backend shows things and tells
+// what the user did; it knows no meaning. Limits, formats, exact values, menu states and the order
+// of events are settled above it, so that every backend behaves alike.
+
+class Surface;
+struct DialogModel;
+
+struct PixelSize {
+    int width = 0;
+    int height = 0;
+};
+
+struct PixelRect {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+};
+
+/// The root window to be opened; x or y of -1 lets the system place it.
+struct RootSpec {
+    int flags = 0; ///< 7 resizable with system menu, minimise and maximise
+    int x = -1;
+    int y = -1;
+    int width = 0;
+    int height = 0;
+};
+
+/// An event as the window system reports it.
+struct RawEvent {
+    int type = EventNone;
+    int value = 0;
+    int window = 0;     ///< 0 the root window, else a dialog's number
+    double pageX = 0.0; ///< mouse position in fractions of the root window, y upward
+    double pageY = 0.0;
+};
+
+/// Pixel position of a dialog; -1, -1 is the toolkit's place.
+struct DialogPlacement {
+    int x = -1;
+    int y = -1;
+};
+
+struct FileRequest {
+    bool save = false;
+    std::string title;
+    std::string filter; ///< as the program gave it, see file_filter.h
+    std::string path;   ///< where the chooser starts
+};
+
+struct BoxRequest {
+    std::string title;
+    std::vector<std::string> lines;
+    int icon = 2;          ///< 2 error
+    int defaultButton = 1; ///< 1 OK; Esc and the close box answer OK too
+};
+
+struct BoxResult {
+    int button = 1;            ///< 0 Cancel, 1 OK
+    bool quietFurther = false; ///< "Do not show further messages of this command" is marked
+};
+
+/// How a child process ended.
+struct RunResult {
+    int exitCode = 0;
+    int systemError = 0;     ///< not 0: the system could not start it or wait for it
+    int toolkitError = 0;    ///< not 0: this error state instead
+    bool closeAsked = false; ///< the root window was asked to close meanwhile
+};
+
+/// How a rubber band ended, and its second corner in fractions of the root window.
+struct RubberEnd {
+    int event = EventMouseUp; ///< EventMouseUp, EventKey, EventMouseDown or EventClose
+    double pageX = 0.0;
+    double pageY = 0.0;
+};
+
+/// The paper of the chosen printer, in points.
+struct PrinterPage {
+    double width = 0.0;
+    double height = 0.0;
+};
+
+class Backend {
+  public:
+    Backend() = default;
+    Backend(const Backend &) = delete;
+    Backend &operator=(const Backend &) = delete;
+    virtual ~Backend() = default;
+
+    virtual void start() = 0;
+    /// Closes everything; the result is the exit code of the process.
+    virtual int stop() = 0;
+
+    virtual PixelSize screenSize() = 0;
+    virtual void openRoot(const RootSpec &spec) = 0;
+    virtual PixelRect rootRect() = 0;
+    virtual void setTitle(std::string_view title) = 0;
+    virtual void setMenu(int command, bool on) = 0; ///< enables or greys one entry
+    virtual void serveMenu(bool on) = 0;            ///< puts the whole bar in or out of service
+    virtual Surface &screen() = 0;                  ///< page of the root window
+    virtual bool hasSurface() = 0;                  ///< false while there is nothing to draw on
+    virtual void flush() = 0;                       ///< lets the window repaint
+
+    /// Waits until the user did something. A type of EventNone says that edits or button presses
+    /// were queued by user_edits.h instead.
+    virtual RawEvent wait() = 0;
+    virtual bool
+    peek(RawEvent &event) = 0; ///< the same without waiting; false when nothing is there
+
+    virtual void loadDialog(DialogModel &dialog) = 0; ///< makes it, hidden, and fills its size
+    virtual void showDialog(DialogModel &dialog, DialogPlacement placement) = 0;
+    /// Serves a shown dialog until a button ends it; the result is the button's id.
+    virtual int runModal(DialogModel &dialog) = 0;
+    virtual void hideDialog(DialogModel &dialog) = 0;
+    virtual void unloadDialog(DialogModel &dialog) = 0;
+    /// A control of a loaded dialog has another value or state now.
+    virtual void refresh(DialogModel &dialog, int id) = 0;
+
+    virtual std::optional<std::string> chooseFile(const FileRequest &request) = 0;
+    virtual BoxResult messageBox(const BoxRequest &request) = 0;
+    /// Runs a program with its arguments and waits for it.
+    virtual RunResult run(const std::vector<std::string> &command) = 0;
+    /// Follows the mouse from a corner till something ends it.
+    virtual RubberEnd rubberBand(double pageX, double pageY) = 0;
+    /// Asks for a printer; null when the user declined.
+    virtual std::unique_ptr<Surface> printer(PrinterPage &page) = 0;
+
+    virtual void trace(std::string_view kind, std::string_view text) = 0;
+};
+
+} // namespace keldrin

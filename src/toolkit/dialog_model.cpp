@@ -1,0 +1,198 @@
+#include "toolkit/dialog_model.h"
+
+#include "base/ascii.h"
+#include "base/fixed_text.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/field_number.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+ControlState stateOf(const ControlSpec &spec) {
+    ControlState state;
+    state.id = spec.id;
+    state.kind = spec.kind;
+    state.label = spec.label;
+    state.format = spec.format;
+    state.enabled = spec.enabled;
+    state.length = spec.length;
+    state.index = spec.kind == ControlKind::Trackbar ? 1 : 0;
+    putLimits(state, spec.low, spec.high);
+    return state;
+}
+
+ControlState unitOf(const ControlSpec &spec) {
+    ControlState state;
+    state.id = spec.id + UnitIdOffset;
+    state.label = spec.unit;
+    return state;
+}
+
+bool isShownAsLabel(ControlKind kind) {
+    return kind == ControlKind::Static || kind == ControlKind::Button || kind == ControlKind::Check;
+}
+
+std::string_view cutToLength(const ControlState &control, std::string_view text) {
+    return control.length > 0 ? cutText(text, static_cast<std::size_t>(control.length)) : text;
+}
+
+double heldInLimits(const ControlState &control, double value) {
+    return control.low <= control.high ? std::clamp(value, control.low, control.high) : value;
+}
+
+// A number outside the limits is shown as the nearest one; any other stays as it was typed.
+void takeTypedNumber(ControlState &control, const std::string &typed) {
+    control.text = typed;
+    const std::optional<double> value = typedNumber(typed, control.kind);
+    if (!value) {
+        return;
+    }
+    const double held = heldInLimits(control, *value);
+    if (!std::isfinite(held)) {
+        return;
+    }
+    if (held != *value) {
+        control.text = shownNumber(held, control.kind, control.format);
+    }
+    control.exact = held;
+    control.ofExact = control.text;
+}
+
+} // namespace
+
+DialogModel makeDialog(const DialogSpec &spec) {
+    DialogModel dialog;
+    dialog.number = spec.number;
+    dialog.caption = spec.caption;
+    dialog.defaultButton = spec.defaultButton;
+    for (const ControlSpec &control : spec.controls) {
+        dialog.controls.push_back(stateOf(control));
+        if (!control.unit.empty()) {
+            dialog.controls.push_back(unitOf(control));
+        }
+    }
+    return dialog;
+}
+
+ControlState *findControl(DialogModel &dialog, int id) {
+    const auto found = std::find_if(dialog.controls.begin(), dialog.controls.end(),
+                                    [=](const ControlState &c) { return c.id == id; });
+    return found == dialog.controls.end() ? nullptr : &*found;
+}
+
+bool isNumberField(ControlKind kind) {
+    return kind == ControlKind::Integer || kind == ControlKind::Real || kind == ControlKind::Double;
+}
+
+std::string shownValue(const ControlState &control) {
+    switch (control.kind) {
+    case ControlKind::Check:
+        return control.on ? "on" : "off";
+    case ControlKind::List: {
+        const auto chosen = static_cast<std::size_t>(control.index);
+        return chosen >= 1 && chosen <= control.entries.size() ? control.entries[chosen - 1] : "";
+    }
+    case ControlKind::Trackbar:
+        return std::to_string(control.index);
+    case ControlKind::Static:
+    case ControlKind::Button:
+        return "";
+    default:
+        return control.text;
+    }
+}
+
+void putText(ControlState &control, std::string_view text) {
+    if (isShownAsLabel(control.kind)) {
+        control.label = text;
+        return;
+    }
+    control.typed.reset();
+    control.ofExact.reset();
+    control.text = cutToLength(control, trimRight(text));
+}
+
+void putNumber(ControlState &control, double value, std::string_view format) {
+    control.typed.reset();
+    if (!format.empty()) {
+        control.format = format;
+    }
+    control.exact = value;
+    control.text = shownNumber(value, control.kind, control.format);
+    control.ofExact = control.text;
+}
+
+void putEntries(ControlState &control, const std::vector<std::string> &entries, int selected) {
+    control.entries = entries;
+    if (control.length > 0 && entries.size() > static_cast<std::size_t>(control.length)) {
+        control.entries.resize(static_cast<std::size_t>(control.length));
+    }
+    const int count = static_cast<int>(control.entries.size());
+    control.index = selected >= 1 && selected <= count ? selected : 0;
+}
+
+void putLimits(ControlState &control, double low, double high) {
+    const bool single = control.kind == ControlKind::Real; // 0.1 typed is not below 0.1 in single
+    control.low = single ? static_cast<double>(static_cast<float>(low)) : low;
+    control.high = single ? static_cast<double>(static_cast<float>(high)) : high;
+}
+
+std::optional<double> fieldNumber(const ControlState &control) {
+    const bool exact = control.ofExact && *control.ofExact == control.text;
+    return isNumberField(control.kind) && exact ? std::optional(control.exact) : std::nullopt;
+}
+
+bool commitTyped(ControlState &control) {
+    if (!control.typed) {
+        return false;
+    }
+    const std::string typed(isNumberField(control.kind) ? trimBlanks(*control.typed)
+                                                        : cutToLength(control, *control.typed));
+    control.typed.reset();
+    if (typed == control.text) {
+        return false; // also outside the limits: what the program put stays until it is edited
+    }
+    if (control.ofExact && typed == *control.ofExact) {
+        control.text = typed;
+    } else if (isNumberField(control.kind)) {
+        takeTypedNumber(control, typed);
+    } else {
+        control.text = typed;
+    }
+    return true;
+}
+
+bool chooseEntry(ControlState &control, int index) {
+    const bool changed =
+        index != control.index && index >= 1 && index <= static_cast<int>(control.entries.size());
+    control.index = changed ? index : control.index;
+    return changed;
+}
+
+bool setCheck(ControlState &control, bool on) {
+    const bool changed = control.on != on;
+    control.on = on;
+    return changed;
+}
+
+bool moveTrackbar(ControlState &control, int position) {
+    const int held = static_cast<int>(heldInLimits(control, position));
+    const bool changed = held != control.index;
+    control.index = held;
+    return changed;
+}
+
+int closeButtonOf(DialogModel &dialog) {
+    for (const int button : {ButtonCancel, ButtonContinue}) {
+        if (findControl(dialog, button) != nullptr) {
+            return button;
+        }
+    }
+    return dialog.defaultButton;
+}
+
+} // namespace keldrin

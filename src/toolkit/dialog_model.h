@@ -1,0 +1,90 @@
+#pragma once
+
+#include "toolkit/backend.h"
+#include "toolkit/dialog_spec.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace keldrin {
+
+// A loaded dialog: one ControlState for each control of its table. Nothing here knows windows,
+// events or the selected dialog; see user_edits.h for what a user does to a shown dialog.
+
+/// A control of a loaded dialog.
+///
+/// A field of numbers keeps the exact number beside its text. The number counts as long as the
+/// text is the one that belongs to it, so a display format never rounds what the program put.
+struct ControlState {
+    int id = 0;
+    ControlKind kind = ControlKind::Static;
+    std::string label;
+    std::string format; ///< of the last number that was put, else of the table
+    bool enabled = true;
+    int length = 0; ///< most bytes of a text, most entries of a list; 0 no limit
+
+    std::string text;                   ///< as shown, of texts and numbers
+    std::optional<std::string> typed;   ///< an edit of the user that is not yet committed
+    std::optional<std::string> ofExact; ///< the text that stands for `exact`
+    double exact = 0.0;                 ///< holds every int, float and double
+
+    double low = 1.0; ///< limits of what the user types; none when low is above high
+    double high = 0.0;
+
+    std::vector<std::string> entries; ///< of a list
+    int index = 0;                    ///< chosen entry from 1, 0 none; number of a trackbar
+    int step = 1;                     ///< page step of a trackbar
+    bool on = false;                  ///< of a check box
+};
+
+struct DialogModel {
+    int number = 0;
+    std::string caption;
+    std::vector<ControlState> controls; ///< in tab order
+    int defaultButton = 0;              ///< what Enter presses; 0 none
+    int firstControl = 0;               ///< has the focus at first; 0 the first of the table
+    int mode = 0;                       ///< DialogMode while shown, else 0
+    int endButton = 0;                  ///< button that ended it while it blocks; 0 none yet
+    PixelSize size;                     ///< filled by the backend
+};
+
+/// A dialog with the state that its table gives. A unit becomes a static of its own behind its
+/// control, with the control's id plus UnitIdOffset.
+DialogModel makeDialog(const DialogSpec &spec);
+
+/// The control of an id, or null. The id of a label is not a control's; see putText().
+ControlState *findControl(DialogModel &dialog, int id);
+
+bool isNumberField(ControlKind kind);
+
+/// What a control shows as its value: a text, a number, an entry, "on" or "off"; of a static and a
+/// button nothing, their text being the label.
+std::string shownValue(const ControlState &control);
+
+// ---- What the program puts. No limit acts on it; a text is cut to its length.
+
+/// Sets the text of a static, button or check box, or the content of a field. In a field of
+/// numbers such a text has no exact number.
+void putText(ControlState &control, std::string_view text);
+void putNumber(ControlState &control, double value, std::string_view format);
+void putEntries(ControlState &control, const std::vector<std::string> &entries, int selected);
+void putLimits(ControlState &control, double low, double high);
+
+/// The number of a field; none when its text is no number.
+std::optional<double> fieldNumber(const ControlState &control);
+
+// ---- What the user commits. Each returns true when the control has changed.
+
+/// Takes over the typed text, if any. A number is moved to the nearest limit and shown so; a text
+/// that is no number stays as typed.
+bool commitTyped(ControlState &control);
+bool chooseEntry(ControlState &control, int index);
+bool setCheck(ControlState &control, bool on);
+bool moveTrackbar(ControlState &control, int position);
+
+/// The button that the close box and Esc stand for: Cancel, else Continue, else the default one.
+int closeButtonOf(DialogModel &dialog);
+
+} // namespace keldrin

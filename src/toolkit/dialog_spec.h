@@ -1,0 +1,47 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace keldrin {
+
+// A dialog is a table of its controls; the order of the rows is the tab order. Backends build
+// their widgets from it.
+
+enum class ControlKind { Static, Text, Integer, Real, Double, Check, List, Trackbar, Button, Grid };
+
+/// The label beside a control has the control's id plus this, the unit behind it the id plus that.
+/// Titles of groups have ids from 4001 up. None of these clashes with a control's own id.
+inline constexpr int LabelIdOffset = 1000;
+inline constexpr int UnitIdOffset = 2000;
+
+struct ControlSpec {
+    int id = 0;
+    ControlKind kind = ControlKind::Static;
+    std::string_view label = {};  ///< text beside it; of a static, check or button its own text
+    std::string_view format = {}; ///< of a real: one edit descriptor
+    std::string_view unit = {};   ///< text behind it
+    int length = 0;               ///< most bytes of a text, most entries of a list; 0 no limit
+    double low = 1.0;             ///< limits of what the user types; none when low is above high
+    double high = 0.0;
+    bool enabled = true;
+    bool sameRow = false; ///< stands in the row of the control before it
+};
+
+struct DialogSpec {
+    int number = 0;
+    std::string_view caption;
+    int defaultButton = 0; ///< what Enter presses; 0 none
+    std::span<const ControlSpec> controls;
+};
+
+/// The table of a dialog, or null when there is none of that number.
+const DialogSpec *findDialogSpec(int number);
+
+// The tables, each in its own file.
+extern const DialogSpec DataInputDialog;
+extern const DialogSpec MatchingLabelDialog;
+extern const DialogSpec ConfigurationDialog;
+extern const DialogSpec LineAzimuthDialog;
+
+} // namespace keldrin

@@ -1,0 +1,60 @@
+#include "toolkit/control_ids.h"
+#include "toolkit/dialog_spec.h"
+
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+
+constexpr double LeastArea = 0.1;
+constexpr double Largest = 9.9E9;
+constexpr std::string_view AreaFormat = "(1P,G14.4E1)";
+constexpr std::string_view ScaleFormat = "(F14.2)";
+
+constexpr ControlSpec area(int id, std::string_view label) {
+    return {.id = id,
+            .kind = Real,
+            .label = label,
+            .format = AreaFormat,
+            .unit = "m^2",
+            .low = LeastArea,
+            .high = Largest};
+}
+
+constexpr ControlSpec rescaling(int id, std::string_view label, bool sameRow) {
+    return {.id = id,
+            .kind = Double,
+            .label = label,
+            .format = ScaleFormat,
+            .low = -Largest,
+            .high = Largest,
+            .sameRow = sameRow};
+}
+
+constexpr std::array Controls = {
+    ControlSpec{.id = 1082, .kind = List, .label = "Select Line", .length = 32},
+    ControlSpec{.id = 4001, .label = "Rx Coil"},
+    ControlSpec{.id = 4002, .label = "Effective Area"},
+    area(1083, "along-line X"),
+    area(1116, "across-line Y"),
+    area(1117, "vertical Z"),
+    ControlSpec{.id = 4003, .label = "Stn Number Rescaling"},
+    ControlSpec{.id = 4004, .label = "Beginning", .sameRow = true},
+    ControlSpec{.id = 4005, .label = "Increment", .sameRow = true},
+    rescaling(1114, "QDR", false),
+    rescaling(1115, "QDR", true),
+    rescaling(1118, "Client", false),
+    rescaling(1119, "Client", true),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+};
+
+} // namespace
+
+const DialogSpec DataInputDialog = {Dialog::DataInput, "Verify data input parameters.",
+                                    ButtonContinue, Controls};
+
+} // namespace keldrin

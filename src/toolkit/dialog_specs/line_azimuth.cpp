@@ -1,0 +1,34 @@
+#include "toolkit/control_ids.h"
+#include "toolkit/dialog_spec.h"
+
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+
+constexpr double FullCircle = 360.0;
+
+constexpr std::array Controls = {
+    ControlSpec{.id = 1060,
+                .kind = Integer,
+                .label = "Stn file trend",
+                .low = -FullCircle,
+                .high = FullCircle,
+                .enabled = false},
+    ControlSpec{.id = 1048,
+                .kind = Integer,
+                .label = "Verify Line azimuth",
+                .low = -FullCircle,
+                .high = FullCircle},
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+};
+
+} // namespace
+
+const DialogSpec LineAzimuthDialog = {Dialog::LineAzimuth, "Verify line azimuth", ButtonContinue,
+                                      Controls};
+
+} // namespace keldrin

@@ -1,0 +1,74 @@
+#include "toolkit/toolkit.h"
+
+#include "toolkit/drawing.h"
+#include "toolkit/toolkit_state.h"
+
+#include <algorithm>
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+struct ErrorText {
+    int number;
+    std::string_view text;
+};
+
+constexpr std::array ErrorTexts = {
+    ErrorText{ErrorNoSuchDialog, "There is no dialog of this number."},
+    ErrorText{ErrorNoDialogSelected, "No dialog is selected."},
+    ErrorText{ErrorNoSuchControl, "The dialog has no such control."},
+    ErrorText{ErrorWrongKind, "The control holds no value of this kind."},
+    ErrorText{ErrorNoNumber, "The text of the field is no number."},
+    ErrorText{ErrorNoSuchCommand, "The menu has no such command."},
+    ErrorText{ErrorOutputFile, "The output file cannot be created or written."},
+    ErrorText{ErrorNoSuchDevice, "There is no such output device."},
+    ErrorText{ErrorCannotRun, "The operating system could not run the command."},
+    ErrorText{DrawingUnknownColour, "There is no colour of this name."},
+    ErrorText{DrawingBadView, "The drawing area, its units or the text have no extent."},
+    ErrorText{DrawingBadLimits, "The limits of the axis cannot be drawn."},
+};
+
+int takeErrorNumber(ToolkitState &state) {
+    int number = state.errorNumber;
+    state.errorNumber = 0;
+    if (state.fault.reads > 0) {
+        --state.fault.reads;
+        number = state.fault.number;
+        state.systemError = 0;
+    }
+    return number;
+}
+
+} // namespace
+
+int ToolkitErrorState(int item) {
+    ToolkitState &state = toolkitState();
+    switch (item) {
+    case 1:
+        return takeErrorNumber(state);
+    case 2:
+        return state.systemError;
+    default:
+        return 0;
+    }
+}
+
+std::string ToolkitErrorText(int number) {
+    const std::map<int, std::string> &injected = toolkitState().fault.texts;
+    if (const auto found = injected.find(number); found != injected.end()) {
+        return found->second;
+    }
+    const auto *known = std::find_if(ErrorTexts.begin(), ErrorTexts.end(),
+                                     [=](const ErrorText &e) { return e.number == number; });
+    return known == ErrorTexts.end() ? "Toolkit error " + std::to_string(number) + "."
+                                     : std::string(known->text);
+}
+
+void ToolkitSetError(int number, int systemError) {
+    toolkitState().errorNumber = number;
+    toolkitState().systemError = systemError;
+}
+
+} // namespace keldrin

@@ -1,0 +1,127 @@
+#include "toolkit/toolkit.h"
+
+#include "toolkit/drawing.h"
+#include "toolkit/toolkit_state.h"
+
+namespace keldrin {
+
+namespace {
+
+bool isMouse(int type) {
+    return type == EventMouseDown || type == EventMouseUp;
+}
+
+bool menuEntryIsOn(int command) {
+    const MenuEntry *entry = findMenuEntry(command);
+    return entry == nullptr ||
+           toolkitState().menuOn[static_cast<std::size_t>(entry - MenuEntries.data())];
+}
+
+// What the root window reports while it does not take it, or what the menu bar reports out of
+// service, never reaches the logic.
+bool isServed(const RawEvent &event) {
+    if (event.type == EventNone || event.type == EventMouseMove) {
+        return false;
+    }
+    const DialogModel *top = topDialog();
+    if (event.type == EventMenu) {
+        return top == nullptr && menuEntryIsOn(event.value);
+    }
+    const bool alone = top != nullptr && top->mode == DialogModelessAlone;
+    return !(alone && event.window == 0 && (event.type == EventKey || isMouse(event.type)));
+}
+
+// A trackbar is read when its event is served, so of several in a row only the last counts.
+bool isRepeated(const RawEvent &event, const std::deque<RawEvent> &behind) {
+    if (event.type != EventFieldChange || behind.empty()) {
+        return false;
+    }
+    const RawEvent &next = behind.front();
+    return next.type == event.type && next.value == event.value && next.window == event.window;
+}
+
+void deliver(const RawEvent &raw, ToolkitEvent &event) {
+    event = {raw.type, raw.value, raw.window, 0.0F, 0.0F};
+    if (isMouse(raw.type)) {
+        unitsFromFraction(raw.pageX, raw.pageY, event.x, event.y);
+    }
+    if (raw.type == EventMenu) {
+        toolkitState().boxesQuiet = false; // a new command
+    }
+}
+
+bool takeQueued(ToolkitEvent &event) {
+    ToolkitState &state = toolkitState();
+    if (!state.putBack.empty()) {
+        event = state.putBack.front();
+        state.putBack.pop_front();
+        return true;
+    }
+    while (!state.queue.empty()) {
+        const RawEvent raw = state.queue.front();
+        state.queue.pop_front();
+        if (isServed(raw) && !isRepeated(raw, state.queue)) {
+            deliver(raw, event);
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void ToolkitNextEvent(ToolkitEvent &event) {
+    ToolkitState &state = toolkitState();
+    event = {EventClose, 0, 0, 0.0F, 0.0F};
+    while (!takeQueued(event)) {
+        if (state.backend == nullptr || state.closeRemembered) {
+            state.closeRemembered = false;
+            return;
+        }
+        const RawEvent raw = state.backend->wait();
+        if (raw.type != EventNone) {
+            queueEvent(raw);
+        }
+    }
+}
+
+bool ToolkitPeekEvent(ToolkitEvent &event) {
+    ToolkitState &state = toolkitState();
+    RawEvent raw;
+    while (!takeQueued(event)) {
+        if (state.backend == nullptr || !state.backend->peek(raw)) {
+            return false;
+        }
+        queueEvent(raw);
+    }
+    return true;
+}
+
+void ToolkitPutBack(const ToolkitEvent &event) {
+    toolkitState().putBack.push_front(event);
+}
+
+void ToolkitDialogOption(int option, int value) {
+    if (option == EventFieldChange) {
+        toolkitState().fieldChangeEvents = value != 0;
+    }
+}
+
+void WGrInput(int /*mode*/, float &x, float &y, int &event) {
+    ToolkitState &state = toolkitState();
+    event = EventClose;
+    if (state.backend == nullptr) {
+        return;
+    }
+    double pageX = 0.0;
+    double pageY = 0.0;
+    fractionFromUnits(x, y, pageX, pageY);
+    const RubberEnd end = state.backend->rubberBand(pageX, pageY);
+    unitsFromFraction(end.pageX, end.pageY, x, y);
+    event = end.event;
+    if (event == EventClose) {
+        ToolkitPutBack({EventClose, 0, 0, 0.0F, 0.0F});
+    }
+}
+
+} // namespace keldrin

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "toolkit/control_ids.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace keldrin {
+
+// The one menu. Its entries stand on the menu bar itself, in this order; "&" marks the key.
+
+inline constexpr int MenuNumber = 30001;
+
+struct MenuEntry {
+    int command = 0;
+    std::string_view label;
+    std::string_view hint; ///< shown in the status bar
+    bool greyedAtStart = false;
+};
+
+inline constexpr std::array<MenuEntry, 8> MenuEntries = {{
+    {Command::New, "&New", "Read dB/dt data and build new *.std file.", false},
+    {Command::Open, "&Open", "Open existing *.std (and *.m1d) file.", false},
+    {Command::Save, "&Save", "Save KELDRIN inversion files.", false},
+    {Command::Edit, "&Edit Survey Configuration",
+     "Edit survey configuration and inversion control parameters.", true},
+    {Command::AutoSkip, "Auto Skip", "Set skip flags automatically based on threshold criteria.",
+     false},
+    {Command::Invert, "&Invert", "Invert dBz/dt to smoothly varying model.", true},
+    {Command::Review, "&Review Data", "Review dB/dt data and inversion model.", true},
+    {Command::Exit, "E&xit", "Exit program", false},
+}};
+
+/// The entry of a command, or null.
+const MenuEntry *findMenuEntry(int command);
+
+/// A label or caption without its "&" marks.
+std::string withoutMnemonic(std::string_view label);
+
+} // namespace keldrin

@@ -1,0 +1,133 @@
+#include "toolkit/toolkit.h"
+
+#include "base/paths.h"
+#include "toolkit/drawing.h"
+#include "toolkit/toolkit_state.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace keldrin {
+
+void ToolkitInit(Backend &backend, std::vector<std::string> arguments) {
+    ToolkitState &state = toolkitState();
+    state = ToolkitState{};
+    state.backend = &backend;
+    state.arguments = std::move(arguments);
+    for (std::size_t i = 0; i < MenuEntries.size(); ++i) {
+        state.menuOn[i] = !MenuEntries[i].greyedAtStart;
+    }
+    backend.start();
+}
+
+int ToolkitClose() {
+    ToolkitState &state = toolkitState();
+    selectSurface(nullptr);
+    Backend *backend = state.backend;
+    const int code = backend != nullptr ? backend->stop() : 0;
+    state = ToolkitState{};
+    return code;
+}
+
+bool ToolkitStarted() {
+    return toolkitState().backend != nullptr;
+}
+
+void WindowOpen(int flags, int x, int y, int width, int height) {
+    ToolkitState &state = toolkitState();
+    if (state.backend == nullptr) {
+        return;
+    }
+    state.backend->openRoot({flags, x, y, width, height});
+    state.rootOpen = true;
+    for (std::size_t i = 0; i < MenuEntries.size(); ++i) {
+        if (!state.menuOn[i]) {
+            state.backend->setMenu(MenuEntries[i].command, false);
+        }
+    }
+    selectSurface(&state.backend->screen());
+}
+
+void WindowTitle(std::string_view title) {
+    if (Backend *backend = toolkitState().backend) {
+        backend->setTitle(title);
+    }
+}
+
+int ToolkitScreenInfo(int item) {
+    Backend *backend = toolkitState().backend;
+    const PixelSize size = backend != nullptr ? backend->screenSize() : PixelSize{};
+    return item == 1 ? size.width : item == 2 ? size.height : 0;
+}
+
+int ToolkitWindowInfo(int item) {
+    const ToolkitState &state = toolkitState();
+    const PixelRect rect = state.rootOpen ? state.backend->rootRect() : PixelRect{};
+    switch (item) {
+    case 1:
+        return rect.width;
+    case 2:
+        return rect.height;
+    case 5:
+        return rect.x;
+    case 6:
+        return rect.y;
+    default:
+        return 0;
+    }
+}
+
+bool ToolkitHasSurface() {
+    const ToolkitState &state = toolkitState();
+    return state.rootOpen && !state.hardcopyOpen && state.backend->hasSurface();
+}
+
+void WMenuSetState(int command, int /*item*/, int value) {
+    ToolkitState &state = toolkitState();
+    const MenuEntry *entry = findMenuEntry(command);
+    if (entry == nullptr) {
+        ToolkitSetError(ErrorNoSuchCommand);
+        return;
+    }
+    bool &on = state.menuOn[static_cast<std::size_t>(entry - MenuEntries.data())];
+    if (on != (value != 0)) {
+        on = value != 0;
+        if (state.backend != nullptr) {
+            state.backend->setMenu(command, on);
+        }
+    }
+}
+
+void ToolkitFlush() {
+    if (Backend *backend = toolkitState().backend) {
+        backend->flush();
+    }
+}
+
+void ToolkitTrace(std::string_view kind, std::string_view text) {
+    if (Backend *backend = toolkitState().backend) {
+        backend->trace(kind, text);
+    }
+}
+
+std::string IOsVariable(std::string_view name) {
+    const char *value = std::getenv(std::string(name).c_str());
+    return value != nullptr ? value : "";
+}
+
+std::string IOsDirName() {
+    return workingDirectory();
+}
+
+int ToolkitArgumentCount() {
+    const std::size_t count = toolkitState().arguments.size();
+    return count > 0 ? static_cast<int>(count) - 1 : 0;
+}
+
+std::string ToolkitArgument(int index) {
+    const std::vector<std::string> &arguments = toolkitState().arguments;
+    const bool there = index >= 0 && static_cast<std::size_t>(index) < arguments.size();
+    return there ? arguments[static_cast<std::size_t>(index)] : "";
+}
+
+} // namespace keldrin

@@ -1,0 +1,72 @@
+#include "toolkit/toolkit.h"
+
+#include "base/ascii.h"
+#include "base/fixed_text.h"
+#include "toolkit/file_filter.h"
+#include "toolkit/toolkit_state.h"
+
+namespace keldrin {
+
+namespace {
+
+constexpr int SaveFlags = 11;
+
+std::vector<std::string> splitLines(std::string_view text) {
+    std::vector<std::string> lines;
+    for (;;) {
+        const std::size_t end = text.find('\r');
+        lines.emplace_back(text.substr(0, end));
+        if (end == std::string_view::npos) {
+            return lines;
+        }
+        text.remove_prefix(end + 1);
+    }
+}
+
+} // namespace
+
+bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
+                        std::string_view title) {
+    ToolkitState &state = toolkitState();
+    state.lastCommonOk = false;
+    if (state.backend == nullptr) {
+        return false;
+    }
+    const bool save = flags == SaveFlags;
+    const FileRequest request{save, std::string(title), std::string(trimRight(filter)), path};
+    const std::optional<std::string> chosen = state.backend->chooseFile(request);
+    if (chosen) {
+        path = save ? withFilterExtension(*chosen, filter) : *chosen;
+        state.lastCommonOk = true;
+    }
+    return state.lastCommonOk;
+}
+
+int WMessageBox(int /*buttons*/, int icon, int defaultButton, std::string_view text,
+                std::string_view title) {
+    ToolkitState &state = toolkitState();
+    if (state.backend == nullptr || state.boxesQuiet) {
+        return 1;
+    }
+    const BoxResult result =
+        state.backend->messageBox({std::string(title), splitLines(text), icon, defaultButton});
+    state.boxesQuiet = result.quietFurther;
+    return result.button;
+}
+
+void IOsCommand(const std::vector<std::string> &command, int /*flags*/) {
+    ToolkitState &state = toolkitState();
+    if (state.backend == nullptr || command.empty()) {
+        ToolkitSetError(ErrorCannotRun);
+        return;
+    }
+    const RunResult result = state.backend->run(command);
+    state.closeRemembered = state.closeRemembered || result.closeAsked;
+    if (result.systemError != 0) {
+        ToolkitSetError(ErrorCannotRun, result.systemError);
+    } else if (result.toolkitError != 0) {
+        ToolkitSetError(result.toolkitError);
+    }
+}
+
+} // namespace keldrin

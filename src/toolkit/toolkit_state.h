@@ -1,0 +1,59 @@
+#pragma once
+
+#include "toolkit/backend.h"
+#include "toolkit/dialog_model.h"
+#include "toolkit/menu.h"
+
+#include <array>
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+
+/// Error states that a script puts in place of the real ones.
+struct FaultInjection {
+    int number = 0;
+    int reads = 0;                    ///< reads of the error state that still give `number`
+    std::map<int, std::string> texts; ///< descriptions that came with injected numbers
+};
+
+/// State of the toolkit. One per process, see toolkitState(); only the toolkit's own files use it.
+struct ToolkitState {
+    Backend *backend = nullptr;
+    std::vector<std::string> arguments; ///< [0] is the program's own path
+    bool rootOpen = false;
+    bool hardcopyOpen = false; ///< drawing goes to a device, not to the root window
+    std::array<bool, MenuEntries.size()> menuOn{};
+
+    int errorNumber = 0; ///< not yet read; 0 none
+    int systemError = 0; ///< that came with the last error
+    FaultInjection fault;
+
+    std::deque<ToolkitEvent> putBack; ///< given again before all else
+    std::deque<RawEvent> queue;       ///< positions are converted when an event is fetched
+    bool closeRemembered = false;     ///< asked for while a child ran; for the next wait
+    bool fieldChangeEvents = false;
+    bool boxesQuiet = false; ///< the user wants no further boxes of this command
+
+    std::vector<std::unique_ptr<DialogModel>> dialogs; ///< loaded
+    std::vector<DialogModel *> shown;                  ///< the last one is on top
+    int selected = 0;                                  ///< number of a loaded dialog, 0 none
+    int lastButton = 0;                                ///< ended the last blocking dialog
+    bool lastCommonOk = false;                         ///< the last common dialog ended with OK
+};
+
+ToolkitState &toolkitState();
+
+/// The dialog that is shown on top, or null.
+DialogModel *topDialog();
+
+/// Makes the next `reads` reads of the error state give `number` with the description `text`.
+void injectFault(int number, std::string text, int reads);
+
+/// Puts an event behind those that wait to be fetched.
+void queueEvent(const RawEvent &event);
+
+} // namespace keldrin

@@ -1,0 +1,95 @@
+#include "toolkit/user_edits.h"
+
+#include "toolkit/toolkit_state.h"
+
+namespace keldrin {
+
+namespace {
+
+void reportChange(const DialogModel &dialog, int id) {
+    if (toolkitState().fieldChangeEvents && dialog.mode != DialogModal) {
+        queueEvent({EventFieldChange, id, dialog.number, 0.0, 0.0});
+    }
+}
+
+void commitControl(DialogModel &dialog, ControlState &control) {
+    if (!control.typed) {
+        return;
+    }
+    const std::string typed = *control.typed;
+    const bool changed = commitTyped(control);
+    if (control.text != typed && toolkitState().backend != nullptr) {
+        toolkitState().backend->refresh(dialog, control.id);
+    }
+    if (changed) {
+        reportChange(dialog, control.id);
+    }
+}
+
+void commitAll(DialogModel &dialog) {
+    for (ControlState &control : dialog.controls) {
+        commitControl(dialog, control);
+    }
+}
+
+} // namespace
+
+void typeText(DialogModel &dialog, int id, std::string_view text) {
+    for (ControlState &control : dialog.controls) {
+        if (control.id == id) {
+            control.typed = text;
+        } else {
+            commitControl(dialog, control); // the focus has left it
+        }
+    }
+}
+
+void commitField(DialogModel &dialog, int id) {
+    if (ControlState *control = findControl(dialog, id)) {
+        commitControl(dialog, *control);
+    }
+}
+
+void userChooses(DialogModel &dialog, int id, int index) {
+    commitAll(dialog);
+    ControlState *control = findControl(dialog, id);
+    if (control != nullptr && chooseEntry(*control, index)) {
+        reportChange(dialog, id);
+    }
+}
+
+void userChecks(DialogModel &dialog, int id, bool on) {
+    commitAll(dialog);
+    ControlState *control = findControl(dialog, id);
+    if (control != nullptr && setCheck(*control, on)) {
+        reportChange(dialog, id);
+    }
+}
+
+void userMoves(DialogModel &dialog, int id, int position) {
+    commitAll(dialog);
+    ControlState *control = findControl(dialog, id);
+    if (control != nullptr && moveTrackbar(*control, position)) {
+        reportChange(dialog, id);
+    }
+}
+
+bool userPresses(DialogModel &dialog, int id) {
+    const ControlState *button = findControl(dialog, id);
+    if (button == nullptr || button->kind != ControlKind::Button || !button->enabled) {
+        return false;
+    }
+    commitAll(dialog);
+    if (dialog.mode == DialogModal) {
+        dialog.endButton = id;
+    } else {
+        queueEvent({EventButton, id, dialog.number, 0.0, 0.0});
+    }
+    return true;
+}
+
+bool userCloses(DialogModel &dialog) {
+    return userPresses(dialog, closeButtonOf(dialog));
+}
+
+} // namespace keldrin

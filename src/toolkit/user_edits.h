@@ -1,0 +1,32 @@
+#pragma once
+
+#include "toolkit/dialog_model.h"
+
+#include <string_view>
+
+namespace keldrin {
+
+// What a user does to a shown dialog. Backends report it here; the model, the controls on the
+// screen and the queue of events follow. A change of a field queues a field-change event while
+// these are switched on and the dialog does not block.
+
+/// Text in a field of text or numbers as it stands while it is being typed; nobody sees it before
+/// it is committed.
+void typeText(DialogModel &dialog, int id, std::string_view text);
+
+/// The focus leaves a field, or Enter was pressed in it.
+void commitField(DialogModel &dialog, int id);
+
+// Lists, check boxes and trackbars act at once; a typed field is left and committed before.
+void userChooses(DialogModel &dialog, int id, int index);
+void userChecks(DialogModel &dialog, int id, bool on);
+void userMoves(DialogModel &dialog, int id, int position);
+
+/// Presses an enabled button, typed fields being committed just before. In a dialog that blocks it
+/// sets `endButton`, else it queues the button's event. False when there is no such button.
+bool userPresses(DialogModel &dialog, int id);
+
+/// The close box of the dialog, or Esc.
+bool userCloses(DialogModel &dialog);
+
+} // namespace keldrin
