@@ -19,7 +19,6 @@ constexpr int Cancelled = 2;
 constexpr int ControlLabel = 1061;
 constexpr int ControlText = 1091;
 constexpr int ControlNames = 1092;
-constexpr int ControlFromList = 1005;
 
 /// Fills dialog 106 and shows it. index  in: the first choice; out: the user's
 int askInDialog(std::string_view text, std::string_view label,
@@ -31,9 +30,7 @@ int askInDialog(std::string_view text, std::string_view label,
     WDialogLoad(Dialog::MatchingLabel);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1480");
     WDialogPutString(ControlLabel, "Match this " + std::string(trimBlanks(label)) + " label");
-    WDialogPutString(ControlFromList, "from this list");
     WDialogPutString(ControlText, text);
-    WDialogFieldState(ControlText, false);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1486");
     WDialogPutMenu(ControlNames, entries, index);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1490");

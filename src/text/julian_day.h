@@ -9,7 +9,7 @@ namespace keldrin {
 struct JulianDayMemo {
     std::string text = "!@#$%^&"; ///< the mark for nothing read yet, never a date
     int day = 0;
-    int status = 0;
+    int status = 1;
 };
 
 JulianDayMemo &julianDayMemo();
