@@ -257,25 +257,15 @@ void ToolkitPageKind(std::string_view kind) {
     }
 }
 
-void unitsFromFraction(float x, float y, float &unitsX, float &unitsY) {
+void unitsFromFraction(double partX, double partY, float &x, float &y) {
     const DrawingView &view = drawingState().view;
-    unitsX =
-        static_cast<float>(rescaled(static_cast<double>(x), view.area, view.units, Left, Right));
-    unitsY =
-        static_cast<float>(rescaled(static_cast<double>(y), view.area, view.units, Bottom, Top));
+    x = static_cast<float>(rescaled(partX, view.area, view.units, Left, Right));
+    y = static_cast<float>(rescaled(partY, view.area, view.units, Bottom, Top));
 }
 
-void fractionFromUnits(float x, float y, float &partX, float &partY) {
-    partX = static_cast<float>(fractionX(x));
-    partY = static_cast<float>(fractionY(y));
-}
-
-void unitsFromPixel(float pixelX, float pixelY, int windowWidth, int windowHeight, float &x,
-                    float &y) {
-    const bool open = windowWidth > 0 && windowHeight > 0;
-    const float partX = open ? pixelX / static_cast<float>(windowWidth) : 0.0F;
-    const float partY = open ? 1.0F - pixelY / static_cast<float>(windowHeight) : 0.0F;
-    unitsFromFraction(partX, partY, x, y);
+void fractionFromUnits(float x, float y, double &partX, double &partY) {
+    partX = fractionX(x);
+    partY = fractionY(y);
 }
 
 } // namespace keldrin

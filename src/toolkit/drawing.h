@@ -72,13 +72,8 @@ void ToolkitPageKind(std::string_view kind);
 
 // Mouse positions. The surface fills the root window, whatever its shape.
 
-/// Fractions of the surface, y upward from the bottom, as user units in force.
-void unitsFromFraction(float fractionX, float fractionY, float &x, float &y);
-void fractionFromUnits(float x, float y, float &fractionX, float &fractionY);
-
-/// Pixels from the upper left corner of a window of the given size as user units in force. A
-/// window without extent gives the lower left corner of the units.
-void unitsFromPixel(float pixelX, float pixelY, int windowWidth, int windowHeight, float &x,
-                    float &y);
+/// Fractions of the surface, y upward from the bottom, as user units in force, and back.
+void unitsFromFraction(double fractionX, double fractionY, float &x, float &y);
+void fractionFromUnits(float x, float y, double &fractionX, double &fractionY);
 
 } // namespace keldrin

@@ -1,45 +1,75 @@
 #pragma once
 
+#include <span>
+#include <string>
 #include <string_view>
 
 namespace keldrin {
 
 // Axis plotting on a viewport of the page. The plot is laid upon the view and never changes it.
+//
+// With axis limits that allow no plot (equal, not finite, not above 0 on a logarithmic axis) every
+// call that would draw leaves an error state and draws nothing. Points that are not finite, or
+// that a logarithmic axis lacks, are left out.
+//
+// Map coordinates need more digits than a 32-bit real has; the calls for them exist in both widths.
 
 void PlotNew(); ///< forgets the settings of the last plot
 
 /// Plot rectangle in fractions of the page.
 void PlotViewport(float x1, float y1, float x2, float y2);
 
-/// Axis limits; on a logarithmic axis the limits are the real values.
+/// Axis limits; on a logarithmic axis the limits are the real values. A lower limit above the
+/// upper one turns the axis round.
 void PlotUnits(float xMin, float yMin, float xMax, float yMax);
+void PlotUnits(double xMin, double yMin, double xMax, double yMax);
 
-void PlotKind(char kind);                                     ///< 'P' curve plot, 'G' plan
-void PlotScales(std::string_view x, std::string_view y);      ///< each "LOG" or "LIN"
-void PlotFrame();                                             ///< draws the rectangle
+void PlotKind(char kind); ///< 'P' curve plot, 'G' plan: the frame has faint grid marks
+void PlotScales(std::string_view x, std::string_view y); ///< each "LOG" or "LIN"
+void PlotFrame();                                        ///< draws the rectangle
 
-void PlotXLabelOffset(float value); ///< distance of the label from the axis, page centimetres
-void PlotYLabelOffset(float value);
-void PlotXLabel(std::string_view text);      ///< centred below the X axis
-void PlotYLabel(std::string_view text);      ///< centred, rotated, left of the Y axis
-void PlotYLabelRight(std::string_view text); ///< the same on the right side
-void PlotTickLength(float value);            ///< as a fraction of the character height
-
-// Draw the scale of an axis between two values: ticks inward and numbers, in the text size now set.
+// Draw the scale of an axis between two values: ticks inward and numbers, in the text size now
+// set. Numbers that would touch are thinned out. The two values choose the automatic ticks; what
+// lies outside the frame is left out.
 void PlotXAxis(float min, float max);
 void PlotYAxis(float min, float max);
 void PlotYAxisRight(float min, float max);
+void PlotXAxis(); ///< over the whole axis
+void PlotYAxis();
+void PlotYAxisRight();
+void PlotTickLength(float value); ///< as a fraction of the character height
 
-// One data set: a line through points, or a marker at each. Clipped to the plot's frame.
+/// Places for the ticks of the axes that follow, without numbers; count -1 restores the
+/// automatic ticks.
+void PlotTickPositions(const float *values, int count);
+/// Labels of the positions, in their order; blank or none: a tick alone.
+void PlotTickLabels(std::span<const std::string> labels);
+
+// Axis labels, centred along the frame, in the text size now set. A label stands at its offset
+// from the axis or, where that is more, half a character outside the numbers of the axis: so draw
+// the axis first. It is moved back onto the page where it would leave it.
+void PlotXLabelOffset(float value); ///< page centimetres
+void PlotYLabelOffset(float value);
+void PlotXLabel(std::string_view text);      ///< below the X axis
+void PlotYLabel(std::string_view text);      ///< rotated, left of the Y axis
+void PlotYLabelRight(std::string_view text); ///< rotated, right of the frame
+
+// One data set: a line through points, or a marker at each. A line is cut off at the frame; a
+// marker whose centre lies outside is left out.
 void PlotDrawLine(const float *x, const float *y, int count);
+void PlotDrawLine(const double *x, const double *y, int count);
 void PlotMarkers(const float *x, const float *y, int count, int marker);
+void PlotMarkers(const double *x, const double *y, int count, int marker);
 
-void PlotToPage(float x, float y, float &px, float &py);   ///< axis values to page units
-void PlotFromPage(float px, float py, float &x, float &y); ///< the inverse
+// Axis values to page units, and the inverse; NaN where there is no such place.
+void PlotToPage(float x, float y, float &px, float &py);
+void PlotFromPage(float px, float py, float &x, float &y);
 
-/// One marker at page units: 1 a plus, 14 a filled dot.
-/// width, height  fractions of the page
+/// One marker at page units, wherever it lies: 1 a plus, 14 a filled dot.
 void PlotMarker(float px, float py, int marker);
+
+/// Size of the markers that follow, told like a character's as fractions of the page: a marker is
+/// as wide as the character, and as high as it is wide on a page of 24 by 18 cm.
 void PlotMarkerSize(float width, float height);
 
 } // namespace keldrin
