@@ -87,12 +87,9 @@ struct Target {
     const ControlRow *row = nullptr;
     int element = 0;              ///< next one, from 0
     int end = 0;                  ///< behind the last one
+    bool takesList = false;       ///< a whole array
     bool valueSinceComma = false; ///< a comma now separates and stands for no null value
 };
-
-bool mayTakeMoreTexts(const Target &target) {
-    return target.end - target.element > 1;
-}
 
 /// Whether the quote in front of the cursor ends its text.
 bool endsText(Cursor cursor, const Target &target) {
@@ -106,7 +103,7 @@ bool endsText(Cursor cursor, const Target &target) {
         return cursor.atEnd();
     case '\'':
     case '"':
-        return apart && mayTakeMoreTexts(target);
+        return apart && target.takesList;
     default:
         return cursor.atEnd() || knownAssignmentFollows(cursor);
     }
@@ -187,6 +184,7 @@ bool aimAt(const Assignment &assignment, Target &target) {
         return false;
     }
     target.end = elementCount(*target.row);
+    target.takesList = !assignment.indexed && arrayLength(*target.row) > 0;
     if (assignment.indexed) {
         target.element = assignment.index - 1;
         target.end = assignment.index;
