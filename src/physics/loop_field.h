@@ -1,0 +1,28 @@
+#pragma once
+
+#include "physics/response.h"
+
+#include <array>
+
+namespace keldrin {
+
+// Response of the rectangular loop at a receiver anywhere on the surface. A receiver with
+// |x| > Lx or |y| > Ly (the whole sides, not the half) is outside, and the loop is a grid of
+// dipoles; within that box it is four wires.
+
+/// Word of each component, X Y Z; one that is not zero switches the component on.
+using ComponentWords = std::array<float, 3>;
+
+/// Magnitude of the components that are switched on; never negative. A component that is off is
+/// not computed. The slope is 0 where the magnitude is 1e-30 or less.
+Response Loop_Field(float x, float y, float Lx, float Ly, float t, const ComponentWords &words,
+                    float s);
+
+/// Horizontal components; 0 nearer than 0.01 m to the axis on which they vanish.
+Response Loop_FieldX(float x, float y, float Lx, float Ly, float t, float s);
+Response Loop_FieldY(float x, float y, float Lx, float Ly, float t, float s);
+
+/// Vertical component.
+Response Loop_FieldZ(float x, float y, float Lx, float Ly, float t, float s);
+
+} // namespace keldrin
