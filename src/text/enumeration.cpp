@@ -29,29 +29,30 @@ int askInDialog(std::string_view text, std::string_view label,
     }
     WDialogLoad(Dialog::MatchingLabel);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1480");
+    if (ToolkitDialogInfo(2) != Dialog::MatchingLabel) {
+        return Cancelled;
+    }
     WDialogPutString(ControlLabel, "Match this " + std::string(trimBlanks(label)) + " label");
     WDialogPutString(ControlText, text);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1486");
     WDialogPutMenu(ControlNames, entries, index);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1490");
-    WDialogShow(-1, -1, ButtonContinue, DialogModal);
+    WDialogShow(-1, -1, ControlNames, DialogModal);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1505");
-    if (ToolkitDialogInfo(1) != ButtonContinue) {
-        return Cancelled;
-    }
     int choice = index;
-    if (WDialogGetMenu(ControlNames, choice) && choice >= 1 &&
+    const bool goOn = ToolkitDialogInfo(1) == ButtonContinue;
+    if (goOn && WDialogGetMenu(ControlNames, choice) && choice >= 1 &&
         choice <= static_cast<int>(names.size())) {
         index = choice;
     }
-    return Matched;
+    WDialogUnload();
+    return goOn ? Matched : Cancelled;
 }
 
 int Str_to_iEnumeration_Dialog(std::string_view text, std::string_view label,
                                std::span<const std::string_view> names, int &index) {
     const int dialogBelow = ToolkitDialogInfo(2);
     const int status = askInDialog(text, label, names, index);
-    WDialogUnload();
     if (dialogBelow != 0) {
         WDialogSelect(dialogBelow);
     }
