@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+namespace keldrin {
+
+/// The user's last answers, for the whole run. The error threshold is the project's DataCutoff.
+struct AutoSkipSettings {
+    int firstWindow = 1;
+    int lastWindow = 128;
+    bool errorFilter = true;
+    bool negativeFilter = true;
+    bool slopeFilter = true;
+};
+
+/// Marks windows by the user's thresholds (dialog 104); replaces all earlier marks.
+///
+/// A window outside first..last is always skipped. From the first window that fails the error or
+/// the slope filter on, all later ones of the sounding up to the last are skipped; the negative
+/// filter skips only the window itself.
+/// survey   errors in percent (plus SkipOffset where skipped), dB/dt in nV/(A m2)
+/// returns  0 done, 1 no soundings (reported) or cancelled
+int AutoSkip(SurveyModel &model, AutoSkipSettings &settings);
+
+/// Lets the user change the settings and the cut-off.
+/// maxWindows  largest window count of all soundings
+/// returns     0, or 1 on Cancel with nothing changed
+int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff);
+
+/// How many windows each filter has taken in one pass; a window may be taken by several.
+struct AutoSkipCounts {
+    int outsideRange = 0;
+    int error = 0;    ///< from the window with the large error on
+    int negative = 0;
+    int slope = 0;    ///< from the rising window on
+    int skipped = 0;  ///< in all
+    int windows = 0;
+};
+
+/// The pass itself, without dialog and log.
+AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &settings);
+
+} // namespace keldrin
