@@ -28,16 +28,20 @@ class FramedLine {
 
     void add(ClipSegment segment) {
         const ClipSegment whole = segment;
-        if (!clipSegment(frame_, segment)) {
+        const bool inside = clipSegment(frame_, segment);
+        const bool entered = segment.x1 != whole.x1 || segment.y1 != whole.y1;
+        const bool left = segment.x2 != whole.x2 || segment.y2 != whole.y2;
+        if (!inside || entered) {
             finish();
-            return;
         }
-        if (part_.empty() || segment.x1 != whole.x1 || segment.y1 != whole.y1) {
-            finish();
-            part_.push_back(pagePoint(segment.x1, segment.y1));
+        const bool hasLength = segment.x1 != segment.x2 || segment.y1 != segment.y2;
+        if (inside && hasLength) {
+            if (part_.empty()) {
+                part_.push_back(pagePoint(segment.x1, segment.y1));
+            }
+            part_.push_back(pagePoint(segment.x2, segment.y2));
         }
-        part_.push_back(pagePoint(segment.x2, segment.y2));
-        if (segment.x2 != whole.x2 || segment.y2 != whole.y2) {
+        if (left) {
             finish();
         }
     }

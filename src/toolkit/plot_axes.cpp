@@ -24,7 +24,7 @@ constexpr auto CapHeight = static_cast<double>(CapitalHeight);
 constexpr auto Descent = static_cast<double>(DescenderDepth);
 
 constexpr double SmallTickLength = 0.6; // of the others
-constexpr double GapBelowAxis = 0.4;    // of the character height, from axis to numbers
+constexpr double GapBelowAxis = 0.6;    // of the character height, from axis to numbers
 constexpr double GapBesideAxis = 0.5;   // of the character width
 constexpr double GapBetween = 0.5;      // of a character, between neighbouring numbers
 
