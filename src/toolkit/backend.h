@@ -75,8 +75,8 @@ struct BoxResult {
 /// How a child process ended.
 struct RunResult {
     int exitCode = 0;
-    int systemError = 0;     ///< not 0: the system could not start it or wait for it
-    int toolkitError = 0;    ///< not 0: this error state instead
+    int toolkitError = 0;    ///< not 0: it did not run; ErrorCannotRun when the system refused
+    int systemError = 0;     ///< the system's error code that came with it
     bool closeAsked = false; ///< the root window was asked to close meanwhile
 };
 

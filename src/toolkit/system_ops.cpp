@@ -62,10 +62,8 @@ void IOsCommand(const std::vector<std::string> &command, int /*flags*/) {
     }
     const RunResult result = state.backend->run(command);
     state.closeRemembered = state.closeRemembered || result.closeAsked;
-    if (result.systemError != 0) {
-        ToolkitSetError(ErrorCannotRun, result.systemError);
-    } else if (result.toolkitError != 0) {
-        ToolkitSetError(result.toolkitError);
+    if (result.toolkitError != 0) {
+        ToolkitSetError(result.toolkitError, result.systemError);
     }
 }
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace keldrin {
+
+/// The code of a key as a scenario names it: one character, or a name such as "Escape" or "PageUp",
+/// either with "Ctrl+" or "Ctrl+Shift+" before it.
+std::optional<int> keyCodeOf(std::string_view name);
+
+} // namespace keldrin

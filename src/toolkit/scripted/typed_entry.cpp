@@ -1,0 +1,90 @@
+#include "toolkit/scripted/typed_entry.h"
+
+#include "base/ascii.h"
+#include "toolkit/menu.h"
+#include "toolkit/scripted/script_words.h"
+#include "toolkit/user_edits.h"
+
+namespace keldrin {
+
+namespace {
+
+// The entry of a list that "#INDEX" or its text names, from 1; 0 when there is none.
+int entryOf(const ControlState &control, std::string_view value) {
+    const int count = static_cast<int>(control.entries.size());
+    int index = 0;
+    if (value.substr(0, 1) == "#" && readScriptInteger(value.substr(1), index)) {
+        return index >= 1 && index <= count ? index : 0;
+    }
+    for (int i = 0; i < count; ++i) {
+        if (trimBlanks(control.entries[static_cast<std::size_t>(i)]) == trimBlanks(value)) {
+            return i + 1;
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+bool takesEntry(DialogModel &dialog, int id, std::string_view value) {
+    const ControlState *control = findControl(dialog, id);
+    if (control == nullptr || !control->enabled) {
+        return false;
+    }
+    int number = 0;
+    switch (control->kind) {
+    case ControlKind::Check:
+        return value == "on" || value == "off";
+    case ControlKind::List:
+        return entryOf(*control, value) != 0;
+    case ControlKind::Trackbar:
+        return readScriptInteger(value, number);
+    default:
+        return control->kind == ControlKind::Text || isNumberField(control->kind);
+    }
+}
+
+void enterValue(DialogModel &dialog, int id, std::string_view value) {
+    const ControlState *control = findControl(dialog, id);
+    if (control == nullptr) {
+        return;
+    }
+    int number = 0;
+    switch (control->kind) {
+    case ControlKind::Check:
+        userChecks(dialog, id, value == "on");
+        break;
+    case ControlKind::List:
+        userChooses(dialog, id, entryOf(*control, value));
+        break;
+    case ControlKind::Trackbar:
+        readScriptInteger(value, number);
+        userMoves(dialog, id, number);
+        break;
+    default:
+        typeText(dialog, id, value);
+        commitField(dialog, id);
+    }
+}
+
+bool isEnabledButton(DialogModel &dialog, int id) {
+    const ControlState *control = findControl(dialog, id);
+    return control != nullptr && control->kind == ControlKind::Button && control->enabled;
+}
+
+int findButton(DialogModel &dialog, std::string_view idOrCaption) {
+    int id = 0;
+    if (readScriptInteger(idOrCaption, id)) {
+        return isEnabledButton(dialog, id) ? id : 0;
+    }
+    const std::string caption = withoutMnemonic(idOrCaption);
+    for (const ControlState &control : dialog.controls) {
+        if (control.kind == ControlKind::Button && control.enabled &&
+            withoutMnemonic(control.label) == caption) {
+            return control.id;
+        }
+    }
+    return 0;
+}
+
+} // namespace keldrin
