@@ -96,7 +96,7 @@ int STD_Table_Export(const SurveyModel &model, const std::string &path) {
                });
     std::string reason;
     if (!writeWholeFile(path, text, reason)) {
-        ReportError({"ERROR while writing KELDRIN file", path, reason});
+        ReportError({WriteFailureText, path, reason});
     }
     return 0;
 }

@@ -16,7 +16,7 @@ namespace keldrin {
 namespace {
 
 void reportFailure(const std::string &path, const std::string &reason) {
-    ReportError({"ERROR while writing KELDRIN file", path, reason});
+    ReportError({WriteFailureText, path, reason});
 }
 
 WrittenTable composeProject(SurveyModel &model, const std::string &name, std::string &text) {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace keldrin {
@@ -17,13 +18,9 @@ constexpr double Tolerance = 1.0e-5;
 
 // The number nearest to digits * 10**exponent, which products of powers of ten would miss.
 double decimalValue(std::int64_t digits, int exponent) {
-    std::array<char, 40> text{};
-    char *const end = text.data() + text.size();
-    char *at = std::to_chars(text.data(), end, digits).ptr;
-    *at++ = 'e';
-    at = std::to_chars(at, end, exponent).ptr;
+    const std::string text = std::to_string(digits) + "e" + std::to_string(exponent);
     double value = 0.0;
-    std::from_chars(text.data(), at, value);
+    std::from_chars(text.data(), text.data() + text.size(), value);
     return value;
 }
 
