@@ -1,0 +1,175 @@
+#include "toolkit/control_ids.h"
+#include "toolkit/scripted/answering_backend.h"
+#include "toolkit/toolkit_state.h"
+#include "toolkit/user_edits.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace keldrin {
+namespace {
+
+/// A toolkit without a user, whose events the test queues by itself.
+class DialogEvents : public testing::Test {
+  protected:
+    DialogEvents() {
+        ToolkitInit(backend, {"keldrin"});
+        WindowOpen(7, -1, -1, 1000, 800);
+    }
+    ~DialogEvents() override { ToolkitClose(); }
+
+    // The events that can be had without waiting, as "type:value" each.
+    static std::vector<std::string> waiting() {
+        std::vector<std::string> events;
+        ToolkitEvent event;
+        while (ToolkitPeekEvent(event)) {
+            events.push_back(std::to_string(event.type) + ":" + std::to_string(event.value));
+        }
+        return events;
+    }
+    static void showConfiguration() {
+        WDialogLoad(Dialog::Configuration);
+        ToolkitDialogOption(10, 1);
+        WDialogShow(-1, -1, ButtonContinue, DialogModelessAlone);
+    }
+
+    AnsweringBackend backend;
+    using Events = std::vector<std::string>;
+};
+
+TEST_F(DialogEvents, ATypedFieldIsCommittedJustBeforeAButton) {
+    showConfiguration();
+    typeText(*topDialog(), 1122, "1");
+    typeText(*topDialog(), 1122, "103.4");
+    EXPECT_EQ(waiting(), Events{}) << "not while it is being typed";
+    userPresses(*topDialog(), ButtonContinue);
+    EXPECT_EQ(waiting(), (Events{"10:1122", "3:1090"}));
+
+    typeText(*topDialog(), 1025, "60");
+    typeText(*topDialog(), 1026, "32"); // the focus leaves the first field
+    EXPECT_EQ(waiting(), Events{"10:1025"});
+    WDialogPutMenu(1006, {"m", "ft"}, 1);
+    userChooses(*topDialog(), 1006, 2);
+    userChooses(*topDialog(), 1006, 2); // no change
+    EXPECT_EQ(waiting(), (Events{"10:1026", "10:1006"}));
+
+    ToolkitDialogOption(10, 0);
+    typeText(*topDialog(), 1025, "70");
+    commitField(*topDialog(), 1025);
+    EXPECT_EQ(waiting(), Events{});
+}
+
+TEST_F(DialogEvents, RepeatedChangesOfOneFieldCountOnce) {
+    showConfiguration();
+    for (const char *text : {"1", "2", "3"}) {
+        typeText(*topDialog(), 1025, text);
+        commitField(*topDialog(), 1025);
+    }
+    queueEvent({EventResize, 0, 0, 0.0, 0.0});
+    typeText(*topDialog(), 1025, "4");
+    commitField(*topDialog(), 1025);
+    EXPECT_EQ(waiting(), (Events{"10:1025", "8:0", "10:1025"}));
+}
+
+TEST_F(DialogEvents, TheRootWindowIsServedAsTheDialogAllows) {
+    const auto queueAll = [] {
+        queueEvent({EventMenu, Command::New, 0, 0.0, 0.0});
+        queueEvent({EventKey, 'n', 0, 0.0, 0.0});
+        queueEvent({EventMouseDown, 1, 0, 0.5, 0.5});
+        queueEvent({EventMouseMove, 0, 0, 0.5, 0.5});
+        queueEvent({EventExposure, 0, 0, 0.0, 0.0});
+        queueEvent({EventClose, 0, 0, 0.0, 0.0});
+    };
+    queueAll();
+    queueEvent({EventMenu, Command::Edit, 0, 0.0, 0.0}); // greyed from the start
+    EXPECT_EQ(waiting(), (Events{"2:40001", "1:110", "4:1", "7:0", "9:0"}));
+    WMenuSetState(Command::Edit, 1, 1);
+    queueEvent({EventMenu, Command::Edit, 0, 0.0, 0.0});
+    EXPECT_EQ(waiting(), Events{"2:40006"});
+    showConfiguration();
+    queueAll();
+    EXPECT_EQ(waiting(), (Events{"7:0", "9:0"}));
+    WDialogUnload();
+    WDialogLoad(Dialog::Configuration);
+    WDialogShow(-1, -1, 0, DialogModeless);
+    queueAll();
+    EXPECT_EQ(waiting(), (Events{"1:110", "4:1", "7:0", "9:0"}));
+}
+
+TEST_F(DialogEvents, ANestedDialogLeavesTheOuterOneAsItWas) {
+    showConfiguration();
+    WDialogPutInteger(1024, 7);
+    typeText(*topDialog(), 1025, "60");
+    commitField(*topDialog(), 1025);
+    std::vector<int> asked;
+    backend.beforeAnswer = [&](AnsweringBackend &answers, int dialog) {
+        asked.push_back(dialog);
+        EXPECT_FALSE(answers.edit(1091, "x")) << "disabled by its table";
+        EXPECT_FALSE(answers.edit(1092, "#3")) << "no such entry";
+        EXPECT_TRUE(answers.edit(1092, "nV/Am2"));
+    };
+    const int outer = ToolkitDialogInfo(2);
+    WDialogLoad(Dialog::MatchingLabel);
+    WDialogPutMenu(1092, {"uV/A", "nV/Am2"}, 1);
+    WDialogShow(-1, -1, ButtonContinue, DialogModal);
+    EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
+    int choice = 0;
+    EXPECT_TRUE(WDialogGetMenu(1092, choice));
+    EXPECT_EQ(choice, 2);
+    WDialogUnload();
+    EXPECT_EQ(ToolkitDialogInfo(2), 0);
+    int turns = 0;
+    EXPECT_FALSE(WDialogGetInteger(1024, turns)) << "no dialog is selected";
+    WDialogSelect(outer);
+    EXPECT_TRUE(WDialogGetInteger(1024, turns));
+    EXPECT_EQ(turns, 7);
+    EXPECT_EQ(asked, std::vector<int>{Dialog::MatchingLabel});
+    EXPECT_EQ(waiting(), Events{"10:1025"}) << "a dialog that blocks sends no field changes";
+}
+
+TEST_F(DialogEvents, AnsweringServesEditsThenTheDefaultButton) {
+    int calls = 0;
+    backend.beforeAnswer = [&](AnsweringBackend &answers, int) {
+        ++calls;
+        EXPECT_TRUE(answers.edit(1025, "60"));
+        EXPECT_TRUE(answers.edit(1043, "line7"));
+    };
+    showConfiguration();
+    Events events;
+    ToolkitEvent event;
+    do {
+        ToolkitNextEvent(event);
+        events.push_back(std::to_string(event.type) + ":" + std::to_string(event.value));
+    } while (event.type != EventButton && events.size() < 9);
+    EXPECT_EQ(events, (Events{"10:1025", "10:1043", "3:1090"}));
+    EXPECT_EQ(calls, 1);
+    userPresses(*topDialog(), ButtonContinue);
+    WDialogUnload();
+    EXPECT_EQ(waiting(), Events{}) << "events of a dialog that is gone";
+    ToolkitNextEvent(event);
+    EXPECT_EQ(event.type, EventClose) << "nobody is there to give another event";
+
+    backend.beforeAnswer = [](AnsweringBackend &answers, int) {
+        answers.pressInstead(ButtonCancel);
+    };
+    WDialogLoad(Dialog::DataInput);
+    WDialogShow(-1, -1, ButtonContinue, DialogModal);
+    EXPECT_EQ(ToolkitDialogInfo(1), ButtonCancel);
+    backend.beforeAnswer = nullptr;
+    WDialogShow(-1, -1, ButtonContinue, DialogModal);
+    EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
+}
+
+TEST_F(DialogEvents, DisabledButtonsCannotBePressed) {
+    showConfiguration();
+    WDialogFieldState(ButtonContinue, false);
+    EXPECT_FALSE(userPresses(*topDialog(), ButtonContinue));
+    EXPECT_FALSE(userPresses(*topDialog(), 1025)) << "no button";
+    EXPECT_TRUE(userCloses(*topDialog()));
+    EXPECT_EQ(waiting(), Events{"3:1084"});
+}
+
+} // namespace
+} // namespace keldrin
