@@ -139,7 +139,11 @@ void editGeneral(const EditDescriptor &edit, Real value, EditedText &out) {
         return;
     }
     layFixed(digits, decimals, std::signbit(value), edit.width - blanks, out);
-    out.blanksBehind = blanks;
+    if (out.strippable) {
+        out.blanksBehind = blanks;
+    } else {
+        fillWithAsterisks(out, edit.width);
+    }
 }
 
 template <class Real>
@@ -165,10 +169,9 @@ std::string formatted(std::string_view descriptor, Real value) {
     }
     const EditedText text = edited(edit, value);
     const int before = edit.width - text.length - text.blanksBehind;
-    std::string out(static_cast<std::size_t>(std::max(0, before)), ' ');
+    std::string out(static_cast<std::size_t>(before), ' ');
     out += text.view();
     out.append(static_cast<std::size_t>(text.blanksBehind), ' ');
-    out.resize(edit.width, '*');
     return out;
 }
 

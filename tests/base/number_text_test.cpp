@@ -110,6 +110,7 @@ TEST(FormatReal, FillsTheColumnsOfTheDescriptor) {
     EXPECT_EQ(formatReal("(0p,g12.4e1)", 2.0e5F), "   0.2000E+6");
     EXPECT_EQ(formatReal("(G12.4)", 2.0), "   2.000    ");
     EXPECT_EQ(formatReal("(G3.1E1)", 1.0), "***");
+    EXPECT_EQ(formatReal("(G7.4E1)", 100.0), "*******");
     EXPECT_EQ(formatReal("(F1.0)", 0.0), "*");
     EXPECT_EQ(formatReal("12.1", 0.5), "");
 }
