@@ -213,18 +213,23 @@ template bool takeValues(const Reading &, CellReader<double>, std::span<const st
 template bool takeValues(const Reading &, CellReader<int>, std::span<const std::string_view>, int &,
                          std::span<int>);
 
+bool takeName(std::string_view token, std::string_view label,
+              std::span<const std::string_view> names, int &index) {
+    int answer = index;
+    if (Str_to_iEnumeration(token, label, names, answer) != 0) {
+        return false;
+    }
+    // An answer that the user gave for another enumeration may lie beyond this one.
+    index = std::clamp(answer, 1, static_cast<int>(names.size()));
+    return true;
+}
+
 bool takeEnumerations(const Reading &reading, std::span<int> indices) {
     const auto &tokens = reading.record.tokens;
-    const int count = static_cast<int>(reading.row.names.size());
     bool stored = false;
     for (std::size_t i = 0; i < std::min(tokens.size(), indices.size()); ++i) {
-        int index = indices[i];
         const std::string label = labelOf(reading, i, indices.size());
-        if (Str_to_iEnumeration(tokens[i], label, reading.row.names, index) == 0) {
-            // An answer that the user gave for another enumeration may lie beyond this one.
-            indices[i] = std::clamp(index, 1, count);
-            stored = true;
-        }
+        stored |= takeName(tokens[i], label, reading.row.names, indices[i]);
     }
     return stored;
 }

@@ -138,7 +138,12 @@ template <class T>
 bool takeValues(const Reading &reading, CellReader<T> cell,
                 std::span<const std::string_view> tokens, int &warnings, std::span<T> values);
 
-/// The same for enumerations: 1-based indices into the row's names.
+/// The 1-based index of a name in an enumeration, which the user may be asked for. False when
+/// there is nothing to match or the user cancelled; `index` is then as before.
+bool takeName(std::string_view token, std::string_view label,
+              std::span<const std::string_view> names, int &index);
+
+/// Token i into value i for enumerations: 1-based indices into the row's names.
 bool takeEnumerations(const Reading &reading, std::span<int> indices);
 
 template <class Text>

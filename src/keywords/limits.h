@@ -66,6 +66,5 @@ inline constexpr Limits MapRange = between(-9.9E30, 9.9E30);
 inline constexpr Limits CircleRange = between(-360.0, 360.0);            // degrees
 inline constexpr Limits SlopeRange = between(-90.0, 90.0);               // degrees
 inline constexpr Limits LengthRange = between(0.01, 9900000256.0, " m"); // 32-bit 9.9E9
-inline constexpr Limits CoilAreaRange = between(1.0E-6, 9900000256.0, " m^2");
 
 } // namespace keldrin

@@ -83,9 +83,10 @@ int readSensor(const Reading &reading) {
 }
 
 constexpr Limits DelayRange = between(0.0, 1.0E6, " usec");
-constexpr Limits AxisAreaRange = CoilAreaRange;
+constexpr Limits AxisAreaRange = between(1.0E-6, 9900000256.0, " m^2");
+/// Of the record for all axes, where a minus sign does not count.
 constexpr Limits AreaRange =
-    magnitudeBetween(CoilAreaRange.low, CoilAreaRange.high, Magnitude::Positive, " m^2");
+    magnitudeBetween(AxisAreaRange.low, AxisAreaRange.high, Magnitude::Positive, " m^2");
 
 constexpr auto RxRows = std::to_array<KeywordRow>({
     number<&RxMetadata::QdrStn>("QDRSTN", StationRange),

@@ -1,7 +1,6 @@
 #include "keywords/group_readers.h"
 
 #include "base/ascii.h"
-#include "text/enumeration.h"
 
 namespace keldrin {
 namespace {
@@ -29,16 +28,6 @@ Names arraysOf(int typeIndex) {
     return byType[static_cast<std::size_t>(typeIndex - 1)];
 }
 
-bool matched(std::string_view token, std::string_view label, Names names, int &index) {
-    int answer = index;
-    if (Str_to_iEnumeration(token, label, names, answer) != 0) {
-        return false;
-    }
-    // An answer that the user gave for another enumeration may lie beyond this one.
-    index = std::clamp(answer, 1, static_cast<int>(names.size()));
-    return true;
-}
-
 int readType(const Reading &reading) {
     SurveyMetadata &survey = reading.metadata.Survey;
     keepSource(reading, survey.Type, [&] {
@@ -46,7 +35,7 @@ int readType(const Reading &reading) {
         const std::string_view label = reading.row.label;
         if (type == "NSAMT" || type == "AMT" || type == "MT") {
             survey.TypeIndex = NaturalSource;
-        } else if (!matched(type, label, TypeNames, survey.TypeIndex)) {
+        } else if (!takeName(type, label, TypeNames, survey.TypeIndex)) {
             return false;
         }
         survey.Type.value = type;
@@ -61,7 +50,7 @@ int readArray(const Reading &reading) {
     keepSource(reading, survey.Array, [&] {
         const std::string_view array = reading.record.tokens.front();
         const Names names = arraysOf(survey.TypeIndex);
-        if (!matched(array, reading.row.label, names, survey.ArrayIndex)) {
+        if (!takeName(array, reading.row.label, names, survey.ArrayIndex)) {
             return false;
         }
         survey.Array.value = array;
