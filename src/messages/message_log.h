@@ -40,7 +40,7 @@ struct MessageLog {
     std::function<void(MessageKind, std::span<const MessageLine>)> observer;
 
     struct CloseFile {
-        void operator()(std::FILE *file) const { std::fclose(file); }
+        void operator()(std::FILE *open) const { std::fclose(open); }
     };
     std::unique_ptr<std::FILE, CloseFile> file; ///< open from the first logged line to the end
 };
