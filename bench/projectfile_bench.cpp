@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -50,7 +51,7 @@ void writeProject(benchmark::State &state) {
     messageLog().quiet = true;
     SurveyModel model = largeProject();
     const std::string path = benchPath();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         STD_File_Write(model, path);
     }
     const auto bytes = static_cast<std::int64_t>(std::filesystem::file_size(path));
@@ -63,7 +64,7 @@ BENCHMARK(writeProject)->Unit(benchmark::kMillisecond);
 void composeDataRows(benchmark::State &state) {
     const SurveyModel model = largeProject();
     std::int64_t bytes = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         std::string text;
         text.reserve(dataTableRoom(model));
         appendDataRows(text, model);
@@ -79,7 +80,7 @@ void readProject(benchmark::State &state) {
     SurveyModel model = largeProject();
     std::string path = benchPath();
     STD_File_Write(model, path);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         if (STD_File_Read(model, path) != 0) {
             state.SkipWithError("the project cannot be read");
         }

@@ -43,7 +43,7 @@ WrittenTable appendDataRows(std::string &out, const SurveyModel &model);
 /// returns  0
 int STD_Table_Export(const SurveyModel &model, const std::string &path);
 
-/// Room that a table of `rows` rows takes in a file, in bytes, roughly.
+/// Bytes that the table of a model takes in a file, with some to spare.
 std::size_t dataTableRoom(const SurveyModel &model);
 
 } // namespace keldrin

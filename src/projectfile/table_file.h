@@ -6,6 +6,7 @@
 #include "text/columns.h"
 
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <span>
 #include <string>

@@ -21,7 +21,7 @@ void warnOfLongRamp(const ControlValues &control, float quarterPeriod) {
                      messageNumber(control.TxFreq) + " hertz"});
 }
 
-std::string element(std::string_view name, int i) {
+std::string element(std::string_view name, std::size_t i) {
     return std::string(name) + "(" + std::to_string(i + 1) + ")=";
 }
 
@@ -30,23 +30,21 @@ std::string waveformFault(const ControlValues &control) {
     constexpr float LeastStep = 1.0E-6F; // msec
     const WaveformReals &times = control.TxWFT;
     const WaveformReals &currents = control.TxWFI;
-    for (int i = 0; i + 1 < control.NTxWF; ++i) {
-        const float earliestNext = times[static_cast<std::size_t>(i)] + LeastStep;
-        const float next = times[static_cast<std::size_t>(i + 1)];
-        if (!(earliestNext < next)) {
+    const auto points = static_cast<std::size_t>(control.NTxWF);
+    for (std::size_t i = 0; i + 1 < points; ++i) {
+        const float earliestNext = times[i] + LeastStep;
+        if (!(earliestNext < times[i + 1])) {
             return element("TxWFT", i) + messageNumber(earliestNext) +
-                   " >= " + element("TxWFT", i + 1) + messageNumber(next) + " msec";
+                   " >= " + element("TxWFT", i + 1) + messageNumber(times[i + 1]) + " msec";
         }
     }
-    for (int i = 0; i < control.NTxWF; ++i) {
-        const float time = times[static_cast<std::size_t>(i)];
-        const float current = currents[static_cast<std::size_t>(i)];
-        if (time > control.TxWFT0) {
-            return element("TxWFT", i) + messageNumber(time) +
+    for (std::size_t i = 0; i < points; ++i) {
+        if (times[i] > control.TxWFT0) {
+            return element("TxWFT", i) + messageNumber(times[i]) +
                    " > fTxWFT0=" + messageNumber(control.TxWFT0) + " msec";
         }
-        if (std::fabs(current) > 1.0F) {
-            return "ABS{" + element("TxWFI", i) + messageNumber(current) + "} > 1.0";
+        if (std::fabs(currents[i]) > 1.0F) {
+            return "ABS{" + element("TxWFI", i) + messageNumber(currents[i]) + "} > 1.0";
         }
     }
     return {};

@@ -3,7 +3,6 @@
 namespace keldrin {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;

@@ -1,14 +1,11 @@
 #include "projectfile/project_case.h"
 
-#include <filesystem>
-
 namespace keldrin {
 namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testing::Not;
 
 using DataTable = ProjectCase;
 
