@@ -46,7 +46,7 @@ float Loop_CircleFloor(float radius, float t, float s) {
         return (v * v * u / D) * circleFit(u, v);
     }
     if (u <= 4.5F) {
-        return (3.0F * Erf_Single(u) - 1.1283792F * u * (3.0F + 2.0F * v) * std::exp(-v)) / D;
+        return (3.0F * Erf_Single(u) - 1.1283792F * u * (3.0F + 2.0F * v) * Exp_Single(-v)) / D;
     }
     return 3.0F / D;
 }

@@ -16,6 +16,7 @@ struct SingleWidth {
     static constexpr Real LargeC = 3.5F;  ///< above it erf(C) is taken as 1
     static constexpr Real LargeB = 30.0F; ///< with large C, from it on exp(-B) is taken as 0
     static Real erf(Real x) { return Erf_Single(x); }
+    static Real exp(Real x) { return Exp_Single(x); }
 };
 struct DoubleWidth {
     using Real = double;
@@ -24,6 +25,7 @@ struct DoubleWidth {
     static constexpr Real LargeC = 5.5;
     static constexpr Real LargeB = 50.0;
     static Real erf(Real x) { return Erf_Double(x); }
+    static Real exp(Real x) { return std::exp(x); }
 };
 
 template <class Real>
@@ -36,7 +38,7 @@ template <class Width, class Real = typename Width::Real>
 Response smallSide(Real p, Real A1, Real B, Real C) {
     const Real A = A1 * A1;
     const Real p2 = p * Width::TwoOverRootPi * A1 * (B * B);
-    const Real v = Real(0.8) * p2 * std::exp(-C * C) *
+    const Real v = Real(0.8) * p2 * Width::exp(-C * C) *
                    (Real(1) + (Real(6) * B + Real(16) * A) / Real(21) +
                     (Real(12) * (B * B) + Real(44) * A * B + Real(60) * (A * A)) / Real(189));
     const Real d = p2 * (Real(1.2) - (Real(30) * B + Real(10) * A) / Real(21) +
@@ -68,11 +70,11 @@ Response side(float along, float across, float conductivity, float q) {
     Real M = 0;
     if (C > Width::LargeC) {
         if (B < Width::LargeB) {
-            M = Real(2) * std::exp(-B) * Width::erf(A1);
+            M = Real(2) * Width::exp(-B) * Width::erf(A1);
         }
     } else {
-        G = G * Width::erf(C) - Width::TwoOverRootPi * A1 * g * std::exp(-C * C);
-        M = Real(2) * std::exp(-B) * Width::erf(A1);
+        G = G * Width::erf(C) - Width::TwoOverRootPi * A1 * g * Width::exp(-C * C);
+        M = Real(2) * Width::exp(-B) * Width::erf(A1);
     }
     return rounded(p * (G - (Real(1) + B) * M), -p * (G - (Real(1) + B + B * B) * M));
 }

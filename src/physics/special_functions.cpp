@@ -1,42 +1,11 @@
 #include "physics/special_functions.h"
 
-#include <cmath>
-
 namespace keldrin {
 
 namespace {
 
-// Where the power series ends and the scaled form begins.
-constexpr float Split = 3.75F;
-
-double widened(float x) {
-    return static_cast<double>(x);
-}
-
-// sqrt(x) exp(-x) I0(x) and I1(x) for x >= 3.75.
-double largeI0(float x) {
-    const double y = widened(Split / x);
-    return 0.39894228 +
-           y * (0.01328592 +
-                y * (0.00225319 +
-                     y * (-0.00157565 +
-                          y * (0.00916281 +
-                               y * (-0.02057706 +
-                                    y * (0.02635537 + y * (-0.01647633 + y * 0.00392377)))))));
-}
-double largeI1(float x) {
-    const double y = widened(Split / x);
-    return 0.39894228 +
-           y * (-0.03988024 +
-                y * (-0.00362018 +
-                     y * (0.00163801 +
-                          y * (-0.01031555 +
-                               y * (0.02282967 +
-                                    y * (-0.02895312 + y * (0.01787654 - y * 0.00420059)))))));
-}
-
-// erfc(a) exp(a^2) for 0.5 < a <= 4.
-double erfcMiddle(double a) {
+// exp(a^2) erfc(a) for 0.5 < a <= 4.
+double scaledComplement(double a) {
     const double p = 300.459261020162 +
                      a * (451.918953711873 +
                           a * (339.320816734344 +
@@ -54,7 +23,7 @@ double erfcMiddle(double a) {
 }
 
 // The same for 4 < a < 5.8.
-double erfcLarge(double a) {
+double scaledComplementTail(double a) {
     const double i = 1.0 / (a * a);
     const double p = 0.282094791773523 +
                      i * (4.6580782871847 +
@@ -65,69 +34,12 @@ double erfcLarge(double a) {
     return (0.564189583547756 - p / (a * a * q)) / a;
 }
 
+float unscaled(double asymptote, float a) {
+    return static_cast<float>(asymptote / static_cast<double>(std::sqrt(a)) *
+                              static_cast<double>(std::exp(a)));
+}
+
 } // namespace
-
-float Bessel_I0(float x) {
-    const float a = std::fabs(x);
-    if (a >= Split) {
-        return static_cast<float>(largeI0(a) / widened(std::sqrt(a)) * widened(std::exp(a)));
-    }
-    const float ratio = x / Split;
-    const double y = widened(ratio * ratio);
-    return static_cast<float>(
-        1.0 + y * (3.5156229 +
-                   y * (3.0899424 +
-                        y * (1.2067492 + y * (0.2659732 + y * (0.0360768 + y * 0.0045813))))));
-}
-
-float Bessel_I1(float x) {
-    const float a = std::fabs(x);
-    if (a >= Split) {
-        const auto value =
-            static_cast<float>(largeI1(a) / widened(std::sqrt(a)) * widened(std::exp(a)));
-        return x < 0.0F ? -value : value;
-    }
-    const float ratio = x / Split;
-    const double y = widened(ratio * ratio);
-    return static_cast<float>(
-        widened(x) *
-        (0.5 +
-         y * (0.87890594 +
-              y * (0.51498869 +
-                   y * (0.15084934 + y * (0.02658733 + y * (0.00301532 + y * 0.00032411)))))));
-}
-
-float Bessel_I0Scaled(float x) {
-    const float a = std::fabs(x);
-    return static_cast<float>(largeI0(a) / widened(std::sqrt(a)));
-}
-
-float Bessel_I1Scaled(float x) {
-    const float a = std::fabs(x);
-    const auto value = static_cast<float>(largeI1(a) / widened(std::sqrt(a)));
-    return x < 0.0F ? -value : value;
-}
-
-float Erf_Single(float x) {
-    constexpr float complementVanishes = 8.0F;
-    const float a = std::fabs(x);
-    float e = 0.0F;
-    if (!(a >= complementVanishes)) {
-        const float r = 1.0F / (1.0F + 0.5F * a);
-        const float power =
-            -a * a - 1.2655122F +
-            r * (1.0000237F +
-                 r * (0.37409195F +
-                      r * (0.09678418F +
-                           r * (-0.18628806F +
-                                r * (0.27886808F +
-                                     r * (-1.135204F +
-                                          r * (1.4885159F +
-                                               r * (-0.82215226F + r * 0.17087276F))))))));
-        e = r * std::exp(power);
-    }
-    return x < 0.0F ? 1.0F - (2.0F - e) : 1.0F - e;
-}
 
 double Erf_Double(double x) {
     const double a = std::fabs(x);
@@ -143,11 +55,25 @@ double Erf_Double(double x) {
     }
     double value = 1.0;
     if (a <= 4.0) {
-        value = 1.0 - std::exp(-a * a) * erfcMiddle(a);
+        value = 1.0 - std::exp(-a * a) * scaledComplement(a);
     } else if (a < 5.8) {
-        value = 1.0 - std::exp(-a * a) * erfcLarge(a);
+        value = 1.0 - std::exp(-a * a) * scaledComplementTail(a);
     }
     return std::copysign(value, x);
+}
+
+float Bessel_I0(float x) {
+    const float a = std::fabs(x);
+    return a < BesselSplit ? besselSeriesI0(x) : unscaled(besselAsymptoteI0(a), a);
+}
+
+float Bessel_I1(float x) {
+    const float a = std::fabs(x);
+    if (a < BesselSplit) {
+        return besselSeriesI1(x);
+    }
+    const float value = unscaled(besselAsymptoteI1(a), a);
+    return x < 0.0F ? -value : value;
 }
 
 } // namespace keldrin

@@ -43,7 +43,7 @@ Response elementShape(float z) {
         return besselForm(z, Bessel_I0Scaled(z), Bessel_I1Scaled(z));
     }
     if (z > 1.2F) {
-        return std::exp(-z) * besselForm(z, Bessel_I0(z), Bessel_I1(z));
+        return Exp_Single(-z) * besselForm(z, besselSeriesI0(z), besselSeriesI1(z));
     }
     return z > 0.05F ? mediumFit(z) : smallFit(z);
 }
