@@ -15,9 +15,10 @@ int readLength(const Reading &reading) {
     RxMetadata &rx = reading.metadata.Rx;
     const std::array<SourcedReal *, 2> sides = {&rx.LengthX, &rx.LengthY};
     float last = 0.0F;
-    takeComponents(reading, lengthCell, sides, isLengthUnit, rx.lengthWarnings, last);
+    const bool stored =
+        takeComponents(reading, lengthCell, sides, isLengthUnit, rx.lengthWarnings, last);
     const auto &tokens = reading.record.tokens;
-    if (tokens.size() > 1 && !tokens[1].empty() && !isLengthUnit(tokens[1])) {
+    if (stored && tokens.size() > 1 && !tokens[1].empty() && !isLengthUnit(tokens[1])) {
         ReportWarning({"Rx_MD_Read.WARNING:",
                        std::string(reading.record.key) + " has a second value in record # " +
                            std::to_string(reading.record.where.number),

@@ -59,6 +59,7 @@ TEST_F(LoopGroupsTest, LoopSides) {
         {"100ft", 30.48, 30.48},
         {"100,200 ft", 30.48, 60.96},
         {"100 m, 200, ft", 100, 60.96},
+        {"100, 200 ft, m", 100, 60.96},
         {"100, ft", 30.48, 30.48}, // a unit is no second length
         {"100,*", 100, 100},
         {"*,200", 100, 200}, // 100 is the default
@@ -119,6 +120,7 @@ TEST_F(LoopGroupsTest, SecondReceiverLengthIsReported) {
     readAll({"$ ASpace = 50", "$ Rx.Length = 50,m"});
     expectSilence();
     read("$ Rx.Length = 50,60");
+    read("$ Rx.Length = 50,60", SideFile); // not looked at
     EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("|Values will not be used.")));
 }
 
