@@ -13,6 +13,7 @@
 #else
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 extern char **environ; // NOLINT: the system's name
 #endif
 
@@ -35,9 +36,13 @@ int exitCodeOf(int status) {
 }
 
 ChildResult startAndWait(const std::string &program, std::vector<const char *> arguments) {
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, STDERR_FILENO, STDOUT_FILENO);
     pid_t child = 0;
     auto *words = const_cast<char *const *>(arguments.data()); // the call leaves them as they are
-    const int error = posix_spawn(&child, program.c_str(), nullptr, nullptr, words, environ);
+    const int error = posix_spawn(&child, program.c_str(), &actions, nullptr, words, environ);
+    posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
         return {0, error};
     }
@@ -65,6 +70,7 @@ ChildResult runChild(const std::vector<std::string> &command, const std::string 
         return {0, ENOENT};
     }
     std::vector<const char *> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string &word : command) {
         arguments.push_back(word.c_str());
     }

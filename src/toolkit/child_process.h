@@ -12,7 +12,8 @@ struct ChildResult {
 };
 
 /// Runs a program with its arguments, without a shell, and waits for it without end. The program is
-/// looked for on the search path, then in `programDirectory`.
+/// looked for on the search path, then in `programDirectory`. What it writes to its standard output
+/// goes to the error output, so that a transcript stays clean.
 ChildResult runChild(const std::vector<std::string> &command, const std::string &programDirectory);
 
 /// The directory of this program, from its own path as the command line gives it.

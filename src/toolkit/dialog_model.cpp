@@ -45,9 +45,8 @@ double heldInLimits(const ControlState &control, double value) {
 }
 
 // A number outside the limits is shown as the nearest one; any other stays as it was typed.
-void takeTypedNumber(ControlState &control, const std::string &typed) {
-    control.text = typed;
-    const std::optional<double> value = typedNumber(typed, control.kind);
+void takeTypedNumber(ControlState &control) {
+    const std::optional<double> value = typedNumber(control.text, control.kind);
     if (!value) {
         return;
     }
@@ -156,12 +155,10 @@ bool commitTyped(ControlState &control) {
     if (typed == control.text) {
         return false; // also outside the limits: what the program put stays until it is edited
     }
-    if (control.ofExact && typed == *control.ofExact) {
-        control.text = typed;
-    } else if (isNumberField(control.kind)) {
-        takeTypedNumber(control, typed);
-    } else {
-        control.text = typed;
+    const bool standsForExact = control.ofExact && typed == *control.ofExact;
+    control.text = typed;
+    if (isNumberField(control.kind) && !standsForExact) {
+        takeTypedNumber(control);
     }
     return true;
 }

@@ -4,6 +4,8 @@
 #include "toolkit/toolkit_state.h"
 
 #include <cmath>
+#include <limits>
+#include <type_traits>
 
 namespace keldrin {
 
@@ -108,8 +110,10 @@ bool readNumber(int id, Number &value) {
             number = exact ? nearestInt(*exact) : 0;
             return exact && std::fabs(*exact - number) <= 0.5; // not one outside the width
         } else {
-            number = exact ? static_cast<Number>(*exact) : Number{};
-            return exact.has_value();
+            constexpr auto largest = static_cast<double>(std::numeric_limits<Number>::max());
+            const bool fits = exact && !(std::fabs(*exact) > largest);
+            number = fits ? static_cast<Number>(*exact) : Number{};
+            return fits;
         }
     });
     value = good ? number : value;

@@ -34,9 +34,17 @@ extern "C" void endByCrash(int /*signal*/) {
     std::_Exit(ScriptNoProgress);
 }
 
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KELDRIN_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define KELDRIN_ADDRESS_SANITIZER
+#endif
+
 // A crash ends with an exit code of its own. Under a sanitizer its report comes first.
 void catchCrashes() {
-#if !defined(__SANITIZE_ADDRESS__)
+#ifndef KELDRIN_ADDRESS_SANITIZER
     std::set_terminate([] { std::_Exit(ScriptNoProgress); });
     for (const int signal : {SIGSEGV, SIGABRT, SIGFPE, SIGILL}) {
         std::signal(signal, endByCrash);

@@ -1,0 +1,100 @@
+#include "support/files.h"
+#include "toolkit/child_process.h"
+#include "toolkit/scripted/scripted_backend.h"
+#include "toolkit/scripted/scripted_run.h"
+#include "toolkit/toolkit.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+namespace keldrin {
+namespace {
+
+std::string inTempDir(const std::string &name, std::string_view content) {
+    const std::string path = testing::TempDir() + name;
+    putFile(path, content);
+    return path;
+}
+
+TEST(ScriptedRun, AnUnreadableScenarioStartsNothing) {
+    const std::string path = inTempDir("keldrin_bad.scn", "menu New\njump\n\nset x\n");
+    std::ostringstream transcript;
+    std::ostringstream complaints;
+    EXPECT_EQ(startScriptedRun(path, {"keldrin"}, transcript, complaints), ScriptUnreadable);
+    EXPECT_FALSE(ToolkitStarted());
+    EXPECT_EQ(transcript.str(), "");
+    EXPECT_EQ(complaints.str().substr(0, path.size() + 3), path + ":2:");
+    EXPECT_NE(complaints.str().find(path + ":4:"), std::string::npos);
+    EXPECT_EQ(startScriptedRun(path + ".none", {"keldrin"}, transcript, complaints),
+              ScriptUnreadable);
+}
+
+// A program that asks for a file and would leave a trace behind it.
+[[noreturn]] void chooseThenWrite(const std::string &scenario, const std::string &trace) {
+    if (startScriptedRun(scenario, {"keldrin"}, std::cerr, std::cerr) == 0) {
+        WindowOpen(7, -1, -1, 100, 100);
+        std::string path;
+        ToolkitFileChooser("d|*.std|", 10, path, "Open");
+        putFile(trace, path);
+        std::exit(ToolkitClose());
+    }
+    std::exit(ScriptUnreadable);
+}
+
+TEST(ScriptedRun, TheProcessEndsInsideTheRequest) {
+    const std::string trace = testing::TempDir() + "keldrin_trace.txt";
+    std::filesystem::remove(trace);
+    const auto ends = [&](std::string_view lines, int code, const char *said) {
+        const std::string scenario = inTempDir("keldrin_run.scn", lines);
+        EXPECT_EXIT(chooseThenWrite(scenario, trace), testing::ExitedWithCode(code), said) << lines;
+    };
+    ends("menu New\n", ScriptOutOfStep, "! 1: .menu New. does not answer file open.*\nend out");
+    ends("", ScriptEndedInRequest, "from \"\"\nend script");
+    EXPECT_FALSE(std::filesystem::exists(trace)) << "nothing more is written";
+    ends("file a.std\nnote passed over\n", ScriptPassed, "got file \"a.std\"\nend program");
+    EXPECT_TRUE(std::filesystem::exists(trace));
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(ScriptedRun, ACrashHasACodeOfItsOwn) {
+    const std::string scenario = inTempDir("keldrin_crash.scn", "");
+    EXPECT_EXIT(
+        {
+            startScriptedRun(scenario, {"keldrin"}, std::cerr, std::cerr);
+            std::abort();
+        },
+        testing::ExitedWithCode(ScriptNoProgress), "");
+}
+#endif
+
+TEST(ChildProcess, IsFoundByNameAndGetsItsArgumentWhole) {
+    const std::string directory = testing::TempDir();
+    const std::string seen = directory + "keldrin_seen.txt";
+    const std::string engine =
+        inTempDir("keldrin_engine",
+                  "#!/bin/sh\necho noise\nprintf '%s|%s' \"$#\" \"$1\" > '" + seen + "'\nexit 7\n");
+    std::filesystem::permissions(engine, std::filesystem::perms::owner_all);
+    const std::string argument = "a b'; $HOME \"c\".std";
+    testing::internal::CaptureStdout();
+    const ChildResult result = runChild({"keldrin_engine", argument}, directory);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(result.systemError, 0);
+    EXPECT_EQ(result.exitCode, 7);
+    EXPECT_EQ(fileContent(seen), "1|" + argument);
+
+    EXPECT_EQ(runChild({"keldrin_no_such_program"}, directory).systemError, ENOENT);
+    EXPECT_EQ(runChild({}, directory).systemError, ENOENT);
+    inTempDir("keldrin_engine", "no program at all");
+    EXPECT_NE(runChild({"keldrin_engine"}, directory).systemError, 0);
+    EXPECT_EQ(programDirectory("/opt/keldrin/keldrin"), "/opt/keldrin/");
+    EXPECT_FALSE(programDirectory("keldrin").empty());
+}
+
+} // namespace
+} // namespace keldrin
