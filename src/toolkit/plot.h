@@ -39,10 +39,15 @@ void PlotYAxis();
 void PlotYAxisRight();
 void PlotTickLength(float value); ///< as a fraction of the character height
 
+/// Room for the numbers beside the plot, in page centimetres from the axis: an axis whose numbers
+/// would reach farther has them in a smaller size. 0: no limit.
+void PlotNumberReach(float value);
+
 /// Places for the ticks of the axes that follow, without numbers; count -1 restores the
 /// automatic ticks.
 void PlotTickPositions(const float *values, int count);
-/// Labels of the positions, in their order; blank or none: a tick alone.
+/// Labels of the positions, in their order; blank or none: a tick alone. Where labels are thinned
+/// out the one at value 0 stays.
 void PlotTickLabels(std::span<const std::string> labels);
 
 // Axis labels, centred along the frame, in the text size now set. A label stands at its offset

@@ -123,17 +123,25 @@ void thinOut(std::vector<AxisNumber> &numbers, double gap) {
     }
 }
 
+// The ordinals are counted from the labelled tick at 0, if there is one.
 std::vector<PlotTick> ticksByHand() {
     const PlotState &plot = plotState();
     std::vector<PlotTick> ticks;
     std::int64_t ordinal = 0;
+    std::int64_t ordinalOfZero = 0;
     for (std::size_t i = 0; i < plot.tickPositions->size(); ++i) {
         PlotTick tick{(*plot.tickPositions)[i], false, ordinal, {}};
         if (i < plot.tickLabels.size()) {
             tick.label = trimBlanks(plot.tickLabels[i]);
         }
-        ordinal += tick.label.empty() ? 0 : 1;
+        if (!tick.label.empty()) {
+            ordinalOfZero = tick.value == 0.0 ? ordinal : ordinalOfZero;
+            ++ordinal;
+        }
         ticks.push_back(std::move(tick));
+    }
+    for (PlotTick &tick : ticks) {
+        tick.ordinal -= ordinalOfZero;
     }
     return ticks;
 }
@@ -191,15 +199,47 @@ void keepRoom(Side side, const std::vector<AxisNumber> &numbers, const Letters &
     }
 }
 
+// Part of the text size at which the numbers beside the frame stay within their room.
+float partWithinReach(Side side, const std::vector<PlotTick> &ticks, const Letters &letters) {
+    const auto most = static_cast<double>(plotState().numberReach);
+    double reach = 0.0;
+    for (const PlotTick &tick : ticks) {
+        reach = std::max(reach, GapBesideAxis * letters.width + widthOf(tick.label, letters));
+    }
+    const bool tooWide = side != Side::Bottom && most > 0.0 && reach > most;
+    return tooWide ? static_cast<float>(most / reach) : 1.0F;
+}
+
+// A smaller text size for as long as it lives.
+class ReducedText {
+  public:
+    explicit ReducedText(float part) {
+        drawingState().characterWidth *= part;
+        drawingState().characterHeight *= part;
+    }
+    ~ReducedText() {
+        drawingState().characterWidth = width_;
+        drawingState().characterHeight = height_;
+    }
+    ReducedText(const ReducedText &) = delete;
+    ReducedText &operator=(const ReducedText &) = delete;
+
+  private:
+    float width_ = drawingState().characterWidth;
+    float height_ = drawingState().characterHeight;
+};
+
 void drawAxis(Side side, double min, double max) {
     if (!plotIsUsable()) {
         return;
     }
     const ClipRectangle frame = frameCm();
+    const double length = static_cast<double>(plotState().tickLength) * lettersNow().height;
+    const std::vector<PlotTick> ticks = ticksBetween(side, min, max);
+    const ReducedText reduced(partWithinReach(side, ticks, lettersNow()));
     const Letters letters = lettersNow();
-    const double length = static_cast<double>(plotState().tickLength) * letters.height;
     std::vector<AxisNumber> numbers;
-    for (const PlotTick &tick : ticksBetween(side, min, max)) {
+    for (const PlotTick &tick : ticks) {
         const double place = placeAlong(side, frame, tick.value);
         if (std::isnan(place)) {
             continue;
@@ -305,6 +345,10 @@ void PlotYAxisRight() {
 
 void PlotTickLength(float value) {
     plotState().tickLength = std::isfinite(value) ? value : 0.0F;
+}
+
+void PlotNumberReach(float value) {
+    plotState().numberReach = std::isfinite(value) ? value : 0.0F;
 }
 
 void PlotTickPositions(const float *values, int count) {

@@ -28,6 +28,7 @@ struct PlotState {
     float xLabelOffset = 0.5F; ///< page cm
     float yLabelOffset = 0.5F; ///< page cm
     float tickLength = 0.25F;  ///< of the character height
+    float numberReach = 0.0F;  ///< page cm beside the frame; 0: no limit
     float markerWidth = 0.00523617F;
     float markerHeight = 0.0117667F;
     std::optional<std::vector<double>> tickPositions; ///< by hand; none: automatic ticks

@@ -1,0 +1,164 @@
+#include "review/plot_limits.h"
+
+#include "base/clock.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+namespace keldrin {
+
+namespace {
+
+// The least and the largest of the values that count.
+struct ValueRange {
+    float low = 1.0e30F;
+    float high = -1.0e30F;
+
+    void add(float value) {
+        if (isPresent(value) && std::isfinite(value)) {
+            low = std::min(low, value);
+            high = std::max(high, value);
+        }
+    }
+    [[nodiscard]] bool isEmpty() const { return low > high; }
+};
+
+struct LineRanges {
+    ValueRange time;        // msec
+    ValueRange data;        // dB/dt
+    ValueRange resistivity; // ohm-m of the layers
+    float depth = 1.0e30F;  // of the deepest layer's lower edge; positive: no models
+};
+
+// Ten to a whole power; a logarithm of nothing is held where 32-bit reals still have room.
+float powerOfTen(float exponent, float highest = 30.0F) {
+    return std::pow(10.0F, limited(exponent, -30.0F, highest));
+}
+
+// A time of 0 has no place on a logarithmic axis, so the next window stands in.
+bool countTime(ValueRange &range, float time) {
+    const bool counts = isPresent(time) && std::isfinite(time) && time != 0.0F;
+    if (counts) {
+        range.add(time);
+    }
+    return counts;
+}
+
+void addTimes(ValueRange &range, std::span<const float> times) {
+    const auto count = [&range](float time) {
+        return countTime(range, time);
+    };
+    std::find_if(times.begin(), times.end(), count);
+    std::find_if(times.rbegin(), times.rend(), count);
+}
+
+void addData(ValueRange &range, const SoundingRecord &sounding, std::size_t windows) {
+    for (std::size_t i = 0; i < windows; ++i) {
+        if (!isSkipped(sounding.TEMerr[i])) {
+            range.add(sounding.TEMobs[i]);
+        }
+        range.add(sounding.TEMcalc[i]);
+    }
+}
+
+void addModel(LineRanges &ranges, const SoundingRecord &sounding) {
+    const int layers = limited(sounding.NumLayer, 0, MaxLayers);
+    if (layers < 1) {
+        return;
+    }
+    for (int i = 0; i < layers; ++i) {
+        ranges.resistivity.add(sounding.ResInv[static_cast<std::size_t>(i)]);
+    }
+    const auto last = static_cast<std::size_t>(layers - 1);
+    const float thickness = isPresent(sounding.ThkInv[last]) ? sounding.ThkInv[last] : 0.0F;
+    const float edge = sounding.ZMid[last] - thickness / 2.0F;
+    if (isPresent(edge)) {
+        ranges.depth = std::min(ranges.depth, edge);
+    }
+}
+
+LineRanges rangesOf(const SurveyModel &survey) {
+    LineRanges ranges;
+    const auto used =
+        static_cast<std::size_t>(limited(survey.SoundingCount, 0, survey.SoundingCapacity()));
+    for (const SoundingRecord &sounding : std::span(survey.hTrn).first(used)) {
+        const auto windows = static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+        addTimes(ranges.time, std::span(sounding.TWcenter).first(windows));
+        addData(ranges.data, sounding, windows);
+        addModel(ranges, sounding);
+    }
+    return ranges;
+}
+
+void setTimeLimits(PlotLimits &limits, const ValueRange &time) {
+    constexpr float slack = 0.01F; // of a decade
+    constexpr float leastRatio = 10000.0F;
+    if (time.isEmpty()) {
+        return;
+    }
+    limits.PlotTimeMin = powerOfTen(std::floor(std::log10(std::fabs(time.low)) + slack));
+    limits.PlotTimeMax = std::max(powerOfTen(std::ceil(std::log10(std::fabs(time.high)) - slack)),
+                                  limits.PlotTimeMin * leastRatio);
+}
+
+// The power of ten that holds a value of dB/dt. Squares of 1e18 still fit a 32-bit real.
+float decadeOver(float value) {
+    return limited(std::ceil(std::log10(std::fabs(value) + 0.5F)), 0.0F, 18.0F);
+}
+
+// With negative data the axis reaches so far up that they cannot squeeze the positive ones out.
+void setDataLimits(PlotLimits &limits, const ValueRange &data) {
+    constexpr float leastDecade = 4.0F;
+    if (data.isEmpty()) {
+        return;
+    }
+    const float upper = decadeOver(data.high);
+    if (ArcSinh(data.low) < 0.0F) {
+        const float lower = decadeOver(data.low);
+        limits.PlotDataMin = ArcSinh(-powerOfTen(lower));
+        limits.PlotDataMax = ArcSinh(powerOfTen(std::max(5.0F - lower, upper)));
+    } else {
+        limits.PlotDataMin = 0.0F;
+        limits.PlotDataMax = ArcSinh(powerOfTen(std::max(leastDecade, upper)));
+    }
+}
+
+void setModelLimits(PlotLimits &limits, const LineRanges &ranges) {
+    constexpr float leastRatio = 100.0F;
+    constexpr float leastDepth = -10.0F;
+    if (ranges.depth > 0.0F) {
+        return;
+    }
+    limits.PlotDepthMin = std::min(ranges.depth, leastDepth);
+    if (ranges.resistivity.isEmpty()) {
+        return;
+    }
+    const float low = std::fabs(ranges.resistivity.low + 0.01F);
+    const float high = std::fabs(ranges.resistivity.high);
+    limits.PlotResMin = powerOfTen(std::floor(std::log10(low)));
+    limits.PlotResMax = powerOfTen(std::ceil(std::log10(high)));
+    if (limits.PlotResMax / limits.PlotResMin < leastRatio) {
+        limits.PlotResMax = leastRatio * limits.PlotResMin;
+    }
+}
+
+} // namespace
+
+int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &date,
+                    std::string &time) {
+    const DateTime now = clockNow();
+    date = dateText(now);
+    time = timeText(now);
+    limits = PlotLimits{};
+    if (survey.SoundingCount < 1) {
+        return 1;
+    }
+    const LineRanges ranges = rangesOf(survey);
+    setTimeLimits(limits, ranges.time);
+    setDataLimits(limits, ranges.data);
+    setModelLimits(limits, ranges);
+    return 0;
+}
+
+} // namespace keldrin

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "base/real.h"
+#include "model/survey_model.h"
+
+#include <string>
+
+namespace keldrin {
+
+/// Axis limits of the sounding plot. The review keeps one record of them while it runs; the
+/// initialisers are the limits of a line without usable values.
+struct PlotLimits {
+    float PlotTimeMin = 0.01F;           ///< msec, above 0
+    float PlotTimeMax = 100.0F;          ///< msec
+    float PlotDataMin = 0.0F;            ///< ArcSinh of dB/dt and of apparent resistivity
+    float PlotDataMax = ArcSinh(1.0e4F); ///< ArcSinh
+    float PlotResMin = 1.0F;             ///< ohm-m of the model, above 0
+    float PlotResMax = 1000.0F;          ///< ohm-m
+    float PlotDepthMin = -100.0F;        ///< LengthUnits below the surface, negative
+    float PlotDepthMax = 0.0F;           ///< the ground surface
+};
+
+/// Sets limits that hold all soundings of the line, so that its pages can be compared: full
+/// decades of time, dB/dt and resistivity, and the depth of the deepest layer's lower edge.
+///
+/// Skipped observations, missing values and numbers that are not finite do not count; where
+/// nothing is left, the limits are those of the initialisers. The result allows a plot for any
+/// content of the model.
+/// limits      replaced
+/// date, time  of this moment, as the page shows them: "DD/MM/YYYY" and "hh:mm:ss"
+/// returns     0, or 1 without soundings; not reported
+int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &date,
+                    std::string &time);
+
+} // namespace keldrin

@@ -1,0 +1,71 @@
+#include "review/sounding_plot_ticks.h"
+
+#include "base/real.h"
+#include "toolkit/plot_ticks.h"
+
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int LastDecade = 12;
+
+// -1e11 for -12, -1 for -1, 0, 1 for 1, 1e11 for 12.
+float decadeValue(int n) {
+    const float size = n == 0 ? 0.0F : std::pow(10.0F, static_cast<float>(std::abs(n) - 1));
+    return n < 0 ? -size : size;
+}
+
+std::string decadeLabel(int n) {
+    constexpr int firstWithExponent = 5;
+    if (std::abs(n) < firstWithExponent) {
+        return std::to_string(static_cast<int>(decadeValue(n)));
+    }
+    return (n < 0 ? "-1e" : "1e") + std::to_string(std::abs(n) - 1);
+}
+
+void addSmallTicks(std::vector<float> &small, float decade, float low, float high) {
+    for (int times = 2; times <= 9 && decade != 0.0F; ++times) {
+        const float place = ArcSinh(static_cast<float>(times) * decade);
+        if (place >= low && place <= high) {
+            small.push_back(place);
+        }
+    }
+}
+
+// For an axis so short that decades say nothing about it.
+void labelRoundValues(DataAxisTicks &ticks, float low, float high) {
+    const PlotScale values = {std::sinh(static_cast<double>(low)),
+                              std::sinh(static_cast<double>(high)), false};
+    ticks.places.clear();
+    ticks.labels.clear();
+    for (const PlotTick &tick : automaticTicks(values)) {
+        ticks.places.push_back(static_cast<float>(std::asinh(tick.value)));
+        ticks.labels.push_back(tick.label);
+    }
+}
+
+} // namespace
+
+DataAxisTicks dataAxisTicks(float low, float high) {
+    DataAxisTicks ticks;
+    for (int n = -LastDecade; n <= LastDecade; ++n) {
+        const float decade = decadeValue(n);
+        const float place = ArcSinh(decade);
+        addSmallTicks(ticks.small, decade, low, high);
+        if (place > high) {
+            break;
+        }
+        if (place >= low) {
+            ticks.places.push_back(place);
+            ticks.labels.push_back(decadeLabel(n));
+        }
+    }
+    if (ticks.places.size() < 2) {
+        labelRoundValues(ticks, low, high);
+    }
+    return ticks;
+}
+
+} // namespace keldrin
