@@ -69,20 +69,19 @@ void remember(const FixedText<64> &text, int answer) {
 }
 
 /// The name that equals the text, else the first one that it contains; 0 for none. A blank name is
-/// contained in every text, so that it catches all words that no name matches.
+/// contained in every text, so that it catches all words that no name matches. Names are compared
+/// as they stand: one that is not in capitals equals no word, and tables may count on that.
 int indexOf(std::string_view text, std::span<const std::string_view> names) {
     const auto place = [&](auto found) {
         return found == names.end() ? 0 : static_cast<int>(found - names.begin()) + 1;
     };
-    const auto equal = std::find_if(names.begin(), names.end(), [&](std::string_view name) {
-        return sameIgnoringCase(trimRight(name), text);
-    });
+    const auto equal = std::find_if(names.begin(), names.end(),
+                                    [&](std::string_view name) { return trimRight(name) == text; });
     if (equal != names.end()) {
         return place(equal);
     }
-    return place(std::find_if(names.begin(), names.end(), [&](std::string_view name) {
-        return holds(text, Str_Upper(trimRight(name)));
-    }));
+    return place(std::find_if(names.begin(), names.end(),
+                              [&](std::string_view name) { return holds(text, trimRight(name)); }));
 }
 
 } // namespace
