@@ -5,6 +5,7 @@
 #include "conditioning/transmitter_choice.h"
 #include "messages/message_log.h"
 #include "projectfile/control_block.h"
+#include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/toolkit.h"
@@ -313,12 +314,22 @@ void followWaveform(ControlValues &control, const ControlValues &before) {
     }
 }
 
+// A project that got another name takes its models along; a change of case alone is none.
+void writeRenamedModel(const SurveyModel &model, std::string_view oldPath,
+                       const std::string &path) {
+    const bool hasModel = model.SoundingCount > 0 && model.hTrn[0].NumLayer > 0;
+    if (hasModel && !sameIgnoringCase(oldPath, path)) {
+        M1D_File_Write(model, modelPathOf(path));
+    }
+}
+
 } // namespace
 
 int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
     const ControlValues before = model.control;
     ProjectName name = nameOfProject(path);
     path = name.path();
+    const std::string oldPath = path;
     bringIntoRange(model);
     WDialogLoad(Dialog::Configuration);
     ToolkitDialogOption(10, 1);
@@ -333,6 +344,7 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
         followWaveform(model.control, before);
         path = name.path();
         STD_File_Write(model, path);
+        writeRenamedModel(model, oldPath, path);
     } else if (button == ButtonCancel) {
         model.control = before;
         status = 1;

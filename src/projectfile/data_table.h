@@ -8,9 +8,6 @@
 
 namespace keldrin {
 
-/// First line of the message of a project that could not be written.
-inline constexpr std::string_view WriteFailureText = "ERROR while writing KELDRIN file";
-
 // The data table of a project file: one line a time window, soundings in order. The columns stand
 // in data_table.cpp.
 

@@ -3,8 +3,8 @@
 #include "base/clock.h"
 #include "base/safe_writer.h"
 #include "base/version.h"
-#include "messages/message_log.h"
 #include "projectfile/data_columns.h"
+#include "projectfile/kept_file.h"
 
 #include <algorithm>
 #include <cmath>
@@ -96,7 +96,7 @@ int STD_Table_Export(const SurveyModel &model, const std::string &path) {
                });
     std::string reason;
     if (!writeWholeFile(path, text, reason)) {
-        ReportError({WriteFailureText, path, reason});
+        reportWriteFailure(path, reason);
     }
     return 0;
 }

@@ -3,6 +3,7 @@
 #include "model/survey_model.h"
 #include "projectfile/control_block.h"
 #include "projectfile/data_table.h"
+#include "projectfile/kept_file.h"
 
 #include <string>
 
@@ -22,7 +23,7 @@ int STD_File_Read(SurveyModel &model, std::string &path);
 /// log tells how many were left out. A write without a data row first keeps an old file that has
 /// some, as its path with "~" behind.
 /// changes  as STD_Namelist_Write
-/// returns  0 always; a failure is reported
+/// returns  0 always; a failure is reported, its first line WriteFailureText
 int STD_File_Write(SurveyModel &model, const std::string &path);
 
 } // namespace keldrin

@@ -3,6 +3,7 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "projectfile/control_group.h"
+#include "projectfile/table_file.h"
 #include "toolkit/toolkit.h"
 
 #include <cmath>
@@ -53,9 +54,7 @@ int readProject(SurveyModel &model, const std::string &path) {
     if (status == 0) {
         status = STD_Data_Read(model, reader, path);
     }
-    if (reader.endedAtMark()) {
-        ReportInfoLine("The file has an end mark (code 26); what stands behind it was not read.");
-    }
+    noteEndMark(reader);
     if (status == 0) {
         settleAzimuths(model);
     }

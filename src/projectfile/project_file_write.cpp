@@ -5,19 +5,11 @@
 #include "messages/message_log.h"
 #include "projectfile/control_group.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <new>
-#include <system_error>
 
 namespace keldrin {
 
 namespace {
-
-void reportFailure(const std::string &path, const std::string &reason) {
-    ReportError({WriteFailureText, path, reason});
-}
 
 WrittenTable composeProject(SurveyModel &model, const std::string &name, std::string &text) {
     ReportInfoLine("Writing inversion control information to " + name);
@@ -55,19 +47,6 @@ bool holdsDataRows(const std::string &path) {
     return again.open(path) && anyDataLine(again);
 }
 
-/// Copies a file to its path with "~" behind. A copy, so that there is a file at either path
-/// whatever happens to the write that follows.
-bool keepOldFile(const std::string &path, std::string &reason) {
-    std::ifstream file(path, std::ios::binary);
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
-    std::error_code error;
-    if (!file || content.size() != std::filesystem::file_size(path, error)) {
-        reason = "the old file cannot be kept";
-        return false;
-    }
-    return writeWholeFile(path + "~", content, reason);
-}
-
 } // namespace
 
 int STD_File_Write(SurveyModel &model, const std::string &path) {
@@ -81,13 +60,13 @@ int STD_File_Write(SurveyModel &model, const std::string &path) {
         const WrittenTable written = composeProject(model, name, text);
         const bool safe = written.rows > 0 || !holdsDataRows(path) || keepOldFile(path, reason);
         if (!safe || !writeWholeFile(path, text, reason)) {
-            reportFailure(path, reason);
+            reportWriteFailure(path, reason);
         } else if (written.leftOut > 0) {
             ReportInfoLine(std::to_string(written.leftOut) +
                            " soundings of other transmitters are not in the project file.");
         }
     } catch (const std::bad_alloc &) {
-        reportFailure(path, "out of memory");
+        reportWriteFailure(path, "out of memory");
     }
     return 0;
 }

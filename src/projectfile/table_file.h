@@ -45,6 +45,7 @@ struct TableColumn {
     int position;        ///< column in a table without labels, from 1; 0 absent
     bool required;       ///< on a label line
     EmptyCell empty = EmptyCell::Never;
+    bool read = true; ///< else it is written only, and missing in the rows read
 };
 
 inline constexpr std::size_t MostTableColumns = 18;
@@ -89,6 +90,13 @@ inline bool hasColumn(const TableScan &scan, std::size_t column) {
 /// A cell that cannot be read is reported and takes its default.
 /// returns  false at the end of the file
 bool nextTableRow(TableScan &scan, RowValues &values);
+
+/// True when a data row of an open file holds a number in the column, or stands below labels that
+/// do not name it. Reports nothing.
+bool anyRowWith(const TableFormat &format, LineReader &reader, std::size_t column);
+
+/// Logs that an end mark cut off the rest of a file, if it did.
+void noteEndMark(const LineReader &reader);
 
 /// What a line of a table is, by its first character.
 enum class TableLine { Blank, Comment, Labels, Data };

@@ -77,7 +77,8 @@ void readRow(TableScan &scan, RowValues &values) {
     const RecordLine record{scan.lineCount, scan.line};
     for (std::size_t i = 0; i < scan.format.columns.size(); ++i) {
         const TableColumn &column = scan.format.columns[i];
-        const std::string_view cell = scan.cells.column(scan.map.iVarCol[i]);
+        const std::string_view cell =
+            column.read ? scan.cells.column(scan.map.iVarCol[i]) : std::string_view{};
         values[i] = cell.empty() ? column.defaultValue : readCell(column, record, cell);
     }
 }
@@ -130,6 +131,31 @@ bool nextTableRow(TableScan &scan, RowValues &values) {
         }
     }
     return false;
+}
+
+bool anyRowWith(const TableFormat &format, LineReader &reader, std::size_t column) {
+    TableScan scan = beginTableScan(format, reader);
+    while (reader.next(scan.line) == LineStatus::Line) {
+        const TableLine kind = classifyTableLine(scan.line);
+        if (kind == TableLine::Labels) {
+            matchLabels(scan);
+        } else if (kind == TableLine::Data) {
+            Str_Split_Columns(scan.line, format.maxCells, MostTableCell, scan.cells);
+            const std::string_view cell = scan.cells.column(scan.map.iVarCol[column]);
+            double value = MissingValue;
+            if (!hasColumn(scan, column) ||
+                (Cell_to_R8(cell, MissingValue, value) == CellRead && isPresent(value))) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void noteEndMark(const LineReader &reader) {
+    if (reader.endedAtMark()) {
+        ReportInfoLine("The file has an end mark (code 26); what stands behind it was not read.");
+    }
 }
 
 } // namespace keldrin

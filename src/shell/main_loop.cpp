@@ -5,8 +5,10 @@
 #include "base/version.h"
 #include "conditioning/survey_configuration.h"
 #include "messages/message_log.h"
+#include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 #include "review/plan_view.h"
+#include "shell/invert.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
 #include "shell/start_file.h"
@@ -58,6 +60,11 @@ void commandOpen(Shell &shell) {
     showProjectTitle(shell);
 }
 
+void commandInvert(Shell &shell) {
+    leaveIfClosed(Invert(shell.model, shell.ProjectPath));
+    showProjectTitle(shell); // reading offers another file when the project is gone
+}
+
 void commandSave(Shell &shell) {
     if (!ToolkitFileChooser("Save std file|*.std|", 11, shell.ProjectPath,
                             "Save KELDRIN *.std file")) {
@@ -67,6 +74,7 @@ void commandSave(Shell &shell) {
         shell.ProjectPath += ".std";
     }
     STD_File_Write(shell.model, shell.ProjectPath);
+    M1D_File_Write(shell.model, modelPathOf(shell.ProjectPath));
 }
 
 void commandEdit(Shell &shell) {
@@ -90,7 +98,7 @@ struct MenuCommand {
 constexpr std::array Commands = {
     MenuCommand{Command::New, commandNew},        MenuCommand{Command::Open, commandOpen},
     MenuCommand{Command::Save, commandSave},      MenuCommand{Command::Edit, commandEdit},
-    MenuCommand{Command::AutoSkip, commandLater}, MenuCommand{Command::Invert, commandLater},
+    MenuCommand{Command::AutoSkip, commandLater}, MenuCommand{Command::Invert, commandInvert},
     MenuCommand{Command::Review, commandLater},   MenuCommand{Command::Exit, commandExit},
 };
 

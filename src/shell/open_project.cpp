@@ -2,6 +2,7 @@
 
 #include "messages/message_log.h"
 #include "physics/apparent_resistivity.h"
+#include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 
 #include <algorithm>
@@ -25,6 +26,7 @@ int OpenProject(SurveyModel &model, std::string &path) {
         model.SoundingCount = 0;
         return status;
     }
+    M1D_File_Read(model, modelPathOf(path)); // a project without a model is normal
     const auto first = model.hTrn.begin();
     if (std::any_of(first, first + model.SoundingCount, lacksApparentResistivity)) {
         ARes_Survey(model);

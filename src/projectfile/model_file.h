@@ -1,0 +1,34 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+#include <string>
+
+namespace keldrin {
+
+// The layered-model file beside a project: `*.m1d`, a table of layers. Each sounding has a row of
+// its surface, which repeats layer 1, and then one row for each layer; Zinv is the elevation of the
+// layer's middle, so that thicknesses follow from it. The columns stand in model_columns.h.
+
+/// Extension of the model file, put in place of the project's.
+inline constexpr const char *ModelExtension = ".m1d";
+
+/// The model file of a project: an existing one whatever the case of its letters.
+std::string modelPathOf(const std::string &projectPath);
+
+/// Reads the models of the soundings in hTrn; a block of rows finds its sounding by the stations.
+/// Bad cells take the column's default and are reported; rows without a station, Zinv or ResInv,
+/// blocks without a sounding and layers beyond the 48th are dropped.
+/// changes  NumLayer, ThkInv, ZMid and the layer values of the soundings met; ModelLayerCount is
+///          raised to the largest NumLayer
+/// returns  0; 1 without soundings, nothing is read; 2 when there is no file, or none that can be
+///          read (reported in the second case only)
+int M1D_File_Read(SurveyModel &model, const std::string &path);
+
+/// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without
+/// layers has its row of the surface alone; those that the project file leaves out are left out.
+/// A write without a layer first keeps an old file that has some, as its path with "~" behind.
+/// returns  0 always; a failure is reported
+int M1D_File_Write(const SurveyModel &model, const std::string &path);
+
+} // namespace keldrin

@@ -1,0 +1,181 @@
+#include "projectfile/model_file.h"
+
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "projectfile/model_columns.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+/// What a value of a layer is held to, and the column that a missing one is taken from; its own
+/// column stands for the default of the table.
+struct LayerLimit {
+    ModelColumn column;
+    ModelColumn standIn;
+    float low;
+    float high;
+};
+constexpr std::array LayerLimits = {
+    LayerLimit{ModelResInv, ModelResInv, 1.0E-4F, 1.0E6F},
+    LayerLimit{ModelRes0, ModelResInv, 1.0E-4F, 1.0E6F},
+    LayerLimit{ModelRerr0, ModelRerr0, 0.1F, 9999.9F},
+    LayerLimit{ModeldzW, ModeldzW, 0.01F, 100.0F},
+    LayerLimit{ModelRerr, ModelRerr0, 0.1F, 9999.9F},
+    LayerLimit{ModelRsns, ModelRsns, 0.0F, 100.0F},
+};
+constexpr float LeastThickness = 0.1F;
+constexpr float MostThickness = 99999.9F;
+
+/// What tells one sounding from another.
+struct StationKeys {
+    double Station = MissingValue;
+    double RxStn = MissingValue;
+    double TxStn = MissingValue;
+};
+
+bool sameKeys(const StationKeys &a, const StationKeys &b) {
+    return sameTableStation(a.Station, b.Station) && sameTableStation(a.RxStn, b.RxStn) &&
+           sameTableStation(a.TxStn, b.TxStn);
+}
+
+/// The file as far as it is read.
+struct ModelReading {
+    SurveyModel &model;
+    StationKeys keys;  ///< of the block
+    int current = 0;   ///< sounding of the block, from 1; 0 none
+    int layer = 0;     ///< layers of the block so far
+    int models = 0;    ///< blocks so far
+    float top = 0.0F;  ///< elevation of the surface
+    float base = 0.0F; ///< elevation of the lower face of the last layer
+};
+
+double transmitterOf(const ControlValues &control, bool hasColumn, const RowValues &values) {
+    if (!hasColumn) {
+        // A plain 1, not the selected transmitter: so are models of such files numbered.
+        return control.SurveyTypeIndex == FixedLoop ? 1.0 : values[ModelRxStn];
+    }
+    const bool inLoop =
+        control.SurveyTypeIndex != FixedLoop && control.SurveyTypeIndex != MovingLoop;
+    return inLoop ? values[ModelRxStn] : values[ModelTxStn];
+}
+
+void limitLayer(RowValues &values) {
+    for (const LayerLimit &limit : LayerLimits) {
+        double &value = values[limit.column];
+        if (!isPresent(value)) {
+            value = limit.standIn != limit.column ? values[limit.standIn]
+                                                  : ModelColumns[limit.column].defaultValue;
+        }
+        value = static_cast<double>(limited(static_cast<float>(value), limit.low, limit.high));
+    }
+}
+
+/// Fills and limits the values of a row; false when it lacks one that it cannot do without.
+bool settleRow(const ControlValues &control, bool hasTransmitter, RowValues &values) {
+    if (!isPresent(values[ModelStation]) || !isPresent(values[ModelZinv]) ||
+        !isPresent(values[ModelResInv])) {
+        return false;
+    }
+    if (!isPresent(values[ModelRxStn])) {
+        values[ModelRxStn] = values[ModelStation];
+    }
+    values[ModelTxStn] = transmitterOf(control, hasTransmitter, values);
+    limitLayer(values);
+    return true;
+}
+
+bool belongsTo(const SurveyModel &model, int sounding, const StationKeys &keys) {
+    const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(sounding - 1)];
+    return isPresent(keys.TxStn) && sameKeys({record.Station, record.RxStn, record.TxStn}, keys);
+}
+
+int findSounding(const SurveyModel &model, const StationKeys &keys) {
+    for (int sounding = 1; sounding <= model.SoundingCount; ++sounding) {
+        if (belongsTo(model, sounding, keys)) {
+            return sounding;
+        }
+    }
+    return 0;
+}
+
+/// A block's first row tells the surface; its layer values only repeat those of the next row.
+void openBlock(ModelReading &reading, const StationKeys &keys, float elevation) {
+    ++reading.models;
+    reading.keys = keys;
+    reading.current = std::min(reading.current + 1, reading.model.SoundingCount);
+    if (!belongsTo(reading.model, reading.current, keys)) {
+        reading.current = findSounding(reading.model, keys);
+    }
+    reading.top = elevation;
+    reading.base = elevation;
+    reading.layer = 0;
+}
+
+void addLayer(ModelReading &reading, const RowValues &values) {
+    if (reading.current == 0 || reading.layer >= MaxLayers) {
+        return;
+    }
+    const auto elevation = static_cast<float>(values[ModelZinv]);
+    const float thickness =
+        limited(2.0F * (reading.base - elevation), LeastThickness, MostThickness);
+    reading.base -= thickness; // by what the layer was limited to, so that the sum stays true
+    SoundingRecord &record = reading.model.hTrn[static_cast<std::size_t>(reading.current - 1)];
+    const auto layer = static_cast<std::size_t>(reading.layer++);
+    record.NumLayer = reading.layer;
+    record.ThkInv[layer] = thickness;
+    record.ZMid[layer] = -std::fabs(elevation - reading.top);
+    storeElementFields(ModelColumns, values, layer, record);
+    reading.model.ModelLayerCount = std::max(reading.model.ModelLayerCount, reading.layer);
+}
+
+void readRows(ModelReading &reading, LineReader &lines) {
+    TableScan scan = beginTableScan(ModelFormat, lines);
+    RowValues values{};
+    while (nextTableRow(scan, values)) {
+        if (!settleRow(reading.model.control, hasColumn(scan, ModelTxStn), values)) {
+            continue;
+        }
+        const StationKeys keys = {values[ModelStation], values[ModelRxStn], values[ModelTxStn]};
+        if (sameKeys(keys, reading.keys)) {
+            addLayer(reading, values);
+        } else {
+            openBlock(reading, keys, static_cast<float>(values[ModelZinv]));
+        }
+    }
+}
+
+} // namespace
+
+std::string modelPathOf(const std::string &projectPath) {
+    return sideFilePath(projectPath, ModelExtension);
+}
+
+int M1D_File_Read(SurveyModel &model, const std::string &path) {
+    constexpr int noSoundings = 1;
+    constexpr int noFile = 2;
+    if (model.SoundingCount < 1) {
+        return noSoundings;
+    }
+    if (!pathExists(path)) {
+        return noFile;
+    }
+    LineReader reader(MostTableLine);
+    if (!reader.open(path)) {
+        ReportError({"ERROR while opening layered-model file", path, reader.errorText()});
+        return noFile;
+    }
+    ReportInfoLine("Reading layered-model parameters from");
+    ReportInfoLine(path);
+    ModelReading reading{model, {}};
+    readRows(reading, reader);
+    noteEndMark(reader);
+    ReportInfoLine(std::to_string(reading.models) + " layered-models read from " +
+                   std::string(fileNameOf(path)));
+    return 0;
+}
+
+} // namespace keldrin

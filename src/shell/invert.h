@@ -1,0 +1,20 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+#include <string>
+
+namespace keldrin {
+
+/// Name of the inversion engine, looked for on the search path and beside this program.
+inline constexpr const char *EngineName = "rkeldrin";
+
+/// Runs the inversion engine on the project as the disk holds it, waits for its end and loads what
+/// it left, whatever happened: nothing of the model survives but what is in the files.
+/// An engine that cannot be run is reported; its exit code is not looked at. A path that is no
+/// ".std" is refused with a report, and the model stays.
+/// path     as for OpenProject
+/// returns  status of OpenProject; 0 for a refused path
+int Invert(SurveyModel &model, std::string &path);
+
+} // namespace keldrin
