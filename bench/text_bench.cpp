@@ -99,4 +99,3 @@ BENCHMARK_CAPTURE(numberText4, ES12_4, "(ES12.4E1)");
 
 } // namespace
 } // namespace keldrin
-

@@ -150,7 +150,8 @@ TEST_F(AvgTest, OnlyTheChosenLineIsReadWithItsOwnHeader) {
 TEST_F(AvgTest, TheThirtyThirdLineFallsIntoTheLastRowUnderItsLabel) {
     std::string text = Head + Labels;
     for (int i = 1; i <= 34; ++i) {
-        text += "$ Line.Name = L" + std::to_string(i) + "\n2 1 " + std::to_string(i) + " Hz 0.1 50 2\n";
+        text +=
+            "$ Line.Name = L" + std::to_string(i) + "\n2 1 " + std::to_string(i) + " Hz 0.1 50 2\n";
     }
     chosen = 31;
     EXPECT_EQ(read(text), 0);
