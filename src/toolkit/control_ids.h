@@ -17,6 +17,9 @@ inline constexpr int Save = 40008;
 
 namespace Dialog {
 inline constexpr int DataInput = 101;
+inline constexpr int Review = 102;
+inline constexpr int PlotLimits = 103;
+inline constexpr int AutoSkip = 104;
 inline constexpr int MatchingLabel = 106;
 inline constexpr int Configuration = 108;
 inline constexpr int LineAzimuth = 110;

@@ -7,7 +7,8 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::array Dialogs = {&DataInputDialog, &MatchingLabelDialog, &ConfigurationDialog,
+constexpr std::array Dialogs = {&DataInputDialog,  &ReviewDialog,        &PlotLimitsDialog,
+                                &AutoSkipDialog,   &MatchingLabelDialog, &ConfigurationDialog,
                                 &LineAzimuthDialog};
 
 } // namespace

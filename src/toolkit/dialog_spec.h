@@ -40,6 +40,9 @@ const DialogSpec *findDialogSpec(int number);
 
 // The tables, each in its own file.
 extern const DialogSpec DataInputDialog;
+extern const DialogSpec ReviewDialog;
+extern const DialogSpec PlotLimitsDialog;
+extern const DialogSpec AutoSkipDialog;
 extern const DialogSpec MatchingLabelDialog;
 extern const DialogSpec ConfigurationDialog;
 extern const DialogSpec LineAzimuthDialog;

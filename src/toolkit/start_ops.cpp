@@ -23,6 +23,7 @@ void ToolkitInit(Backend &backend, std::vector<std::string> arguments) {
 int ToolkitClose() {
     ToolkitState &state = toolkitState();
     selectSurface(nullptr);
+    state.hardcopy = HardcopyState{}; // an unfinished page must not outlive the backend
     Backend *backend = state.backend;
     const int code = backend != nullptr ? backend->stop() : 0;
     state = ToolkitState{};
@@ -79,7 +80,7 @@ int ToolkitWindowInfo(int item) {
 
 bool ToolkitHasSurface() {
     const ToolkitState &state = toolkitState();
-    return state.rootOpen && !state.hardcopyOpen && state.backend->hasSurface();
+    return state.rootOpen && !state.hardcopy.isOpen() && state.backend->hasSurface();
 }
 
 void WMenuSetState(int command, int /*item*/, int value) {

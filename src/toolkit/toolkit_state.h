@@ -2,6 +2,7 @@
 
 #include "toolkit/backend.h"
 #include "toolkit/dialog_model.h"
+#include "toolkit/hardcopy_state.h"
 #include "toolkit/menu.h"
 
 #include <array>
@@ -25,7 +26,7 @@ struct ToolkitState {
     Backend *backend = nullptr;
     std::vector<std::string> arguments; ///< [0] is the program's own path
     bool rootOpen = false;
-    bool hardcopyOpen = false; ///< drawing goes to a device, not to the root window
+    HardcopyState hardcopy; ///< while it is open drawing goes to a device, not to the root window
     std::array<bool, MenuEntries.size()> menuOn{};
 
     int errorNumber = 0; ///< not yet read; 0 none

@@ -73,6 +73,25 @@ TEST_F(DialogEvents, RepeatedChangesOfOneFieldCountOnce) {
     EXPECT_EQ(waiting(), (Events{"10:1025", "8:0", "10:1025"}));
 }
 
+TEST_F(DialogEvents, ATrackbarIsHeldInItsRangeAndReadWhereItStands) {
+    WDialogLoad(Dialog::Review);
+    ToolkitDialogOption(10, 1);
+    WDialogRangeTrackbar(1057, 1, 5, 1);
+    WDialogPutTrackbar(1057, 2);
+    WDialogShow(-1, -1, 0, DialogModeless);
+    for (const int position : {3, 4, 99}) {
+        userMoves(*topDialog(), 1057, position);
+    }
+    int position = 0;
+    EXPECT_EQ(waiting(), Events{"10:1057"}) << "folded to the last";
+    EXPECT_TRUE(WDialogGetTrackbar(1057, position));
+    EXPECT_EQ(position, 5);
+    userMoves(*topDialog(), 1057, 7);
+    EXPECT_EQ(waiting(), Events{}) << "it has not moved";
+    userCloses(*topDialog());
+    EXPECT_EQ(waiting(), Events{"3:1084"});
+}
+
 TEST_F(DialogEvents, TheRootWindowIsServedAsTheDialogAllows) {
     const auto queueAll = [] {
         queueEvent({EventMenu, Command::New, 0, 0.0, 0.0});

@@ -218,7 +218,7 @@ TEST_F(ConfigurationFields, LabelsAndUnitsCanBeWritten) {
 }
 
 TEST(DialogTables, HaveOwnIdsAndAButtonToLeave) {
-    for (const int number : {101, 106, 108, 110}) {
+    for (const int number : {101, 102, 103, 104, 106, 108, 110}) {
         const DialogSpec *spec = findDialogSpec(number);
         ASSERT_NE(spec, nullptr) << number;
         DialogModel dialog = makeDialog(*spec);
@@ -229,7 +229,9 @@ TEST(DialogTables, HaveOwnIdsAndAButtonToLeave) {
                       !control.format.empty())
                 << control.id;
         }
-        EXPECT_EQ(findControl(dialog, spec->defaultButton)->kind, ControlKind::Button);
+        const ControlState *button = findControl(dialog, spec->defaultButton);
+        EXPECT_EQ(button != nullptr && button->kind == ControlKind::Button, number != 102)
+            << "Enter does nothing in the review";
         EXPECT_NE(closeButtonOf(dialog), 0);
     }
     DialogModel azimuth = makeDialog(*findDialogSpec(110));

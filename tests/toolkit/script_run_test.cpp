@@ -17,7 +17,7 @@ namespace keldrin {
 namespace {
 
 std::string inTempDir(const std::string &name, std::string_view content) {
-    const std::string path = testing::TempDir() + name;
+    std::string path = testing::TempDir() + name;
     putFile(path, content);
     return path;
 }

@@ -1,0 +1,44 @@
+#include "toolkit/control_ids.h"
+#include "toolkit/dialog_spec.h"
+
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+
+constexpr ControlSpec button(int id, std::string_view caption, bool sameRow) {
+    return {.id = id, .kind = Button, .label = caption, .sameRow = sameRow};
+}
+
+constexpr ControlSpec text(int id, std::string_view label, bool sameRow = false) {
+    return {.id = id, .label = label, .sameRow = sameRow};
+}
+
+constexpr std::array Controls = {
+    text(1030, "Select Station"),
+    text(1028, "1"),
+    ControlSpec{.id = 1057, .kind = Trackbar, .low = 1.0, .high = 2.0, .sameRow = true},
+    text(1069, "1", true),
+    button(1058, "&Previous", false),
+    button(1059, "&Next", true),
+    button(1067, "Printer Plot", false),
+    text(1034, "Export plot"),
+    button(1075, "To HPGL File", false),
+    button(1074, "To WMF File", true),
+    button(1081, "Edit Plot Limits", false),
+    button(1068, "E&xit Review", false),
+    button(ButtonCancel, "Cancel Changes", true),
+    text(1012, "Left click on point to set skip flag, right click to clear flag."),
+    text(1013, "Click and drag to skip or clear multiple data points."),
+};
+
+constexpr int NoDefault = 0; // Enter does nothing
+
+} // namespace
+
+const DialogSpec ReviewDialog = {Dialog::Review, "Review TEM data and models", NoDefault, Controls};
+
+} // namespace keldrin
