@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/surfaces/surface.h"
+#include "toolkit/surfaces/document_surface.h"
 
 #include <string>
 
@@ -10,7 +10,7 @@ namespace keldrin {
 ///
 /// The unit of the document is 0.1 mm of the page of 24 by 18 cm; paper of another shape shows it
 /// stretched. Texts carry their width, so that readers with another letter keep the layout.
-class SvgSurface : public Surface {
+class SvgSurface : public DocumentSurface {
   public:
     void begin(float widthCm, float heightCm) override;
     bool end() override;
@@ -22,8 +22,7 @@ class SvgSurface : public Surface {
               float degrees) override;
     void flush() override {}
 
-    /// The whole document; complete once the page has ended.
-    [[nodiscard]] const std::string &document() const { return document_; }
+    [[nodiscard]] const std::string &document() const override { return document_; }
 
   private:
     void appendPoints(std::span<const PagePoint> points);

@@ -1,0 +1,240 @@
+#include "toolkit/hardcopy.h"
+
+#include "base/safe_writer.h"
+#include "toolkit/drawing.h"
+#include "toolkit/surfaces/hpgl_surface.h"
+#include "toolkit/surfaces/null_surface.h"
+#include "toolkit/surfaces/svg_surface.h"
+#include "toolkit/surfaces/wmf_surface.h"
+#include "toolkit/toolkit.h"
+#include "toolkit/toolkit_state.h"
+
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace keldrin {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr double PointsPerCm = 72.0 / 2.54;
+constexpr std::string_view CloseCode = "S";
+
+template <class Page>
+std::unique_ptr<DocumentSurface> newPage() {
+    return std::make_unique<Page>();
+}
+
+struct FileDriver {
+    int number;
+    std::unique_ptr<DocumentSurface> (*open)();
+};
+
+constexpr std::array FileDrivers = {FileDriver{DriverHpgl, newPage<HpglSurface>},
+                                    FileDriver{DriverMetafile, newPage<WmfSurface>},
+                                    FileDriver{DriverSvg, newPage<SvgSurface>}};
+
+const FileDriver *findFileDriver(int number) {
+    for (const FileDriver &driver : FileDrivers) {
+        if (driver.number == number) {
+            return &driver;
+        }
+    }
+    return nullptr;
+}
+
+HardcopyState &hardcopy() {
+    return toolkitState().hardcopy;
+}
+
+float cmOfPoints(double points) {
+    return static_cast<float>(points / PointsPerCm);
+}
+
+// A page in a file is given in whole points but meant in whole millimetres: 680 is 24 cm.
+float filePageCm(int points) {
+    constexpr double millimetresPerCm = 10.0;
+    return static_cast<float>(std::round(points / PointsPerCm * millimetresPerCm) /
+                              millimetresPerCm);
+}
+
+// Asked before anything is drawn, so that the user hears of a bad path at once. An older file is
+// not touched.
+bool canBeWritten(const std::string &path, std::string &fault) {
+    std::error_code error;
+    const fs::file_type type = fs::symlink_status(path, error).type();
+    const bool isNew = type == fs::file_type::not_found;
+    if (!isNew && type != fs::file_type::regular && type != fs::file_type::directory) {
+        return true; // a link or a device: the writer finds out
+    }
+    std::FILE *file = std::fopen(path.c_str(), isNew ? "wb" : "r+b");
+    if (file == nullptr) {
+        fault = std::strerror(errno);
+        return false;
+    }
+    std::fclose(file);
+    if (isNew) {
+        fs::remove(path, error);
+    }
+    return true;
+}
+
+void leaveFault(std::string fault) {
+    hardcopy().fault = std::move(fault);
+    ToolkitSetError(ErrorOutputFile);
+}
+
+// Draws on the device from now on. The paper must have been begun.
+void openPage(float paperWidthCm, float paperHeightCm, const PagePlacement &placement) {
+    HardcopyState &state = hardcopy();
+    state.page =
+        std::make_unique<PlacedSurface>(*state.device, paperWidthCm, paperHeightCm, placement);
+    selectSurface(state.page.get());
+}
+
+std::string openingWords() {
+    const HardcopyState &state = hardcopy();
+    std::string words = std::to_string(state.driver);
+    for (const int option : {HardcopyWidth, HardcopyHeight, HardcopyLeft, HardcopyBottom}) {
+        words += " " + std::to_string(state.options[static_cast<std::size_t>(option)]);
+    }
+    return words;
+}
+
+void openPrinter() {
+    HardcopyState &state = hardcopy();
+    const float width = cmOfPoints(state.paper.width);
+    const float height = cmOfPoints(state.paper.height);
+    state.device->begin(width, height);
+    openPage(width, height,
+             {cmOfPoints(state.options[HardcopyLeft]), cmOfPoints(state.options[HardcopyBottom]),
+              cmOfPoints(state.options[HardcopyWidth]), cmOfPoints(state.options[HardcopyHeight])});
+    ToolkitTrace("hardcopy", openingWords());
+}
+
+// A file has no paper beyond its page.
+void openFile(const FileDriver &driver, std::string_view path) {
+    HardcopyState &state = hardcopy();
+    const float width = filePageCm(state.options[HardcopyWidth]);
+    const float height = filePageCm(state.options[HardcopyHeight]);
+    state.path = path;
+    std::string fault;
+    if (canBeWritten(state.path, fault)) {
+        std::unique_ptr<DocumentSurface> page = driver.open();
+        state.document = page.get();
+        state.device = std::move(page);
+        ToolkitTrace("hardcopy", openingWords());
+    } else {
+        leaveFault(std::move(fault));
+        state.device = std::make_unique<NullSurface>();
+    }
+    state.device->begin(width, height);
+    openPage(width, height, {0.0F, 0.0F, width, height});
+}
+
+void openHardcopy(std::string_view path) {
+    HardcopyState &state = hardcopy();
+    const bool usable = state.options[HardcopyWidth] > 0 && state.options[HardcopyHeight] > 0;
+    const FileDriver *file = findFileDriver(state.driver);
+    const bool isPrinter = state.driver == DriverPrinter && state.device != nullptr;
+    if (state.isOpen() || !usable || (file == nullptr && !isPrinter)) {
+        ToolkitSetError(ErrorNoSuchDevice);
+        return;
+    }
+    state.fault.clear();
+    if (file != nullptr) {
+        openFile(*file, path);
+    } else {
+        openPrinter();
+    }
+}
+
+void closeHardcopy() {
+    HardcopyState &state = hardcopy();
+    ToolkitState &toolkit = toolkitState();
+    const bool drawn = state.page->end();
+    std::string fault = drawn ? "" : "the device failed";
+    if (drawn && state.document != nullptr) {
+        const std::string &content = state.document->document();
+        if (writeWholeFile(state.path, content, fault)) {
+            ToolkitTrace("file", state.path + " bytes=" + std::to_string(content.size()));
+        }
+    }
+    if (!fault.empty()) {
+        leaveFault(fault);
+    }
+    selectSurface(toolkit.rootOpen ? &toolkit.backend->screen() : nullptr);
+    fault = std::move(state.fault);
+    state = HardcopyState{};
+    state.fault = std::move(fault);
+}
+
+} // namespace
+
+void ToolkitHardcopySelect(int /*which*/, int driver) {
+    HardcopyState &state = hardcopy();
+    if (state.isOpen() || (driver != DriverPrinter && findFileDriver(driver) == nullptr)) {
+        ToolkitSetError(ErrorNoSuchDevice);
+        return;
+    }
+    constexpr int pageWidth = 680; // points of 24 by 18 cm
+    constexpr int pageHeight = 510;
+    state = HardcopyState{};
+    state.driver = driver;
+    state.options[HardcopyWidth] = pageWidth;
+    state.options[HardcopyHeight] = pageHeight;
+}
+
+void ToolkitHardcopyOption(int number, int value) {
+    if (number >= 1 && number <= HardcopyState::MostOptions) {
+        hardcopy().options[static_cast<std::size_t>(number)] = value;
+    }
+}
+
+void WHardcopyOptions(int /*which*/) {
+    ToolkitState &toolkit = toolkitState();
+    HardcopyState &state = toolkit.hardcopy;
+    toolkit.lastCommonOk = false;
+    if (state.isOpen() || state.driver != DriverPrinter) {
+        ToolkitSetError(ErrorNoSuchDevice);
+        return;
+    }
+    PrinterPage paper;
+    std::unique_ptr<Surface> printer =
+        toolkit.backend != nullptr ? toolkit.backend->printer(paper) : nullptr;
+    if (printer == nullptr || !(paper.width > 0.0) || !(paper.height > 0.0)) {
+        state = HardcopyState{};
+        return;
+    }
+    state.paper = paper;
+    state.device = std::move(printer);
+    toolkit.lastCommonOk = true;
+}
+
+double ToolkitPageInfo(int item) {
+    constexpr int paperWidth = 91;
+    constexpr int paperHeight = 92;
+    const PrinterPage &paper = hardcopy().paper;
+    return item == paperWidth ? paper.width : item == paperHeight ? paper.height : 0.0;
+}
+
+void IGrHardcopy(std::string_view pathOrCode) {
+    if (pathOrCode != CloseCode) {
+        openHardcopy(pathOrCode);
+    } else if (hardcopy().isOpen()) {
+        closeHardcopy();
+    }
+}
+
+std::string ToolkitHardcopyFault() {
+    return hardcopy().fault;
+}
+
+} // namespace keldrin

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace keldrin {
+
+// Drawing on a device in place of the root window: a printer or a plot file. A hardcopy is chosen
+// (ToolkitHardcopySelect), set up (WHardcopyOptions for a printer, ToolkitHardcopyOption), opened
+// and closed (IGrHardcopy). While it is open all drawing goes to the device and the root window
+// stays as it is.
+//
+// A file is written whole when the hardcopy is closed; until then an older file of its name stays.
+// A file that cannot be created or written leaves the error state ErrorOutputFile. Drawing then
+// goes nowhere till the close, and nothing is left on the disk.
+
+enum HardcopyDriver : int {
+    DriverHpgl = 1,
+    DriverPrinter = 10,
+    DriverMetafile = 11,
+    DriverSvg = 12,
+};
+
+enum HardcopyOption : int {
+    HardcopyWidth = 1, ///< of the page, in points; options 1 to 4 start as a page of 24 by 18 cm
+    HardcopyHeight = 2,
+    HardcopyLeft = 3,   ///< offset of the page from the left edge of the paper, in points
+    HardcopyBottom = 4, ///< offset from its bottom edge, in points
+};
+
+/// Chooses a driver and forgets the options of the last hardcopy. The first argument is always 1.
+/// A driver that there is not, or a hardcopy that is still open, leaves ErrorNoSuchDevice.
+void ToolkitHardcopySelect(int which, int driver);
+
+/// Sets an option; other numbers up to 9 than those above are taken and have no effect.
+void ToolkitHardcopyOption(int number, int value);
+
+/// The system's printer dialog; ToolkitDialogInfo(4) tells whether it ended with OK. When it was
+/// declined no driver is chosen any more. The argument is always 2.
+void WHardcopyOptions(int which);
+
+/// 91 paper width, 92 paper height of the chosen printer, in points; 0 without one.
+double ToolkitPageInfo(int item);
+
+/// Opens the chosen device on a path (a blank one for a printer), or with "S" closes it.
+/// Closing when none is open does nothing.
+void IGrHardcopy(std::string_view pathOrCode);
+
+/// Why the last plot file could not be created or written, in the system's words.
+std::string ToolkitHardcopyFault();
+
+} // namespace keldrin

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "toolkit/surfaces/surface.h"
+
+#include <string>
+
+namespace keldrin {
+
+/// A surface whose page becomes the content of a file.
+class DocumentSurface : public Surface {
+  public:
+    /// All bytes of the file; complete once the page has ended.
+    [[nodiscard]] virtual const std::string &document() const = 0;
+};
+
+} // namespace keldrin
