@@ -110,4 +110,3 @@ BENCHMARK(line)->Unit(benchmark::kMillisecond)->UseRealTime();
 } // namespace
 } // namespace keldrin
 
-BENCHMARK_MAIN();

@@ -94,4 +94,3 @@ BENCHMARK(readProject)->Unit(benchmark::kMillisecond);
 } // namespace
 } // namespace keldrin
 
-BENCHMARK_MAIN();
