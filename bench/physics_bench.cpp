@@ -109,4 +109,3 @@ BENCHMARK(line)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 } // namespace keldrin
-

@@ -93,4 +93,3 @@ BENCHMARK(readProject)->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace keldrin
-
