@@ -82,8 +82,10 @@ TEST(ChildProcess, IsFoundByNameAndGetsItsArgumentWhole) {
     std::filesystem::permissions(engine, std::filesystem::perms::owner_all);
     const std::string argument = "a b'; $HOME \"c\".std";
     testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     const ChildResult result = runChild({"keldrin_engine", argument}, directory);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "noise\n");
     EXPECT_EQ(result.systemError, 0);
     EXPECT_EQ(result.exitCode, 7);
     EXPECT_EQ(fileContent(seen), "1|" + argument);
