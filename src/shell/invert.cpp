@@ -14,8 +14,7 @@ namespace {
 void reportFailedRun(const std::string &path) {
     const int state = ToolkitErrorState(1);
     const int systemError = ToolkitErrorState(2);
-    const std::string words =
-        "OS command \"" + std::string(EngineName) + " " + std::string(trimRight(path)) + "\"";
+    const std::string words = "OS command \"" + std::string(EngineName) + " " + path + "\"";
     if (state == ErrorCannotRun) {
         if (systemError != 0) { // without a code the system has nothing to say
             ReportError(
@@ -29,14 +28,15 @@ void reportFailedRun(const std::string &path) {
 } // namespace
 
 int Invert(SurveyModel &model, std::string &path) {
-    if (!isProjectPath(trimRight(path))) { // the engine writes over the file that it is given
+    path.resize(trimRight(path).size());
+    if (!isProjectPath(path)) { // the engine writes over the file that it is given
         ReportError({"ERROR: Only *.std files can be inverted.", path,
                      "Save the project under a name that ends in .std first."});
         return 0;
     }
     constexpr int waitForItsEnd = 2;
     CheckGraphicsError();
-    IOsCommand({EngineName, std::string(trimRight(path))}, waitForItsEnd);
+    IOsCommand({EngineName, path}, waitForItsEnd);
     reportFailedRun(path);
     return OpenProject(model, path);
 }
