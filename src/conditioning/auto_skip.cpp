@@ -16,7 +16,10 @@ namespace {
 
 constexpr int FirstField = 1085;
 constexpr int LastField = 1086;
+constexpr int WindowCountText = 3086; // behind the last window
 constexpr int CutoffField = 1051;
+constexpr float LeastCutoff = 0.1F; // percent
+constexpr float LargestCutoff = 10000.0F;
 
 struct SwitchField {
     int id;
@@ -35,7 +38,8 @@ struct StickyMarks {
 void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, float cutoff,
                     AutoSkipCounts &counts) {
     StickyMarks marks;
-    for (int number = 1; number <= record.NumTW; ++number) {
+    const int windows = limited(record.NumTW, 0, MaxWindows);
+    for (int number = 1; number <= windows; ++number) {
         const auto i = static_cast<std::size_t>(number - 1);
         const float error = trueError(record.TEMerr[i]);
         if (number < settings.firstWindow || number > settings.lastWindow) {
@@ -47,7 +51,7 @@ void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, fl
         const bool negative = settings.negativeFilter && record.TEMobs[i] <= 0.0F;
         marks.error = marks.error || (settings.errorFilter && error > cutoff);
         // The window before counts even when it was skipped itself.
-        const bool rising = number > settings.firstWindow &&
+        const bool rising = number > std::max(settings.firstWindow, 1) &&
                             record.TEMobs[i] - record.TEMobs[i - 1] >= 0.0F && error > 1.0F;
         marks.slope = marks.slope || (settings.slopeFilter && rising);
         const bool skip = negative || marks.error || marks.slope;
@@ -57,7 +61,7 @@ void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, fl
         counts.slope += marks.slope ? 1 : 0;
         counts.skipped += skip ? 1 : 0;
     }
-    counts.windows += record.NumTW;
+    counts.windows += windows;
 }
 
 void logCounts(const AutoSkipCounts &counts) {
@@ -75,6 +79,30 @@ int largestWindowCount(const SurveyModel &model) {
     return largest;
 }
 
+void fillDialog(int maxWindows, const AutoSkipSettings &settings, float cutoff) {
+    const int highest = std::max(maxWindows, 1);
+    WDialogRangeInteger(FirstField, 1, highest);
+    WDialogRangeInteger(LastField, 1, highest);
+    WDialogPutInteger(FirstField, settings.firstWindow);
+    WDialogPutInteger(LastField, settings.lastWindow);
+    WDialogPutString(WindowCountText, "of " + std::to_string(maxWindows));
+    for (const SwitchField &field : SwitchFields) {
+        WDialogPutCheckBox(field.id, settings.*field.on);
+    }
+    WDialogRangeReal(CutoffField, LeastCutoff, LargestCutoff);
+    WDialogPutReal(CutoffField, cutoff, "(F12.1)");
+}
+
+// A field that cannot be read keeps its value.
+void readDialog(AutoSkipSettings &settings, float &cutoff) {
+    WDialogGetInteger(FirstField, settings.firstWindow);
+    WDialogGetInteger(LastField, settings.lastWindow);
+    for (const SwitchField &field : SwitchFields) {
+        WDialogGetCheckBox(field.id, settings.*field.on);
+    }
+    WDialogGetReal(CutoffField, cutoff);
+}
+
 void clearRootWindow() {
     ToolkitClearPage();
     ToolkitPageKind("blank");
@@ -85,43 +113,29 @@ void clearRootWindow() {
 AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &settings) {
     AutoSkipCounts counts;
     for (int i = 0; i < model.SoundingCount; ++i) {
-        filterSounding(model.hTrn[static_cast<std::size_t>(i)], settings,
-                       model.control.DataCutoff, counts);
+        filterSounding(model.hTrn[static_cast<std::size_t>(i)], settings, model.control.DataCutoff,
+                       counts);
     }
     return counts;
 }
 
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff) {
     CheckGraphicsError();
-    // Working copies: the limited numbers become settings at Continue only.
-    int first = settings.firstWindow;
-    int last = settings.lastWindow;
-    if (first > last) {
-        std::swap(first, last);
+    AutoSkipSettings shown = settings; // what the limits change becomes a setting at Continue only
+    if (shown.firstWindow > shown.lastWindow) {
+        std::swap(shown.firstWindow, shown.lastWindow);
     }
-    first = std::max(std::min(first, maxWindows), 1);
-    last = std::max(std::min(last, maxWindows), 1);
+    shown.firstWindow = std::max(std::min(shown.firstWindow, maxWindows), 1);
+    shown.lastWindow = std::max(std::min(shown.lastWindow, maxWindows), 1);
+    float cutoff = limited(DataCutoff, LeastCutoff, LargestCutoff);
     WDialogLoad(Dialog::AutoSkip);
-    WDialogRangeInteger(FirstField, 1, maxWindows);
-    WDialogRangeInteger(LastField, 1, maxWindows);
-    WDialogRangeReal(CutoffField, 0.1F, 10000.0F);
-    WDialogPutInteger(FirstField, first);
-    WDialogPutInteger(LastField, last);
-    for (const SwitchField &field : SwitchFields) {
-        WDialogPutCheckBox(field.id, settings.*field.on);
-    }
-    WDialogPutReal(CutoffField, limited(DataCutoff, 0.1F, 10000.0F), "(F12.1)");
+    fillDialog(maxWindows, shown, cutoff);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
     const bool confirmed = ToolkitDialogInfo(1) == ButtonContinue;
     if (confirmed) {
-        settings.firstWindow = first;
-        settings.lastWindow = last;
-        WDialogGetInteger(FirstField, settings.firstWindow);
-        WDialogGetInteger(LastField, settings.lastWindow);
-        for (const SwitchField &field : SwitchFields) {
-            WDialogGetCheckBox(field.id, settings.*field.on);
-        }
-        WDialogGetReal(CutoffField, DataCutoff);
+        readDialog(shown, cutoff);
+        settings = shown;
+        DataCutoff = cutoff;
     }
     WDialogUnload();
     return confirmed ? 0 : 1;

@@ -18,7 +18,7 @@ struct AutoSkipSettings {
 /// A window outside first..last is always skipped. From the first window that fails the error or
 /// the slope filter on, all later ones of the sounding up to the last are skipped; the negative
 /// filter skips only the window itself.
-/// survey   errors in percent (plus SkipOffset where skipped), dB/dt in nV/(A m2)
+/// model    errors in percent (plus SkipOffset where skipped), dB/dt in nV/(A m2)
 /// returns  0 done, 1 no soundings (reported) or cancelled
 int AutoSkip(SurveyModel &model, AutoSkipSettings &settings);
 
@@ -30,10 +30,10 @@ int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff
 /// How many windows each filter has taken in one pass; a window may be taken by several.
 struct AutoSkipCounts {
     int outsideRange = 0;
-    int error = 0;    ///< from the window with the large error on
+    int error = 0; ///< from the window with the large error on
     int negative = 0;
-    int slope = 0;    ///< from the rising window on
-    int skipped = 0;  ///< in all
+    int slope = 0;   ///< from the rising window on
+    int skipped = 0; ///< in all
     int windows = 0;
 };
 

@@ -3,6 +3,9 @@
 #include "toolkit/drawing.h"
 #include "toolkit/toolkit_state.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace keldrin {
 
 namespace {
@@ -68,6 +71,21 @@ bool takeQueued(ToolkitEvent &event) {
     return false;
 }
 
+bool endsRubberBand(const RawEvent &event) {
+    return isMouse(event.type) || event.type == EventKey || event.type == EventClose;
+}
+
+// A button may have come up, or a key gone down, before the band is asked for.
+std::optional<RubberEnd> takeQueuedEnd(std::deque<RawEvent> &queue) {
+    const auto found = std::find_if(queue.begin(), queue.end(), endsRubberBand);
+    if (found == queue.end()) {
+        return std::nullopt;
+    }
+    const RubberEnd end = {found->type, found->pageX, found->pageY};
+    queue.erase(found);
+    return end;
+}
+
 } // namespace
 
 void ToolkitNextEvent(ToolkitEvent &event) {
@@ -116,7 +134,8 @@ void WGrInput(int /*mode*/, float &x, float &y, int &event) {
     double pageX = 0.0;
     double pageY = 0.0;
     fractionFromUnits(x, y, pageX, pageY);
-    const RubberEnd end = state.backend->rubberBand(pageX, pageY);
+    const std::optional<RubberEnd> queued = takeQueuedEnd(state.queue);
+    const RubberEnd end = queued ? *queued : state.backend->rubberBand(pageX, pageY);
     unitsFromFraction(end.pageX, end.pageY, x, y);
     event = end.event;
     if (event == EventClose) {

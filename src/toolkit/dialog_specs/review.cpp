@@ -33,6 +33,7 @@ constexpr std::array Controls = {
     button(ButtonCancel, "Cancel Changes", true),
     text(1012, "Left click on point to set skip flag, right click to clear flag."),
     text(1013, "Click and drag to skip or clear multiple data points."),
+    text(4010, "Ctrl+Z takes the last change back, Ctrl+Y brings it again."),
 };
 
 constexpr int NoDefault = 0; // Enter does nothing

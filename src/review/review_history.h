@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace keldrin {
+
+// Changes of skip marks that can be taken back, and brought again. Only the stored errors that an
+// action has changed are kept, so a history may be as long as the user likes. Taking back restores
+// them bit for bit, which setting and clearing a mark does not: an error plus SkipOffset is
+// rounded.
+
+struct MarkChange {
+    std::size_t window = 0; ///< from 0
+    float before = 0.0F;    ///< TEMerr
+    float after = 0.0F;
+};
+
+/// What one action has changed in one sounding.
+struct MarkStep {
+    int station = 0; ///< ordinal from 1
+    std::vector<MarkChange> changes;
+};
+
+struct MarkHistory {
+    std::vector<MarkStep> steps; ///< the oldest first
+    std::size_t applied = 0;     ///< the steps behind this many have been taken back
+};
+
+/// Adds an action to the history, from the errors of a sounding before and after it. An action that
+/// changed nothing is not kept; any other one drops what was taken back before.
+void recordMarks(MarkHistory &history, int station, const WindowReals &before,
+                 const WindowReals &after);
+
+/// Take the last action back, or bring again the one taken back last.
+/// model    must hold the soundings that were recorded
+/// returns  ordinal of the sounding that has changed, 0 when there is nothing left
+int undoMarks(MarkHistory &history, SurveyModel &model);
+int redoMarks(MarkHistory &history, SurveyModel &model);
+
+} // namespace keldrin

@@ -1,0 +1,286 @@
+#include "review/review_loop.h"
+
+#include "base/real.h"
+#include "messages/message_log.h"
+#include "review/hardcopy.h"
+#include "review/page_layout.h"
+#include "review/plot_limits.h"
+#include "review/review_dialogs.h"
+#include "review/review_history.h"
+#include "review/review_limits.h"
+#include "review/review_save.h"
+#include "review/sounding_plot.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/drawing.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int WindowClosed = 3; ///< a status of this or more leaves the program
+constexpr int StationTrackbar = 1057;
+constexpr int LastStationText = 1069;
+
+/// One entry of the review.
+struct Review {
+    SurveyModel &survey;
+    ReviewState &state;
+    std::string &path;
+    const ReloadProject &reload;
+    PlotLimits limits = {};
+    std::string date = {}; ///< of the entry
+    std::string time = {};
+    MarkHistory history = {};
+    bool changed = false; ///< the project is written on exit
+    bool stays = true;
+    bool redraws = true; ///< the page is drawn anew after this event
+    int status = 0;
+};
+
+// ---- Actions of keys, buttons and the mouse
+
+void showStation(Review &review, int station) {
+    review.state.ReviewStation = limited(station, 1, review.survey.SoundingCount);
+}
+
+void showPrevious(Review &review, const ToolkitEvent & /*event*/) {
+    showStation(review, review.state.ReviewStation - 1);
+}
+
+void showNext(Review &review, const ToolkitEvent & /*event*/) {
+    showStation(review, review.state.ReviewStation + 1);
+}
+
+void followTrackbar(Review &review, const ToolkitEvent & /*event*/) {
+    int station = 0;
+    if (WDialogGetTrackbar(StationTrackbar, station)) {
+        showStation(review, station); // with one sounding the trackbar still has a second place
+    }
+}
+
+void leave(Review &review, const ToolkitEvent & /*event*/) {
+    review.stays = false;
+}
+
+void cancelChanges(Review &review, const ToolkitEvent &event) {
+    review.changed = false;
+    const int status = review.reload(review.survey, review.path);
+    review.status = status >= WindowClosed ? status : 0; // a failure has left no soundings
+    leave(review, event);
+}
+
+void closeWindow(Review &review, const ToolkitEvent &event) {
+    review.status = WindowClosed;
+    review.changed = false;
+    leave(review, event);
+}
+
+template <PlotDevice device>
+void plotOn(Review &review, const ToolkitEvent & /*event*/) {
+    QCC_Plot_Hardcopy(review.survey, review.limits, device, review.state.ReviewStation, review.path,
+                      review.date, review.time);
+}
+
+void editLimits(Review &review, const ToolkitEvent & /*event*/) {
+    Review_EditLimits(review.survey, review.limits);
+}
+
+// The sounding that changes comes on show.
+void showChanged(Review &review, int station) {
+    if (station > 0) {
+        review.changed = true;
+        showStation(review, station);
+    }
+}
+
+void undo(Review &review, const ToolkitEvent & /*event*/) {
+    showChanged(review, undoMarks(review.history, review.survey));
+}
+
+void redo(Review &review, const ToolkitEvent & /*event*/) {
+    showChanged(review, redoMarks(review.history, review.survey));
+}
+
+void changeMarks(Review &review, int flag, const PageBox &box) {
+    constexpr float leastBox = 0.1F; // cm^2; a smaller one is a click
+    constexpr float clickRadius = 0.5F;
+    const float area = std::fabs(box.xHigh - box.xLow) * std::fabs(box.yHigh - box.yLow);
+    const int station = review.state.ReviewStation;
+    if (area >= leastBox) {
+        Review_SkipBox(review.survey, station, flag, box);
+    } else {
+        Review_SkipPoint(review.survey, station, flag, box.xLow, box.yLow, clickRadius);
+    }
+}
+
+template <int flag>
+void markByMouse(Review &review, const ToolkitEvent &event) {
+    PageBox box;
+    if (Review_Rubberband(event, box) != 0) {
+        review.redraws = false;
+        return;
+    }
+    const auto ordinal = static_cast<std::size_t>(review.state.ReviewStation - 1);
+    const WindowReals &errors = review.survey.hTrn[ordinal].TEMerr;
+    const WindowReals before = errors;
+    changeMarks(review, flag, box);
+    recordMarks(review.history, review.state.ReviewStation, before, errors);
+    review.changed = true; // on purpose also when no point was hit
+}
+
+struct Binding {
+    int type;
+    int value;
+    void (*act)(Review &, const ToolkitEvent &);
+};
+
+constexpr std::array Bindings = {
+    Binding{EventKey, 'P', showPrevious},
+    Binding{EventKey, 'p', showPrevious},
+    Binding{EventKey, KeyUp, showPrevious},
+    Binding{EventKey, KeyLeft, showPrevious},
+    Binding{EventKey, 'N', showNext},
+    Binding{EventKey, 'n', showNext},
+    Binding{EventKey, KeyDown, showNext},
+    Binding{EventKey, KeyRight, showNext},
+    Binding{EventKey, 'X', leave},
+    Binding{EventKey, 'x', leave},
+    Binding{EventKey, KeyEscape, cancelChanges},
+    Binding{EventKey, KeyWithCtrl | 'Z', undo},
+    Binding{EventKey, KeyWithCtrl | 'Y', redo},
+    Binding{EventKey, KeyWithCtrl | KeyWithShift | 'Z', redo},
+    Binding{EventButton, 1058, showPrevious},
+    Binding{EventButton, 1059, showNext},
+    Binding{EventButton, 1067, plotOn<PlotToPrinter>},
+    Binding{EventButton, 1074, plotOn<PlotToMetafile>},
+    Binding{EventButton, 1075, plotOn<PlotToHpgl>},
+    Binding{EventButton, 1081, editLimits},
+    Binding{EventButton, 1068, leave},
+    Binding{EventButton, ButtonCancel, cancelChanges},
+    Binding{EventMouseDown, 1, markByMouse<SetMark>},
+    Binding{EventMouseDown, 3, markByMouse<ClearMark>},
+    Binding{EventMouseDown, 4, showPrevious},
+    Binding{EventMouseDown, 5, showNext},
+    Binding{EventFieldChange, StationTrackbar, followTrackbar},
+};
+
+// ---- The loop
+
+void serveEvent(Review &review, const ToolkitEvent &event) {
+    if (event.type == EventClose) {
+        closeWindow(review, event);
+        return;
+    }
+    if (event.type == EventMouseDown && event.window != 0) {
+        return;
+    }
+    const auto *binding = std::find_if(Bindings.begin(), Bindings.end(), [&](const Binding &b) {
+        return b.type == event.type && b.value == event.value;
+    });
+    if (binding != Bindings.end()) {
+        binding->act(review, event);
+    }
+}
+
+void blankPage() {
+    beginReviewPage(); // with its centimetres also where no sounding can be drawn
+    ToolkitPageKind("blank");
+}
+
+void drawStation(const Review &review) {
+    Plot_Sounding(review.survey, review.limits, review.state.ReviewStation, review.path,
+                  review.date, review.time);
+}
+
+// Doubled until some twenty presses cross the line.
+int trackbarStep(int soundings) {
+    constexpr int mostSteps = 20;
+    int step = 1;
+    while (soundings / step > mostSteps) {
+        step *= 2;
+    }
+    return step;
+}
+
+void openDialog(const Review &review) {
+    const int soundings = review.survey.SoundingCount;
+    WDialogLoad(Dialog::Review);
+    ToolkitDialogOption(EventFieldChange, 1);
+    WDialogRangeTrackbar(StationTrackbar, 1, std::max(2, soundings), trackbarStep(soundings));
+    WDialogPutString(LastStationText, std::to_string(soundings));
+    WDialogPutTrackbar(StationTrackbar, review.state.ReviewStation);
+    showAtLowerRight(DialogModeless);
+}
+
+void closeDialog() {
+    WDialogSelect(Dialog::Review);
+    WDialogUnload();
+    ToolkitDialogOption(EventFieldChange, 0);
+    blankPage();
+}
+
+void settleStation(ReviewState &state, int soundings) {
+    state.ReviewStation =
+        state.ReviewCount == soundings ? limited(state.ReviewStation, 1, soundings) : 1;
+    state.ReviewCount = soundings;
+}
+
+void serveReview(Review &review) {
+    while (review.stays) {
+        WDialogSelect(Dialog::Review); // another dialog may have been selected since
+        WDialogPutTrackbar(StationTrackbar, review.state.ReviewStation);
+        ToolkitEvent event;
+        ToolkitNextEvent(event);
+        review.redraws = true;
+        serveEvent(review, event);
+        if (review.stays && review.redraws) {
+            drawStation(review);
+        }
+    }
+}
+
+} // namespace
+
+int Review_Rubberband(const ToolkitEvent &event, PageBox &box) {
+    constexpr int rectangle = 3;
+    IGrColour("RED");
+    ToolkitLineStyle(0);
+    float x = event.x;
+    float y = event.y;
+    int end = EventNone;
+    WGrInput(rectangle, x, y, end);
+    IGrColour("BLACK");
+    const auto held = [](float place, int lowItem, int highItem) {
+        return limited(place, ToolkitAreaInfo(lowItem), ToolkitAreaInfo(highItem));
+    };
+    box.xLow = held(std::min(event.x, x), 11, 13);
+    box.xHigh = held(std::max(event.x, x), 11, 13);
+    box.yLow = held(std::min(event.y, y), 12, 14);
+    box.yHigh = held(std::max(event.y, y), 12, 14);
+    return end == EventMouseUp ? 0 : 1;
+}
+
+int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
+                const ReloadProject &reload) {
+    blankPage();
+    if (survey.SoundingCount < 1) {
+        return 1;
+    }
+    settleStation(state, survey.SoundingCount);
+    Review review{survey, state, path, reload};
+    Plot_AutoLimits(survey, review.limits, review.date, review.time);
+    drawStation(review);
+    openDialog(review);
+    serveReview(review);
+    closeDialog();
+    if (review.changed) {
+        writeMarkedProject(survey, path);
+    }
+    return review.status;
+}
+
+} // namespace keldrin

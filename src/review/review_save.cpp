@@ -1,0 +1,18 @@
+#include "review/review_save.h"
+
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "projectfile/project_file.h"
+
+namespace keldrin {
+
+void writeMarkedProject(SurveyModel &model, const std::string &path) {
+    if (isProjectPath(path)) {
+        STD_File_Write(model, path);
+    } else if (model.SoundingCount >= 1) {
+        ReportError({"WARNING: Skip flags have not been written, for this is no *.std file:",
+                     fileNameOf(path), "Save keeps them in a project of another name."});
+    }
+}
+
+} // namespace keldrin

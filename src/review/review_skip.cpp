@@ -1,0 +1,137 @@
+#include "review/review_skip.h"
+
+#include "base/real.h"
+#include "review/page_layout.h"
+#include "toolkit/plot.h"
+
+#include <optional>
+
+namespace keldrin {
+
+namespace {
+
+constexpr float LeastResistivity = 1.0e-6F; // ohm-m; below that a window has no such point
+
+// A page box in the units of the data plot, which rise to the right and upward.
+struct DataBox {
+    float timeLow = 0.0F;  // msec
+    float valueLow = 0.0F; // ArcSinh
+    float timeHigh = 0.0F;
+    float valueHigh = 0.0F;
+
+    [[nodiscard]] bool holdsTime(float time) const { return time >= timeLow && time <= timeHigh; }
+    [[nodiscard]] bool holdsValue(float value) const {
+        return value >= valueLow && value <= valueHigh;
+    }
+};
+
+DataBox dataBox(const PageBox &box) {
+    DataBox data;
+    PlotFromPage(box.xLow, box.yLow, data.timeLow, data.valueLow);
+    PlotFromPage(box.xHigh, box.yHigh, data.timeHigh, data.valueHigh);
+    return data;
+}
+
+SoundingRecord *findSounding(SurveyModel &model, int station) {
+    const bool exists =
+        station >= 1 && station <= model.SoundingCount && station <= model.SoundingCapacity();
+    return exists ? &model.hTrn[static_cast<std::size_t>(station - 1)] : nullptr;
+}
+
+std::size_t windowCount(const SoundingRecord &sounding) {
+    return static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+}
+
+void mark(float &error, int flag) {
+    error = withSkipMark(error, (flag & 1) != 0);
+}
+
+bool hasResistivity(const SoundingRecord &sounding, std::size_t window) {
+    return sounding.AResObs[window] >= LeastResistivity;
+}
+
+// The nearest of the points that were offered to a place on the page.
+struct NearestPoint {
+    float x = 0.0F;
+    float y = 0.0F;
+    float best = 1.0e32F; // cm^2
+    std::optional<std::size_t> window = {};
+
+    void offer(std::size_t candidate, float time, float value) {
+        float px = 0.0F;
+        float py = 0.0F;
+        PlotToPage(time, value, px, py);
+        const float distance = (px - x) * (px - x) + (py - y) * (py - y);
+        if (distance < best) {
+            best = distance;
+            window = candidate;
+        }
+    }
+};
+
+bool isInsideDataPlot(float x, float y) {
+    return x > DataFrame.left && x < DataFrame.right && y > DataFrame.bottom && y < DataFrame.top;
+}
+
+bool isOutsideDataPlot(const PageBox &box) {
+    return box.xHigh <= DataFrame.left || box.xLow >= DataFrame.right ||
+           box.yHigh <= DataFrame.bottom || box.yLow >= DataFrame.top;
+}
+
+} // namespace
+
+int Review_SkipPoint(SurveyModel &model, int station, int flag, float x, float y, float radius) {
+    SoundingRecord *sounding = findSounding(model, station);
+    if (sounding == nullptr || sounding->NumTW < 1 || !isInsideDataPlot(x, y)) {
+        return 1;
+    }
+    const DataBox range = dataBox({x - radius, y - radius, x + radius, y + radius});
+    NearestPoint nearest{x, y};
+    for (std::size_t i = 0; i < windowCount(*sounding); ++i) {
+        const float time = sounding->TWcenter[i];
+        if (!range.holdsTime(time)) {
+            continue;
+        }
+        if (!isPresent(sounding->TEMobs[i])) {
+            mark(sounding->TEMerr[i], SetMark); // on purpose, whatever the click asks for
+            continue;
+        }
+        if (const float value = ArcSinh(sounding->TEMobs[i]); range.holdsValue(value)) {
+            nearest.offer(i, time, value);
+        }
+        const float resistivity = ArcSinh(sounding->AResObs[i]);
+        if (hasResistivity(*sounding, i) && range.holdsValue(resistivity)) {
+            nearest.offer(i, time, resistivity);
+        }
+    }
+    if (nearest.window) {
+        mark(sounding->TEMerr[*nearest.window], flag);
+    }
+    return 0;
+}
+
+int Review_SkipBox(SurveyModel &model, int station, int flag, const PageBox &box) {
+    SoundingRecord *sounding = findSounding(model, station);
+    if (sounding == nullptr || isOutsideDataPlot(box)) {
+        return 1;
+    }
+    const DataBox range = dataBox(box);
+    for (std::size_t i = 0; i < windowCount(*sounding); ++i) {
+        if (!range.holdsTime(sounding->TWcenter[i])) {
+            continue;
+        }
+        if (!isPresent(sounding->TEMobs[i])) {
+            mark(sounding->TEMerr[i], SetMark); // on purpose, whatever the box asks for
+            continue;
+        }
+        const bool observed = range.holdsValue(ArcSinh(sounding->TEMobs[i]));
+        const bool resistivity =
+            hasResistivity(*sounding, i) && range.holdsValue(ArcSinh(sounding->AResObs[i]));
+        if (observed || resistivity) {
+            mark(sounding->TEMerr[i], flag);
+        }
+    }
+    return 0;
+}
+
+} // namespace keldrin
