@@ -34,15 +34,23 @@ void addSmallTicks(std::vector<float> &small, float decade, float low, float hig
     }
 }
 
-// For an axis so short that decades say nothing about it.
+// For an axis so short that decades say nothing about it. Away from 0 it is nearly logarithmic,
+// around 0 nearly linear; an axis of negative values is labelled as its mirror image.
 void labelRoundValues(DataAxisTicks &ticks, float low, float high) {
-    const PlotScale values = {std::sinh(static_cast<double>(low)),
-                              std::sinh(static_cast<double>(high)), false};
-    ticks.places.clear();
-    ticks.labels.clear();
+    const bool mirrored = high < 0.0F;
+    const double sign = mirrored ? -1.0 : 1.0;
+    PlotScale values = {sign * std::sinh(static_cast<double>(mirrored ? high : low)),
+                        sign * std::sinh(static_cast<double>(mirrored ? low : high))};
+    values.logarithmic = values.min > 0.0;
+    ticks = {};
     for (const PlotTick &tick : automaticTicks(values)) {
-        ticks.places.push_back(static_cast<float>(std::asinh(tick.value)));
-        ticks.labels.push_back(tick.label);
+        const auto place = static_cast<float>(sign * std::asinh(tick.value));
+        if (tick.small) {
+            ticks.small.push_back(place);
+        } else {
+            ticks.places.push_back(place);
+            ticks.labels.push_back(tickText(sign * tick.value));
+        }
     }
 }
 

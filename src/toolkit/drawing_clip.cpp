@@ -42,14 +42,16 @@ bool clipSegment(const ClipRectangle &rectangle, ClipSegment &segment) {
         !part.cut(-dy, whole.y1 - rectangle.bottom) || !part.cut(dy, rectangle.top - whole.y1)) {
         return false;
     }
-    if (part.from > 0.0) {
-        segment.x1 = whole.x1 + part.from * dx;
-        segment.y1 = whole.y1 + part.from * dy;
-    }
-    if (part.to < 1.0) {
-        segment.x2 = whole.x1 + part.to * dx;
-        segment.y2 = whole.y1 + part.to * dy;
-    }
+    // Towards an end many pages away rounding leaves more than the rectangle's size, so both ends
+    // are held; one that lies inside is not changed by it.
+    const auto cornerAt = [&](double along, double &x, double &y) {
+        x = std::clamp(along == 1.0 ? whole.x2 : whole.x1 + along * dx, rectangle.left,
+                       rectangle.right);
+        y = std::clamp(along == 1.0 ? whole.y2 : whole.y1 + along * dy, rectangle.bottom,
+                       rectangle.top);
+    };
+    cornerAt(part.from, segment.x1, segment.y1);
+    cornerAt(part.to, segment.x2, segment.y2);
     return true;
 }
 

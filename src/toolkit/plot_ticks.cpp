@@ -138,7 +138,7 @@ std::string tickText(double value) {
     std::string text(digits.data(), written.ptr);
     if (const std::size_t mark = text.find('e'); mark != std::string::npos) {
         const int exponent = static_cast<int>(std::floor(std::log10(size)));
-        text = text.substr(0, mark) + 'E' + std::to_string(exponent);
+        text = text.substr(0, mark) + 'e' + std::to_string(exponent);
     }
     return text;
 }

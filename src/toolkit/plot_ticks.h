@@ -24,7 +24,7 @@ struct PlotTick {
 /// the linear ones. Without a usable scale there are none.
 std::vector<PlotTick> automaticTicks(const PlotScale &scale);
 
-/// The shortest text of a number: fixed point from 1e-4 to below 1e7, else as "2.5E-6". The
+/// The shortest text of a number: fixed point from 1e-4 to below 1e7, else as "2.5e-6". The
 /// locale plays no part.
 std::string tickText(double value);
 
