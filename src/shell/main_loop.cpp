@@ -3,11 +3,14 @@
 #include "base/denormals.h"
 #include "base/paths.h"
 #include "base/version.h"
+#include "conditioning/auto_skip.h"
 #include "conditioning/survey_configuration.h"
 #include "messages/message_log.h"
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 #include "review/plan_view.h"
+#include "review/review_loop.h"
+#include "review/review_save.h"
 #include "shell/invert.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
@@ -31,6 +34,8 @@ constexpr int WindowCloses = 3; ///< a status of this or more leaves the program
 struct Shell {
     SurveyModel &model;
     std::string ProjectPath; ///< full path of the project, or what the last flow left there
+    AutoSkipSettings autoSkip = {};
+    ReviewState review = {};
 };
 
 void showProjectTitle(const Shell &shell) {
@@ -82,12 +87,20 @@ void commandEdit(Shell &shell) {
     showProjectTitle(shell);
 }
 
-void commandExit(Shell &) {
-    ShutDown();
+// Written after Cancel too, unchanged.
+void commandAutoSkip(Shell &shell) {
+    AutoSkip(shell.model, shell.autoSkip);
+    writeMarkedProject(shell.model, shell.ProjectPath);
 }
 
-void commandLater(Shell &) {
-    ReportError({"This command is not available yet."});
+void commandReview(Shell &shell) {
+    ReportInfoLine("Plotting data and model curves.");
+    leaveIfClosed(Review_Loop(shell.model, shell.review, shell.ProjectPath, OpenProject));
+    showProjectTitle(shell); // Cancel Changes offers another file when the project is gone
+}
+
+void commandExit(Shell &) {
+    ShutDown();
 }
 
 struct MenuCommand {
@@ -96,10 +109,10 @@ struct MenuCommand {
 };
 
 constexpr std::array Commands = {
-    MenuCommand{Command::New, commandNew},        MenuCommand{Command::Open, commandOpen},
-    MenuCommand{Command::Save, commandSave},      MenuCommand{Command::Edit, commandEdit},
-    MenuCommand{Command::AutoSkip, commandLater}, MenuCommand{Command::Invert, commandInvert},
-    MenuCommand{Command::Review, commandLater},   MenuCommand{Command::Exit, commandExit},
+    MenuCommand{Command::New, commandNew},           MenuCommand{Command::Open, commandOpen},
+    MenuCommand{Command::Save, commandSave},         MenuCommand{Command::Edit, commandEdit},
+    MenuCommand{Command::AutoSkip, commandAutoSkip}, MenuCommand{Command::Invert, commandInvert},
+    MenuCommand{Command::Review, commandReview},     MenuCommand{Command::Exit, commandExit},
 };
 
 /// Commands that need soundings.
