@@ -2,6 +2,7 @@
 
 #include "base/denormals.h"
 #include "base/paths.h"
+#include "batch/output_files.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
 #include "projectfile/project_file.h"
@@ -166,18 +167,6 @@ void printResult(const std::string &file, const BuildResult &result) {
     std::fflush(stdout);
 }
 
-// Two files of one name cannot both be built into one directory.
-bool nameIsTaken(const BuildOptions &options, std::size_t file) {
-    const auto nameOfProject = [&options](const std::string &path) {
-        return options.outputDirectory.empty() ? std::string(withoutExtension(path))
-                                               : std::string(baseNameOf(path));
-    };
-    const auto *const begin = options.files.data();
-    const std::string name = nameOfProject(options.files[file]);
-    return std::any_of(begin, begin + file,
-                       [&](const std::string &other) { return nameOfProject(other) == name; });
-}
-
 bool buildFile(AnsweringBackend &backend, const std::string &file, const BuildOptions &options) {
     const bool all = options.line == AllLines;
     int line = all ? 1 : options.line.value_or(1);
@@ -231,19 +220,6 @@ std::string readOptions(CommandWords words, BuildOptions &options) {
     return options.files.empty() ? "no file is named" : "";
 }
 
-bool makeOutputDirectory(const BuildOptions &options) {
-    if (options.outputDirectory.empty()) {
-        return true;
-    }
-    std::error_code error;
-    std::filesystem::create_directories(options.outputDirectory, error);
-    if (error) {
-        std::fprintf(stderr, "keldrin-batch build: cannot make %s: %s\n",
-                     options.outputDirectory.c_str(), error.message().c_str());
-    }
-    return !error;
-}
-
 } // namespace
 
 int buildCommand(CommandWords words) {
@@ -253,7 +229,7 @@ int buildCommand(CommandWords words) {
         std::fprintf(stderr, "keldrin-batch build: %s\n", fault.c_str());
         return ExitUsage;
     }
-    if (!makeOutputDirectory(options)) {
+    if (!makeOutputDirectory("build", options.outputDirectory)) {
         return ExitFailed;
     }
     flushDenormals();
@@ -262,7 +238,8 @@ int buildCommand(CommandWords words) {
     bool good = true;
     for (std::size_t i = 0; i < options.files.size(); ++i) {
         const std::string &file = options.files[i];
-        if (nameIsTaken(options, i)) {
+        if (nameIsTaken(options.files, i, options.outputDirectory)) {
+            // Two files of one name cannot both be built into one directory.
             std::printf("%s: FAILED: an earlier file has made a project of this name\n",
                         file.c_str());
             good = false;

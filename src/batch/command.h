@@ -19,4 +19,8 @@ int buildCommand(CommandWords words);
 /// play SCENARIO [FILE]: runs the program on the lines of a scenario and prints the transcript.
 int playCommand(CommandWords words);
 
+/// plot [--format LIST] [--soundings LIST] [--plan] [--out DIR] PROJECT...: pages of soundings and
+/// the plan view as plot files.
+int plotCommand(CommandWords words);
+
 } // namespace keldrin

@@ -19,6 +19,12 @@ constexpr std::string_view Help =
     "      or line N, or all; the line's name is then added to the project's name. One line of\n"
     "      output tells soundings, windows, skipped windows and warnings; messages are in\n"
     "      BASE.log and BASE.err beside the project.\n"
+    "  keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--plan] [--out DIR] "
+    "PROJECT...\n"
+    "      Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg and\n"
+    "      so on (.hpg for hpgl, .wmf for wmf). LIST is all, which is the default, or ordinals\n"
+    "      such as 1-5,9, or none. --plan adds the map of the survey, BASE_plan.svg. Projects are\n"
+    "      not changed.\n"
     "  keldrin-batch play SCENARIO [FILE]\n"
     "      Runs the program on the lines of a scenario file, which say what a user does, and\n"
     "      prints the transcript of what a user would have seen.\n"
@@ -34,6 +40,7 @@ struct Subcommand {
 };
 
 constexpr std::array Subcommands = {Subcommand{"build", keldrin::buildCommand},
+                                    Subcommand{"plot", keldrin::plotCommand},
                                     Subcommand{"play", keldrin::playCommand}};
 
 int print(std::string_view text) {

@@ -86,11 +86,6 @@ bool canBeWritten(const std::string &path, std::string &fault) {
     return true;
 }
 
-void leaveFault(std::string fault) {
-    hardcopy().fault = std::move(fault);
-    ToolkitSetError(ErrorOutputFile);
-}
-
 // Draws on the device from now on. The paper must have been begun.
 void openPage(float paperWidthCm, float paperHeightCm, const PagePlacement &placement) {
     HardcopyState &state = hardcopy();
@@ -119,61 +114,74 @@ void openPrinter() {
     ToolkitTrace("hardcopy", openingWords());
 }
 
+void openNowhere(int error) {
+    ToolkitSetError(error);
+    hardcopy().device = std::make_unique<NullSurface>();
+    openPage(PageWidthCm, PageHeightCm, {});
+}
+
 // A file has no paper beyond its page.
 void openFile(const FileDriver &driver, std::string_view path) {
     HardcopyState &state = hardcopy();
+    state.path = path;
+    if (!canBeWritten(state.path, state.fault)) {
+        openNowhere(ErrorOutputFile);
+        return;
+    }
     const float width = filePageCm(state.options[HardcopyWidth]);
     const float height = filePageCm(state.options[HardcopyHeight]);
-    state.path = path;
-    std::string fault;
-    if (canBeWritten(state.path, fault)) {
-        std::unique_ptr<DocumentSurface> page = driver.open();
-        state.document = page.get();
-        state.device = std::move(page);
-        ToolkitTrace("hardcopy", openingWords());
-    } else {
-        leaveFault(std::move(fault));
-        state.device = std::make_unique<NullSurface>();
-    }
+    std::unique_ptr<DocumentSurface> page = driver.open();
+    state.document = page.get();
+    state.device = std::move(page);
     state.device->begin(width, height);
     openPage(width, height, {0.0F, 0.0F, width, height});
+    ToolkitTrace("hardcopy", openingWords());
 }
 
 void openHardcopy(std::string_view path) {
     HardcopyState &state = hardcopy();
-    const bool usable = state.options[HardcopyWidth] > 0 && state.options[HardcopyHeight] > 0;
-    const FileDriver *file = findFileDriver(state.driver);
-    const bool isPrinter = state.driver == DriverPrinter && state.device != nullptr;
-    if (state.isOpen() || !usable || (file == nullptr && !isPrinter)) {
+    if (state.isOpen()) {
         ToolkitSetError(ErrorNoSuchDevice);
         return;
     }
     state.fault.clear();
-    if (file != nullptr) {
+    const bool hasExtent = state.options[HardcopyWidth] > 0 && state.options[HardcopyHeight] > 0;
+    const FileDriver *file = findFileDriver(state.driver);
+    if (hasExtent && file != nullptr) {
         openFile(*file, path);
-    } else {
+    } else if (hasExtent && state.device != nullptr) {
         openPrinter();
+    } else {
+        openNowhere(ErrorNoSuchDevice);
     }
 }
 
-void closeHardcopy() {
-    HardcopyState &state = hardcopy();
-    ToolkitState &toolkit = toolkitState();
-    const bool drawn = state.page->end();
-    std::string fault = drawn ? "" : "the device failed";
-    if (drawn && state.document != nullptr) {
-        const std::string &content = state.document->document();
-        if (writeWholeFile(state.path, content, fault)) {
-            ToolkitTrace("file", state.path + " bytes=" + std::to_string(content.size()));
-        }
+// True when the page is where it belongs; a page that goes nowhere is.
+bool finishPage(HardcopyState &state) {
+    if (!state.page->end()) {
+        state.fault = "the device failed";
+        return false;
     }
-    if (!fault.empty()) {
-        leaveFault(fault);
+    if (state.document == nullptr) {
+        return true;
+    }
+    const std::string &content = state.document->document();
+    if (!writeWholeFile(state.path, content, state.fault)) {
+        return false;
+    }
+    ToolkitTrace("file", state.path + " bytes=" + std::to_string(content.size()));
+    return true;
+}
+
+void closeHardcopy() {
+    ToolkitState &toolkit = toolkitState();
+    if (!finishPage(toolkit.hardcopy)) {
+        ToolkitSetError(ErrorOutputFile);
     }
     selectSurface(toolkit.rootOpen ? &toolkit.backend->screen() : nullptr);
-    fault = std::move(state.fault);
-    state = HardcopyState{};
-    state.fault = std::move(fault);
+    std::string fault = std::move(toolkit.hardcopy.fault);
+    toolkit.hardcopy = HardcopyState{};
+    toolkit.hardcopy.fault = std::move(fault);
 }
 
 } // namespace

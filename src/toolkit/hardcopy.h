@@ -11,8 +11,9 @@ namespace keldrin {
 // stays as it is.
 //
 // A file is written whole when the hardcopy is closed; until then an older file of its name stays.
-// A file that cannot be created or written leaves the error state ErrorOutputFile. Drawing then
-// goes nowhere till the close, and nothing is left on the disk.
+// A file that cannot be created or written leaves the error state ErrorOutputFile, a device that
+// is not there or a page without extent ErrorNoSuchDevice. Drawing then goes nowhere till the
+// close, and nothing is left on the disk.
 
 enum HardcopyDriver : int {
     DriverHpgl = 1,
@@ -42,8 +43,8 @@ void WHardcopyOptions(int which);
 /// 91 paper width, 92 paper height of the chosen printer, in points; 0 without one.
 double ToolkitPageInfo(int item);
 
-/// Opens the chosen device on a path (a blank one for a printer), or with "S" closes it.
-/// Closing when none is open does nothing.
+/// Opens the chosen device on a path (a blank one for a printer), or with "S" closes it, after
+/// which no driver is chosen. Closing when none is open does nothing.
 void IGrHardcopy(std::string_view pathOrCode);
 
 /// Why the last plot file could not be created or written, in the system's words.

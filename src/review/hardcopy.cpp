@@ -1,0 +1,180 @@
+#include "review/hardcopy.h"
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "base/paths.h"
+#include "base/real.h"
+#include "messages/message_log.h"
+#include "review/sounding_plot.h"
+#include "toolkit/hardcopy.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+constexpr double PageWidth = 24.0; // cm
+constexpr double PageHeight = 18.0;
+constexpr double Margin = 1.27;
+constexpr double PointsPerCm = 28.34646;
+constexpr double CmPerInch = 2.54;
+constexpr double PointsPerInch = 72.0;
+constexpr int MarginPoints = 28;
+
+struct FileDevice {
+    int iPlt;
+    int driver;
+    std::string_view extension;
+};
+
+constexpr std::array FileDevices = {FileDevice{PlotToMetafile, DriverMetafile, ".wmf"},
+                                    FileDevice{PlotToHpgl, DriverHpgl, ".hpg"}};
+
+const FileDevice *findFileDevice(int iPlt) {
+    const auto *found = std::find_if(FileDevices.begin(), FileDevices.end(),
+                                     [=](const FileDevice &d) { return d.iPlt == iPlt; });
+    return found == FileDevices.end() ? nullptr : found;
+}
+
+std::string oneDecimal(double value) {
+    return std::string(trimBlanks(formatReal("(F16.1)", value)));
+}
+
+std::string sizeText(double first, double second) {
+    return oneDecimal(first) + " by " + oneDecimal(second);
+}
+
+int pointsOf(double cm) {
+    return nearestInt(cm * PointsPerCm);
+}
+
+double cmOfPoints(double points) {
+    return points * CmPerInch / PointsPerInch;
+}
+
+void selectDriver(int driver) {
+    constexpr int option5 = 5;
+    ToolkitHardcopySelect(1, driver);
+    ToolkitHardcopyOption(option5, 1);
+}
+
+HardcopyPlacement openFileDriver(const FileDevice &device, const std::string &path) {
+    ReportInfoLine("Saving " + sizeText(PageHeight, PageWidth) + " cm plot in file " +
+                   std::string(fileNameOf(path)));
+    ReportInfoLine("This may take awhile.");
+    selectDriver(device.driver);
+    return {1.0, pointsOf(PageWidth), pointsOf(PageHeight), 0, 0};
+}
+
+// False when the user declined.
+bool choosePrinter(HardcopyPlacement &placement) {
+    constexpr int showDialog = 2;
+    constexpr int endedWithOk = 4;
+    constexpr int paperWidth = 91;
+    constexpr int paperHeight = 92;
+    ReportInfoLine("Writing " + sizeText(PageHeight, PageWidth) + " cm plot to printer.");
+    selectDriver(DriverPrinter);
+    WHardcopyOptions(showDialog);
+    if (ToolkitDialogInfo(endedWithOk) == 0) {
+        return false;
+    }
+    const double width = cmOfPoints(ToolkitPageInfo(paperWidth));
+    const double height = cmOfPoints(ToolkitPageInfo(paperHeight));
+    placement = placeOnPaper(ToolkitPageInfo(paperWidth), ToolkitPageInfo(paperHeight));
+    ReportInfoLine("Using " + sizeText(height, width) +
+                   " cm paper = " + sizeText(height / CmPerInch, width / CmPerInch) + " inches.");
+    if (placement.scale < 1.0) {
+        ReportInfoLine("Scaling plot by " + oneDecimal(placement.scale * 100.0) +
+                       "% to fit on paper (with 1.27 cm margins).");
+    }
+    return true;
+}
+
+void setOptions(const HardcopyPlacement &placement) {
+    constexpr int option6 = 6;
+    constexpr int option9 = 9;
+    ToolkitHardcopyOption(HardcopyWidth, placement.width);
+    ToolkitHardcopyOption(HardcopyHeight, placement.height);
+    ToolkitHardcopyOption(HardcopyLeft, placement.left);
+    ToolkitHardcopyOption(HardcopyBottom, placement.bottom);
+    ToolkitHardcopyOption(option6, 0);
+    ToolkitHardcopyOption(option9, 8);
+}
+
+} // namespace
+
+std::string plotFilePath(std::string_view projectPath, int station, std::string_view extension) {
+    constexpr std::size_t digits = 4;
+    std::string ordinal = std::to_string(station);
+    if (ordinal.size() <= digits) {
+        ordinal.insert(0, digits - ordinal.size(), '0');
+    } else {
+#ifndef _WIN32
+        ordinal.assign(digits, '*'); // what a field of four digits shows of a longer number
+#endif
+    }
+    return std::string(withoutExtension(projectPath)) + ordinal + std::string(extension);
+}
+
+HardcopyPlacement placeOnPaper(double paperWidth, double paperHeight) {
+    const double width = cmOfPoints(paperWidth) - 2.0 * Margin;
+    const double height = cmOfPoints(paperHeight) - 2.0 * Margin;
+    HardcopyPlacement place;
+    place.scale = std::min({1.0, width / PageWidth, height / PageHeight});
+    place.width = pointsOf(place.scale * PageWidth);
+    place.height = pointsOf(place.scale * PageHeight);
+    if (height / width <= PageHeight / PageWidth) {
+        place.bottom = MarginPoints;
+        place.left = pointsOf((width - place.scale * PageWidth) / 2.0 + Margin);
+    } else {
+        place.left = MarginPoints;
+        place.bottom = pointsOf((height - place.scale * PageHeight) / 2.0 + Margin);
+    }
+    return place;
+}
+
+int Plot_HardcopyOpen(int iPlt, const std::string &path) {
+    ReportInfoLine("");
+    HardcopyPlacement placement;
+    if (const FileDevice *device = findFileDevice(iPlt)) {
+        placement = openFileDriver(*device, path);
+    } else if (iPlt == PlotToPrinter) {
+        if (!choosePrinter(placement)) {
+            return 1;
+        }
+    } else {
+        ReportError({"ERROR: Selected plot hardcopy driver iPlt=" + std::to_string(iPlt) +
+                     " not implemented."});
+        return 1;
+    }
+    setOptions(placement);
+    IGrHardcopy(path);
+    CheckGraphicsError("Plot_HardcopyOpen");
+    return 0;
+}
+
+int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int iPlt, int station,
+                      std::string_view path, std::string_view date, std::string_view time) {
+    std::string plotPath;
+    if (const FileDevice *device = findFileDevice(iPlt)) {
+        plotPath = plotFilePath(path, station, device->extension);
+    } else if (iPlt == PlotToPrinter) {
+        plotPath = " ";
+    } else {
+        ReportError(
+            {"ERROR: iPlt=" + std::to_string(iPlt) + " not implemented in QCC_Plot_Hardcopy"});
+    }
+    const int status = Plot_HardcopyOpen(iPlt, plotPath);
+    if (status != 0) {
+        return status;
+    }
+    Plot_Sounding(survey, limits, station, path, date, time);
+    IGrHardcopy("S");
+    CheckGraphicsError("QCC_Plot_Hardcopy");
+    return 0;
+}
+
+} // namespace keldrin
