@@ -15,7 +15,24 @@ if(KELDRIN_SANITIZE)
 endif()
 if(KELDRIN_FUZZ)
     target_compile_options(keldrin_options INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(keldrin_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+
+# Precompiled headers halve the time of a sanitized build. The optimised build goes without, so a
+# file that forgets an include is found there.
+set(KELDRIN_COMMON_HEADERS <algorithm> <array> <charconv> <cmath> <filesystem> <functional>
+    <memory> <optional> <span> <string> <string_view> <vector>)
+
+# keldrin_precompile(TARGET FIRST HEADERS...): the target shares the precompiled headers of FIRST.
+function(keldrin_precompile target first)
+    if(NOT KELDRIN_PRECOMPILE)
+        return()
+    elseif(target STREQUAL first)
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+    else()
+        target_precompile_headers(${target} REUSE_FROM ${first})
+    endif()
+endfunction()
 
 # keldrin_floor(NAME SOURCES ... BELOW ...): the library keldrin_NAME of the folder src/NAME.
 # BELOW lists the folders that it may include from; linking is how that rule is kept.
@@ -24,6 +41,7 @@ function(keldrin_floor name)
     add_library(keldrin_${name} STATIC ${arg_SOURCES})
     list(TRANSFORM arg_BELOW PREPEND keldrin_)
     target_link_libraries(keldrin_${name} PUBLIC keldrin_options ${arg_BELOW})
+    keldrin_precompile(keldrin_${name} keldrin_base ${KELDRIN_COMMON_HEADERS})
 endfunction()
 
 # keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder.
@@ -35,5 +53,7 @@ function(keldrin_test name)
     target_include_directories(keldrin_test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(keldrin_test_${name} PRIVATE
         KELDRIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    keldrin_precompile(keldrin_test_${name} keldrin_test_base ${KELDRIN_COMMON_HEADERS}
+                       <gmock/gmock.h>)
     gtest_discover_tests(keldrin_test_${name} DISCOVERY_TIMEOUT 60)
 endfunction()

@@ -204,8 +204,8 @@ TEST(ScriptTranscript, LinesThatDoNotFitEndTheRun) {
     for (const Case &c : cases) {
         const Played played = play(c.line, [] { configure(); });
         EXPECT_EQ(played.code, ScriptOutOfStep) << c.line;
-        EXPECT_EQ(behindFields(played), "! 1: " + quoted(c.line) + " does not answer " + c.request +
-                                            "\nend out-of-step\n");
+        EXPECT_EQ(behindFields(played), "! 1: " + inQuotes(c.line) + " does not answer " +
+                                            c.request + "\nend out-of-step\n");
     }
     const Played root = play("press 1090\n", [] { serveMenu(nothing); });
     EXPECT_EQ(root.transcript, "! 1: \"press 1090\" does not answer event\nend out-of-step\n");

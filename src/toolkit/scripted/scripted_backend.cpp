@@ -72,7 +72,7 @@ int buttonOfKey(const ScriptLine &line, DialogModel &dialog) {
 }
 
 std::string wordsOf(const DialogModel &dialog) {
-    return "dialog " + std::to_string(dialog.number) + " " + quoted(dialog.caption);
+    return "dialog " + std::to_string(dialog.number) + " " + inQuotes(dialog.caption);
 }
 
 // A standing answer to a dialog is a button that it has.
@@ -110,7 +110,7 @@ void ScriptedBackend::endRun(int code, std::string_view end) {
 }
 
 void ScriptedBackend::endOutOfStep(const ScriptLine &line, const Request &request) {
-    transcript_.complain(line.number, quoted(line.text) + " does not answer " + request.words);
+    transcript_.complain(line.number, inQuotes(line.text) + " does not answer " + request.words);
     endRun(ScriptOutOfStep, "end out-of-step");
 }
 
@@ -377,7 +377,7 @@ std::optional<std::string> ScriptedBackend::chooseFile(const FileRequest &reques
     if (path && request.save) {
         path = withFilterExtension(*path, request.filter);
     }
-    transcript_.fact("got file " + (path ? quoted(*path) : "cancel"));
+    transcript_.fact("got file " + (path ? inQuotes(*path) : "cancel"));
     return path;
 }
 

@@ -21,7 +21,7 @@ char onOneLine(char c) {
 
 } // namespace
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string result = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\') {
@@ -33,8 +33,8 @@ std::string quoted(std::string_view text) {
 }
 
 std::string fileRequestText(const FileRequest &request) {
-    return std::string(request.save ? "file save " : "file open ") + quoted(request.title) + " " +
-           quoted(request.filter) + " from " + quoted(trimRight(request.path));
+    return std::string(request.save ? "file save " : "file open ") + inQuotes(request.title) + " " +
+           inQuotes(request.filter) + " from " + inQuotes(trimRight(request.path));
 }
 
 std::string boxRequestText(const BoxRequest &request) {
@@ -42,13 +42,13 @@ std::string boxRequestText(const BoxRequest &request) {
     for (std::size_t i = 0; i < request.lines.size(); ++i) {
         lines.append(i == 0 ? "" : "|").append(request.lines[i]);
     }
-    return "box " + quoted(request.title) + " " + quoted(lines);
+    return "box " + inQuotes(request.title) + " " + inQuotes(lines);
 }
 
 std::string runRequestText(const std::vector<std::string> &command) {
     std::string text = "run";
     for (const std::string &word : command) {
-        text.append(" ").append(quoted(word));
+        text.append(" ").append(inQuotes(word));
     }
     return text;
 }
@@ -56,14 +56,14 @@ std::string runRequestText(const std::vector<std::string> &command) {
 std::string fieldLine(const ControlState &control) {
     const auto kind = static_cast<std::size_t>(control.kind);
     return "field " + std::to_string(control.id) + " " + std::string(KindNames[kind]) +
-           (control.enabled ? " on " : " off ") + quoted(control.label) + " = " +
-           quoted(shownValue(control));
+           (control.enabled ? " on " : " off ") + inQuotes(control.label) + " = " +
+           inQuotes(shownValue(control));
 }
 
 std::vector<std::string> dialogLines(const DialogModel &dialog) {
     const std::string_view mode = dialog.mode == DialogModal ? " modal " : " modeless ";
     std::vector<std::string> lines = {"dialog open " + std::to_string(dialog.number) +
-                                      std::string(mode) + quoted(dialog.caption)};
+                                      std::string(mode) + inQuotes(dialog.caption)};
     for (const ControlState &control : dialog.controls) {
         lines.push_back(fieldLine(control));
     }

@@ -11,7 +11,7 @@
 namespace keldrin {
 
 /// `text` between quotes, with \" and \\ inside and control characters shown as blanks.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 // The words of requests, as transcripts and messages show them.
 std::string fileRequestText(const FileRequest &request);
