@@ -19,7 +19,10 @@ constexpr float PointsPerInch = 72.0F;
 constexpr int LargestPage = 32767; // units; a word holds no more
 constexpr PageColour White = Colour::White;
 
+// Letters leave what is behind them; there are readers that fill polygons half transparent unless
+// the background is opaque.
 constexpr int TransparentBackground = 1;
+constexpr int OpaqueBackground = 2;
 constexpr int AnisotropicMapMode = 8;
 constexpr int BaselineLeft = 24;
 
@@ -65,11 +68,12 @@ void WmfSurface::clear() {
     objects_.clear();
     selected_.fill(-1);
     textColourSet_ = false;
+    background_ = 0;
     records_.add(WmfFunction::SetMapMode, {AnisotropicMapMode});
     records_.add(WmfFunction::SetWindowOrg, {0, 0});
     records_.add(WmfFunction::SetWindowExt, {page_.height, page_.width});
-    records_.add(WmfFunction::SetBkMode, {TransparentBackground});
     records_.add(WmfFunction::SetTextAlign, {BaselineLeft});
+    selectBackground(OpaqueBackground);
     select({PenObject, White, 0, 0});
     select({BrushObject, White, 0, 0});
     records_.add(WmfFunction::Rectangle, {page_.height, page_.width, 0, 0});
@@ -151,6 +155,7 @@ void WmfSurface::polygon(std::span<const PagePoint> points, bool filled) {
         polyline(closed);
         return;
     }
+    selectBackground(OpaqueBackground);
     select({PenObject, White, 0, 0});
     select({BrushObject, colour_, 0, 0});
     std::vector<std::uint16_t> words = {static_cast<std::uint16_t>(points.size())};
@@ -159,6 +164,13 @@ void WmfSurface::polygon(std::span<const PagePoint> points, bool filled) {
         words.push_back(wmfWord(unitsY(point.y)));
     }
     records_.add(WmfFunction::Polygon, words);
+}
+
+void WmfSurface::selectBackground(int mode) {
+    if (background_ != mode) {
+        background_ = mode;
+        records_.add(WmfFunction::SetBkMode, {mode});
+    }
 }
 
 void WmfSurface::selectTextColour() {
@@ -180,6 +192,7 @@ void WmfSurface::text(PagePoint at, std::string_view string, float /*charWidth*/
     select({FontObject, 0, std::max(1, nearestInt(charHeight * static_cast<float>(page_.height))),
             nearestInt(degrees * tenths)});
     selectTextColour();
+    selectBackground(TransparentBackground);
     std::vector<std::uint16_t> words = {static_cast<std::uint16_t>(bytes.size())};
     appendBytes(words, bytes);
     words.push_back(wmfWord(unitsY(at.y)));

@@ -42,6 +42,7 @@ class WmfSurface : public DocumentSurface {
 
     void select(const Object &object);
     void create(const Object &object);
+    void selectBackground(int mode);
     void selectTextColour();
     [[nodiscard]] int unitsX(float fraction) const;
     [[nodiscard]] int unitsY(float fraction) const; ///< downward from the top
@@ -51,6 +52,7 @@ class WmfSurface : public DocumentSurface {
     int penUnits_ = 1;
     std::vector<Object> objects_;
     std::array<int, KindCount> selected_{}; ///< slot in use of each kind, -1 none
+    int background_ = 0;                    ///< mode in force
     bool textColourSet_ = false;
     PageColour textColour_ = 0;
     WmfRecords records_;
