@@ -13,7 +13,7 @@ if(KELDRIN_CLANG_TIDY)
         file(MAKE_DIRECTORY ${directory})
         add_custom_command(
             OUTPUT ${stamp}
-            COMMAND ${KELDRIN_CLANG_TIDY} --quiet -p ${PROJECT_BINARY_DIR}
+            COMMAND ${KELDRIN_CLANG_TIDY} --quiet --extra-arg=-Wno-unknown-warning-option -p ${PROJECT_BINARY_DIR}
                     ${PROJECT_SOURCE_DIR}/${source}
             COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
             DEPENDS ${PROJECT_SOURCE_DIR}/${source} ${tidy_headers}

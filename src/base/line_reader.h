@@ -23,7 +23,7 @@ enum class LineStatus {
 /// the start of a character; the rest of that line is passed over.
 class LineReader {
   public:
-    static constexpr std::size_t DefaultBuffer = 256U * 1024U;
+    static constexpr std::size_t DefaultBuffer = std::size_t{256} * 1024;
 
     /// limit: bytes of a line that are kept
     explicit LineReader(std::size_t limit, std::size_t bufferSize = DefaultBuffer);

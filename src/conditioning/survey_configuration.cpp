@@ -1,6 +1,7 @@
 #include "conditioning/survey_configuration.h"
 
 #include "base/ascii.h"
+#include "base/number_text.h"
 #include "base/paths.h"
 #include "conditioning/transmitter_choice.h"
 #include "messages/message_log.h"
@@ -52,42 +53,56 @@ constexpr std::array TextFields = {
 // tighter on purpose, so that the control's never bite on entry.
 struct RealField {
     int id;
+    std::string_view name; ///< as in the project file
     float ControlValues::*value;
     float low, high;           ///< of the control
     float entryLow, entryHigh; ///< on entry
     std::string_view format;
 };
 constexpr std::array RealFields = {
-    RealField{1104, &ControlValues::LineNumber, -9.9E8F, 9.9E9F, -9.9E8F, 9.9E9F, "(F12.1)"},
-    RealField{1108, &ControlValues::StnScale, 1.0E-6F, 1.0E6F, 1.1E-6F, 900000.0F, "(1P,G12.4E1)"},
-    RealField{OffsetField, &ControlValues::YRxOffset, -9.9E8F, 9.9E9F, -9.9E8F, 9.9E9F, "(F12.1)"},
-    RealField{1015, &ControlValues::XTxLength, 0.1F, 990000.0F, 0.1F, 990000.0F, "(F12.1)"},
-    RealField{1016, &ControlValues::YTxLength, 0.1F, 990000.0F, 0.1F, 990000.0F, "(F12.1)"},
-    RealField{1025, &ControlValues::TxRamp, 0.1F, 990000.0F, 0.1F, 990000.0F, "(F12.1)"},
-    RealField{1026, &ControlValues::TxFreq, 0.01F, 1024.0F, 0.01F, 1024.0F, "(0P,G12.4E1)"},
-    RealField{1037, &ControlValues::ErrorFloor, 0.1F, 9999.9F, 0.1F, 9999.9F, "(F12.1)"},
-    RealField{1032, &ControlValues::dpWeight, 0.01F, 100.0F, 0.01F, 100.0F, "(0P,G12.4E1)"},
-    RealField{1038, &ControlValues::dzWeight, 0.01F, 100.0F, 0.01F, 100.0F, "(0P,G12.4E1)"},
-    RealField{1051, &ControlValues::DataCutoff, 0.1F, 9999.9F, 0.1F, 9999.9F, "(F12.1)"},
+    RealField{1104, "LineNumber", &ControlValues::LineNumber, -9.9E8F, 9.9E9F, -9.9E8F, 9.9E9F,
+              "(F12.1)"},
+    RealField{1108, "StnScale", &ControlValues::StnScale, 1.0E-6F, 1.0E6F, 1.1E-6F, 900000.0F,
+              "(1P,G12.4E1)"},
+    RealField{OffsetField, "YRxOffset", &ControlValues::YRxOffset, -9.9E8F, 9.9E9F, -9.9E8F, 9.9E9F,
+              "(F12.1)"},
+    RealField{1015, "XTxLength", &ControlValues::XTxLength, 0.1F, 990000.0F, 0.1F, 990000.0F,
+              "(F12.1)"},
+    RealField{1016, "YTxLength", &ControlValues::YTxLength, 0.1F, 990000.0F, 0.1F, 990000.0F,
+              "(F12.1)"},
+    RealField{1025, "TxRamp", &ControlValues::TxRamp, 0.1F, 990000.0F, 0.1F, 990000.0F, "(F12.1)"},
+    RealField{1026, "TxFreq", &ControlValues::TxFreq, 0.01F, 1024.0F, 0.01F, 1024.0F,
+              "(0P,G12.4E1)"},
+    RealField{1037, "ErrorFloor", &ControlValues::ErrorFloor, 0.1F, 9999.9F, 0.1F, 9999.9F,
+              "(F12.1)"},
+    RealField{1032, "dpWeight", &ControlValues::dpWeight, 0.01F, 100.0F, 0.01F, 100.0F,
+              "(0P,G12.4E1)"},
+    RealField{1038, "dzWeight", &ControlValues::dzWeight, 0.01F, 100.0F, 0.01F, 100.0F,
+              "(0P,G12.4E1)"},
+    RealField{1051, "DataCutoff", &ControlValues::DataCutoff, 0.1F, 9999.9F, 0.1F, 9999.9F,
+              "(F12.1)"},
 };
 
 struct DoubleField {
     int id;
+    std::string_view name;
     double ControlValues::*value;
     std::string_view format;
 };
 constexpr std::array DoubleFields = {
-    DoubleField{TransmitterField, &ControlValues::TxStn, "(F14.1)"},
-    DoubleField{LoopEastField, &ControlValues::XTxCenter, "(F12.0)"},
-    DoubleField{LoopNorthField, &ControlValues::YTxCenter, "(F12.0)"}};
+    DoubleField{TransmitterField, "TxStn", &ControlValues::TxStn, "(F14.1)"},
+    DoubleField{LoopEastField, "XTxCenter", &ControlValues::XTxCenter, "(F12.0)"},
+    DoubleField{LoopNorthField, "YTxCenter", &ControlValues::YTxCenter, "(F12.0)"}};
 
 struct IntegerField {
     int id;
+    std::string_view name;
     int ControlValues::*value;
     int low, high;
 };
-constexpr std::array IntegerFields = {IntegerField{1024, &ControlValues::NTxTurn, 1, 32},
-                                      IntegerField{1041, &ControlValues::Niteration, 0, 32}};
+constexpr std::array IntegerFields = {
+    IntegerField{1024, "NTxTurn", &ControlValues::NTxTurn, 1, 32},
+    IntegerField{1041, "Niteration", &ControlValues::Niteration, 0, 32}};
 
 /// A bearing, shown and taken back in whole degrees.
 struct AzimuthField {
@@ -111,6 +126,21 @@ ProjectName nameOfProject(std::string_view path) {
             std::string(isProjectPath(path) ? extensionOf(path) : ProjectExtension)};
 }
 
+// A value that the data or the project gave is not changed without a word.
+template <class T>
+void holdInRange(T &value, T low, T high, std::string_view name) {
+    const T given = value;
+    value = limited(value, low, high);
+    if (value != given) {
+        const auto text = [](T number) {
+            return messageNumber(static_cast<double>(number));
+        };
+        ReportWarning({"EditSurveyConfiguration.WARNING: " + std::string(name) + " = " +
+                           text(given) + " < " + text(low) + " or > " + text(high),
+                       std::string(name) + " will be set = " + text(value)});
+    }
+}
+
 void bringIntoRange(SurveyModel &model) {
     ControlValues &control = model.control;
     if (control.LineAzimuth < -360.1F) {
@@ -123,13 +153,13 @@ void bringIntoRange(SurveyModel &model) {
         control.*field.value = limited(control.*field.value, -360.0F, 360.0F);
     }
     for (const RealField &field : RealFields) {
-        control.*field.value = limited(control.*field.value, field.entryLow, field.entryHigh);
+        holdInRange(control.*field.value, field.entryLow, field.entryHigh, field.name);
     }
     for (const DoubleField &field : DoubleFields) {
-        control.*field.value = limited(control.*field.value, -9.9E8, 9.9E9);
+        holdInRange(control.*field.value, -9.9E8, 9.9E9, field.name);
     }
     for (const IntegerField &field : IntegerFields) {
-        control.*field.value = limited(control.*field.value, field.low, field.high);
+        holdInRange(control.*field.value, field.low, field.high, field.name);
     }
     setLengthUnits(control, control.LengthUnitsIndex);
     setSurveyType(control, control.SurveyTypeIndex);
@@ -250,8 +280,10 @@ void readSaveAs(ProjectName &name) {
     std::string typed;
     WDialogGetString(SaveAsField, typed);
     std::string_view base = trimBlanks(typed);
-    if (isProjectPath(base)) {
-        base = trimBlanks(withoutExtension(base));
+    constexpr std::size_t extension = ProjectExtension.size();
+    if (base.size() >= extension &&
+        sameIgnoringCase(base.substr(base.size() - extension), ProjectExtension)) {
+        base = trimBlanks(base.substr(0, base.size() - extension));
     }
     if (!base.empty() && base.find_first_of("/\\") == std::string_view::npos) {
         name.base = base;
@@ -327,6 +359,7 @@ void writeRenamedModel(const SurveyModel &model, std::string_view oldPath,
 
 int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
     const ControlValues before = model.control;
+    const std::string pathBefore = path;
     ProjectName name = nameOfProject(path);
     path = name.path();
     const std::string oldPath = path;
@@ -347,6 +380,7 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
         writeRenamedModel(model, oldPath, path);
     } else if (button == ButtonCancel) {
         model.control = before;
+        path = pathBefore;
         status = 1;
     } else {
         status = 3;

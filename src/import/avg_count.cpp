@@ -1,5 +1,6 @@
 #include "import/avg_file.h"
 #include "messages/message_log.h"
+#include "projectfile/table_file.h"
 #include "text/value_readers.h"
 
 #include <algorithm>
@@ -123,6 +124,7 @@ void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReadin
 } // namespace
 
 int AVG_Count(SurveyModel &model, const std::string &fileName) {
+    const Metadata before = model.metadata;
     resetLines(model.lines);
     CountPass pass;
     if (!pass.walk.reader.open(fileName)) {
@@ -142,7 +144,11 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
     if (pass.walk.faulted) {
         return 1;
     }
+    noteEndMark(pass.walk.reader);
     presetFromMetadata(model);
+    // The read pass starts where this one did: what the sections of other lines have said must not
+    // reach the chosen line.
+    model.metadata = before;
     return finishCount(model.lines, pass.transients, "AVG_Count");
 }
 

@@ -6,6 +6,7 @@
 #include "base/paths.h"
 #include "base/sorting.h"
 #include "messages/message_log.h"
+#include "projectfile/table_file.h"
 #include "text/columns.h"
 #include "text/value_readers.h"
 #include "toolkit/toolkit.h"
@@ -231,6 +232,7 @@ int Stn_File_Input(std::string fileName, StationTable &table) {
         return 1;
     }
     readLines(reader, table);
+    noteEndMark(reader.lines);
     if (table.size() == 0) {
         ReportError({"ERROR: No valid data recovered from " + reader.name,
                      "Expecting space or comma separated columns of",

@@ -7,6 +7,7 @@
 #include "keywords/record.h"
 #include "messages/message_log.h"
 #include "projectfile/control_block.h"
+#include "projectfile/table_file.h"
 #include "toolkit/toolkit.h"
 
 #include <cmath>
@@ -51,6 +52,7 @@ void readRecords(Metadata &metadata, LineReader &reader) {
     for (;;) {
         const LineStatus status = reader.next(line);
         if (status == LineStatus::End) {
+            noteEndMark(reader);
             return;
         }
         if (status == LineStatus::Fault) {
@@ -59,8 +61,10 @@ void readRecords(Metadata &metadata, LineReader &reader) {
                  reader.errorText()});
             return;
         }
-        line = trimLeft(trimRight(line));
-        if (line.size() >= 2 && line.front() == '$') {
+        line = trimRight(line);
+        const bool longEnough = line.size() >= 2;
+        line = trimLeft(line);
+        if (longEnough && line.front() == '$') {
             MDP_Read_Record(metadata, reader.lineNumber(), line, SourceLevel);
         }
     }

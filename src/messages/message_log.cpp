@@ -125,8 +125,8 @@ void ShowErrorBox(std::span<const MessageLine> lines) {
         return;
     }
     std::string text;
-    for (const MessageLine &line : lines) {
-        text.append(text.empty() ? "" : "\r").append(line.view());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        text.append(i == 0 ? "" : "\r").append(lines[i].view());
     }
     constexpr int okAndCancel = 1;
     constexpr int errorIcon = 2;

@@ -71,13 +71,16 @@ void commandInvert(Shell &shell) {
 }
 
 void commandSave(Shell &shell) {
-    if (!ToolkitFileChooser("Save std file|*.std|", 11, shell.ProjectPath,
-                            "Save KELDRIN *.std file")) {
+    std::string chosen = shell.ProjectPath;
+    if (!ToolkitFileChooser("Save std file|*.std|", 11, chosen, "Save KELDRIN *.std file")) {
         return;
     }
-    if (!isProjectPath(shell.ProjectPath)) { // nothing else is ever overwritten by a project
-        shell.ProjectPath += ".std";
+    if (!isProjectPath(chosen)) { // nothing else is ever overwritten by a project
+        ReportError({"ERROR: " + std::string(fileNameOf(chosen)) + " is no name of a project.",
+                     "The name of a KELDRIN file ends in .std; nothing has been written."});
+        return;
     }
+    shell.ProjectPath = chosen;
     STD_File_Write(shell.model, shell.ProjectPath);
     M1D_File_Write(shell.model, modelPathOf(shell.ProjectPath));
 }

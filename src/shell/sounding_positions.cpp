@@ -34,12 +34,13 @@ StationTable tableFromSoundings(SurveyModel &model) {
         control.LineAzimuth = 90.0F;
     }
     const float azimuth = control.LineAzimuth * RadiansPerDegree;
-    const auto eastStep = static_cast<double>(control.StnScale * std::fabs(std::sin(azimuth)));
-    const auto northStep = static_cast<double>(control.StnScale * std::fabs(std::cos(azimuth)));
+    const auto scale = static_cast<double>(control.StnScale);
+    const auto eastPart = static_cast<double>(std::fabs(std::sin(azimuth)));
+    const auto northPart = static_cast<double>(std::fabs(std::cos(azimuth)));
     StationTable table;
     for (int i = 0; i < model.SoundingCount; ++i) {
         const double station = model.hTrn[static_cast<std::size_t>(i)].Station;
-        table.add(station, station * eastStep, station * northStep, 0.0);
+        table.add(station, station * scale * eastPart, station * scale * northPart, 0.0);
     }
     return table;
 }

@@ -147,6 +147,27 @@ TEST_F(AvgTest, OnlyTheChosenLineIsReadWithItsOwnHeader) {
     EXPECT_EQ(model.control.LineName.view(), "8 b");
 }
 
+TEST_F(AvgTest, WhatOtherLinesSayDoesNotReachTheChosenOne) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n" +
+                   "$ Line.Name = 8\n$ Tx.LengthX = 300\n$ Job.For = B\n2 9 9 Hz 0.1 60 2\n"),
+              0);
+    EXPECT_EQ(model.control.XTxLength, 100.0F);
+    EXPECT_TRUE(model.control.JobFor.isBlank());
+    // A section before any name is a line of its own, on both passes.
+    EXPECT_EQ(read("$ Survey.Array = INL\n$ Tx.Amp = 1\n" + Labels + "2 1 1 Hz 0.1 50 2\n" +
+                   "$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n"),
+              0);
+    EXPECT_EQ(model.lines.entries[0].LineLabel.view(), "0 INL");
+    ASSERT_EQ(model.SoundingCount, 1);
+    EXPECT_EQ(sounding(0).RxStn, 1.0);
+}
+
+TEST_F(AvgTest, AnEndMarkWithDataBehindItIsTold) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n\x1A" + "2 2 2 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(model.SoundingCount, 1);
+    EXPECT_THAT(messages.infos, testing::Contains(HasSubstr("end mark")));
+}
+
 TEST_F(AvgTest, TheThirtyThirdLineFallsIntoTheLastRowUnderItsLabel) {
     std::string text = Head + Labels;
     for (int i = 1; i <= 34; ++i) {
