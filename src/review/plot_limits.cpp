@@ -36,21 +36,17 @@ float powerOfTen(float exponent, float highest = 30.0F) {
     return std::pow(10.0F, limited(exponent, -30.0F, highest));
 }
 
-// A time of 0 has no place on a logarithmic axis, so the next window stands in.
-bool countTime(ValueRange &range, float time) {
-    const bool counts = isPresent(time) && std::isfinite(time) && time != 0.0F;
-    if (counts) {
-        range.add(time);
-    }
-    return counts;
-}
-
+// The first and the last window's time. A time of 0 has no place on a logarithmic axis, so the
+// next window stands in.
 void addTimes(ValueRange &range, std::span<const float> times) {
-    const auto count = [&range](float time) {
-        return countTime(range, time);
+    const auto counts = [](float time) {
+        return isPresent(time) && std::isfinite(time) && time != 0.0F;
     };
-    std::find_if(times.begin(), times.end(), count);
-    std::find_if(times.rbegin(), times.rend(), count);
+    const auto first = std::find_if(times.begin(), times.end(), counts);
+    if (first != times.end()) {
+        range.add(*first);
+        range.add(*std::find_if(times.rbegin(), times.rend(), counts));
+    }
 }
 
 void addData(ValueRange &range, const SoundingRecord &sounding, std::size_t windows) {
