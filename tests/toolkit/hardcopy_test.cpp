@@ -1,0 +1,233 @@
+#include "toolkit/hardcopy.h"
+
+#include "support/files.h"
+#include "support/temporary_directory.h"
+#include "toolkit/drawing.h"
+#include "toolkit/scripted/answering_backend.h"
+#include "toolkit/surfaces/page_transcript.h"
+#include "toolkit/toolkit.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A printer of the test's paper, whose sheet outlives the job.
+class PrinterBackend : public AnsweringBackend {
+  public:
+    class Job : public RecordSurface {
+      public:
+        explicit Job(PrinterBackend &owner) : owner_(owner) {}
+        bool end() override {
+            owner_.printed = pageTranscript(*this);
+            return owner_.works;
+        }
+
+      private:
+        PrinterBackend &owner_;
+    };
+
+    std::unique_ptr<Surface> printer(PrinterPage &page) override {
+        page = paper;
+        return accepts ? std::make_unique<Job>(*this) : nullptr;
+    }
+    void trace(std::string_view kind, std::string_view text) override {
+        traced.push_back(std::string(kind) + " " + std::string(text));
+    }
+
+    PrinterPage paper = {720.0, 1440.0};
+    bool accepts = true;
+    bool works = true;
+    std::vector<std::string> printed;
+    std::vector<std::string> traced;
+};
+
+class HardcopyTest : public testing::Test {
+  protected:
+    HardcopyTest() {
+        ToolkitInit(backend, {"keldrin"});
+        WindowOpen(7, -1, -1, 800, 600);
+        IGrArea(0.0F, 0.0F, 1.0F, 1.0F);
+        IGrUnits(0.0F, 0.0F, 24.0F, 18.0F);
+        IGrColour("BLACK");
+    }
+    ~HardcopyTest() override { ToolkitClose(); }
+    HardcopyTest(const HardcopyTest &) = delete;
+    HardcopyTest &operator=(const HardcopyTest &) = delete;
+
+    static void drawLine() {
+        ToolkitMoveTo(0.0F, 0.0F);
+        ToolkitLineTo(24.0F, 18.0F);
+    }
+    [[nodiscard]] std::size_t onScreen() { return backend.screen().items().size(); }
+
+    PrinterBackend backend;
+    TemporaryDirectory directory;
+};
+
+TEST_F(HardcopyTest, DrawingGoesToTheFileUntilItIsClosed) {
+    const std::string path = directory.path("a.hpg");
+    putFile(path, "old");
+    ToolkitHardcopySelect(1, DriverHpgl);
+    EXPECT_TRUE(ToolkitHasSurface());
+    IGrHardcopy(path);
+    EXPECT_FALSE(ToolkitHasSurface()); // the log must not land on the page
+    drawLine();
+    EXPECT_EQ(fileContent(path), "old") << "a file is written whole at the end";
+    IGrHardcopy("S");
+    EXPECT_TRUE(ToolkitHasSurface());
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(onScreen(), 0U);
+    const std::string content = fileContent(path);
+    EXPECT_THAT(content, testing::HasSubstr("PU0,0;PD9600,7200;PU;"));
+    EXPECT_THAT(backend.traced,
+                ElementsAre("hardcopy 1 680 510 0 0",
+                            "file " + path + " bytes=" + std::to_string(content.size())));
+    drawLine();
+    EXPECT_EQ(onScreen(), 1U);
+    IGrHardcopy("S"); // nothing is open
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+}
+
+TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
+    const struct {
+        int driver;
+        std::string start;
+    } cases[] = {{DriverHpgl, "IN;IP0,0,9600,7200;"},
+                 {DriverMetafile, "\xD7\xCD\xC6\x9A"},
+                 {DriverSvg, "<?xml"}};
+    for (const auto &c : cases) {
+        const std::string path = directory.path("page");
+        ToolkitHardcopyOption(HardcopyWidth, 100); // of a hardcopy that is not the next one
+        ToolkitHardcopySelect(1, c.driver);
+        for (const int ignored : {0, 5, 6, 9, 10, -1}) {
+            ToolkitHardcopyOption(ignored, 3);
+        }
+        IGrHardcopy(path);
+        drawLine();
+        IGrHardcopy("S");
+        EXPECT_EQ(ToolkitErrorState(1), 0);
+        EXPECT_EQ(fileContent(path).substr(0, c.start.size()), c.start);
+    }
+}
+
+TEST_F(HardcopyTest, AFileThatCannotBeCreatedLeavesAnErrorAndDrawingGoesNowhere) {
+    const std::string paths[] = {directory.path("missing/a.wmf"), directory.path(), ""};
+    for (const std::string &path : paths) {
+        ToolkitHardcopySelect(1, DriverMetafile);
+        IGrHardcopy(path);
+        EXPECT_EQ(ToolkitErrorState(1), ErrorOutputFile) << path;
+        EXPECT_NE(ToolkitHardcopyFault(), "");
+        drawLine();
+        IGrHardcopy("S");
+        EXPECT_EQ(ToolkitErrorState(1), 0) << "it is told once";
+        EXPECT_EQ(onScreen(), 0U);
+    }
+    EXPECT_THAT(backend.traced, IsEmpty());
+}
+
+TEST_F(HardcopyTest, AFileThatCannotBeWrittenIsToldAtTheEnd) {
+    std::filesystem::create_directory(directory.path("gone"));
+    const std::string path = directory.path("gone/a.svg");
+    ToolkitHardcopySelect(1, DriverSvg);
+    IGrHardcopy(path);
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    std::filesystem::remove(directory.path("gone"));
+    IGrHardcopy("S");
+    EXPECT_EQ(ToolkitErrorState(1), ErrorOutputFile);
+    EXPECT_NE(ToolkitHardcopyFault(), "");
+    EXPECT_TRUE(ToolkitHasSurface());
+}
+
+TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
+    ToolkitHardcopySelect(1, DriverPrinter);
+    WHardcopyOptions(2);
+    EXPECT_NE(ToolkitDialogInfo(4), 0);
+    EXPECT_EQ(ToolkitPageInfo(91), 720.0);
+    EXPECT_EQ(ToolkitPageInfo(92), 1440.0);
+    ToolkitHardcopyOption(HardcopyWidth, 360);
+    ToolkitHardcopyOption(HardcopyHeight, 288);
+    ToolkitHardcopyOption(HardcopyLeft, 72);
+    ToolkitHardcopyOption(HardcopyBottom, 144);
+    IGrHardcopy(" ");
+    drawLine();
+    WGrTextFont(0, 0, 0.01F, 0.1F);
+    ToolkitDrawText(12.0F, 9.0F, "x");
+    IGrHardcopy("S");
+    EXPECT_THAT(backend.printed, ElementsAre("line BLACK 2 2.54 5.08 15.24 15.24",
+                                             "text 8.89 10.16 1.02 0 BLACK \"x\""));
+    EXPECT_THAT(backend.traced, ElementsAre("hardcopy 10 360 288 72 144"));
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitPageInfo(91), 0.0);
+}
+
+TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
+    backend.accepts = false;
+    ToolkitHardcopySelect(1, DriverPrinter);
+    WHardcopyOptions(2);
+    EXPECT_EQ(ToolkitDialogInfo(4), 0);
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    drawLine();
+    EXPECT_EQ(onScreen(), 1U);
+
+    backend.accepts = true;
+    backend.works = false;
+    ToolkitHardcopySelect(1, DriverPrinter);
+    WHardcopyOptions(2);
+    IGrHardcopy(" ");
+    IGrHardcopy("S");
+    EXPECT_EQ(ToolkitErrorState(1), ErrorOutputFile);
+    EXPECT_TRUE(ToolkitHasSurface());
+}
+
+TEST_F(HardcopyTest, DevicesThatAreNotThereAreRefused) {
+    ToolkitHardcopySelect(1, 99);
+    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    ToolkitHardcopySelect(1, DriverHpgl);
+    WHardcopyOptions(2); // has no dialog
+    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+
+    // No driver, a printer that was not chosen, and a page without extent: drawing goes nowhere.
+    const std::string path = directory.path("a");
+    const auto open = [&](int driver, int width) {
+        ToolkitHardcopySelect(1, driver);
+        ToolkitHardcopyOption(HardcopyWidth, width);
+        IGrHardcopy(path);
+        EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+        ToolkitHardcopySelect(1, DriverHpgl); // not while one is open
+        EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+        drawLine();
+        IGrHardcopy("S");
+        EXPECT_EQ(ToolkitErrorState(1), 0);
+    };
+    open(DriverPrinter, 680);
+    open(DriverHpgl, 0);
+    open(DriverHpgl, -5);
+    EXPECT_EQ(onScreen(), 0U);
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST(HardcopyWithoutWindow, PagesAreWrittenAllTheSame) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("a.svg");
+    ToolkitHardcopySelect(1, DriverPrinter);
+    WHardcopyOptions(2);
+    EXPECT_EQ(ToolkitDialogInfo(4), 0);
+    ToolkitHardcopySelect(1, DriverSvg);
+    IGrHardcopy(path);
+    IGrHardcopy("S");
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_NE(fileContent(path), "");
+}
+
+} // namespace
+} // namespace keldrin
