@@ -65,10 +65,14 @@ void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, fl
 }
 
 void logCounts(const AutoSkipCounts &counts) {
-    ReportInfoLine("Window range took " + std::to_string(counts.outsideRange) + " windows.");
-    ReportInfoLine("Error filter took " + std::to_string(counts.error) + " windows.");
-    ReportInfoLine("Negative filter took " + std::to_string(counts.negative) + " windows.");
-    ReportInfoLine("Slope filter took " + std::to_string(counts.slope) + " windows.");
+    const auto tell = [](const char *filter, int windows) {
+        ReportInfoLine("Windows taken by the " + std::string(filter) + ": " +
+                       std::to_string(windows));
+    };
+    tell("window range", counts.outsideRange);
+    tell("error filter", counts.error);
+    tell("negative filter", counts.negative);
+    tell("slope filter", counts.slope);
 }
 
 int largestWindowCount(const SurveyModel &model) {

@@ -1,0 +1,283 @@
+#include "review/review_loop.h"
+
+#include "review_line.h"
+#include "support/files.h"
+#include "support/message_recorder.h"
+#include "support/temporary_directory.h"
+#include "toolkit/drawing.h"
+#include "toolkit/scripted/answering_backend.h"
+#include "toolkit/scripted/scripted_backend.h"
+#include "toolkit/toolkit_state.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace keldrin {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+/// What a scenario that does not fit throws in place of ending the process.
+struct Stopped {};
+
+constexpr std::array<TestWindow, 3> Windows = {
+    TestWindow{0.2F, 5000.0F, 100.0F}, TestWindow{1.0F, 300.0F, 50.0F}, TestWindow{10.0F, 4.0F}};
+
+/// A line of three like soundings, whose page shows 0.1 to 1000 msec and 0 to 1e4.
+class ReviewTest : public testing::Test {
+  protected:
+    ReviewTest() {
+        survey.hTrn.assign(3, soundingOf(Windows));
+        survey.SoundingCount = 3;
+    }
+
+    // Plays lines of a scenario against one entry of the review.
+    int review(const std::vector<std::string> &lines) {
+        std::string text;
+        for (const std::string &line : lines) {
+            text += line + "\n";
+        }
+        Script script;
+        EXPECT_TRUE(parseScript(text, script).empty()) << text;
+        std::ostringstream out;
+        ScriptedBackend backend(std::move(script), out);
+        backend.stopRun = [](int) {
+            throw Stopped{};
+        };
+        ToolkitInit(backend, {"keldrin"});
+        WindowOpen(7, -1, -1, 1000, 750);
+        int status = -1;
+        try {
+            status = Review_Loop(survey, state, path, [this](SurveyModel &, std::string &) {
+                ++reloads;
+                return reloadStatus;
+            });
+        } catch (const Stopped &) {
+            ADD_FAILURE() << out.str();
+        }
+        transcript = out.str();
+        EXPECT_EQ(ToolkitDialogInfo(2), 0) << "no dialog is left";
+        ToolkitClose();
+        return status;
+    }
+    static std::string at(const TestWindow &window) {
+        const PagePlace place = placeOf(window.time, window.observed, 0.1F);
+        return std::to_string(place.x) + " " + std::to_string(place.y);
+    }
+    static std::string leftClick(const TestWindow &window) { return "click left " + at(window); }
+
+    // The skipped windows of a sounding, as one digit each.
+    [[nodiscard]] std::string marks(std::size_t station) const {
+        std::string digits;
+        for (std::size_t i = 0; i < Windows.size(); ++i) {
+            digits += isSkipped(survey.hTrn[station - 1].TEMerr[i]) ? '1' : '0';
+        }
+        return digits;
+    }
+    bool wasWritten() {
+        const bool there = std::filesystem::exists(path);
+        std::filesystem::remove(path);
+        return there;
+    }
+    [[nodiscard]] int drawings() const {
+        int count = 0;
+        for (std::size_t i = transcript.find("draw page"); i != std::string::npos;
+             i = transcript.find("draw page", i + 1)) {
+            ++count;
+        }
+        return count;
+    }
+
+    MessageRecorder messages;
+    TemporaryDirectory directory;
+    std::string path = directory.path("line.std");
+    SurveyModel survey;
+    ReviewState state;
+    int reloads = 0;
+    int reloadStatus = 0;
+    std::string transcript;
+};
+
+TEST_F(ReviewTest, KeysButtonsWheelAndTrackbarWalkTheSoundings) {
+    const struct {
+        std::string line;
+        int from;
+        int to;
+    } cases[] = {
+        {"key n", 1, 2},        {"key N", 2, 3},      {"key Down", 1, 2},
+        {"key Right", 3, 3},    {"key p", 3, 2},      {"key P", 2, 1},
+        {"key Up", 1, 1},       {"key Left", 3, 2},   {"press &Next", 1, 2},
+        {"press 1058", 3, 2},   {"set 1057 3", 1, 3}, {"wheel up 1", 2, 1},
+        {"wheel down 5", 1, 3}, {"key Ctrl+P", 3, 3}, {"key Enter", 2, 2},
+        {"key q", 2, 2},        {"expose", 2, 2},     {"resize 800 600", 2, 2},
+        {"menu Exit", 2, 2},
+    };
+    for (const auto &c : cases) {
+        state = {c.from, survey.SoundingCount};
+        EXPECT_EQ(review({c.line, "press E&xit Review"}), 0);
+        EXPECT_EQ(state.ReviewStation, c.to) << c.line << " from " << c.from;
+    }
+    EXPECT_FALSE(wasWritten()) << "nothing was changed";
+}
+
+TEST_F(ReviewTest, ComesBackToItsStationOnALineOfTheSameLength) {
+    review({"key n", "key x"});
+    review({"key X"});
+    EXPECT_EQ(state.ReviewStation, 2);
+    survey.SoundingCount = 2;
+    review({"key x"});
+    EXPECT_EQ(state.ReviewStation, 1);
+    state = {9, 2};
+    review({"key x"});
+    EXPECT_EQ(state.ReviewStation, 2);
+
+    survey.SoundingCount = 1; // the trackbar still has two places
+    review({"set 1057 2", "key x"});
+    EXPECT_EQ(state.ReviewStation, 1);
+    EXPECT_THAT(transcript, HasSubstr("field 1057 trackbar on \"\" = \"1\"\ndraw"));
+    survey.SoundingCount = 0;
+    EXPECT_EQ(review({}), 1);
+    EXPECT_THAT(transcript, Not(HasSubstr("dialog")));
+}
+
+TEST_F(ReviewTest, ClicksSetAndClearAndTheProjectIsWrittenOnExit) {
+    EXPECT_EQ(review({leftClick(Windows[1]), "key n", leftClick(Windows[0]), leftClick(Windows[2]),
+                      "click right " + at(Windows[0]), "click middle " + at(Windows[1]), "key x"}),
+              0);
+    EXPECT_EQ(marks(1), "010");
+    EXPECT_EQ(marks(2), "001");
+    EXPECT_TRUE(wasWritten());
+    review({"click left 5 16.5", "key x"});
+    EXPECT_TRUE(wasWritten()) << "also after a click beside every point";
+    review({"click left 18 9", "key x"});
+    EXPECT_TRUE(wasWritten()) << "or on the model plot";
+}
+
+TEST_F(ReviewTest, OnlyAProjectIsWrittenOver) {
+    const struct {
+        std::string path;
+        bool written;
+        std::size_t told;
+    } cases[] = {{directory.path("line.STD"), true, 0},
+                 {directory.path("line.avg"), false, 1},
+                 {directory.path("line"), false, 1}};
+    for (const auto &c : cases) {
+        path = c.path;
+        messages.errors.clear();
+        putFile(path, "field data");
+        review({leftClick(Windows[0]), "auto box ok", "key x"});
+        EXPECT_EQ(fileContent(path) != "field data", c.written) << path;
+        EXPECT_EQ(messages.errors.size(), c.told) << path;
+    }
+}
+
+TEST_F(ReviewTest, ADragIsABoxOnceItHasATenthOfASquareCentimetre) {
+    const std::string wide = "drag left 1.6 1.6 11.4 17.4";
+    review({wide, "key x"});
+    EXPECT_EQ(marks(1), "111");
+    review({"drag right 11.4 17.4 1.6 1.6", "key x"}); // from any corner
+    EXPECT_EQ(marks(1), "000");
+    // A long and thin one is a click at its lower left corner.
+    const PagePlace first = placeOf(Windows[0].time, Windows[0].observed, 0.1F);
+    const std::string y = std::to_string(first.y);
+    review({"drag left 2 " + y + " 11.4 " + y, "key x"});
+    EXPECT_EQ(marks(1), "100");
+    wasWritten();
+    review({wide + " aborted", "key x"});
+    EXPECT_EQ(marks(1), "100");
+    EXPECT_FALSE(wasWritten()) << "nothing was aimed at";
+    EXPECT_EQ(drawings(), 1) << "nothing is drawn anew";
+}
+
+TEST_F(ReviewTest, ClosingTheWindowWritesNothing) {
+    EXPECT_EQ(review({leftClick(Windows[0]), "close"}), 3);
+    EXPECT_FALSE(wasWritten());
+    EXPECT_EQ(reloads, 0);
+    EXPECT_THAT(transcript, HasSubstr("dialog close 102"));
+}
+
+TEST_F(ReviewTest, CancelChangesReloadsAndWritesNothing) {
+    const struct {
+        std::string line;
+        int reloadStatus;
+        int status;
+    } cases[] = {{"key Escape", 0, 0},
+                 {"press Cancel Changes", 1, 0},
+                 {"close dialog", 2, 0},
+                 {"press 1084", 3, 3},
+                 {"press Cancel Changes", 4, 4}};
+    for (const auto &c : cases) {
+        reloads = 0;
+        reloadStatus = c.reloadStatus;
+        EXPECT_EQ(review({leftClick(Windows[0]), c.line}), c.status) << c.line;
+        EXPECT_EQ(reloads, 1);
+        EXPECT_FALSE(wasWritten());
+    }
+}
+
+TEST_F(ReviewTest, ChangesOfMarksCanBeTakenBack) {
+    review({"key Ctrl+Z", "key Ctrl+Y", "key x"});
+    EXPECT_FALSE(wasWritten()) << "there was nothing to take back";
+
+    review({leftClick(Windows[1]), "key n", "drag left 1.6 1.6 11.4 17.4", "key p", "key Ctrl+Z",
+            "key x"});
+    EXPECT_EQ(marks(1) + marks(2), "010000");
+    EXPECT_EQ(state.ReviewStation, 2) << "what changes comes on show";
+    review({"key Ctrl+Z", "key x"});
+    EXPECT_EQ(marks(1), "010") << "not beyond this entry";
+
+    review({leftClick(Windows[0]), leftClick(Windows[2]), "key Ctrl+Z", "key Ctrl+Z", "key Ctrl+Z",
+            "key Ctrl+Y", "key Ctrl+Shift+Z", "key x"});
+    EXPECT_EQ(marks(2), "101");
+    review({"click right " + at(Windows[0]) + " double", "key Ctrl+Z", "key x"});
+    EXPECT_EQ(marks(2), "101") << "the second click of two had nothing to change";
+    EXPECT_TRUE(wasWritten());
+}
+
+TEST_F(ReviewTest, TheReviewGoesOnBehindOtherDialogsAndPlots) {
+    // The second window, at 4 cm before, is then at 3 cm.
+    const std::string y = std::to_string(placeOf(1.0F, Windows[1].observed, 0.1F).y);
+    review({"press Edit Plot Limits", "set 1063 0.5", "set 1062 50", "press Continue",
+            "click left 3 " + y, "set 1057 2", "key x"});
+    EXPECT_EQ(state.ReviewStation, 2) << "the trackbar is served";
+    EXPECT_EQ(marks(1), "010");
+    review({"press 1081", "press Cancel", "key p", "press Printer Plot", "printer cancel",
+            "press To WMF File", "press 1075", leftClick(Windows[2]), "key x"});
+    EXPECT_EQ(marks(1), "011");
+    EXPECT_TRUE(std::filesystem::exists(directory.path("line0001.wmf")));
+    EXPECT_TRUE(std::filesystem::exists(directory.path("line0001.hpg")));
+}
+
+TEST_F(ReviewTest, ASoundingWithoutWindowsCanBeWalkedOver) {
+    survey.hTrn[0].NumTW = 0;
+    EXPECT_EQ(review({"click left 5 5", "key n", leftClick(Windows[1]), "key x"}), 0);
+    EXPECT_EQ(marks(2), "010");
+}
+
+TEST_F(ReviewTest, LongLinesHaveCoarserPagesOfTheTrackbar) {
+    const std::pair<int, int> cases[] = {{1, 1}, {20, 1}, {21, 2}, {41, 2}, {42, 4}, {2048, 128}};
+    for (const auto &[soundings, step] : cases) {
+        survey.hTrn.assign(static_cast<std::size_t>(soundings), soundingOf(Windows));
+        survey.SoundingCount = soundings;
+        int found = 0;
+        AnsweringBackend backend;
+        backend.beforeAnswer = [&](AnsweringBackend &, int) {
+            found = findControl(*topDialog(), 1057)->step;
+        };
+        ToolkitInit(backend, {"keldrin"});
+        EXPECT_EQ(Review_Loop(survey, state, path, [](auto &, auto &) { return 0; }), 0);
+        ToolkitClose();
+        EXPECT_EQ(found, step) << soundings;
+    }
+}
+
+} // namespace
+} // namespace keldrin
