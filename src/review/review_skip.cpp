@@ -4,8 +4,6 @@
 #include "review/page_layout.h"
 #include "toolkit/plot.h"
 
-#include <optional>
-
 namespace keldrin {
 
 namespace {
@@ -54,17 +52,17 @@ bool hasResistivity(const SoundingRecord &sounding, std::size_t window) {
 struct NearestPoint {
     float x = 0.0F;
     float y = 0.0F;
-    float best = 1.0e32F; // cm^2
-    std::optional<std::size_t> window = {};
+    float best = 1.0e32F;   // cm^2
+    float *error = nullptr; // of its window; null when none was near
 
-    void offer(std::size_t candidate, float time, float value) {
+    void offer(float &candidate, float time, float value) {
         float px = 0.0F;
         float py = 0.0F;
         PlotToPage(time, value, px, py);
         const float distance = (px - x) * (px - x) + (py - y) * (py - y);
         if (distance < best) {
             best = distance;
-            window = candidate;
+            error = &candidate;
         }
     }
 };
@@ -97,15 +95,15 @@ int Review_SkipPoint(SurveyModel &model, int station, int flag, float x, float y
             continue;
         }
         if (const float value = ArcSinh(sounding->TEMobs[i]); range.holdsValue(value)) {
-            nearest.offer(i, time, value);
+            nearest.offer(sounding->TEMerr[i], time, value);
         }
         const float resistivity = ArcSinh(sounding->AResObs[i]);
         if (hasResistivity(*sounding, i) && range.holdsValue(resistivity)) {
-            nearest.offer(i, time, resistivity);
+            nearest.offer(sounding->TEMerr[i], time, resistivity);
         }
     }
-    if (nearest.window) {
-        mark(sounding->TEMerr[*nearest.window], flag);
+    if (nearest.error != nullptr) {
+        mark(*nearest.error, flag);
     }
     return 0;
 }
