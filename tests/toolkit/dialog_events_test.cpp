@@ -1,10 +1,12 @@
 #include "toolkit/control_ids.h"
+#include "toolkit/drawing.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/user_edits.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -115,6 +117,28 @@ TEST_F(DialogEvents, TheRootWindowIsServedAsTheDialogAllows) {
     WDialogShow(-1, -1, 0, DialogModeless);
     queueAll();
     EXPECT_EQ(waiting(), (Events{"1:110", "4:1", "7:0", "9:0"}));
+}
+
+TEST_F(DialogEvents, ARubberBandEndsByWhatWasPressedBeforeItBegan) {
+    IGrUnits(0.0F, 0.0F, 24.0F, 18.0F);
+    const auto bandFrom = [](float x, float y) {
+        int end = EventNone;
+        WGrInput(3, x, y, end);
+        return std::to_string(end) + " " + std::to_string(std::lround(x)) + "," +
+               std::to_string(std::lround(y));
+    };
+    EXPECT_EQ(bandFrom(3.0F, 4.0F), "5 3,4") << "the backend's own end";
+    queueEvent({EventExposure, 0, 0, 0.0, 0.0});
+    queueEvent({EventMouseMove, 0, 0, 0.1, 0.1});
+    queueEvent({EventMouseUp, 1, 0, 0.5, 0.5});
+    queueEvent({EventMouseUp, 1, 0, 0.75, 0.5});
+    EXPECT_EQ(bandFrom(3.0F, 4.0F), "5 12,9");
+    EXPECT_EQ(waiting(), (Events{"7:0", "5:1"}));
+    queueEvent({EventKey, 'x', 0, 0.0, 0.0});
+    EXPECT_EQ(bandFrom(3.0F, 4.0F).substr(0, 2), "1 ");
+    queueEvent({EventClose, 0, 0, 0.0, 0.0});
+    EXPECT_EQ(bandFrom(3.0F, 4.0F).substr(0, 2), "9 ");
+    EXPECT_EQ(waiting(), Events{"9:0"}) << "for the loop to see";
 }
 
 TEST_F(DialogEvents, ANestedDialogLeavesTheOuterOneAsItWas) {
