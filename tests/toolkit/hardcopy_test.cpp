@@ -1,54 +1,22 @@
 #include "toolkit/hardcopy.h"
 
 #include "support/files.h"
+#include "support/printer_backend.h"
 #include "support/temporary_directory.h"
 #include "toolkit/drawing.h"
-#include "toolkit/scripted/answering_backend.h"
-#include "toolkit/surfaces/page_transcript.h"
 #include "toolkit/toolkit.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
+#include <filesystem>
 #include <string>
-#include <vector>
 
 namespace keldrin {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// A printer of the test's paper, whose sheet outlives the job.
-class PrinterBackend : public AnsweringBackend {
-  public:
-    class Job : public RecordSurface {
-      public:
-        explicit Job(PrinterBackend &owner) : owner_(owner) {}
-        bool end() override {
-            owner_.printed = pageTranscript(*this);
-            return owner_.works;
-        }
-
-      private:
-        PrinterBackend &owner_;
-    };
-
-    std::unique_ptr<Surface> printer(PrinterPage &page) override {
-        page = paper;
-        return accepts ? std::make_unique<Job>(*this) : nullptr;
-    }
-    void trace(std::string_view kind, std::string_view text) override {
-        traced.push_back(std::string(kind) + " " + std::string(text));
-    }
-
-    PrinterPage paper = {720.0, 1440.0};
-    bool accepts = true;
-    bool works = true;
-    std::vector<std::string> printed;
-    std::vector<std::string> traced;
-};
 
 class HardcopyTest : public testing::Test {
   protected:

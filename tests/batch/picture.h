@@ -1,0 +1,165 @@
+#pragma once
+
+#include "toolkit/surfaces/record_surface.h"
+#include "toolkit/text_metrics.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+
+/// How much ink lies on each square centimetre of a page of 24 by 18 cm: 0 blank, 1 black all over.
+/// Coarse on purpose, so that readers of plot files may differ in letters and in edges of lines.
+struct InkMap {
+    static constexpr std::size_t Across = 24;
+    static constexpr std::size_t Down = 18;
+
+    std::array<double, Across * Down> ink{};
+    double red = 0.0; ///< sum over the page of ink that is red
+    double blue = 0.0;
+
+    double &at(std::size_t column, std::size_t row) { return ink[row * Across + column]; }
+    [[nodiscard]] double at(std::size_t column, std::size_t row) const {
+        return ink[row * Across + column];
+    }
+    [[nodiscard]] double total() const {
+        double sum = 0.0;
+        for (const double share : ink) {
+            sum += share;
+        }
+        return sum;
+    }
+};
+
+/// A picture of the page, as a binary PPM or PGM file holds it.
+class Picture {
+  public:
+    static constexpr std::size_t PixelsPerCm = 40;
+
+    Picture() : width_(InkMap::Across * PixelsPerCm), height_(InkMap::Down * PixelsPerCm) {
+        bytes_.assign(width_ * height_ * channels_, '\xFF');
+    }
+
+    /// Reads a file's content; false when it is none.
+    bool read(const std::string &content) {
+        std::istringstream head(content);
+        std::string kind;
+        int most = 0;
+        head >> kind >> width_ >> height_ >> most;
+        channels_ = kind == "P6" ? 3 : 1;
+        const std::size_t size = width_ * height_ * channels_;
+        if (!head || (kind != "P6" && kind != "P5") || most != 255 || size == 0 ||
+            size >= content.size()) {
+            return false;
+        }
+        bytes_ = content.substr(content.size() - size);
+        return true;
+    }
+
+    [[nodiscard]] InkMap inkMap() const {
+        InkMap map;
+        const double pixelsInCell = static_cast<double>(width_ * height_) /
+                                    static_cast<double>(InkMap::Across * InkMap::Down);
+        for (std::size_t y = 0; y < height_; ++y) {
+            for (std::size_t x = 0; x < width_; ++x) {
+                const double red = channel(x, y, 0);
+                const double blue = channel(x, y, channels_ - 1);
+                const double lightest = std::min({red, channel(x, y, channels_ / 2), blue});
+                map.at(x * InkMap::Across / width_, y * InkMap::Down / height_) +=
+                    (1.0 - lightest) / pixelsInCell;
+                map.red += std::max(0.0, red - blue) / pixelsInCell;
+                map.blue += std::max(0.0, blue - red) / pixelsInCell;
+            }
+        }
+        return map;
+    }
+
+    // Painting, in page centimetres from the lower left corner.
+
+    void dot(double x, double y, PageColour colour, double darkness = 1.0) {
+        const auto column = static_cast<std::ptrdiff_t>(x * PixelsPerCm);
+        const auto row =
+            static_cast<std::ptrdiff_t>(static_cast<double>(height_) - y * PixelsPerCm);
+        if (column < 0 || row < 0 || column >= static_cast<std::ptrdiff_t>(width_) ||
+            row >= static_cast<std::ptrdiff_t>(height_)) {
+            return;
+        }
+        const std::size_t first =
+            (static_cast<std::size_t>(row) * width_ + static_cast<std::size_t>(column)) * channels_;
+        for (unsigned i = 0; i < 3; ++i) {
+            const double light = 255.0 - darkness * (255.0 - (colour >> (16 - 8 * i) & 0xFFU));
+            char &byte = bytes_[first + i];
+            byte = static_cast<char>(
+                std::min<int>(static_cast<unsigned char>(byte), static_cast<int>(light)));
+        }
+    }
+    void stroke(const PagePoint &from, const PagePoint &to, PageColour colour) {
+        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        const int steps = std::max(1, static_cast<int>(length * PixelsPerCm));
+        for (int i = 0; i <= steps; ++i) {
+            const double part = static_cast<double>(i) / steps;
+            dot(std::lerp(from.x, to.x, part), std::lerp(from.y, to.y, part), colour);
+        }
+    }
+    void box(double left, double bottom, double right, double top, PageColour colour,
+             double darkness) {
+        constexpr double step = 1.0 / PixelsPerCm;
+        for (double y = bottom; y < top; y += step) {
+            for (double x = left; x < right; x += step) {
+                dot(x, y, colour, darkness);
+            }
+        }
+    }
+
+  private:
+    [[nodiscard]] double channel(std::size_t x, std::size_t y, std::size_t i) const {
+        return static_cast<unsigned char>(bytes_[(y * width_ + x) * channels_ + i]) / 255.0;
+    }
+
+    std::size_t width_;
+    std::size_t height_;
+    std::size_t channels_ = 3;
+    std::string bytes_;
+};
+
+/// Paints what was recorded: letters as grey boxes, as dark as letters are on the average.
+inline Picture pictureOf(const RecordSurface &page) {
+    constexpr double inkOfLetters = 0.2;
+    constexpr double dotRadius = 0.063; // cm
+    Picture picture;
+    for (const RecordedItem &item : page.items()) {
+        const double x = item.points[0].x;
+        const double y = item.points[0].y;
+        if (item.kind == RecordedItem::Kind::Text) {
+            const double length =
+                textWidthInEms(item.text) * EmPerCharacterWidth * item.characterWidth;
+            const double height = CapitalHeight * item.characterHeight;
+            const bool upright = item.degrees != 0.0F;
+            picture.box(upright ? x - height : x, y, upright ? x : x + length,
+                        upright ? y + length : y + height, item.colour, inkOfLetters);
+        } else if (item.kind == RecordedItem::Kind::Marker && item.marker == 14) {
+            picture.box(x - dotRadius, y - dotRadius, x + dotRadius, y + dotRadius, item.colour,
+                        0.8);
+        } else if (item.kind == RecordedItem::Kind::Marker) {
+            const PagePoint at = item.points[0];
+            const float arm = static_cast<float>(dotRadius);
+            picture.stroke({at.x - arm, at.y}, {at.x + arm, at.y}, item.colour);
+            picture.stroke({at.x, at.y - arm}, {at.x, at.y + arm}, item.colour);
+        } else {
+            for (std::size_t i = 1; i < item.points.size(); ++i) {
+                picture.stroke(item.points[i - 1], item.points[i], item.colour);
+            }
+            if (item.kind == RecordedItem::Kind::Polygon) {
+                picture.stroke(item.points.back(), item.points.front(), item.colour);
+            }
+        }
+    }
+    return picture;
+}
+
+} // namespace keldrin
