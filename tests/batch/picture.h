@@ -99,11 +99,12 @@ class Picture {
         }
     }
     void stroke(const PagePoint &from, const PagePoint &to, PageColour colour) {
-        const double length = std::hypot(to.x - from.x, to.y - from.y);
+        const auto length = static_cast<double>(std::hypot(to.x - from.x, to.y - from.y));
         const int steps = std::max(1, static_cast<int>(length * PixelsPerCm));
         for (int i = 0; i <= steps; ++i) {
-            const double part = static_cast<double>(i) / steps;
-            dot(std::lerp(from.x, to.x, part), std::lerp(from.y, to.y, part), colour);
+            const float part = static_cast<float>(i) / static_cast<float>(steps);
+            dot(static_cast<double>(std::lerp(from.x, to.x, part)),
+                static_cast<double>(std::lerp(from.y, to.y, part)), colour);
         }
     }
     void box(double left, double bottom, double right, double top, PageColour colour,
@@ -133,12 +134,12 @@ inline Picture pictureOf(const RecordSurface &page) {
     constexpr double dotRadius = 0.063; // cm
     Picture picture;
     for (const RecordedItem &item : page.items()) {
-        const double x = item.points[0].x;
-        const double y = item.points[0].y;
+        const auto x = static_cast<double>(item.points[0].x);
+        const auto y = static_cast<double>(item.points[0].y);
         if (item.kind == RecordedItem::Kind::Text) {
-            const double length =
-                textWidthInEms(item.text) * EmPerCharacterWidth * item.characterWidth;
-            const double height = CapitalHeight * item.characterHeight;
+            const auto length = static_cast<double>(textWidthInEms(item.text) *
+                                                    EmPerCharacterWidth * item.characterWidth);
+            const auto height = static_cast<double>(CapitalHeight * item.characterHeight);
             const bool upright = item.degrees != 0.0F;
             picture.box(upright ? x - height : x, y, upright ? x : x + length,
                         upright ? y + length : y + height, item.colour, inkOfLetters);
