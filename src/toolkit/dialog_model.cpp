@@ -40,8 +40,18 @@ std::string_view cutToLength(const ControlState &control, std::string_view text)
     return control.length > 0 ? cutText(text, static_cast<std::size_t>(control.length)) : text;
 }
 
+// A real field compares in single: 0.1 typed is not below a limit of 0.1. The rounding stands here
+// and not where the limits are put, for g++ 12 drops it there (`single ? double(float(x)) : x`).
 double heldInLimits(const ControlState &control, double value) {
-    return control.low <= control.high ? std::clamp(value, control.low, control.high) : value;
+    if (!(control.low <= control.high)) {
+        return value;
+    }
+    if (control.kind == ControlKind::Real) {
+        return static_cast<double>(std::clamp(static_cast<float>(value),
+                                              static_cast<float>(control.low),
+                                              static_cast<float>(control.high)));
+    }
+    return std::clamp(value, control.low, control.high);
 }
 
 // A number outside the limits is shown as the nearest one; any other stays as it was typed.
@@ -135,9 +145,8 @@ void putEntries(ControlState &control, const std::vector<std::string> &entries, 
 }
 
 void putLimits(ControlState &control, double low, double high) {
-    const bool single = control.kind == ControlKind::Real; // 0.1 typed is not below 0.1 in single
-    control.low = single ? static_cast<double>(static_cast<float>(low)) : low;
-    control.high = single ? static_cast<double>(static_cast<float>(high)) : high;
+    control.low = low;
+    control.high = high;
 }
 
 std::optional<double> fieldNumber(const ControlState &control) {
