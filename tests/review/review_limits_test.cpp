@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -46,6 +47,10 @@ class LimitsDialog : public testing::Test {
         limits = start;
         return Review_EditLimits(survey, limits);
     }
+    static std::array<float, 8> all(const PlotLimits &l) {
+        return {l.PlotTimeMin, l.PlotTimeMax, l.PlotDataMin,  l.PlotDataMax,
+                l.PlotResMin,  l.PlotResMax,  l.PlotDepthMin, l.PlotDepthMax};
+    }
     [[nodiscard]] const ControlState &control(int id) const {
         for (const ControlState &state : shown) {
             if (state.id == id) {
@@ -80,36 +85,20 @@ TEST_F(LimitsDialog, ShowsPlainValuesAndKeepsUntouchedOnesToTheBit) {
 TEST_F(LimitsDialog, SwapsThenWidens) {
     const struct {
         Edits edits;
-        float PlotLimits::*minimum;
-        float low;
-        float PlotLimits::*maximum;
-        float high;
+        PlotLimits expected;
     } cases[] = {
-        {{{1062, "0.1"}, {1063, "10"}},
-         &PlotLimits::PlotTimeMin,
-         0.1F,
-         &PlotLimits::PlotTimeMax,
-         10},
-        {{{1062, "5"}, {1063, "20"}}, &PlotLimits::PlotTimeMin, 5, &PlotLimits::PlotTimeMax, 50},
-        {{{1066, "20"}, {1080, "3"}}, &PlotLimits::PlotResMin, 3, &PlotLimits::PlotResMax, 30},
-        {{{1066, "30"}, {1080, "3"}}, &PlotLimits::PlotResMin, 3, &PlotLimits::PlotResMax, 30},
-        {{{1064, "-60"}, {1065, "-59.5"}},
-         &PlotLimits::PlotDepthMin,
-         -60,
-         &PlotLimits::PlotDepthMax,
-         -59},
-        {{{1064, "-200"}}, &PlotLimits::PlotDepthMin, -200, &PlotLimits::PlotDepthMax, -100},
-        {{{1027, "3.5"}, {1045, "3"}},
-         &PlotLimits::PlotDataMin,
-         ArcSinh(3),
-         &PlotLimits::PlotDataMax,
-         ArcSinh(4)},
-        {{{1027, "-1000"}}, &PlotLimits::PlotDataMin, ArcSinh(-1000), &PlotLimits::PlotDataMax, 0},
+        {{{1062, "0.1"}, {1063, "10"}}, {.PlotTimeMin = 0.1F, .PlotTimeMax = 10.0F}},
+        {{{1062, "5"}, {1063, "20"}}, {.PlotTimeMin = 5.0F, .PlotTimeMax = 50.0F}},
+        {{{1066, "20"}, {1080, "3"}}, {.PlotResMin = 3.0F, .PlotResMax = 30.0F}},
+        {{{1066, "30"}, {1080, "3"}}, {.PlotResMin = 3.0F, .PlotResMax = 30.0F}},
+        {{{1064, "-60"}, {1065, "-59.5"}}, {.PlotDepthMin = -60.0F, .PlotDepthMax = -59.0F}},
+        {{{1064, "-200"}}, {.PlotDepthMin = -200.0F, .PlotDepthMax = -100.0F}},
+        {{{1027, "3.5"}, {1045, "3"}}, {.PlotDataMin = ArcSinh(3), .PlotDataMax = ArcSinh(4)}},
+        {{{1027, "-1000"}}, {.PlotDataMin = ArcSinh(-1000), .PlotDataMax = 0.0F}},
     };
     for (const auto &c : cases) {
         EXPECT_EQ(edit(c.edits), 0);
-        EXPECT_FLOAT_EQ(limits.*c.minimum, c.low) << c.edits[0].first << " " << c.edits[0].second;
-        EXPECT_FLOAT_EQ(limits.*c.maximum, c.high) << c.edits[0].first << " " << c.edits[0].second;
+        EXPECT_EQ(all(limits), all(c.expected)) << c.edits[0].first << " " << c.edits[0].second;
     }
 }
 
@@ -118,16 +107,8 @@ TEST_F(LimitsDialog, WhatNoAxisCanShowKeepsTheOldValue) {
                           {1027, "1e25"}, {1045, "1e300"}, {1065, "10,5"}};
     for (const auto &field : faulty) {
         EXPECT_EQ(edit({field, {1064, "7"}}), 0);
-        PlotLimits expected = start;
-        expected.PlotDepthMax = 7.0F; // the good field counts
-        EXPECT_EQ(limits.PlotTimeMin, expected.PlotTimeMin) << field.first;
-        EXPECT_EQ(limits.PlotTimeMax, expected.PlotTimeMax) << field.first;
-        EXPECT_EQ(limits.PlotResMin, expected.PlotResMin) << field.first;
-        EXPECT_EQ(limits.PlotResMax, expected.PlotResMax) << field.first;
-        EXPECT_EQ(limits.PlotDataMin, expected.PlotDataMin) << field.first;
-        EXPECT_EQ(limits.PlotDataMax, expected.PlotDataMax) << field.first;
-        EXPECT_EQ(limits.PlotDepthMin, expected.PlotDepthMin) << field.first;
-        EXPECT_EQ(limits.PlotDepthMax, expected.PlotDepthMax) << field.first;
+        EXPECT_EQ(all(limits), all({.PlotDepthMax = 7.0F}))
+            << field.first << ", the good one counts";
     }
     EXPECT_EQ(ToolkitErrorState(1), 0) << "nobody else may find the error";
 }
@@ -140,18 +121,12 @@ TEST_F(LimitsDialog, APairThatStillAllowsNoPlotStaysAsItWas) {
           {1045, "2e7"},
           {1066, "3e38"},
           {1080, "2e38"}});
-    EXPECT_EQ(limits.PlotDepthMin, start.PlotDepthMin);
-    EXPECT_EQ(limits.PlotDepthMax, start.PlotDepthMax);
-    EXPECT_EQ(limits.PlotDataMin, start.PlotDataMin);
-    EXPECT_EQ(limits.PlotDataMax, start.PlotDataMax);
-    EXPECT_EQ(limits.PlotResMin, start.PlotResMin);
-    EXPECT_EQ(limits.PlotResMax, start.PlotResMax);
+    EXPECT_EQ(all(limits), all(start));
 }
 
 TEST_F(LimitsDialog, CancelChangesNothingAndTheDialogStandsAtTheLowerRight) {
     EXPECT_EQ(edit({{1062, "5"}, {1027, "9"}}, ButtonCancel), 1);
-    EXPECT_EQ(limits.PlotTimeMax, start.PlotTimeMax);
-    EXPECT_EQ(limits.PlotDataMax, start.PlotDataMax);
+    EXPECT_EQ(all(limits), all(start));
     const PixelRect root = backend.rootRect();
     EXPECT_EQ(backend.placement.x, root.x + root.width - backend.size.width + 1);
     EXPECT_EQ(backend.placement.y, root.y + root.height - backend.size.height + 1);
