@@ -35,13 +35,16 @@ function(keldrin_precompile target first)
 endfunction()
 
 # keldrin_floor(NAME SOURCES ... BELOW ...): the library keldrin_NAME of the folder src/NAME.
-# BELOW lists the folders that it may include from; linking is how that rule is kept.
+# BELOW lists the folders that it may include from; linking is how that rule is kept. A folder
+# with compiler options of its own says OWN_OPTIONS, for it cannot share precompiled headers.
 function(keldrin_floor name)
-    cmake_parse_arguments(arg "" "" "SOURCES;BELOW" ${ARGN})
+    cmake_parse_arguments(arg "OWN_OPTIONS" "" "SOURCES;BELOW" ${ARGN})
     add_library(keldrin_${name} STATIC ${arg_SOURCES})
     list(TRANSFORM arg_BELOW PREPEND keldrin_)
     target_link_libraries(keldrin_${name} PUBLIC keldrin_options ${arg_BELOW})
-    keldrin_precompile(keldrin_${name} keldrin_base ${KELDRIN_COMMON_HEADERS})
+    if(NOT arg_OWN_OPTIONS)
+        keldrin_precompile(keldrin_${name} keldrin_base ${KELDRIN_COMMON_HEADERS})
+    endif()
 endfunction()
 
 # keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder.

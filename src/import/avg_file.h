@@ -40,7 +40,7 @@ namespace keldrin {
 //  16  DEPTH.IMAGE  real*4   missing         0                tested for form, not used
 //  17  B.MAG        real*4   missing         0                tested for form, not used
 
-enum AvgVariable : int {
+enum AvgVariable : std::size_t {
     AvgSkip,
     AvgTxStn,
     AvgRxStn,
