@@ -45,9 +45,9 @@ class ModelFile : public ProjectCase {
     }
 
     [[nodiscard]] std::vector<int> layerCounts() const {
-        std::vector<int> counts;
-        for (int i = 0; i < model.SoundingCount; ++i) {
-            counts.push_back(sounding(static_cast<std::size_t>(i)).NumLayer);
+        std::vector<int> counts(static_cast<std::size_t>(model.SoundingCount));
+        for (std::size_t i = 0; i < counts.size(); ++i) {
+            counts[i] = sounding(i).NumLayer;
         }
         return counts;
     }

@@ -131,13 +131,14 @@ TEST_F(OpenAndInvert, WhatTheDiskHoldsReplacesTheModel) {
 }
 
 TEST_F(OpenAndInvert, ARunThatFailedIsToldAndTheFilesAreLoadedAgain) {
+    const std::string start = "OS command \"rkeldrin " + path + "\"|";
     const struct {
         RunResult result;
-        std::vector<std::string> words;
+        std::vector<std::string> told;
     } cases[] = {
-        {{0, ErrorCannotRun, 2, false}, {"generated an operating-system error = 2"}},
+        {{0, ErrorCannotRun, 2, false}, {start + "generated an operating-system error = 2"}},
         {{0, ErrorCannotRun, 0, false}, {}},
-        {{0, 7, 2, false}, {"generated a toolkit error = 7"}},
+        {{0, 7, 2, false}, {start + "generated a toolkit error = 7"}},
     };
     for (const auto &c : cases) {
         backend.engine = [&c](const auto & /*command*/) {
@@ -147,11 +148,7 @@ TEST_F(OpenAndInvert, ARunThatFailedIsToldAndTheFilesAreLoadedAgain) {
         model.SoundingCount = 0;
         EXPECT_EQ(Invert(model, path), 0);
         EXPECT_EQ(model.SoundingCount, 2);
-        EXPECT_EQ(messages.errors.size(), c.words.size());
-        for (const std::string &words : c.words) {
-            const std::string first = "OS command \"rkeldrin " + path + "\"";
-            EXPECT_THAT(messages.errors, ElementsAre(first + "|" + words));
-        }
+        EXPECT_EQ(messages.errors, c.told);
         EXPECT_EQ(ToolkitErrorState(1), 0) << "taken, so that it is nobody else's";
     }
 }
