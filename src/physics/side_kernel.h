@@ -17,12 +17,12 @@ namespace keldrin {
 // Errors over the sum of the magnitudes of exact value and slope (value, slope), for ends up to 60
 // degrees from the perpendicular in single and 84 degrees in double precision:
 //                      single                          double
-//   C to 0.3           power series  1e-5, 1e-4        power series  3e-5, 1e-4
-//   C to 1             erf           8e-4, 8e-4        erf           3e-7, 3e-7
+//   C to 0.3           power series  2e-5, 1e-4        power series  3e-5, 1e-4
+//   C to 1             erf           2e-3, 2e-3        erf           3e-7, 3e-7
 //   C to 3.5 (5.5)     erf           4e-6, 4e-6        erf           3e-7, 3e-7
 //   above              erf(C) = 1    4e-6, 4e-6        erf(C) = 1    2e-7, 2e-7
-// Farther along the wire single precision loses its digits: at 84 degrees and C just above 0.3 the
-// error is as large as the value.
+// Farther along the wire single precision loses its digits just above C = 0.3: the error is 1e-2 at
+// 75 degrees and as large as the value at 84.
 
 /// In single precision; serves where sides add up.
 Response Side_ZKernel(float a, float b, float s, float q);

@@ -73,7 +73,7 @@ TEST(AResNewton, WhatIsNotFiniteEndsTheSearch) {
     constexpr float inf = std::numeric_limits<float>::infinity();
     for (const float bad : {inf, -inf, std::nanf(""), 3.0e38F, 1.0e32F}) {
         const AResRoot atOnce = search([&](float) { return AResResidual{bad, 1.0F}; });
-        const AResRoot slope = search([&](float) { return AResResidual{1.0F, bad}; });
+        const AResRoot slope = search([&](float x) { return AResResidual{1.0F + 0.5F * x, bad}; });
         const AResRoot later = search([&](float x) {
             return AResResidual{x == 0.0F ? 1.0F : bad, -1.0F};
         });
@@ -96,7 +96,7 @@ struct Sounding {
     std::vector<float> dbdt{1.0F};
     std::vector<float> ares{-1.0F};
 
-    explicit Sounding(int array, std::vector<float> centres = {1.0F}) : centre(centres) {
+    explicit Sounding(int array, const std::vector<float> &centres = {1.0F}) : centre(centres) {
         width.assign(centre.size(), 0.2F);
         weights.assign(centre.size(), {0, 0, 1});
         dbdt.assign(centre.size(), 1.0F);
@@ -182,6 +182,30 @@ TEST(AResDBdt, FindsTheHalfSpaceForEveryArray) {
                                                 exact::loopX(30, -20, 100, 100, t, Sigma));
                           },
                           {50.0F});
+}
+
+// At early times two half-spaces give one value. The solution of the later window leads to the
+// right one, the late-time formula to the other.
+TEST(AResDBdt, StartsEachWindowFromTheSolutionOfTheNextLaterOne) {
+    Sounding sounding(InLoop, {0.05F, 0.1F, 0.2F, 0.5F, 1.0F, 5.0F});
+    const auto step = [](double t) {
+        return 8.0 * exact::wireSide(-50, 50, t, 1.0);
+    };
+    const auto solveThem = [&] {
+        for (std::size_t k = 0; k < sounding.centre.size(); ++k) {
+            sounding.width[k] = 0.2F * sounding.centre[k];
+            const auto centre = static_cast<double>(sounding.centre[k]);
+            sounding.dbdt[k] = static_cast<float>(windowMean(step, centre, 0.2 * centre, 50.0));
+        }
+        EXPECT_EQ(sounding.solve().error, 0);
+    };
+    solveThem();
+    for (const float rho : sounding.ares) {
+        EXPECT_NEAR(rho, 1.0F, 0.02F);
+    }
+    sounding = Sounding(InLoop, {0.05F});
+    solveThem();
+    EXPECT_GT(sounding.ares[0], 10.0F);
 }
 
 TEST(AResDBdt, TakesOffEveryEarlierStepWithTheSameSignUntilOneIsBelowOnePercent) {

@@ -103,6 +103,42 @@ TEST(AResSurvey, ManySoundingsGiveWhatEachGivesAloneInTheOrderOfTheLine) {
     EXPECT_EQ(ARes_Survey(model), 0);
 }
 
+// At a high repetition rate the response of a coincident loop turns around with conductivity, and
+// the search may run out of passes.
+TEST(AResSurvey, AFailedSolveIsSaidAndCountsOnlyInTheEarliestWindow) {
+    MessageRecorder messages;
+    SurveyModel model = exampleModel(CoincidentLoop, 1);
+    model.control.TxFreq = 50.0F;
+    SoundingRecord &record = model.hTrn[0];
+    const auto surveyWith = [&](int windows, float late) {
+        record.NumTW = windows;
+        record.TWcenter[0] = windows == 1 ? 8.0F : 0.1F;
+        record.TEMobs[0] = windows == 1 ? late : 20000.0F;
+        record.TWcenter[1] = 8.0F;
+        record.TEMobs[1] = late;
+        record.TWwidth[0] = record.TWwidth[1] = 0.2F;
+        record.AResObs.fill(-5.0F);
+        record.TEMcalc.fill(MissingValue);
+        messages.infos.clear();
+        messages.errors.clear();
+        return ARes_Survey(model);
+    };
+    float late = 100.0F;
+    while (late < 1.0e5F && surveyWith(1, late) == 0) {
+        late *= 1.01F;
+    }
+    ASSERT_LT(late, 1.0e5F) << "no such value";
+    EXPECT_EQ(surveyWith(1, late), 2);
+    EXPECT_EQ(record.AResObs[0], -5.0F);
+    EXPECT_TRUE(messages.infos.empty());
+    ASSERT_EQ(messages.errors.size(), 1U);
+    EXPECT_EQ(surveyWith(2, late), 0);
+    EXPECT_GT(record.AResObs[0], 0.0F);
+    EXPECT_GT(record.AResObs[1], 0.0F);
+    EXPECT_EQ(messages.infos.size(), 1U);
+    EXPECT_EQ(messages.errors.size(), 1U);
+}
+
 TEST(AResSurvey, CancellingKeepsWhatIsDone) {
     const MessageRecorder messages;
     for (const int soundings : {7, 400}) { // on the caller's thread, and on several

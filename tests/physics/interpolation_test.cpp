@@ -23,7 +23,8 @@ TEST(TableSearch, EveryHintGivesTheLastPointNotBeyond) {
     std::vector<double> falling(rising.rbegin(), rising.rend());
     for (const auto &table : {rising, falling}) {
         const bool up = table.front() < table.back();
-        for (double x = 0.0; x <= 12.0; x += 0.5) {
+        for (int halves = 0; halves <= 24; ++halves) {
+            const double x = 0.5 * halves;
             const auto last = std::count_if(table.begin(), table.end(),
                                             [&](double p) { return up ? p <= x : p >= x; });
             for (int hint = -3; hint <= 12; ++hint) {
@@ -70,7 +71,8 @@ TEST(P2Intrp, FollowsParabolasAndTension) {
         Y4.push_back(static_cast<float>(Y.back()));
     }
     const std::array<double, 2> S = {-3.0, 25.0}; // the parabola's own
-    for (double x = 0.0; x <= 7.0; x += 0.125) {
+    for (int eighths = 0; eighths <= 56; ++eighths) {
+        const double x = 0.125 * eighths;
         EXPECT_NEAR(P2Intrp_R8(X, Y, S, 0.0, x), parabola(x), 1e-12) << x;
         EXPECT_NEAR(P2Intrp_R4(X4, Y4, {-3.0F, 25.0F}, 0.0F, static_cast<float>(x)),
                     static_cast<float>(parabola(x)), 1e-4F)
@@ -89,7 +91,8 @@ TEST(P2Intrp, FollowsParabolasAndTension) {
 TEST(P2Intrp0DX, IsTheSameOnEvenTablesAndFlatBeyond) {
     const std::vector<double> X = {10, 12, 14, 16, 18};
     const std::vector<double> Y = {1, 4, 2, 2, 7};
-    for (double x = 12.0; x < 16.0; x += 0.25) {
+    for (int quarters = 48; quarters < 64; ++quarters) {
+        const double x = 0.25 * quarters;
         EXPECT_NEAR(P2Intrp0_DX_R8(10, 2, Y, 0.3, x), P2Intrp_R8(X, Y, NoSlopes, 0.3, x), 1e-12);
     }
     EXPECT_EQ(P2Intrp0_DX_R8(10, 2, Y, 0.0, 18.0), 7.0);

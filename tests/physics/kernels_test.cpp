@@ -55,8 +55,9 @@ void expectWithin(const Branch &branch, const std::function<double(double)> &dis
         const double argument = branch.low * std::pow(branch.high / branch.low, part);
         const auto distance = static_cast<float>(distanceOf(argument));
         const Response got = kernel(distance);
-        const double R = exactly(distance, S);
-        const double slope = exact::slope([&](double s) { return exactly(distance, s); }, S);
+        const auto at = static_cast<double>(distance);
+        const double R = exactly(at, S);
+        const double slope = exact::slope([&](double s) { return exactly(at, s); }, S);
         const double scale = std::fabs(R) + std::fabs(slope);
         const double valueError = std::fabs(static_cast<double>(got.R) - R) / scale;
         const double slopeError = std::fabs(static_cast<double>(got.S) - slope) / scale;

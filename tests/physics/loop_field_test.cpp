@@ -50,7 +50,10 @@ TEST(LoopField, IsTheDipolesOfTheLoopsArea) {
     for (const Case &c : cases) {
         for (const float t : {3.0e-5F, 1.0e-3F}) {
             const auto time = static_cast<double>(t);
-            const double x = c.x, y = c.y, Lx = c.Lx, Ly = c.Ly;
+            const auto x = static_cast<double>(c.x);
+            const auto y = static_cast<double>(c.y);
+            const auto Lx = static_cast<double>(c.Lx);
+            const auto Ly = static_cast<double>(c.Ly);
             const auto alongX = [=](double s) {
                 return exact::loopX(x, y, Lx, Ly, time, s);
             };
@@ -78,14 +81,34 @@ TEST(LoopField, IsTheDipolesOfTheLoopsArea) {
     }
 }
 
+// The box in which the loop is four wires has the whole side lengths, its edge included.
+TEST(LoopField, ChangesToDipolesBeyondTheWholeSideLengths) {
+    const auto isDipoles = [](float x, float y) {
+        const float t = 1.0e-4F;
+        return Loop_FieldZ(x, y, 100, 60, t, Conductivity).R ==
+                   Dipole_ZSum(x, y, 100, 60, t, Conductivity).R &&
+               Loop_FieldX(x, y, 100, 60, t, Conductivity).R ==
+                   Dipole_HSum(x, y, 100, 60, t, Conductivity).X.R;
+    };
+    EXPECT_FALSE(isDipoles(70, 10));
+    EXPECT_FALSE(isDipoles(100, 50));
+    EXPECT_FALSE(isDipoles(50, -60));
+    EXPECT_TRUE(isDipoles(-100.0001F, 50));
+    EXPECT_TRUE(isDipoles(50, 60.0001F));
+}
+
 TEST(LoopField, TheCentreOfSquaresAndRectangles) {
-    for (const auto &[Lx, Ly] : {std::pair{100.0F, 100.0F}, {200.0F, 50.0F}, {50.0F, 50.009F}}) {
+    struct Sides {
+        float Lx, Ly;
+    };
+    for (const Sides &sides : {Sides{100, 100}, Sides{100, 50}, Sides{50, 50.009F}}) {
         for (const float t : {1.0e-6F, 3.0e-5F, 1.0e-3F, 3.0e-2F}) {
             const auto upwards = [=](double s) {
-                return exact::loopZ(0, 0, static_cast<double>(Lx), static_cast<double>(Ly),
-                                    static_cast<double>(t), s);
+                return exact::loopZ(0, 0, static_cast<double>(sides.Lx),
+                                    static_cast<double>(sides.Ly), static_cast<double>(t), s);
             };
-            EXPECT_LE(errorOf(Loop_CenterZ(Lx, Ly, t, Conductivity), upwards), 1e-3) << Lx << t;
+            EXPECT_LE(errorOf(Loop_CenterZ(sides.Lx, sides.Ly, t, Conductivity), upwards), 1e-3)
+                << t;
         }
     }
 }
@@ -111,8 +134,8 @@ TEST(LoopField, MagnitudeOfTheComponentsThatAreSwitchedOn) {
 // No argument makes a kernel trap or hang, and single precision overflows to infinity.
 TEST(LoopField, AnyArgumentsEnd) {
     constexpr float inf = std::numeric_limits<float>::infinity();
-    constexpr std::array values = {0.0F,    1.0F,     -1.0F, 50.0F, 1.0e-30F,
-                                   1.0e20F, -3.0e38F, inf,   -inf,  std::nanf("")};
+    const std::array values = {0.0F,    1.0F,     -1.0F, 50.0F, 1.0e-30F,
+                               1.0e20F, -3.0e38F, inf,   -inf,  std::nanf("")};
     float sum = 0.0F;
     for (const float x : values) {
         for (const float L : values) {
