@@ -15,17 +15,6 @@ using testing::IsEmpty;
 
 using DataTable = ProjectCase;
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define KELDRIN_ALLOCATOR_ABORTS
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(KELDRIN_ALLOCATOR_ABORTS)
-constexpr bool AllocatorAborts = true;
-#else
-constexpr bool AllocatorAborts = false;
-#endif
-
 /// Makes a request for terabytes fail also on a system that promises more than it has.
 class MemoryLimit {
 #ifdef __linux__
@@ -179,7 +168,7 @@ TEST_F(DataTable, ASenselessNumStnTakesNoMemory) {
 }
 
 TEST_F(DataTable, AFailedAllocationIsReported) {
-    if (AllocatorAborts) {
+    if (UnderSanitizer) {
         GTEST_SKIP() << "this allocator ends the program where others throw";
     }
     [[maybe_unused]] const MemoryLimit limit;
