@@ -1,4 +1,5 @@
 #include "projectfile/project_case.h"
+#include "support/sanitizer.h"
 
 #include <algorithm>
 
