@@ -81,7 +81,7 @@ void sounding(benchmark::State &state) {
     input.twWidth = record.TWwidth;
     input.weights = record.TEMwgt;
     WindowReals ares{};
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const AResOutcome outcome = ARes_dBdt(input, record.TEMobs, ares);
         benchmark::DoNotOptimize(outcome);
         benchmark::DoNotOptimize(ares);
@@ -100,7 +100,7 @@ void line(benchmark::State &state) {
         model.hTrn[static_cast<std::size_t>(i)] = soundingOf(Examples[0], i);
     }
     model.SoundingCount = soundings;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         benchmark::DoNotOptimize(ARes_Survey(model));
     }
     state.SetItemsProcessed(state.iterations() * soundings);

@@ -54,7 +54,7 @@ bool isWithin(float value, float low, float high) {
 
 AResFailure ARes_Check(const AResInput &input) {
     if (input.iTemArray < FixedLoop || input.iTemArray > CoincidentLoop) {
-        return {AResFault::ArrayType, 1.0F, 0}; // shows 1 whatever the type: users know the line
+        return {AResFault::ArrayType, 1.0F, 0}; // the message shows 1 whatever the type
     }
     for (const Limits &limits : SingleLimits) {
         const float value = input.*limits.value;

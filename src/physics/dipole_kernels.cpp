@@ -49,7 +49,7 @@ struct RadialKernel {
     }
 
     template <int B>
-    [[nodiscard]] Response at(float rho) const {
+    [[nodiscard, gnu::always_inline]] Response at(float rho) const {
         const float z = zOf(rho);
         const float k = TwoMu0 / cubed(rho);
         if constexpr (B == Series) {
@@ -100,7 +100,7 @@ struct VerticalKernel {
     }
 
     template <int B>
-    [[nodiscard]] Response at(float rho) const {
+    [[nodiscard, gnu::always_inline]] Response at(float rho) const {
         const float u = rho * theta;
         const float v = u * u;
         if constexpr (B == ShortSeries) {

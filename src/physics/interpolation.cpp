@@ -106,8 +106,7 @@ Real hermite(const CubicInterval<Real> &interval, Real tension, Real u) {
            (Real(1) + Real(2) * u) * p * Y1;
 }
 
-// Slope at X(i) of the parabola through it and its neighbours; the chord's of `toward` where the
-// interval on the far side, `away`, is too short.
+// Slope at X(i) of the parabola through it and its neighbours.
 template <class Real>
 Real parabolaSlope(const Table<Real> &table, int i) {
     const Real before = table.X(i) - table.X(i - 1);

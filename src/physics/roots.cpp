@@ -54,6 +54,10 @@ Root Root_Ridder(const RootFunction &f, double x1, double x2, double f1, double 
         const double xm = (b.x1 + b.x2) * 0.5;
         const double fm = f(xm);
         ++result.count;
+        if (std::isnan(fm) || std::isnan(b.f1) || std::isnan(b.f2)) {
+            result.error = 1; // without a number no bracket can be kept
+            return result;
+        }
         const double s = std::sqrt(fm * fm - b.f1 * b.f2);
         if (std::fabs(s) < smallestRoot) {
             return result;
@@ -61,7 +65,7 @@ Root Root_Ridder(const RootFunction &f, double x1, double x2, double f1, double 
         const double sign = b.f1 - b.f2 < 0.0 ? -1.0 : 1.0;
         const double xNew = xm + (xm - b.x1) * sign * fm / s;
         const bool settled = std::fabs(xNew - result.root) <= tolerance;
-        result.root = xNew;
+        const double oldRoot = std::exchange(result.root, xNew);
         if (settled) {
             return result;
         }
@@ -70,9 +74,8 @@ Root Root_Ridder(const RootFunction &f, double x1, double x2, double f1, double 
         if (fNew == 0.0) {
             return result;
         }
-        if (std::isnan(fNew) || std::isnan(b.f1) || std::isnan(b.f2)) {
-            result.error = 1; // without a number no bracket can be kept
-            return result;
+        if (std::isnan(xNew) || std::isnan(fNew)) {
+            return {oldRoot, result.count, 1};
         }
         if (b.f1 == 0.0 || b.f2 == 0.0) {
             result.root = b.best(); // an end that is a root itself; the other rules pass it over

@@ -48,37 +48,48 @@ Response elementShape(float z) {
     return z > 0.05F ? mediumFit(z) : smallFit(z);
 }
 
-// Twice the kernel's values at the midpoints of `intervals` intervals of width 2 * step.
-Response midpoints(float a, float step, int intervals, float w, float t, float q) {
-    Response sum;
-    for (int i = 1; i <= intervals; ++i) {
-        const float u = a + static_cast<float>(2 * i - 1) * step;
-        sum = sum + 2.0F * Wire_HKernel(u, w, t, q);
+/// Elements of one wire: the kernel as a function of the distance along it.
+struct Wire {
+    float w2; ///< squared offset, m2
+    float theta2;
+    float c;
+
+    Wire(float w, float t, float q)
+        : w2(w * w), theta2(0.25F / q), c(-(theta2 * Mu0) / (t * 12.566371F)) {}
+
+    [[nodiscard]] Response at(float u) const {
+        return c * elementShape(0.5F * ((u * u + w2) * theta2));
     }
-    return sum;
-}
+
+    // Twice the values at the midpoints of `intervals` intervals of width 2 * step.
+    [[nodiscard]] Response midpoints(float a, float step, int intervals) const {
+        Response sum;
+        for (int i = 1; i <= intervals; ++i) {
+            sum = sum + 2.0F * at(a + static_cast<float>(2 * i - 1) * step);
+        }
+        return sum;
+    }
+};
 
 } // namespace
 
 Response Wire_HKernel(float u, float w, float t, float q) {
-    const float theta2 = 0.25F / q;
-    const float z = 0.5F * ((u * u + w * w) * theta2);
-    const float c = -(theta2 * Mu0) / (t * 12.566371F);
-    return c * elementShape(z);
+    return Wire(w, t, q).at(u);
 }
 
 Response Wire_Romberg(float a, float b, float w, float t, float q) {
     constexpr std::size_t mostLevels = 8;
     constexpr float tolerance = 1.0e-5F;
     const float shortestStep = 10.0F * spacing(a);
+    const Wire wire(w, t, q);
     std::array<Response, mostLevels> oldRow{};
     float step = 0.5F * (b - a);
-    Response sum = Wire_HKernel(a, w, t, q) + Wire_HKernel(b, w, t, q);
+    Response sum = wire.at(a) + wire.at(b);
     oldRow[0] = step * sum;
     int intervals = 1;
     Response result = oldRow[0];
     for (std::size_t level = 1; level < mostLevels; ++level) {
-        sum = sum + midpoints(a, step, intervals, w, t, q);
+        sum = sum + wire.midpoints(a, step, intervals);
         std::array<Response, mostLevels> row{};
         row[0] = (0.5F * step) * sum;
         float c = 1.0F;

@@ -56,6 +56,10 @@ TEST(RootRidder, NoInputStopsTheProgram) {
     const double nan = std::nan("");
     EXPECT_EQ(Root_Ridder([&](double) { return nan; }, 0.0, 9.0, -8.0, 721.0, 1e-9).error, 1);
     EXPECT_EQ(Root_Ridder(cubic, 0.0, 9.0, nan, 721.0, 1e-9).error, 1);
+    const auto holed = [&](double x) { return x == 4.5 ? nan : 1.0; };
+    const Root kept = Root_Ridder(holed, 0.0, 9.0, -8.0, 721.0, 1e-9);
+    EXPECT_EQ(kept.error, 1);
+    EXPECT_EQ(kept.root, 0.0);
     // An end said to be a root by a function that contradicts it.
     const Root end = Root_Ridder([](double x) { return x + 1.0; }, 0.0, 7.0, 0.0, 8.0, -1.0);
     EXPECT_EQ(end.root, 0.0);
