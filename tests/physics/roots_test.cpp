@@ -56,7 +56,9 @@ TEST(RootRidder, NoInputStopsTheProgram) {
     const double nan = std::nan("");
     EXPECT_EQ(Root_Ridder([&](double) { return nan; }, 0.0, 9.0, -8.0, 721.0, 1e-9).error, 1);
     EXPECT_EQ(Root_Ridder(cubic, 0.0, 9.0, nan, 721.0, 1e-9).error, 1);
-    const auto holed = [&](double x) { return x == 4.5 ? nan : 1.0; };
+    const auto holed = [&](double x) {
+        return x == 4.5 ? nan : 1.0;
+    };
     const Root kept = Root_Ridder(holed, 0.0, 9.0, -8.0, 721.0, 1e-9);
     EXPECT_EQ(kept.error, 1);
     EXPECT_EQ(kept.root, 0.0);
