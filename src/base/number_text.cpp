@@ -227,9 +227,9 @@ std::string messageText(Real value) {
         text += exponent < 0 ? "e-" : "e+";
         text += power.size() < 2 ? "0" + power : power;
     } else if (exponent < 0) {
-        text.insert(0, "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0'));
+        text.insert(0, "0." + std::string(static_cast<std::size_t>(-exponent) - 1, '0'));
     } else if (length > exponent + 1) {
-        text.insert(static_cast<std::size_t>(exponent + 1), 1, '.');
+        text.insert(static_cast<std::size_t>(exponent) + 1, 1, '.');
     } else {
         text.append(static_cast<std::size_t>(exponent + 1 - length), '0');
     }

@@ -86,7 +86,7 @@ std::string existingForm(const std::string &path) {
 }
 
 std::string sideFilePath(std::string_view path, std::string_view extension) {
-    const std::string exact = std::string(withoutExtension(path)) + std::string(extension);
+    std::string exact = std::string(withoutExtension(path)) + std::string(extension);
     if (pathExists(exact)) {
         return exact;
     }

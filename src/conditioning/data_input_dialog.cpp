@@ -59,6 +59,7 @@ void bringIntoRange(ImportPreset &preset) {
 
 void fillDialog(const LineTable &lines, const ImportPreset &preset) {
     std::vector<std::string> labels;
+    labels.reserve(static_cast<std::size_t>(lines.LineCount));
     for (int i = 0; i < lines.LineCount; ++i) {
         labels.push_back(lines.entries[static_cast<std::size_t>(i)].LineLabel.str());
     }
