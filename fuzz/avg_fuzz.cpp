@@ -1,6 +1,8 @@
 // Any bytes as a field data file: both passes, merging and widths must end without a fault, and
 // what they leave must be writable and readable as a project.
 
+#include "scratch_file.h"
+
 #include "conditioning/data_cutoff.h"
 #include "conditioning/duplicates.h"
 #include "conditioning/window_widths.h"
@@ -12,23 +14,11 @@
 #include "text/enumeration.h"
 
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
-
-#ifndef _WIN32
-#include <unistd.h>
-#endif
 
 namespace {
 
-std::string scratchPath(const char *extension) {
-    static const std::string base =
-        (std::filesystem::temp_directory_path() / ("keldrin-avg-fuzz-" + std::to_string(getpid())))
-            .string();
-    return base + extension;
-}
+using keldrin::fuzz::scratchPath;
 
 void readAsImport(keldrin::SurveyModel &model, const std::string &path) {
     keldrin::MD_Init(model.metadata, true);
@@ -53,8 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     keldrin::messageLog().quiet = true;
     keldrin::enumerationMemo() = keldrin::EnumerationMemo{};
     const std::string path = scratchPath(".avg");
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char *>(data), static_cast<std::streamsize>(size));
+    keldrin::fuzz::store(path, {reinterpret_cast<const char *>(data), size});
     keldrin::SurveyModel model;
     readAsImport(model, path);
     if (model.SoundingCount > 0) {

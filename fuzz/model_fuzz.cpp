@@ -1,3 +1,5 @@
+#include "scratch_file.h"
+
 #include "base/clock.h"
 #include "messages/message_log.h"
 #include "projectfile/model_file.h"
@@ -13,33 +15,13 @@
 #include <system_error>
 #include <vector>
 
-#ifdef _WIN32
-#include <process.h>
-#else
-#include <unistd.h>
-#endif
-
 // Any bytes as the layered-model file of a small project, its array told by the first byte: they
 // are read within their limits, and what is written comes back with the same layers.
 
 namespace {
 
 using namespace keldrin;
-
-std::string scratchPath() {
-#ifdef _WIN32
-    const int process = _getpid();
-#else
-    const int process = ::getpid();
-#endif
-    const std::string name = "keldrin_fuzz_" + std::to_string(process) + ".m1d";
-    return (std::filesystem::temp_directory_path() / name).string();
-}
-
-void store(const std::string &path, std::string_view content) {
-    std::ofstream(path, std::ios::binary)
-        .write(content.data(), static_cast<std::streamsize>(content.size()));
-}
+using namespace keldrin::fuzz;
 
 /// Soundings at 100, 150 and 200, the last so high up that 32-bit elevations are whole metres.
 void makeProject(SurveyModel &model, int surveyType) {
@@ -98,7 +80,7 @@ void requireSameLayers(const SoundingRecord &before, const SoundingRecord &after
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     static SurveyModel model;
-    static const std::string path = scratchPath();
+    static const std::string path = scratchPath(".m1d");
     fixClock(DateTime{2021, 5, 14, 9, 30, 0});
     messageLog().quiet = true;
     const int surveyType = size > 0 ? data[0] % 4 + 1 : InLoop;

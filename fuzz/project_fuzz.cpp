@@ -1,3 +1,5 @@
+#include "scratch_file.h"
+
 #include "base/clock.h"
 #include "base/safe_writer.h"
 #include "messages/message_log.h"
@@ -11,38 +13,13 @@
 #include <string>
 #include <string_view>
 
-#ifdef _WIN32
-#include <process.h>
-#else
-#include <unistd.h>
-#endif
-
 // Any bytes as a project file: they are read and written, and what the program has written itself
 // must come out of reading and writing again byte by byte.
 
 namespace {
 
 using namespace keldrin;
-
-std::string scratchPath() {
-#ifdef _WIN32
-    const int process = _getpid();
-#else
-    const int process = ::getpid();
-#endif
-    const std::string name = "keldrin_fuzz_" + std::to_string(process) + ".std";
-    return (std::filesystem::temp_directory_path() / name).string();
-}
-
-void store(const std::string &path, std::string_view content) {
-    std::ofstream(path, std::ios::binary)
-        .write(content.data(), static_cast<std::streamsize>(content.size()));
-}
-
-std::string load(const std::string &path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+using namespace keldrin::fuzz;
 
 bool holdsQuote(std::string_view text) {
     return text.find_first_of("'\"") != std::string_view::npos;
@@ -91,7 +68,7 @@ void requireFixedPoint(SurveyModel &model, std::string &path) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     SurveyModel model; // a new one, since a table that has grown is reset whole each time
-    std::string path = scratchPath();
+    std::string path = scratchPath(".std");
     fixClock(DateTime{2021, 5, 14, 9, 30, 0});
     messageLog().quiet = true;
     store(path, {reinterpret_cast<const char *>(data), size});

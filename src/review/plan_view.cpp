@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "base/real.h"
+#include "review/page_layout.h"
 #include "toolkit/drawing.h"
 #include "toolkit/plot.h"
 #include "toolkit/toolkit.h"
@@ -18,14 +19,8 @@ namespace keldrin {
 
 namespace {
 
-constexpr int DotMarker = 14;
-constexpr float NumberWidth = 0.00698156F;
-constexpr float NumberHeight = 0.0156889F;
-constexpr float LabelWidth = 0.00872695F;
-constexpr float LabelHeight = 0.0196111F;
-constexpr float TitleWidth = 0.0104723F;
-constexpr float TitleHeight = 0.0235333F;
-constexpr float FrameRight = 23.5F; // page cm
+constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
+constexpr float FrameRight = 23.5F;                          // page cm
 
 // East and north of points on the map, in LengthUnits.
 struct MapPoints {
@@ -182,22 +177,13 @@ MapExtent mapExtent(const MapPoints &soundings, const MapPoints &loop) {
     return map;
 }
 
-void clearPage() {
-    IGrArea(0.0F, 0.0F, 1.0F, 1.0F);
-    IGrUnits(0.0F, 0.0F, 24.0F, 18.0F);
-    ToolkitClearPage();
-    ToolkitPageKind("page");
-    ToolkitTextOrientation(0.0F);
-    IGrColour("BLACK");
-}
-
 void setUpPlot(const MapExtent &map) {
     PlotNew();
     PlotViewport(0.1041667F, 0.0833333F, 0.9791667F, 0.9722222F);
     PlotUnits(map.east.lowest(), map.north.lowest(), map.east.highest(), map.north.highest());
     PlotScales("LIN", "LIN");
     PlotKind('G');
-    PlotMarkerSize(0.00523617F, 0.0117667F);
+    PlotMarkerSize(MarkerSize.width, MarkerSize.height);
     PlotTickLength(0.25F);
     PlotXLabelOffset(0.7F);
     PlotYLabelOffset(0.85F);
@@ -211,7 +197,7 @@ void drawTitle(const ControlValues &control, std::string_view fileName) {
     }
     lines.push_back("Data from " + std::string(fileName));
 
-    WGrTextFont(0, 0, TitleWidth, TitleHeight);
+    selectTextSize(TitleSize);
     const float indent = 2.0F * ToolkitTextMetric(3);
     const float x = 2.5F + indent;
     float y = 17.5F;
@@ -223,10 +209,10 @@ void drawTitle(const ControlValues &control, std::string_view fileName) {
 
 void drawAxes(std::string_view unit) {
     const std::string inUnit = " (" + std::string(unit) + ")";
-    WGrTextFont(0, 0, NumberWidth, NumberHeight);
+    selectTextSize(NumberSize);
     PlotXAxis();
     PlotYAxis();
-    WGrTextFont(0, 0, LabelWidth, LabelHeight);
+    selectTextSize(LabelSize);
     PlotXLabel("Easting" + inUnit);
     PlotYLabel("Northing" + inUnit);
 }
@@ -244,7 +230,7 @@ int Plot_PlanView(const SurveyModel &survey, std::string_view path) {
     const MapPoints soundings = shownSoundings(survey);
     const MapPoints loop = loopOutline(survey);
     const bool isMap = soundings.count() + loop.count() > 0;
-    clearPage();
+    beginReviewPage();
     if (isMap) {
         setUpPlot(mapExtent(soundings, loop));
         PlotFrame();
