@@ -1,8 +1,10 @@
 #include "review/plot_limits.h"
 #include "review/sounding_plot.h"
 #include "toolkit/drawing.h"
+#include "toolkit/surfaces/hpgl_surface.h"
 #include "toolkit/surfaces/record_surface.h"
 #include "toolkit/surfaces/svg_surface.h"
+#include "toolkit/surfaces/wmf_surface.h"
 
 #include <benchmark/benchmark.h>
 
@@ -76,8 +78,8 @@ void drawSounding(benchmark::State &state) {
 }
 BENCHMARK_TEMPLATE(drawSounding, RecordSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
 BENCHMARK_TEMPLATE(drawSounding, SvgSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
+BENCHMARK_TEMPLATE(drawSounding, HpglSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
+BENCHMARK_TEMPLATE(drawSounding, WmfSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
 
 } // namespace
 } // namespace keldrin
-
-BENCHMARK_MAIN();
