@@ -52,6 +52,9 @@ std::string oneLine(std::span<const MessageLine> lines) {
     for (const MessageLine &line : lines) {
         text.append(text.empty() ? "" : "; ").append(line.view());
     }
+    // A line of a file that is no text stays one harmless line of output.
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; }, '?');
     return text;
 }
 
@@ -100,9 +103,9 @@ void nameLogsAfter(const std::string &project) {
     for (const auto &[path, extension] :
          {std::pair{log.logPath, ".log"}, std::pair{log.errorPath, ".err"}}) {
         const std::string wanted = base + extension;
-        if (path != wanted) {
-            std::error_code error;
-            std::filesystem::remove(wanted, error);
+        std::error_code error;
+        if (!std::filesystem::equivalent(path, wanted, error)) {
+            std::filesystem::remove(wanted, error); // of an earlier run
             std::filesystem::rename(path, wanted, error);
         }
     }
