@@ -49,7 +49,9 @@ int composeModels(const SurveyModel &model, std::string &out) {
 
 bool holdsLayers(const std::string &path) {
     LineReader reader(MostTableLine);
-    return isRegularFile(path) && reader.open(path) && anyRowWith(ModelFormat, reader, ModelResInv);
+    // What cannot be looked at is not thrown away.
+    return isRegularFile(path) &&
+           (!reader.open(path) || anyRowWith(ModelFormat, reader, ModelResInv));
 }
 
 } // namespace

@@ -34,8 +34,11 @@ bool anyDataLine(LineReader &reader) {
 /// anywhere.
 bool holdsDataRows(const std::string &path) {
     LineReader reader(MostGroupLine);
-    if (!isRegularFile(path) || !reader.open(path)) {
+    if (!isRegularFile(path)) {
         return false;
+    }
+    if (!reader.open(path)) {
+        return true; // what cannot be looked at is not thrown away
     }
     ControlValues control;
     ControlGroup group{control, {}};
