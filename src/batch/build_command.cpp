@@ -1,6 +1,5 @@
 #include "batch/command.h"
 
-#include "base/denormals.h"
 #include "base/paths.h"
 #include "batch/output_files.h"
 #include "messages/message_log.h"
@@ -232,26 +231,15 @@ int buildCommand(CommandWords words) {
         std::fprintf(stderr, "keldrin-batch build: %s\n", fault.c_str());
         return ExitUsage;
     }
-    if (!makeOutputDirectory("build", options.outputDirectory)) {
-        return ExitFailed;
-    }
-    flushDenormals();
-    AnsweringBackend backend;
-    ToolkitInit(backend, {"keldrin-batch"});
-    bool good = true;
-    for (std::size_t i = 0; i < options.files.size(); ++i) {
-        const std::string &file = options.files[i];
-        if (nameIsTaken(options.files, i, options.outputDirectory)) {
-            // Two files of one name cannot both be built into one directory.
-            std::printf("%s: FAILED: an earlier file has made a project of this name\n",
-                        file.c_str());
-            good = false;
-        } else {
-            good = buildFile(backend, file, options) && good;
-        }
-    }
-    ToolkitClose();
-    return good ? ExitOk : ExitFailed;
+    return runOverFiles("build", options.files, options.outputDirectory,
+                        [&](AnsweringBackend &backend, const std::string &file, bool taken) {
+                            if (taken) {
+                                std::printf("%s: FAILED: an earlier file has made a project of "
+                                            "this name\n",
+                                            file.c_str());
+                            }
+                            return !taken && buildFile(backend, file, options);
+                        });
 }
 
 } // namespace keldrin

@@ -1,6 +1,9 @@
 #include "batch/output_files.h"
 
+#include "base/denormals.h"
 #include "base/paths.h"
+#include "batch/command.h"
+#include "toolkit/toolkit.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -9,6 +12,9 @@
 
 namespace keldrin {
 
+namespace {
+
+// Told on stderr when it fails; a blank name needs none.
 bool makeOutputDirectory(std::string_view command, const std::string &directory) {
     if (directory.empty()) {
         return true;
@@ -22,6 +28,8 @@ bool makeOutputDirectory(std::string_view command, const std::string &directory)
     return !error;
 }
 
+// What is made of files[index] would have the name of what an earlier file gave: their names are
+// the same, and all go into one `directory`, or that is blank and they lie together.
 bool nameIsTaken(std::span<const std::string> files, std::size_t index,
                  const std::string &directory) {
     const auto nameOf = [&directory](const std::string &path) {
@@ -31,6 +39,24 @@ bool nameIsTaken(std::span<const std::string> files, std::size_t index,
     return std::any_of(earlier.begin(), earlier.end(), [&](const std::string &other) {
         return nameOf(other) == nameOf(files[index]);
     });
+}
+
+} // namespace
+
+int runOverFiles(std::string_view command, std::span<const std::string> files,
+                 const std::string &directory, const FileTask &task) {
+    if (!makeOutputDirectory(command, directory)) {
+        return ExitFailed;
+    }
+    flushDenormals();
+    AnsweringBackend backend;
+    ToolkitInit(backend, {"keldrin-batch"});
+    bool good = true;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        good = task(backend, files[i], nameIsTaken(files, i, directory)) && good;
+    }
+    ToolkitClose();
+    return good ? ExitOk : ExitFailed;
 }
 
 } // namespace keldrin

@@ -1,17 +1,22 @@
 #pragma once
 
+#include "toolkit/scripted/answering_backend.h"
+
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
 
 namespace keldrin {
 
-/// Makes the directory of --out unless it is blank. False, and told on stderr, when that fails.
-bool makeOutputDirectory(std::string_view command, const std::string &directory);
+/// What a command does with one of its files. `taken`: an earlier file of the run has given what
+/// would be made of this one its name. False when it failed, which has then been told.
+using FileTask =
+    std::function<bool(AnsweringBackend &backend, const std::string &file, bool taken)>;
 
-/// True when what is made of files[index] would have the name of what an earlier file gave: their
-/// names are the same, and all go into one `directory`, or that is blank and they lie together.
-bool nameIsTaken(std::span<const std::string> files, std::size_t index,
-                 const std::string &directory);
+/// Runs a command over its files with every question answered by its default: makes the output
+/// directory, then gives each file to the task. Returns the exit code.
+int runOverFiles(std::string_view command, std::span<const std::string> files,
+                 const std::string &directory, const FileTask &task);
 
 } // namespace keldrin

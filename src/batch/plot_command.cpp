@@ -1,6 +1,5 @@
 #include "batch/command.h"
 
-#include "base/denormals.h"
 #include "base/paths.h"
 #include "batch/output_files.h"
 #include "messages/message_log.h"
@@ -344,26 +343,17 @@ int plotCommand(CommandWords words) {
         std::fprintf(stderr, "keldrin-batch plot: %s\n", fault.c_str());
         return ExitUsage;
     }
-    if (!makeOutputDirectory("plot", options.outputDirectory)) {
-        return ExitFailed;
-    }
-    flushDenormals();
-    AnsweringBackend backend;
-    ToolkitInit(backend, {"keldrin-batch"});
-    bool good = true;
-    for (std::size_t i = 0; i < options.files.size(); ++i) {
-        const std::string &file = options.files[i];
-        PlotResult result;
-        if (nameIsTaken(options.files, i, options.outputDirectory)) {
-            result.fail("an earlier project has made plots of these names");
-        } else {
-            result = plotProject(file, options);
-        }
-        printResult(file, result);
-        good = good && result.reason.empty();
-    }
-    ToolkitClose();
-    return good ? ExitOk : ExitFailed;
+    return runOverFiles("plot", options.files, options.outputDirectory,
+                        [&](AnsweringBackend &, const std::string &file, bool taken) {
+                            PlotResult result;
+                            if (taken) {
+                                result.fail("an earlier project has made plots of these names");
+                            } else {
+                                result = plotProject(file, options);
+                            }
+                            printResult(file, result);
+                            return result.reason.empty();
+                        });
 }
 
 } // namespace keldrin

@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "base/real.h"
+#include "projectfile/table_file.h"
 #include "review/page_layout.h"
 #include "toolkit/drawing.h"
 #include "toolkit/plot.h"
@@ -55,9 +56,7 @@ Bearing bearingOf(float azimuthDegrees) {
 }
 
 bool isShown(const ControlValues &control, const SoundingRecord &sounding) {
-    const bool ofOtherLoop =
-        control.SurveyTypeIndex == FixedLoop && !sameTransmitter(sounding.TxStn, control.TxStn);
-    return !ofOtherLoop && isKnown(sounding.East) && isKnown(sounding.North);
+    return !isLeftOut(control, sounding) && isKnown(sounding.East) && isKnown(sounding.North);
 }
 
 MapPoints shownSoundings(const SurveyModel &survey) {
