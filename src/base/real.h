@@ -35,6 +35,12 @@ inline bool sameStation(double other, double given) {
     return std::fabs(other - given) <= 100.0 * spacing(given);
 }
 
+/// Stations and transmitters read from the program's own files are one within the 32-bit 0.001:
+/// 100 and 100.001 are the same.
+inline bool sameFileStation(double a, double b) {
+    return std::fabs(a - b) <= static_cast<double>(0.001F);
+}
+
 /// Two frequencies are one when they differ by at most 5 spacings of `given`.
 inline bool sameFrequency(float other, float given) {
     return std::fabs(other - given) <= 5.0F * spacing(given);

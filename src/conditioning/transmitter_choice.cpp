@@ -31,7 +31,7 @@ void settleTransmitter(SurveyModel &model) {
     const std::span<const SoundingRecord> soundings = soundingsOf(model);
     const double selected = model.control.TxStn;
     const auto isSelected = [selected](const SoundingRecord &record) {
-        return sameTransmitter(record.TxStn, selected);
+        return sameFileStation(record.TxStn, selected);
     };
     if (model.control.SurveyTypeIndex == FixedLoop && !soundings.empty() &&
         std::none_of(soundings.begin(), soundings.end(), isSelected)) {

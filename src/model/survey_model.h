@@ -26,11 +26,6 @@ inline constexpr int ComponentAxes = 3;
 /// A skipped window's stored error is its true error in percent plus this.
 inline constexpr float SkipOffset = 1000.0F;
 
-/// Stations of files are one station within the 32-bit 0.001, so 100 and 100.001 are the same.
-inline bool sameTransmitter(double station, double other) {
-    return std::fabs(station - other) <= static_cast<double>(0.001F);
-}
-
 /// The true error of a window, whether it is skipped or not.
 inline float trueError(float temErr) {
     return std::fmod(temErr, SkipOffset);

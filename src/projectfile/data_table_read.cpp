@@ -99,8 +99,8 @@ void reportFullTable(const SurveyModel &model, const RowValues &values, int line
 }
 
 bool startsSounding(const DataReading &reading, const RowValues &values) {
-    return reading.current == nullptr || !sameTableStation(values[ColRxStn], reading.lastRxStn) ||
-           !sameTableStation(values[ColTxStn], reading.lastTxStn);
+    return reading.current == nullptr || !sameFileStation(values[ColRxStn], reading.lastRxStn) ||
+           !sameFileStation(values[ColTxStn], reading.lastTxStn);
 }
 
 /// False when the row needs a record and there is none left.

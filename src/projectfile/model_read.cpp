@@ -38,8 +38,8 @@ struct StationKeys {
 };
 
 bool sameKeys(const StationKeys &a, const StationKeys &b) {
-    return sameTableStation(a.Station, b.Station) && sameTableStation(a.RxStn, b.RxStn) &&
-           sameTableStation(a.TxStn, b.TxStn);
+    return sameFileStation(a.Station, b.Station) && sameFileStation(a.RxStn, b.RxStn) &&
+           sameFileStation(a.TxStn, b.TxStn);
 }
 
 /// The file as far as it is read.

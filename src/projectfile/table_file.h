@@ -6,7 +6,6 @@
 #include "text/columns.h"
 
 #include <array>
-#include <cmath>
 #include <cstddef>
 #include <span>
 #include <string>
@@ -122,12 +121,6 @@ void storeSoundingFields(std::span<const TableColumn> columns, const RowValues &
                          SoundingRecord &record);
 void storeElementFields(std::span<const TableColumn> columns, const RowValues &values,
                         std::size_t element, SoundingRecord &record);
-
-/// Two rows, or a row and a record, are one station within this, the 32-bit 0.001.
-inline constexpr double StationTolerance = static_cast<double>(0.001F);
-inline bool sameTableStation(double a, double b) {
-    return std::fabs(a - b) <= StationTolerance;
-}
 
 /// True when the writers of project and model leave a sounding out: one of another transmitter
 /// than the selected one of a Fixed-Loop line.

@@ -116,7 +116,7 @@ void storeElementFields(std::span<const TableColumn> columns, const RowValues &v
 }
 
 bool isLeftOut(const ControlValues &control, const SoundingRecord &record) {
-    return control.SurveyTypeIndex == FixedLoop && !sameTableStation(record.TxStn, control.TxStn);
+    return control.SurveyTypeIndex == FixedLoop && !sameFileStation(record.TxStn, control.TxStn);
 }
 
 } // namespace keldrin
