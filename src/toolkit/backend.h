@@ -2,6 +2,7 @@
 
 #include "toolkit/toolkit.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@ namespace keldrin {
 // of events are settled above it, so that every backend behaves alike.
 
 class Surface;
+class DocumentSurface;
 struct DialogModel;
 
 struct PixelSize {
@@ -93,6 +95,15 @@ struct PrinterPage {
     double height = 0.0;
 };
 
+/// Long work that the user watches and may stop.
+struct WorkRequest {
+    int dialog = 0;    ///< number of the dialog that shows it
+    std::string words; ///< what is being done
+};
+
+/// The text for a mouse position in fractions of the root window; blank where there is none.
+using PointerText = std::function<std::string(double pageX, double pageY)>;
+
 class Backend {
   public:
     Backend() = default;
@@ -137,6 +148,20 @@ class Backend {
     virtual RubberEnd rubberBand(double pageX, double pageY) = 0;
     /// Asks for a printer; null when the user declined.
     virtual std::unique_ptr<Surface> printer(PrinterPage &page) = 0;
+
+    // What a backend without a user at a window can leave out.
+
+    /// Another text for a part of the status bar; blank clears it.
+    virtual void setStatus(StatusPart /*part*/, std::string_view /*text*/) {}
+    /// Asked for the text of the pointer's part whenever the mouse moves; empty asks no more.
+    virtual void setPointerText(PointerText /*text*/) {}
+    virtual void beginWork(const WorkRequest & /*request*/) {}
+    /// Shows how far the work is and serves what cannot wait: repaints, the dialog's button, the
+    /// close box (see user_edits.h). Below 0 the end is not known. False once the user stops it.
+    virtual bool workStep(double /*fraction*/) { return true; }
+    virtual void endWork() {}
+    /// The page of a plot file that needs the window system's help; null: there is none.
+    virtual std::unique_ptr<DocumentSurface> document(int driver);
 
     virtual void trace(std::string_view kind, std::string_view text) = 0;
 };

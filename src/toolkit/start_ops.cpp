@@ -83,6 +83,30 @@ bool ToolkitHasSurface() {
     return state.rootOpen && !state.hardcopy.isOpen() && state.backend->hasSurface();
 }
 
+void ToolkitStatus(StatusPart part, std::string_view text) {
+    if (Backend *backend = toolkitState().backend) {
+        backend->setStatus(part, text);
+    }
+}
+
+void ToolkitPointerText(std::function<std::string(float, float)> text) {
+    Backend *backend = toolkitState().backend;
+    if (backend == nullptr) {
+        return;
+    }
+    if (!text) {
+        backend->setPointerText({});
+        backend->setStatus(StatusPart::Pointer, "");
+        return;
+    }
+    backend->setPointerText([text = std::move(text)](double pageX, double pageY) {
+        float x = 0.0F;
+        float y = 0.0F;
+        unitsFromFraction(pageX, pageY, x, y);
+        return text(x, y);
+    });
+}
+
 void WMenuSetState(int command, int /*item*/, int value) {
     ToolkitState &state = toolkitState();
     const MenuEntry *entry = findMenuEntry(command);

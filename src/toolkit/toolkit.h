@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -82,6 +83,20 @@ int ToolkitDialogInfo(int item);
 
 /// True when there is a root window, not minimised, that can be drawn on.
 bool ToolkitHasSurface();
+
+/// The parts of the status bar beside the hints of the menu.
+enum class StatusPart {
+    Program, ///< what the program found at its start
+    Marks,   ///< changes that are not saved
+    Pointer, ///< what lies under the mouse
+};
+
+/// A text in the status bar, which stands until the part gets another one; blank clears it.
+void ToolkitStatus(StatusPart part, std::string_view text);
+
+/// Gives the pointer's part of the status bar the text for every position of the mouse, told in
+/// the units in force, until it is set again. An empty function ends that and clears the part.
+void ToolkitPointerText(std::function<std::string(float x, float y)> text);
 
 /// Enables (value 1) or greys (0) a menu command.
 void WMenuSetState(int command, int item, int value);

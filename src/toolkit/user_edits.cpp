@@ -92,4 +92,8 @@ bool userCloses(DialogModel &dialog) {
     return userPresses(dialog, closeButtonOf(dialog));
 }
 
+void userAsksToClose() {
+    toolkitState().closeRemembered = true;
+}
+
 } // namespace keldrin

@@ -29,4 +29,7 @@ bool userPresses(DialogModel &dialog, int id);
 /// The close box of the dialog, or Esc.
 bool userCloses(DialogModel &dialog);
 
+/// The close box of the root window during long work: the next wait for an event gives the request.
+void userAsksToClose();
+
 } // namespace keldrin

@@ -1,0 +1,11 @@
+#include "toolkit/backend.h"
+
+#include "toolkit/surfaces/document_surface.h"
+
+namespace keldrin {
+
+std::unique_ptr<DocumentSurface> Backend::document(int /*driver*/) {
+    return nullptr;
+}
+
+} // namespace keldrin
