@@ -110,6 +110,18 @@ void warnOfDroppedWindows(const SoundingRecord &record) {
                    "Excess windows will be dropped."});
 }
 
+void fillMissingKeys(SurveyModel &model) {
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        if (!isPresent(record.RxStn)) {
+            record.RxStn = record.Station;
+        }
+        if (!isPresent(record.TxStn)) {
+            record.TxStn = record.RxStn;
+        }
+    }
+}
+
 bool startsGroup(const SoundingRecord &record, double groupTx, double groupRx) {
     return !sameStation(record.TxStn, groupTx) || !sameStation(record.RxStn, groupRx);
 }
@@ -157,6 +169,7 @@ int MergeTransients(SurveyModel &model, int target, int first, int count) {
 
 int AverageDuplicateTransients(SurveyModel &model) {
     const int before = model.SoundingCount;
+    fillMissingKeys(model);
     SortByTxRx(model);
     ReportInfoLine("Averaging duplicate transients data.");
     std::vector<int> firsts;

@@ -9,6 +9,8 @@ namespace keldrin {
 void SortByTxRx(SurveyModel &model);
 
 /// Merges all soundings of one station pair into one, whatever their frequency, in sorted order.
+/// A sounding that names no receiver is received at its station, and one that names no transmitter
+/// is transmitted at its receiver, so that formats without these keys keep their soundings apart.
 /// returns  0 in all cases
 int AverageDuplicateTransients(SurveyModel &model);
 

@@ -15,6 +15,7 @@
 #include "import/import_steps.h"
 #include "import/station_file.h"
 #include "import/survey_information.h"
+#include "import/z_file.h"
 #include "messages/message_log.h"
 #include "physics/apparent_resistivity.h"
 #include "projectfile/project_file.h"
@@ -38,7 +39,7 @@ struct ReaderFamily {
 constexpr std::array Families = {
     ReaderFamily{{".AVG"}, AVG_Count, AVG_Read},
     ReaderFamily{{".AMR", ".TEM", ".DAT"}, nullptr, nullptr},
-    ReaderFamily{{".Z"}, nullptr, nullptr},
+    ReaderFamily{{".Z"}, Z_Count, Z_Read},
 };
 
 // The extension alone decides, and the first family that it holds: ".data" counts as ".dat".

@@ -1,0 +1,128 @@
+#include "import/window_tables.h"
+#include "import/z_file.h"
+#include "messages/message_log.h"
+
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::size_t AxisZ = 2;
+constexpr double LargestStation = 1.0E12;
+
+/// Why a reading needs a word.
+enum Notice : std::size_t { EmptyField, NoTime, TooLarge, WindowsFull, Notices };
+
+struct NoticeWords {
+    std::string_view what;
+    std::string_view consequence;
+};
+
+constexpr std::string_view Dropped = "They are dropped.";
+constexpr std::array<NoticeWords, Notices> Words = {{
+    {"Readings without a station or a magnitude", "What is empty counts as 0."},
+    {"Readings without a time above 0", Dropped},
+    {"Readings of an impossible station or magnitude", Dropped},
+    {"Readings beyond the 128th window of their sounding", Dropped},
+}};
+
+struct ReadPass {
+    ZWalk walk;
+    double lastStation = MissingValue;
+    std::array<ZNotice, Notices> notices;
+};
+
+// Opens the next sounding. False when the table is full (reported).
+bool openSounding(ReadPass &pass, SurveyModel &model, double station) {
+    pass.lastStation = station;
+    if (model.SoundingCount >= model.SoundingCapacity()) {
+        ReportError({"WARNING: More than " + std::to_string(model.SoundingCapacity()) +
+                         " soundings in " + pass.walk.name,
+                     "Excess data will be dropped."});
+        return false;
+    }
+    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(model.SoundingCount++)];
+    record.Station = rescaledStation(model.preset, station);
+    record.NumTW = 0;
+    return true;
+}
+
+bool addWindow(SoundingRecord &record, float time, float dBdt) {
+    if (record.NumTW >= MaxWindows) {
+        return false;
+    }
+    const auto window = static_cast<std::size_t>(record.NumTW++);
+    record.TWcenter[window] = time;
+    record.TEMobs[window] = dBdt;
+    record.TEMerr[window] = 1.0F; // percent: this format carries no errors
+    record.TEMwgt[window][AxisZ] = 1.0F;
+    return true;
+}
+
+// Puts a reading into its sounding. False when the table of soundings is full.
+bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
+                 std::string_view line) {
+    const float dBdt = 1000.0F * reading.magnitude / model.preset.RxAreaXYZ[AxisZ];
+    if (!(reading.time > 0.0F)) {
+        pass.notices[NoTime].note(pass.walk, line);
+        return true;
+    }
+    if (std::fabs(reading.station) > LargestStation || !(std::fabs(dBdt) <= LargestReading)) {
+        pass.notices[TooLarge].note(pass.walk, line);
+        return true;
+    }
+    if (!sameFileStation(reading.station, pass.lastStation) &&
+        !openSounding(pass, model, reading.station)) {
+        return false;
+    }
+    if (reading.hasEmptyField) {
+        pass.notices[EmptyField].note(pass.walk, line);
+    }
+    const auto sounding = static_cast<std::size_t>(model.SoundingCount - 1);
+    if (!addWindow(model.hTrn[sounding], reading.time, dBdt)) {
+        pass.notices[WindowsFull].note(pass.walk, line);
+    }
+    return true;
+}
+
+void readReadings(ReadPass &pass, SurveyModel &model) {
+    ReportInfoLine("Reading numerical data.");
+    ZReading reading;
+    std::string_view line;
+    while (pass.walk.nextReading(reading, line) && takeReading(pass, model, reading, line)) {
+    }
+    for (std::size_t i = 0; i < Notices; ++i) {
+        pass.notices[i].report(pass.walk, Words[i].what, Words[i].consequence);
+    }
+    if (pass.walk.linesOfOtherCode > 0) {
+        ReportInfoLine("Passed over " + std::to_string(pass.walk.linesOfOtherCode) +
+                       " lines that are no readings in " + pass.walk.name);
+    }
+}
+
+} // namespace
+
+int Z_Read(SurveyModel &model, const std::string &fileName, std::string_view /*lineLabel*/) {
+    model.SoundingCount = 0;
+    ReportInfoLine("Reading TEM data from file");
+    ReportInfoLine(fileName);
+    ReadPass pass;
+    if (!pass.walk.open(fileName)) {
+        return 1;
+    }
+    if (pass.walk.scanHead()) {
+        readReadings(pass, model);
+    }
+    setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
+    if (model.SoundingCount < 1) {
+        ReportError({"ERROR while reading " + pass.walk.name});
+        return 1;
+    }
+    ReportInfoLine(std::to_string(model.SoundingCount) + " soundings have been read from " +
+                   pass.walk.name);
+    return 0;
+}
+
+} // namespace keldrin
