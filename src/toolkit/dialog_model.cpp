@@ -107,6 +107,8 @@ std::string shownValue(const ControlState &control) {
     }
     case ControlKind::Trackbar:
         return std::to_string(control.index);
+    case ControlKind::Bar:
+        return control.index < 0 ? "busy" : std::to_string(control.index) + "%";
     case ControlKind::Static:
     case ControlKind::Button:
         return "";
@@ -147,6 +149,12 @@ void putEntries(ControlState &control, const std::vector<std::string> &entries, 
 void putLimits(ControlState &control, double low, double high) {
     control.low = low;
     control.high = high;
+}
+
+void putFraction(ControlState &control, double fraction) {
+    constexpr double whole = 100.0;
+    const bool known = fraction >= 0.0; // false for NaN
+    control.index = known ? static_cast<int>(std::min(fraction, 1.0) * whole) : -1;
 }
 
 std::optional<double> fieldNumber(const ControlState &control) {

@@ -34,9 +34,10 @@ struct ControlState {
     double high = 0.0;
 
     std::vector<std::string> entries; ///< of a list
-    int index = 0;                    ///< chosen entry from 1, 0 none; number of a trackbar
-    int step = 1;                     ///< page step of a trackbar
-    bool on = false;                  ///< of a check box
+    int index = 0;   ///< chosen entry from 1, 0 none; number of a trackbar; percent of a bar,
+                     ///< below 0 where the end is not known
+    int step = 1;    ///< page step of a trackbar
+    bool on = false; ///< of a check box
 };
 
 struct DialogModel {
@@ -59,8 +60,8 @@ ControlState *findControl(DialogModel &dialog, int id);
 
 bool isNumberField(ControlKind kind);
 
-/// What a control shows as its value: a text, a number, an entry, "on" or "off"; of a static and a
-/// button nothing, their text being the label.
+/// What a control shows as its value: a text, a number, an entry, "on" or "off", a percentage or
+/// "busy"; of a static and a button nothing, their text being the label.
 std::string shownValue(const ControlState &control);
 
 // ---- What the program puts. No limit acts on it; a text is cut to its length.
@@ -71,6 +72,8 @@ void putText(ControlState &control, std::string_view text);
 void putNumber(ControlState &control, double value, std::string_view format);
 void putEntries(ControlState &control, const std::vector<std::string> &entries, int selected);
 void putLimits(ControlState &control, double low, double high);
+/// How far a bar is, 0 to 1; below 0 the end is not known.
+void putFraction(ControlState &control, double fraction);
 
 /// The number of a field; none when its text is no number.
 std::optional<double> fieldNumber(const ControlState &control);

@@ -8,7 +8,19 @@ namespace keldrin {
 // A dialog is a table of its controls; the order of the rows is the tab order. Backends build
 // their widgets from it.
 
-enum class ControlKind { Static, Text, Integer, Real, Double, Check, List, Trackbar, Button, Grid };
+enum class ControlKind {
+    Static,
+    Text,
+    Integer,
+    Real,
+    Double,
+    Check,
+    List,
+    Trackbar,
+    Button,
+    Grid,
+    Bar, ///< how far some work is; the user cannot change it
+};
 
 /// The label beside a control has the control's id plus this, the unit behind it the id plus that.
 /// Titles of groups have ids from 4001 up. None of these clashes with a control's own id.

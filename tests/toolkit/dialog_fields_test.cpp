@@ -217,6 +217,18 @@ TEST_F(ConfigurationFields, LabelsAndUnitsCanBeWritten) {
     EXPECT_EQ(ToolkitErrorState(1), 0);
 }
 
+TEST(ProgressBar, ShowsPercentOrThatTheEndIsNotKnown) {
+    ControlState bar;
+    bar.kind = ControlKind::Bar;
+    EXPECT_EQ(shownValue(bar), "0%");
+    putFraction(bar, 0.999);
+    EXPECT_EQ(shownValue(bar), "99%") << "only the end is the end";
+    putFraction(bar, 1.5);
+    EXPECT_EQ(shownValue(bar), "100%");
+    putFraction(bar, -1.0);
+    EXPECT_EQ(shownValue(bar), "busy");
+}
+
 TEST(DialogTables, HaveOwnIdsAndAButtonToLeave) {
     for (const int number : {101, 102, 103, 104, 106, 108, 110}) {
         const DialogSpec *spec = findDialogSpec(number);

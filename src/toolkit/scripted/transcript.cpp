@@ -12,8 +12,9 @@ namespace keldrin {
 namespace {
 
 // In the order of ControlKind.
-constexpr std::array<std::string_view, 10> KindNames = {
-    "static", "text", "integer", "real", "double", "check", "list", "trackbar", "button", "grid"};
+constexpr std::array<std::string_view, 11> KindNames = {"static", "text",  "integer", "real",
+                                                        "double", "check", "list",    "trackbar",
+                                                        "button", "grid",  "bar"};
 
 char onOneLine(char c) {
     return static_cast<unsigned char>(c) < 0x20U ? ' ' : c;
