@@ -1,0 +1,233 @@
+#include "toolkit/desktop/painter_surface.h"
+
+#include "toolkit/text_metrics.h"
+
+#include <QFontMetricsF>
+#include <QPolygonF>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int DotMarker = 14;
+constexpr double Pixel = 1.0;
+constexpr double SamePlace = 0.01; // pixels; a line that leans less than that lies along an axis
+
+QColor colourOf(PageColour colour) {
+    return QColor::fromRgb(static_cast<QRgb>(colour));
+}
+
+// A control character would begin a line or draw a box.
+QString shownText(std::string_view bytes) {
+    QString text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    for (QChar &character : text) {
+        if (character < u' ') {
+            character = u' ';
+        }
+    }
+    return text;
+}
+
+bool isUpright(const QPointF &a, const QPointF &b) {
+    return std::fabs(a.x() - b.x()) < SamePlace;
+}
+
+bool isLevel(const QPointF &a, const QPointF &b) {
+    return std::fabs(a.y() - b.y()) < SamePlace;
+}
+
+bool isAlongAxes(const QPolygonF &line) {
+    for (qsizetype i = 1; i < line.size(); ++i) {
+        if (!isUpright(line[i - 1], line[i]) && !isLevel(line[i - 1], line[i])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+QFont programFont() {
+    QFont font(QStringLiteral("Sans Serif"));
+    font.setStyleHint(QFont::SansSerif);
+    return font;
+}
+
+PainterSurface::PainterSurface(QPainter &painter, const QRectF &target)
+    : painter_(painter), target_(painter.deviceTransform().mapRect(target)) {
+    painter_.save();
+    base_ = painter_.deviceTransform().inverted() * painter_.worldTransform();
+    painter_.setWorldTransform(base_);
+    painter_.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    PainterSurface::begin(PageWidthCm, PageHeightCm);
+}
+
+PainterSurface::~PainterSurface() {
+    painter_.restore();
+}
+
+void PainterSurface::begin(float widthCm, float heightCm) {
+    widthCm_ = widthCm;
+    heightCm_ = heightCm;
+    xPerCm_ = target_.width() / static_cast<double>(widthCm);
+    yPerCm_ = target_.height() / static_cast<double>(heightCm);
+}
+
+void PainterSurface::clear() {
+    painter_.fillRect(target_, Qt::white);
+}
+
+void PainterSurface::setPen(PageColour colour, float widthPt) {
+    constexpr double cmPerPoint = 2.54 / 72.0;
+    const double width = static_cast<double>(widthPt) * cmPerPoint * std::min(xPerCm_, yPerCm_);
+    colour_ = colour;
+    pen_ = std::max(Pixel, std::round(width));
+}
+
+QPointF PainterSurface::place(PagePoint point) const {
+    return {target_.left() + static_cast<double>(point.x) * target_.width(),
+            target_.bottom() - static_cast<double>(point.y) * target_.height()};
+}
+
+// Where the middle of a line must stand for its edges to lie between pixels.
+double PainterSurface::snapped(double place, double low, double high) const {
+    const double half = pen_ / 2.0;
+    const double held = std::max(std::min(place, high - half), low + half);
+    const bool odd = std::fmod(pen_, 2.0) == 1.0;
+    return odd ? std::floor(held) + Pixel / 2.0 : std::round(held);
+}
+
+QPointF PainterSurface::snapped(QPointF point) const {
+    return {snapped(point.x(), target_.left(), target_.right()),
+            snapped(point.y(), target_.top(), target_.bottom())};
+}
+
+// Curves stay where they are; of a line along an axis, only that coordinate moves which all of
+// its points share.
+QPolygonF PainterSurface::path(std::span<const PagePoint> points, bool closed) const {
+    QPolygonF line;
+    line.reserve(static_cast<qsizetype>(points.size()) + 1);
+    for (const PagePoint &point : points) {
+        line.push_back(place(point));
+    }
+    if (closed && !line.isEmpty()) {
+        line.push_back(line.front());
+    }
+    const bool alongAxes = isAlongAxes(line);
+    QPolygonF drawn = line;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        const QPointF &previous = line[std::max<qsizetype>(i - 1, 0)];
+        const QPointF &next = line[std::min(i + 1, line.size() - 1)];
+        const bool upright = (i > 0 && isUpright(previous, line[i])) ||
+                             (i + 1 < line.size() && isUpright(line[i], next));
+        const bool level = (i > 0 && isLevel(previous, line[i])) ||
+                           (i + 1 < line.size() && isLevel(line[i], next));
+        const QPointF moved = snapped(line[i]);
+        drawn[i].setX(alongAxes || upright ? moved.x() : line[i].x());
+        drawn[i].setY(alongAxes || level ? moved.y() : line[i].y());
+    }
+    return drawn;
+}
+
+// A marker is laid about its centre, at the same scale in both directions, so that a plus has
+// equal arms whatever the shape of the page.
+QPolygonF PainterSurface::markerPath(std::span<const PagePoint> points) const {
+    const double perCm = std::sqrt(xPerCm_ * yPerCm_);
+    const QPointF centre = snapped(place(centre_));
+    QPolygonF line;
+    for (const PagePoint &point : points) {
+        const double right = static_cast<double>((point.x - centre_.x) * widthCm_) * perCm;
+        const double up = static_cast<double>((point.y - centre_.y) * heightCm_) * perCm;
+        line.push_back(centre + QPointF(std::round(right), -std::round(up)));
+    }
+    return line;
+}
+
+void PainterSurface::selectPen(bool alongAxes) {
+    QPen pen(colourOf(colour_), pen_);
+    pen.setCapStyle(alongAxes ? Qt::SquareCap : Qt::RoundCap);
+    pen.setJoinStyle(alongAxes ? Qt::MiterJoin : Qt::RoundJoin);
+    painter_.setPen(pen);
+    painter_.setBrush(Qt::NoBrush);
+}
+
+void PainterSurface::polyline(std::span<const PagePoint> points) {
+    if (points.empty()) {
+        return;
+    }
+    const QPolygonF line = marker_ != 0 ? markerPath(points) : path(points, false);
+    selectPen(isAlongAxes(line));
+    painter_.drawPolyline(line);
+}
+
+void PainterSurface::drawDot(std::span<const PagePoint> outline) {
+    double diameter = 0.0; // cm, across the outline
+    for (const PagePoint &point : outline) {
+        const auto right = static_cast<double>((point.x - centre_.x) * widthCm_);
+        const auto up = static_cast<double>((point.y - centre_.y) * heightCm_);
+        diameter = std::max(diameter, 2.0 * std::hypot(right, up));
+    }
+    const double radius = std::max(Pixel, diameter / 2.0 * std::sqrt(xPerCm_ * yPerCm_));
+    painter_.drawEllipse(snapped(place(centre_)), radius, radius);
+}
+
+void PainterSurface::polygon(std::span<const PagePoint> points, bool filled) {
+    if (points.empty()) {
+        return;
+    }
+    if (!filled) {
+        const QPolygonF line = path(points, true);
+        selectPen(isAlongAxes(line));
+        painter_.drawPolygon(line);
+        return;
+    }
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(colourOf(colour_));
+    if (marker_ == DotMarker) {
+        drawDot(points);
+    } else {
+        QPolygonF corners;
+        for (const PagePoint &point : points) {
+            corners.push_back(place(point));
+        }
+        painter_.drawPolygon(corners);
+    }
+}
+
+void PainterSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
+                          float degrees) {
+    const QString shown = shownText(string);
+    const double angle = static_cast<double>(degrees) * std::numbers::pi / 180.0;
+    const double right = xPerCm_ * std::cos(angle);
+    const double up = yPerCm_ * std::sin(angle);
+    const double perCm = std::hypot(right, up); // along the text
+    const double acrossPerCm = xPerCm_ * yPerCm_ / perCm;
+    const double emWidth = static_cast<double>(EmPerCharacterWidth * charWidth * widthCm_) * perCm;
+    const double emHeight = static_cast<double>(charHeight * heightCm_) * acrossPerCm;
+
+    QFont font = programFont();
+    font.setHintingPreference(QFont::PreferVerticalHinting);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(std::min(emWidth, emHeight)))));
+    const double told = static_cast<double>(textWidthInEms(string)) * emWidth;
+    const double natural = QFontMetricsF(font, painter_.device()).horizontalAdvance(shown);
+
+    const QPointF start = place(at);
+    painter_.translate(std::round(start.x()), std::round(start.y()));
+    painter_.rotate(-std::atan2(up, right) * 180.0 / std::numbers::pi);
+    painter_.scale(natural > told ? told / natural : 1.0, 1.0);
+    painter_.setPen(colourOf(colour_));
+    painter_.setFont(font);
+    painter_.drawText(QPointF(0.0, 0.0), shown);
+    painter_.setWorldTransform(base_);
+}
+
+void PainterSurface::beginMarker(int marker, PagePoint centre) {
+    marker_ = marker;
+    centre_ = centre;
+}
+
+} // namespace keldrin
