@@ -97,8 +97,8 @@ void readReadings(ReadPass &pass, SurveyModel &model) {
         pass.notices[i].report(pass.walk, Words[i].what, Words[i].consequence);
     }
     if (pass.walk.linesOfOtherCode > 0) {
-        ReportInfoLine("Passed over " + std::to_string(pass.walk.linesOfOtherCode) +
-                       " lines that are no readings in " + pass.walk.name);
+        ReportInfoLine("Lines that are no readings, passed over in " + pass.walk.name + ": " +
+                       std::to_string(pass.walk.linesOfOtherCode));
     }
 }
 

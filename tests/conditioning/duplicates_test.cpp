@@ -75,6 +75,19 @@ TEST_F(DuplicatesTest, RecordsOfOneStationPairMergeWhateverTheirFrequency) {
     EXPECT_EQ(messages.infos.back(), "Averaging reduced # transients from 3 to 2");
 }
 
+// A format that tells stations only must not have all its soundings merged into one.
+TEST_F(DuplicatesTest, ASoundingWithoutKeysTakesThemFromItsStation) {
+    std::vector<SoundingRecord> records(3);
+    records[0].Station = 20;
+    records[1].Station = 10;
+    records[2] = soundingOf(-1.0E32, 15, {});
+    records[2].Station = 99;
+    load(records);
+    EXPECT_EQ(AverageDuplicateTransients(model), 0);
+    EXPECT_THAT(stations(),
+                ElementsAre(std::pair(10.0, 10.0), std::pair(15.0, 15.0), std::pair(20.0, 20.0)));
+}
+
 TEST_F(DuplicatesTest, WindowsAreComparedWithTheFirstTimeOfTheirChain) {
     load({soundingOf(1, 1, {{1.0F, 1, 2}, {1.0009F, 2, 2}, {1.0018F, 3, 2}, {1.004F, 4, 2}})});
     MergeTransients(model, 0, 0, 1);
