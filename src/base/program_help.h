@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace keldrin {
+
+// What a program tells of itself is written once, as data; `--help` and the manual page are two
+// ways of setting it. All texts are ASCII, in whole sentences where they are texts.
+
+/// A form of use, an option, a key, a file or an exit code, and what it means.
+struct HelpEntry {
+    std::string_view term;
+    std::string_view text; ///< blank: the term says it all
+};
+
+struct HelpSection {
+    std::string_view title; ///< in small letters
+    std::span<const HelpEntry> entries;
+};
+
+struct ProgramHelp {
+    std::string_view name;    ///< as it is typed
+    std::string_view purpose; ///< one line, without a point
+    std::string_view description;
+    std::span<const HelpEntry> usage; ///< each form begins with the program's name
+    std::span<const HelpSection> sections;
+    std::span<const std::string_view> placeholders; ///< words that stand for what the user gives
+    std::span<const std::string_view> seeAlso;      ///< programs with a manual page
+};
+
+/// What `--help` prints, in lines of at most 80 characters.
+std::string helpText(const ProgramHelp &help);
+
+/// Answers the words that ask a program about itself: --help, -h, --version, and --help=man, which
+/// prints the manual page for the build to install.
+/// first    the first word behind the program's name, blank when there is none
+/// returns  none when it asks nothing of the kind; else the exit code: 0, or 1 when standard output
+///          could not be written
+std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first);
+
+} // namespace keldrin

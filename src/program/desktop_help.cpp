@@ -1,0 +1,77 @@
+#include "program/desktop_help.h"
+
+#include "toolkit/help_sections.h"
+
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::string_view Description =
+    "Makes inversion projects of transient electromagnetic (TEM) field data, shows and edits them, "
+    "and has them inverted to smooth layered models by the engine rkeldrin, a program of its own.";
+
+constexpr std::array Usage = {
+    HelpEntry{"keldrin [FILE]",
+              "Opens the window. FILE is a project (*.std), shown with the layered models (*.m1d) "
+              "beside it, or field data (*.avg, *.z, *.amr, *.tem, *.dat), of which a project is "
+              "made. A name without a point receives .std. Without FILE the program asks for one."},
+    HelpEntry{"keldrin --export FORMAT --out DIR [--soundings LIST] [--plan] PROJECT...",
+              "Writes the plots of projects to files in DIR. Opens no window and needs no display. "
+              "Projects are not changed."},
+    HelpEntry{"keldrin --drive SCENARIO [FILE]",
+              "Does in the window what the lines of a scenario file say that a user does, and "
+              "prints the transcript of what the user has seen."},
+    HelpEntry{"keldrin --help | --version", ""},
+};
+
+constexpr std::array Options = {
+    HelpEntry{"--export FORMAT", "Kind of the plot files: png, pdf, svg, hpgl or wmf."},
+    HelpEntry{"--out DIR", "Directory of the plot files; it is made if need be."},
+    HelpEntry{"--soundings LIST",
+              "Soundings to plot: all, which is the default, ordinals such as 1-5,9, or none."},
+    HelpEntry{"--plan", "Plot the map of the survey too."},
+    HelpEntry{"--drive SCENARIO", "Play a scenario in the window."},
+    HelpEntry{"--help, -h", "Print this text."},
+    HelpEntry{"--version", "Print the version."},
+};
+
+constexpr std::array Files = {
+    HelpEntry{"BASE.std", "Project: control values, then the windows of all soundings."},
+    HelpEntry{"BASE.std~", "The project as it was before one without data replaced it."},
+    HelpEntry{"BASE.m1d", "Layered models of the project."},
+    HelpEntry{"BASE.mde, BASE.stn, BASE.chn",
+              "Survey information, station positions and channel times beside field data."},
+    HelpEntry{"keldrin.log, keldrin.err",
+              "What the program did, and what it warned of: in the working directory or, where "
+              "that cannot be written, in $XDG_STATE_HOME/keldrin or ~/.local/state/keldrin. Both "
+              "are begun anew at each start."},
+    HelpEntry{"~/.config/keldrin/keldrin.ini",
+              "What the program remembers: the size of its window and the files opened lately."},
+    HelpEntry{"rkeldrin",
+              "The inversion engine, looked for on the search path, then beside the program."},
+};
+
+constexpr std::array Sections = {
+    HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2],
+    HelpSection{"files", Files},     ExitCodeSection};
+
+constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "FORMAT",
+                                                          "LIST", "PROJECT", "SCENARIO"};
+constexpr std::array<std::string_view, 1> SeeAlso = {"keldrin-batch"};
+
+constexpr ProgramHelp Help = {
+    "keldrin",   "1D smooth-model inversion of transient electromagnetic soundings",
+    Description, Usage,
+    Sections,    Placeholders,
+    SeeAlso,
+};
+
+} // namespace
+
+std::optional<int> tellHelp(std::string_view first) {
+    return answerHelp(Help, first);
+}
+
+} // namespace keldrin

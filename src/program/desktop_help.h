@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+namespace keldrin {
+
+/// Answers --help and the like for keldrin, the desktop program; see answerHelp.
+/// first  the first word behind the program's name, blank when there is none
+std::optional<int> tellHelp(std::string_view first);
+
+} // namespace keldrin
