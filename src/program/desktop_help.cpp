@@ -1,5 +1,6 @@
 #include "program/desktop_help.h"
 
+#include "base/program_help.h"
 #include "toolkit/help_sections.h"
 
 #include <array>
