@@ -161,15 +161,16 @@ std::string ToolkitFittingText(std::string_view text, float width) {
     return std::string(trimBlanks(head)).append(dots);
 }
 
-void drawTextAt(double x, double y, std::string_view text, float degrees) {
+void drawTextAt(double x, double y, std::string_view text, float degrees, float anchor) {
     const DrawingState &state = drawingState();
     constexpr double farthest = 1000.0; // pages away
     if (state.surface == nullptr || trimBlanks(text).empty() || !(std::fabs(x) < farthest) ||
         !(std::fabs(y) < farthest)) {
         return;
     }
-    surfaceWithPen()->text(pagePoint(x, y), text, state.characterWidth, state.characterHeight,
-                           degrees);
+    surfaceWithPen()->textAnchor(anchor);
+    state.surface->text(pagePoint(x, y), text, state.characterWidth, state.characterHeight,
+                        degrees);
 }
 
 void ToolkitDrawText(float x, float y, std::string_view text) {
@@ -194,7 +195,7 @@ void ToolkitCentredText(float y, std::string_view text) {
     const auto half = static_cast<double>(textWidthInEms(shown) * EmPerCharacterWidth *
                                           drawingState().characterWidth / 2.0F);
     drawTextAt(left + middle / scale * width - half, top - static_cast<double>(y) / scale * height,
-               shown, 0.0F);
+               shown, 0.0F, 0.5F);
 }
 
 void ToolkitFillRectangle(float x1, float y1, float x2, float y2) {

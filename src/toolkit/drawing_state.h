@@ -29,6 +29,7 @@ Surface *surfaceWithPen();
 
 /// A text at a place in fractions of the surface. Blank text and a place that is not finite draw
 /// nothing.
-void drawTextAt(double x, double y, std::string_view text, float degrees);
+/// anchor  see Surface::textAnchor()
+void drawTextAt(double x, double y, std::string_view text, float degrees, float anchor = 0.0F);
 
 } // namespace keldrin

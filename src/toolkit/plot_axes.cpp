@@ -28,6 +28,10 @@ constexpr double GapBelowAxis = 0.6;    // of the character height, from axis to
 constexpr double GapBesideAxis = 0.5;   // of the character width
 constexpr double GapBetween = 0.5;      // of a character, between neighbouring numbers
 
+constexpr float LeftEnd = 0.0F; // what keeps its place of a text
+constexpr float Middle = 0.5F;
+constexpr float RightEnd = 1.0F;
+
 enum class Side { Bottom, Left, Right };
 
 struct Letters {
@@ -44,8 +48,8 @@ double widthOf(std::string_view text, const Letters &letters) {
     return static_cast<double>(textWidthInEms(text) * EmPerCharacterWidth) * letters.width;
 }
 
-void drawText(double xCm, double yCm, std::string_view text, float degrees) {
-    drawTextAt(xCm / PageWidth, yCm / PageHeight, text, degrees);
+void drawText(double xCm, double yCm, std::string_view text, float degrees, float anchor) {
+    drawTextAt(xCm / PageWidth, yCm / PageHeight, text, degrees, anchor);
 }
 
 void drawSegment(double x1, double y1, double x2, double y2) {
@@ -173,14 +177,15 @@ void drawNumber(Side side, const ClipRectangle &frame, const AxisNumber &number,
     switch (side) {
     case Side::Bottom:
         drawText(number.from, frame.bottom - (GapBelowAxis + CapHeight) * letters.height,
-                 number.text, 0.0F);
+                 number.text, 0.0F, Middle);
         break;
     case Side::Left:
-        drawText(std::max(frame.left - beside - number.width, 0.0), number.from, number.text, 0.0F);
+        drawText(std::max(frame.left - beside - number.width, 0.0), number.from, number.text, 0.0F,
+                 RightEnd);
         break;
     case Side::Right:
         drawText(std::min(frame.right + beside, PageWidth - number.width), number.from, number.text,
-                 0.0F);
+                 0.0F, LeftEnd);
         break;
     }
 }
@@ -295,7 +300,7 @@ void drawUprightLabel(double x, std::string_view text, const Letters &letters) {
     const double y = heldBetween(middle - width / 2.0, 0.0, PageHeight - width);
     const double held =
         heldBetween(x, CapHeight * letters.height, PageWidth - Descent * letters.height);
-    drawText(held, y, text, 90.0F);
+    drawText(held, y, text, 90.0F, Middle);
 }
 
 } // namespace
@@ -381,7 +386,7 @@ void PlotXLabel(std::string_view text) {
     const double x = heldBetween((frame.left + frame.right - width) / 2.0, 0.0, PageWidth - width);
     const double y =
         std::max(frame.bottom - distance - CapHeight * letters.height, Descent * letters.height);
-    drawText(x, y, text, 0.0F);
+    drawText(x, y, text, 0.0F, Middle);
 }
 
 void PlotYLabel(std::string_view text) {

@@ -33,6 +33,7 @@ class PainterSurface : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void textAnchor(float part) override { anchor_ = static_cast<double>(part); }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { marker_ = 0; }
 
@@ -55,6 +56,7 @@ class PainterSurface : public Surface {
     double yPerCm_ = 1.0;
     PageColour colour_ = 0;
     double pen_ = 1.0; ///< whole pixels
+    double anchor_ = 0.0;
     int marker_ = 0;   ///< being drawn; 0 none
     PagePoint centre_; ///< of the marker
 };

@@ -12,6 +12,7 @@ void PageList::clear() {
     calls_.clear();
     points_.clear();
     penPt_ = -1.0F;
+    anchor_ = 0.0F;
     ++changes_;
 }
 
@@ -52,6 +53,8 @@ void PageList::text(PagePoint at, std::string_view string, float charWidth, floa
     call.width = charWidth;
     call.height = charHeight;
     call.degrees = degrees;
+    call.anchor = anchor_;
+    anchor_ = 0.0F;
 }
 
 void PageList::beginMarker(int marker, PagePoint centre) {
@@ -75,6 +78,7 @@ void PageList::make(const Call &call, Surface &surface) const {
         surface.polygon(points, call.filled);
         break;
     case Kind::Text:
+        surface.textAnchor(call.anchor);
         surface.text(points.front(), call.text, call.width, call.height, call.degrees);
         break;
     case Kind::BeginMarker:

@@ -23,6 +23,7 @@ class PageList : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void textAnchor(float part) override { anchor_ = part; }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override;
     void pageKind(std::string_view kind) override { kind_ = kind; }
@@ -47,6 +48,7 @@ class PageList : public Surface {
         float width = 0.0F;  ///< of the pen in points, of a character as a fraction
         float height = 0.0F; ///< of a character
         float degrees = 0.0F;
+        float anchor = 0.0F;
         std::uint32_t first = 0; ///< of its points in points_
         std::uint32_t count = 0;
         std::string text;
@@ -59,6 +61,7 @@ class PageList : public Surface {
     float heightCm_ = PageHeightCm;
     PageColour colour_ = 0; ///< of the pen that was set last
     float penPt_ = -1.0F;   ///< below 0: none was set on this page
+    float anchor_ = 0.0F;   ///< of the next text
     std::uint64_t changes_ = 0;
     std::string kind_;
     std::vector<Call> calls_;

@@ -28,6 +28,7 @@ class PlacedSurface : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override { paper_.flush(); }
+    void textAnchor(float part) override { paper_.textAnchor(part); }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { paper_.endMarker(); }
     void pageKind(std::string_view kind) override { paper_.pageKind(kind); }

@@ -40,6 +40,10 @@ class Surface {
                       float degrees) = 0;
     virtual void flush() = 0;
 
+    /// Which part of the next text keeps its place where the letters of a surface do not fill the
+    /// width that the text was given: 0 its left end, 0.5 its middle, 1 its right end.
+    virtual void textAnchor(float /*part*/) {}
+
     // What the primitives mean, for surfaces that keep a list. The others draw the marker's lines
     // and polygons, which come between the two calls, like any.
     virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {} ///< 1 a plus, 14 a dot
