@@ -30,6 +30,8 @@ bool LineReader::open(const std::string &path) {
         return false;
     }
     std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+    fileSize_ = std::filesystem::file_size(path, error);
+    fileSize_ = error ? 0 : fileSize_;
     refill();
     passOverByteOrderMark();
     return true;
@@ -66,7 +68,19 @@ bool LineReader::refill() {
         }
     }
     pending_ = std::string_view(buffer_.data(), kept + got);
+    bytesRead_ += got;
+    askWatch();
     return got > 0;
+}
+
+void LineReader::askWatch() {
+    if (watch_ && !sourceEnded_ && !watch_(bytesRead_, fileSize_)) {
+        stopped_ = true;
+        sourceEnded_ = true;
+        inLongLine_ = false;
+        pending_ = {};
+        file_.reset();
+    }
 }
 
 void LineReader::stopAtMark(std::size_t markPosition) {

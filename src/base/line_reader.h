@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,6 +34,11 @@ class LineReader {
     /// (a directory); errorText() then says why.
     bool open(const std::string &path);
 
+    /// Asked whenever the reader has taken another piece of its file from the disk: bytes so far and
+    /// bytes in all, 0 where the system does not tell. False stops the reading, see stopped().
+    using Watch = std::function<bool(std::uintmax_t done, std::uintmax_t total)>;
+    void watch(Watch watch) { watch_ = std::move(watch); }
+
     /// Reads from memory in place of a file. The text must outlive the reader.
     void openText(std::string_view text);
 
@@ -44,6 +51,10 @@ class LineReader {
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
+    /// True once the watch has stopped the reading: what was not yet given never will be, and next()
+    /// gives End.
+    [[nodiscard]] bool stopped() const { return stopped_; }
+
     [[nodiscard]] const std::string &errorText() const { return errorText_; }
 
   private:
@@ -52,18 +63,23 @@ class LineReader {
     };
 
     bool refill();
+    void askWatch();
     void passOverByteOrderMark();
     void stopAtMark(std::size_t markPosition);
     bool takeLine(std::string_view &line);
 
     std::size_t limit_;
     std::unique_ptr<std::FILE, CloseFile> file_;
+    Watch watch_;
+    std::uintmax_t bytesRead_ = 0;
+    std::uintmax_t fileSize_ = 0; ///< 0 unknown
     std::vector<char> buffer_;
     std::string_view pending_; ///< read and not yet given
     std::string cut_;          ///< head of a line that does not fit the buffer
     bool inLongLine_ = false;
     bool sourceEnded_ = false;
     bool fault_ = false;
+    bool stopped_ = false;
     bool endedAtMark_ = false;
     int lineNumber_ = 0;
     std::string errorText_;

@@ -80,6 +80,15 @@ struct RunResult {
     int toolkitError = 0;    ///< not 0: it did not run; ErrorCannotRun when the system refused
     int systemError = 0;     ///< the system's error code that came with it
     bool closeAsked = false; ///< the root window was asked to close meanwhile
+    bool stopped = false;    ///< the user ended it
+};
+
+/// Who watches a child process while it runs; both on the caller's thread.
+struct ChildWatch {
+    /// Gets each line that the child writes to its console, as text (see console_lines.h).
+    std::function<void(std::string_view)> line;
+    /// Asked several times a second; false ends the child.
+    std::function<bool()> goOn;
 };
 
 /// How a rubber band ended, and its second corner in fractions of the root window.
@@ -97,8 +106,9 @@ struct PrinterPage {
 
 /// Long work that the user watches and may stop.
 struct WorkRequest {
-    int dialog = 0;    ///< number of the dialog that shows it
-    std::string words; ///< what is being done
+    int dialog = 0;           ///< number of the dialog that shows it
+    std::string words;        ///< what is being done
+    std::string caption = {}; ///< of the dialog; blank: its table's own
 };
 
 /// The text for a mouse position in fractions of the root window; blank where there is none.
@@ -142,8 +152,9 @@ class Backend {
 
     virtual std::optional<std::string> chooseFile(const FileRequest &request) = 0;
     virtual BoxResult messageBox(const BoxRequest &request) = 0;
-    /// Runs a program with its arguments and waits for it.
-    virtual RunResult run(const std::vector<std::string> &command) = 0;
+    /// Runs a program with its arguments and waits for its end, see runChild(). The long work that
+    /// the user watches and stops it by has begun.
+    virtual RunResult run(const std::vector<std::string> &command, const ChildWatch &watch) = 0;
     /// Follows the mouse from a corner till something ends it.
     virtual RubberEnd rubberBand(double pageX, double pageY) = 0;
     /// Asks for a printer; null when the user declined.
@@ -155,9 +166,13 @@ class Backend {
     virtual void setStatus(StatusPart /*part*/, std::string_view /*text*/) {}
     /// Asked for the text of the pointer's part whenever the mouse moves; empty asks no more.
     virtual void setPointerText(PointerText /*text*/) {}
+    /// Long work begins; makeWorkDialog() gives its dialog, to be shown once the work has taken a
+    /// while. Until endWork() the program draws, runs a child and asks for nothing else.
     virtual void beginWork(const WorkRequest & /*request*/) {}
     /// Shows how far the work is and serves what cannot wait: repaints, the dialog's button, the
-    /// close box (see user_edits.h). Below 0 the end is not known. False once the user stops it.
+    /// close box (userAsksToClose()); all else that the user does is dropped. Comes at most about
+    /// 30 times a second. Below 0 the end is not known. False once the user stops the work, after
+    /// which some more steps may come.
     virtual bool workStep(double /*fraction*/) { return true; }
     virtual void endWork() {}
     /// The page of a plot file that needs the window system's help; null: there is none.

@@ -1,20 +1,23 @@
 #pragma once
 
+#include "toolkit/backend.h"
+
 #include <string>
 #include <vector>
 
 namespace keldrin {
 
-/// How a child process ended.
-struct ChildResult {
-    int exitCode = 0;    ///< 128 plus the signal when one ended it
-    int systemError = 0; ///< not 0: the system could not start it or wait for it
-};
-
 /// Runs a program with its arguments, without a shell, and waits for it without end. The program is
-/// looked for on the search path, then in `programDirectory`. What it writes to its standard output
-/// goes to the error output, so that a transcript stays clean.
-ChildResult runChild(const std::vector<std::string> &command, const std::string &programDirectory);
+/// looked for on the search path, then in `programDirectory`. What it writes to its console goes to
+/// the watch line by line, and nowhere else; it has nothing to read.
+///
+/// When the watch ends it, the child and its own children are asked to end and, should they not
+/// within two seconds, are killed. A child of its own that the program leaves behind at a normal
+/// end is not waited for.
+/// returns  exitCode 128 plus the signal when one ended it; ErrorCannotRun with the system's code
+///          when the system could not start it or wait for it
+RunResult runChild(const std::vector<std::string> &command, const std::string &programDirectory,
+                   const ChildWatch &watch = {});
 
 /// The directory of this program, from its own path as the command line gives it.
 std::string programDirectory(const std::string &ownPath);

@@ -23,9 +23,15 @@ inline constexpr int AutoSkip = 104;
 inline constexpr int MatchingLabel = 106;
 inline constexpr int Configuration = 108;
 inline constexpr int LineAzimuth = 110;
+inline constexpr int Engine = 121;
+inline constexpr int Progress = 122;
 } // namespace Dialog
 
 inline constexpr int ButtonCancel = 1084;
 inline constexpr int ButtonContinue = 1090;
+
+// In the dialogs of long work.
+inline constexpr int WorkWords = 1130;
+inline constexpr int WorkBar = 1131;
 
 } // namespace keldrin

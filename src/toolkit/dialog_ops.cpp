@@ -1,5 +1,6 @@
 #include "toolkit/toolkit.h"
 
+#include "toolkit/long_work.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>
@@ -123,9 +124,12 @@ void WDialogShow(int x, int y, int control, int mode) {
     if (first != nullptr && first->kind == ControlKind::Button) {
         dialog->defaultButton = control;
     }
-    show(*dialog, {x, y}, mode);
     if (mode == DialogModal) {
+        const WorkPause pause;
+        show(*dialog, {x, y}, mode);
         serveModal(*dialog);
+    } else {
+        show(*dialog, {x, y}, mode);
     }
 }
 

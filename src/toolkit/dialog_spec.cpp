@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::array Dialogs = {&DataInputDialog,  &ReviewDialog,        &PlotLimitsDialog,
                                 &AutoSkipDialog,   &MatchingLabelDialog, &ConfigurationDialog,
-                                &LineAzimuthDialog};
+                                &LineAzimuthDialog, &EngineDialog,     &ProgressDialog};
 
 } // namespace
 

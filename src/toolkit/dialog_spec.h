@@ -58,5 +58,7 @@ extern const DialogSpec AutoSkipDialog;
 extern const DialogSpec MatchingLabelDialog;
 extern const DialogSpec ConfigurationDialog;
 extern const DialogSpec LineAzimuthDialog;
+extern const DialogSpec EngineDialog;
+extern const DialogSpec ProgressDialog;
 
 } // namespace keldrin

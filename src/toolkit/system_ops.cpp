@@ -2,7 +2,10 @@
 
 #include "base/ascii.h"
 #include "base/fixed_text.h"
+#include "base/paths.h"
+#include "toolkit/control_ids.h"
 #include "toolkit/file_filter.h"
+#include "toolkit/long_work.h"
 #include "toolkit/toolkit_state.h"
 
 namespace keldrin {
@@ -23,6 +26,15 @@ std::vector<std::string> splitLines(std::string_view text) {
     }
 }
 
+// For the eye: without the directories of its arguments.
+std::string shortForm(const std::vector<std::string> &command) {
+    std::string words = command.front();
+    for (std::size_t i = 1; i < command.size(); ++i) {
+        words.append(" ").append(fileNameOf(command[i]));
+    }
+    return words;
+}
+
 } // namespace
 
 bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
@@ -34,6 +46,7 @@ bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
     }
     const bool save = flags == SaveFlags;
     const FileRequest request{save, std::string(title), std::string(trimRight(filter)), path};
+    const WorkPause pause;
     const std::optional<std::string> chosen = state.backend->chooseFile(request);
     if (chosen) {
         path = save ? withFilterExtension(*chosen, filter) : *chosen;
@@ -48,23 +61,30 @@ int WMessageBox(int /*buttons*/, int icon, int defaultButton, std::string_view t
     if (state.backend == nullptr || state.boxesQuiet) {
         return 1;
     }
+    const WorkPause pause;
     const BoxResult result =
         state.backend->messageBox({std::string(title), splitLines(text), icon, defaultButton});
     state.boxesQuiet = result.quietFurther;
     return result.button;
 }
 
-void IOsCommand(const std::vector<std::string> &command, int /*flags*/) {
+bool IOsCommand(const std::vector<std::string> &command, int /*flags*/,
+                const std::function<void(std::string_view)> &line) {
     ToolkitState &state = toolkitState();
     if (state.backend == nullptr || command.empty()) {
         ToolkitSetError(ErrorCannotRun);
-        return;
+        return true;
     }
-    const RunResult result = state.backend->run(command);
+    LongWork work({Dialog::Engine, shortForm(command)});
+    const auto goOn = [&work] {
+        return work.step(0.0, 0.0);
+    };
+    const RunResult result = state.backend->run(command, {line, goOn});
     state.closeRemembered = state.closeRemembered || result.closeAsked;
     if (result.toolkitError != 0) {
         ToolkitSetError(result.toolkitError, result.systemError);
     }
+    return !result.stopped;
 }
 
 } // namespace keldrin

@@ -183,9 +183,12 @@ bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
 int WMessageBox(int buttons, int icon, int defaultButton, std::string_view text,
                 std::string_view title);
 
-/// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended.
-/// A program that cannot be started leaves error state 13.
-void IOsCommand(const std::vector<std::string> &command, int flags);
+/// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended; the user
+/// may end it before. A program that cannot be started leaves error state 13.
+/// line     gets each line that it writes to its console
+/// returns  false when the user has ended it
+bool IOsCommand(const std::vector<std::string> &command, int flags,
+                const std::function<void(std::string_view)> &line = {});
 
 std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
 std::string IOsDirName();                       ///< the working directory

@@ -6,9 +6,11 @@
 #include "toolkit/menu.h"
 
 #include <array>
+#include <chrono>
 #include <deque>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,15 @@ struct FaultInjection {
     int number = 0;
     int reads = 0;                    ///< reads of the error state that still give `number`
     std::map<int, std::string> texts; ///< descriptions that came with injected numbers
+};
+
+/// The long work in hand, see long_work.h.
+struct WorkState {
+    int depth = 0;       ///< works begun within one another; 0 none
+    int pauses = 0;      ///< requests in which it is not shown
+    WorkRequest request; ///< of the outermost
+    bool stopped = false;
+    std::optional<std::chrono::steady_clock::time_point> lastStep; ///< that the backend saw
 };
 
 /// State of the toolkit. One per process, see toolkitState(); only the toolkit's own files use it.
@@ -37,6 +48,9 @@ struct ToolkitState {
     std::deque<RawEvent> queue;       ///< positions are converted when an event is fetched
     bool closeRemembered = false;     ///< asked for while a child ran; for the next wait
     bool fieldChangeEvents = false;
+    WorkState work;
+    /// From one step of long work that the backend sees to the next.
+    std::chrono::milliseconds stepPause = std::chrono::milliseconds(33);
     bool boxesQuiet = false; ///< the user wants no further boxes of this command
 
     std::vector<std::unique_ptr<DialogModel>> dialogs; ///< loaded

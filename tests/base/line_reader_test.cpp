@@ -84,6 +84,33 @@ TEST(LineReader, GivesTheSameLinesWhateverTheBuffer) {
     }
 }
 
+TEST(LineReader, GivesNoLineMoreOnceItsWatchHasStoppedIt) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("watched.txt");
+    std::string reason;
+    ASSERT_TRUE(writeWholeFile(path, "1234567\n1234567\n1234567\n1234567", reason)) << reason;
+    const auto read = [&path](std::uintmax_t mostBytes, std::vector<std::uintmax_t> &asked) {
+        LineReader reader(4, 12);
+        EXPECT_TRUE(reader.open(path));
+        reader.watch([&](std::uintmax_t done, std::uintmax_t total) {
+            EXPECT_EQ(total, 31U);
+            asked.push_back(done);
+            return done <= mostBytes;
+        });
+        const std::vector<std::string> lines = linesOf(reader);
+        std::string_view line;
+        EXPECT_EQ(reader.next(line), LineStatus::End);
+        EXPECT_EQ(reader.stopped(), mostBytes < 31);
+        return lines.size();
+    };
+    std::vector<std::uintmax_t> asked;
+    EXPECT_EQ(read(31, asked), 4U);
+    EXPECT_EQ(asked.back(), 31U);
+    EXPECT_GT(asked.size(), 2U);
+    EXPECT_LT(read(20, asked), 3U) << "the line that was begun is none";
+    EXPECT_LT(read(30, asked), 4U) << "stopped with its last piece in hand";
+}
+
 TEST(LineReader, RefusesWhatIsNoFile) {
     const TemporaryDirectory directory;
     LineReader reader(80);

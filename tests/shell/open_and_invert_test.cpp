@@ -30,7 +30,7 @@ using testing::Not;
 /// A toolkit whose child process is a function and whose chooser gives one file.
 class EngineBackend : public AnsweringBackend {
   public:
-    RunResult run(const std::vector<std::string> &command) override {
+    RunResult run(const std::vector<std::string> &command, const ChildWatch & /*watch*/) override {
         commands.push_back(command);
         return engine ? engine(command) : RunResult{};
     }

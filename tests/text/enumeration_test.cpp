@@ -63,7 +63,10 @@ class AnsweringBackend : public Backend {
     void refresh(DialogModel & /*dialog*/, int /*id*/) override {}
     std::optional<std::string> chooseFile(const FileRequest & /*request*/) override { return {}; }
     BoxResult messageBox(const BoxRequest & /*request*/) override { return {}; }
-    RunResult run(const std::vector<std::string> & /*command*/) override { return {}; }
+    RunResult run(const std::vector<std::string> & /*command*/,
+                  const ChildWatch & /*watch*/) override {
+        return {};
+    }
     RubberEnd rubberBand(double /*pageX*/, double /*pageY*/) override { return {}; }
     std::unique_ptr<Surface> printer(PrinterPage & /*page*/) override { return nullptr; }
     void trace(std::string_view /*kind*/, std::string_view /*text*/) override {}

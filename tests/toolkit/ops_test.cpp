@@ -41,7 +41,10 @@ class ToldBackend : public HeadlessBackend {
         linesAsked = request.lines;
         return box;
     }
-    RunResult run(const std::vector<std::string> & /*command*/) override { return runResult; }
+    RunResult run(const std::vector<std::string> & /*command*/,
+                  const ChildWatch & /*watch*/) override {
+        return runResult;
+    }
     RubberEnd rubberBand(double pageX, double pageY) override {
         EXPECT_DOUBLE_EQ(pageX, 0.25);
         EXPECT_DOUBLE_EQ(pageY, 0.5);

@@ -1,13 +1,11 @@
 #include "support/files.h"
 #include "support/sanitizer.h"
-#include "toolkit/child_process.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/scripted/scripted_run.h"
 #include "toolkit/toolkit.h"
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
@@ -73,31 +71,6 @@ TEST(ScriptedRun, ACrashHasACodeOfItsOwn) {
             std::abort();
         },
         testing::ExitedWithCode(ScriptNoProgress), "");
-}
-
-TEST(ChildProcess, IsFoundByNameAndGetsItsArgumentWhole) {
-    const std::string directory = testing::TempDir();
-    const std::string seen = directory + "keldrin_seen.txt";
-    const std::string engine =
-        inTempDir("keldrin_engine",
-                  "#!/bin/sh\necho noise\nprintf '%s|%s' \"$#\" \"$1\" > '" + seen + "'\nexit 7\n");
-    std::filesystem::permissions(engine, std::filesystem::perms::owner_all);
-    const std::string argument = "a b'; $HOME \"c\".std";
-    testing::internal::CaptureStdout();
-    testing::internal::CaptureStderr();
-    const ChildResult result = runChild({"keldrin_engine", argument}, directory);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "noise\n");
-    EXPECT_EQ(result.systemError, 0);
-    EXPECT_EQ(result.exitCode, 7);
-    EXPECT_EQ(fileContent(seen), "1|" + argument);
-
-    EXPECT_EQ(runChild({"keldrin_no_such_program"}, directory).systemError, ENOENT);
-    EXPECT_EQ(runChild({}, directory).systemError, ENOENT);
-    inTempDir("keldrin_engine", "no program at all");
-    EXPECT_NE(runChild({"keldrin_engine"}, directory).systemError, 0);
-    EXPECT_EQ(programDirectory("/opt/keldrin/keldrin"), "/opt/keldrin/");
-    EXPECT_FALSE(programDirectory("keldrin").empty());
 }
 
 } // namespace

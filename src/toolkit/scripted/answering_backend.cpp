@@ -66,7 +66,8 @@ BoxResult AnsweringBackend::messageBox(const BoxRequest & /*request*/) {
     return {};
 }
 
-RunResult AnsweringBackend::run(const std::vector<std::string> & /*command*/) {
+RunResult AnsweringBackend::run(const std::vector<std::string> & /*command*/,
+                                const ChildWatch & /*watch*/) {
     RunResult result;
     result.toolkitError = ErrorCannotRun;
     result.systemError = ENOENT;

@@ -28,7 +28,7 @@ class AnsweringBackend : public HeadlessBackend {
     int runModal(DialogModel &dialog) override;
     std::optional<std::string> chooseFile(const FileRequest &request) override;
     BoxResult messageBox(const BoxRequest &request) override;
-    RunResult run(const std::vector<std::string> &command) override;
+    RunResult run(const std::vector<std::string> &command, const ChildWatch &watch) override;
     RubberEnd rubberBand(double pageX, double pageY) override;
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
 

@@ -406,12 +406,12 @@ std::unique_ptr<Surface> ScriptedBackend::printer(PrinterPage &page) {
     return std::make_unique<NullSurface>();
 }
 
-RunResult ScriptedBackend::run(const std::vector<std::string> &command) {
+RunResult ScriptedBackend::run(const std::vector<std::string> &command, const ChildWatch &watch) {
     noteRequest();
     const std::string words = runRequestText(command);
     transcript_.fact("ask " + words);
     const Turn turn = takeBlockingTurn(requestFor<EngineAnswer>(command.front(), words));
-    const RunResult result = runEngine(answerOf<EngineAnswer>(turn), command);
+    const RunResult result = runEngine(answerOf<EngineAnswer>(turn), command, watch);
     if (result.toolkitError == 0) {
         transcript_.fact("got run exit " + std::to_string(result.exitCode));
     } else if (result.toolkitError == ErrorCannotRun) {
@@ -423,17 +423,13 @@ RunResult ScriptedBackend::run(const std::vector<std::string> &command) {
 }
 
 RunResult ScriptedBackend::runEngine(const EngineAnswer &answer,
-                                     const std::vector<std::string> &command) {
+                                     const std::vector<std::string> &command,
+                                     const ChildWatch &watch) {
     RunResult result;
-    result.closeAsked = answer.close;
     switch (answer.kind) {
-    case EngineAnswer::Kind::Run: {
-        const ChildResult child = runChild(command, programDirectory(ToolkitArgument(0)));
-        result.exitCode = child.exitCode;
-        result.toolkitError = child.systemError != 0 ? ErrorCannotRun : 0;
-        result.systemError = child.systemError;
+    case EngineAnswer::Kind::Run:
+        result = runChild(command, programDirectory(ToolkitArgument(0)), watch);
         break;
-    }
     case EngineAnswer::Kind::Exit:
         result.exitCode = answer.code;
         break;
@@ -448,6 +444,7 @@ RunResult ScriptedBackend::runEngine(const EngineAnswer &answer,
         result.toolkitError = answer.code;
         break;
     }
+    result.closeAsked = answer.close;
     return result;
 }
 

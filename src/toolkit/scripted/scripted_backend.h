@@ -45,7 +45,7 @@ class ScriptedBackend : public HeadlessBackend {
     void refresh(DialogModel &dialog, int id) override;
     std::optional<std::string> chooseFile(const FileRequest &request) override;
     BoxResult messageBox(const BoxRequest &request) override;
-    RunResult run(const std::vector<std::string> &command) override;
+    RunResult run(const std::vector<std::string> &command, const ChildWatch &watch) override;
     RubberEnd rubberBand(double pageX, double pageY) override;
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
     void trace(std::string_view kind, std::string_view text) override;
@@ -84,7 +84,8 @@ class ScriptedBackend : public HeadlessBackend {
     void showFile(const std::string &path);
     void failCheck(std::string_view reason);
 
-    RunResult runEngine(const EngineAnswer &answer, const std::vector<std::string> &command);
+    RunResult runEngine(const EngineAnswer &answer, const std::vector<std::string> &command,
+                        const ChildWatch &watch);
     void copyOverProject(const std::string &base, const std::string &project);
 
     ScriptPlace place_;

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "base/line_reader.h"
+#include "toolkit/backend.h"
+#include "toolkit/dialog_model.h"
+
+namespace keldrin {
+
+// Long work that the user watches and may stop: a dialog with words, a bar and a button, which the
+// window system shows once the work has taken a while. Without a user nothing is shown, and
+// nothing is ever stopped.
+
+/// Long work for the length of this object. Meanwhile the menu is out of service, and a close
+/// request waits for the next wait for an event. Work within other work moves that one's bar.
+class LongWork {
+  public:
+    explicit LongWork(WorkRequest request);
+    LongWork(const LongWork &) = delete;
+    LongWork &operator=(const LongWork &) = delete;
+    ~LongWork();
+
+    /// Tells how much is done; a total of 0 or below: the end is not known. Cheap enough for every
+    /// item of a loop: the window system sees about 30 steps a second.
+    /// returns  false once the user has stopped the work
+    bool step(double done, double total);
+
+    [[nodiscard]] bool stopped() const { return stopped_; }
+
+  private:
+    bool stopped_ = false;
+};
+
+/// Lets the user of the long work in hand watch a file being read, and stop that; nothing where
+/// there is none.
+void watchReading(LineReader &reader);
+
+/// Takes the shown work away while the program asks the user something, for the length of this
+/// object.
+class WorkPause {
+  public:
+    WorkPause();
+    WorkPause(const WorkPause &) = delete;
+    WorkPause &operator=(const WorkPause &) = delete;
+    ~WorkPause();
+};
+
+/// The dialog of some work with its words, for backends. Its button sets `endButton`.
+DialogModel makeWorkDialog(const WorkRequest &request);
+
+} // namespace keldrin

@@ -1,0 +1,165 @@
+#include "toolkit/long_work.h"
+
+#include "support/files.h"
+#include "support/temporary_directory.h"
+#include "support/work_backend.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/user_edits.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+namespace keldrin {
+namespace {
+
+using testing::ElementsAre;
+using testing::Le;
+using testing::SizeIs;
+
+class LongWorks : public testing::Test {
+  protected:
+    LongWorks() {
+        ToolkitInit(backend, {"keldrin"});
+        WorkBackend::noticeEveryStep();
+    }
+    ~LongWorks() override { ToolkitClose(); }
+
+    WorkBackend backend;
+};
+
+TEST_F(LongWorks, AreShownWithoutTheMenuAndStoppedForGood) {
+    backend.stopAtStep(2);
+    {
+        LongWork work({Dialog::Progress, "words"});
+        EXPECT_TRUE(backend.shown);
+        EXPECT_FALSE(backend.menuServed);
+        EXPECT_TRUE(work.step(1, 4));
+        EXPECT_FALSE(work.step(2, 4));
+        EXPECT_FALSE(work.step(0, 0)) << "the window is served on, the answer stays";
+        EXPECT_TRUE(work.stopped());
+    }
+    EXPECT_THAT(backend.fractions, ElementsAre(0.25, 0.5, -1.0));
+    EXPECT_FALSE(backend.shown);
+    EXPECT_TRUE(backend.menuServed);
+    LongWork next({Dialog::Progress, "words"});
+    EXPECT_TRUE(next.step(1, 4)) << "another work begins anew";
+}
+
+TEST_F(LongWorks, WithinOtherWorkMoveThatOnesBar) {
+    LongWork outer({Dialog::Progress, "outer"});
+    {
+        LongWork inner({Dialog::Engine, "inner"});
+        EXPECT_TRUE(inner.step(3, 4));
+        backend.stopAtStep(2);
+        EXPECT_FALSE(inner.step(4, 4));
+    }
+    EXPECT_TRUE(backend.shown);
+    EXPECT_FALSE(outer.step(1, 2)) << "the user has stopped all of it";
+    ASSERT_THAT(backend.works, SizeIs(1));
+    EXPECT_EQ(backend.works[0].words, "outer");
+}
+
+TEST_F(LongWorks, GiveWayToWhateverIsAsked) {
+    LongWork work({Dialog::Progress, "words"});
+    EXPECT_EQ(WMessageBox(1, 2, 1, "text", "ERROR"), 1);
+    EXPECT_EQ(backend.boxesDuringWork, 0);
+    EXPECT_TRUE(backend.shown);
+    backend.beforeAnswer = [this](AnsweringBackend &, int) {
+        EXPECT_FALSE(backend.shown);
+    };
+    WDialogLoad(Dialog::LineAzimuth);
+    WDialogShow(-1, -1, 0, DialogModal);
+    WDialogUnload();
+    EXPECT_TRUE(backend.shown);
+    EXPECT_FALSE(backend.menuServed) << "the end of a dialog is not the end of the work";
+    EXPECT_TRUE(work.step(1, 2));
+}
+
+TEST_F(LongWorks, LeaveTheMenuAsideWhileADialogIsUp) {
+    WDialogLoad(Dialog::Review);
+    WDialogShow(-1, -1, 0, DialogModeless);
+    { const LongWork work({Dialog::Progress, "words"}); }
+    EXPECT_FALSE(backend.menuServed);
+}
+
+TEST_F(LongWorks, ReachTheWindowSystemNowAndThenOnly) {
+    toolkitState().stepPause = std::chrono::hours(1);
+    LongWork work({Dialog::Progress, "words"});
+    for (int i = 0; i < 1000; ++i) {
+        EXPECT_TRUE(work.step(i, 1000));
+    }
+    EXPECT_THAT(backend.fractions, SizeIs(1)) << "the first comes at once";
+}
+
+TEST_F(LongWorks, OutliveTheToolkit) {
+    LongWork work({Dialog::Progress, "words"});
+    ToolkitClose();
+    EXPECT_TRUE(work.step(1, 2));
+    const LongWork alone({Dialog::Progress, "words"});
+}
+
+TEST_F(LongWorks, ACloseRequestIsRememberedForTheNextWait) {
+    {
+        LongWork work({Dialog::Engine, "words"});
+        userAsksToClose();
+        EXPECT_TRUE(work.step(1, 2)) << "it does not stop the work";
+        ToolkitEvent event;
+        EXPECT_FALSE(ToolkitPeekEvent(event));
+    }
+    ToolkitEvent event;
+    ToolkitNextEvent(event);
+    EXPECT_EQ(event.type, EventClose);
+    EXPECT_EQ(event.window, 0);
+}
+
+TEST_F(LongWorks, FilesAreWatchedPieceByPiece) {
+    const TemporaryDirectory directory;
+    std::string text;
+    for (int i = 0; i < 100000; ++i) {
+        text += "line " + std::to_string(i) + "\n";
+    }
+    const std::string path = directory.path("big.txt");
+    putFile(path, text);
+    const auto linesRead = [&path] {
+        LineReader reader(80);
+        EXPECT_TRUE(reader.open(path));
+        watchReading(reader);
+        std::string_view line;
+        int lines = 0;
+        while (reader.next(line) == LineStatus::Line) {
+            ++lines;
+        }
+        EXPECT_EQ(reader.next(line), LineStatus::End);
+        EXPECT_EQ(reader.stopped(), lines < 100000);
+        return lines;
+    };
+    EXPECT_EQ(linesRead(), 100000) << "without anybody who watches";
+    EXPECT_THAT(backend.fractions, SizeIs(0));
+    LongWork work({Dialog::Progress, "words"});
+    EXPECT_EQ(linesRead(), 100000);
+    EXPECT_GT(backend.fractions.size(), 2U);
+    EXPECT_EQ(backend.fractions.back(), 1.0);
+    EXPECT_TRUE(std::is_sorted(backend.fractions.begin(), backend.fractions.end()));
+    backend.stopAtStep(static_cast<int>(backend.fractions.size()) + 2);
+    EXPECT_LT(linesRead(), 100000);
+    EXPECT_LT(linesRead(), 100000) << "stopped is stopped, for the next file too";
+}
+
+TEST(WorkDialogs, HoldWordsABarAndTheButtonThatStops) {
+    for (const int number : {Dialog::Engine, Dialog::Progress}) {
+        DialogModel dialog = makeWorkDialog({number, "some words", "A caption"});
+        EXPECT_EQ(dialog.number, number);
+        EXPECT_EQ(dialog.caption, "A caption");
+        EXPECT_EQ(dialog.defaultButton, 0) << "Enter must not end an inversion";
+        EXPECT_EQ(findControl(dialog, WorkWords)->label, "some words");
+        EXPECT_EQ(findControl(dialog, WorkBar)->kind, ControlKind::Bar);
+        EXPECT_TRUE(userCloses(dialog));
+        EXPECT_EQ(dialog.endButton, ButtonCancel);
+        EXPECT_TRUE(toolkitState().queue.empty());
+    }
+    EXPECT_EQ(makeWorkDialog({Dialog::Engine, "words"}).caption, "Inversion is running");
+}
+
+} // namespace
+} // namespace keldrin
