@@ -16,6 +16,7 @@
 #include <cmath>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace keldrin {
 namespace {
@@ -31,13 +32,15 @@ class NewModelTest : public testing::Test {
         ToolkitInit(backend, {"test"});
         for (const char *name : {"inloop", "fixedloop", "movingloop"}) {
             for (const char *extension : {".avg", ".stn", ".mde"}) {
-                std::filesystem::copy(Examples + name + extension,
-                                      directory.path(std::string(name) + extension));
+                take(std::string(name) + extension);
             }
         }
     }
     ~NewModelTest() override { ToolkitClose(); }
 
+    void take(const std::string &example) const {
+        std::filesystem::copy(Examples + example, directory.path(example));
+    }
     int build(const std::string &name) {
         path = directory.path(name);
         return BuildNewModel(model, path);
@@ -92,9 +95,38 @@ TEST_F(NewModelTest, MovingLoopIsPlottedAtTheMiddle) {
     EXPECT_NEAR(model.control.StnScale, 25.0F, 1e-3F);
 }
 
+// The same readings in two formats. One tells the edges of its windows, the other has to derive
+// them, and rounds times and values.
+TEST_F(NewModelTest, AReportFileGivesTheResistivitiesOfItsAveragedRecords) {
+    for (const char *name : {"coincident", "coincident_avg"}) {
+        take(std::string(name) + ".stn");
+        take(std::string(name) + ".mde");
+    }
+    take("coincident.z");
+    take("coincident_avg.avg");
+    ASSERT_EQ(build("coincident_avg.avg"), 0);
+    const std::vector<SoundingRecord> records = model.hTrn;
+    ASSERT_EQ(build("coincident.z"), 0);
+    ASSERT_EQ(model.SoundingCount, 15);
+    EXPECT_EQ(model.control.LineName.view(), "C7");
+    for (std::size_t i = 0; i < 15; ++i) {
+        const SoundingRecord &report = model.hTrn[i];
+        EXPECT_EQ(report.Station, records[i].Station);
+        EXPECT_EQ(report.East, records[i].East);
+        EXPECT_EQ(report.Elevation, 0.0); // this format never takes heights
+        ASSERT_EQ(report.NumTW, 22);
+        for (std::size_t w = 0; w < 22; ++w) {
+            EXPECT_NEAR(report.AResObs[w], records[i].AResObs[w],
+                        0.002F * std::fabs(records[i].AResObs[w]));
+        }
+    }
+    EXPECT_THAT(messages.errors, SizeIs(0));
+}
+
 TEST_F(NewModelTest, AWrittenProjectReadAndWrittenAgainIsTheSame) {
-    fixClock(DateTime{2026, 5, 14, 9, 30, 0});
-    for (const char *name : {"inloop.avg", "fixedloop.avg", "movingloop.avg"}) {
+    take("coincident.z");
+    for (const char *name : {"inloop.avg", "fixedloop.avg", "movingloop.avg", "coincident.z"}) {
+        fixClock(DateTime{2026, 5, 14, 9, 30, 0});
         ASSERT_EQ(build(name), 0);
         const std::string first = fileContent(path);
         SurveyModel again;
