@@ -43,6 +43,13 @@ bool isRepeated(const RawEvent &event, const std::deque<RawEvent> &behind) {
     return next.type == event.type && next.value == event.value && next.window == event.window;
 }
 
+// A shortcut is the menu entry that it stands for, while the bar is in service.
+RawEvent asChosen(const RawEvent &raw) {
+    const MenuEntry *entry =
+        raw.type == EventKey && topDialog() == nullptr ? findShortcut(raw.value) : nullptr;
+    return entry != nullptr ? RawEvent{EventMenu, entry->command, 0, 0.0, 0.0} : raw;
+}
+
 void deliver(const RawEvent &raw, ToolkitEvent &event) {
     event = {raw.type, raw.value, raw.window, 0.0F, 0.0F};
     if (isMouse(raw.type)) {
@@ -61,7 +68,7 @@ bool takeQueued(ToolkitEvent &event) {
         return true;
     }
     while (!state.queue.empty()) {
-        const RawEvent raw = state.queue.front();
+        const RawEvent raw = asChosen(state.queue.front());
         state.queue.pop_front();
         if (isServed(raw) && !isRepeated(raw, state.queue)) {
             deliver(raw, event);

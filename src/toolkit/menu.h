@@ -1,6 +1,7 @@
 #pragma once
 
 #include "toolkit/control_ids.h"
+#include "toolkit/toolkit.h"
 
 #include <array>
 #include <string>
@@ -17,23 +18,27 @@ struct MenuEntry {
     std::string_view label;
     std::string_view hint; ///< shown in the status bar
     bool greyedAtStart = false;
+    int shortcut = 0; ///< key code that chooses it while the bar is in service; 0 none
 };
 
 inline constexpr std::array<MenuEntry, 8> MenuEntries = {{
-    {Command::New, "&New", "Read dB/dt data and build new *.std file.", false},
-    {Command::Open, "&Open", "Open existing *.std (and *.m1d) file.", false},
-    {Command::Save, "&Save", "Save KELDRIN inversion files.", false},
+    {Command::New, "&New", "Read dB/dt data and build new *.std file.", false, KeyWithCtrl | 'N'},
+    {Command::Open, "&Open", "Open existing *.std (and *.m1d) file.", false, KeyWithCtrl | 'O'},
+    {Command::Save, "&Save", "Save KELDRIN inversion files.", false, KeyWithCtrl | 'S'},
     {Command::Edit, "&Edit Survey Configuration",
      "Edit survey configuration and inversion control parameters.", true},
     {Command::AutoSkip, "Auto Skip", "Set skip flags automatically based on threshold criteria.",
      false},
     {Command::Invert, "&Invert", "Invert dBz/dt to smoothly varying model.", true},
     {Command::Review, "&Review Data", "Review dB/dt data and inversion model.", true},
-    {Command::Exit, "E&xit", "Exit program", false},
+    {Command::Exit, "E&xit", "Exit program", false, KeyWithCtrl | 'Q'},
 }};
 
 /// The entry of a command, or null.
 const MenuEntry *findMenuEntry(int command);
+
+/// The entry that a key chooses, or null.
+const MenuEntry *findShortcut(int key);
 
 /// A label or caption without its "&" marks.
 std::string withoutMnemonic(std::string_view label);

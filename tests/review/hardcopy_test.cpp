@@ -112,8 +112,8 @@ TEST_F(ReviewHardcopyTest, APlotFileIsLoggedAndWrittenBesideTheProject) {
 
 TEST_F(ReviewHardcopyTest, TheLogIsShownBeforeAndThePageIsNotOnIt) {
     EXPECT_EQ(plot(PlotToHpgl, directory.path("line1.std")), 0);
-    EXPECT_EQ(backend.screen().kind(), "log");
-    for (const RecordedItem &item : backend.screen().items()) {
+    EXPECT_EQ(backend.page().kind(), "log");
+    for (const RecordedItem &item : backend.page().items()) {
         EXPECT_EQ(item.kind, RecordedItem::Kind::Text);
     }
     EXPECT_TRUE(ToolkitHasSurface());

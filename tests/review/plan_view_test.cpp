@@ -63,7 +63,7 @@ class PlanViewTest : public testing::Test {
     // Where the dots of a colour stand on the map.
     std::vector<Place> dots(PageColour colour) {
         std::vector<Place> places;
-        for (const RecordedItem &item : backend.screen().items()) {
+        for (const RecordedItem &item : backend.page().items()) {
             if (item.kind == RecordedItem::Kind::Marker && item.colour == colour) {
                 Place place{};
                 PlotFromPage(item.points[0].x, item.points[0].y, place.east, place.north);
@@ -82,7 +82,7 @@ class PlanViewTest : public testing::Test {
     }
     std::vector<std::string> texts() {
         std::vector<std::string> found;
-        for (const RecordedItem &item : backend.screen().items()) {
+        for (const RecordedItem &item : backend.page().items()) {
             if (item.kind == RecordedItem::Kind::Text) {
                 found.push_back(item.text);
             }
@@ -97,10 +97,10 @@ class PlanViewTest : public testing::Test {
 TEST_F(PlanViewTest, WithoutSoundingsThePageStays) {
     ToolkitDrawText(0.1F, 0.1F, "before");
     EXPECT_EQ(Plot_PlanView(survey, "survey.std"), 1);
-    EXPECT_EQ(backend.screen().items().size(), 1U);
+    EXPECT_EQ(backend.page().items().size(), 1U);
     survey.hTrn.resize(5); // allocated, none in use
     EXPECT_EQ(Plot_PlanView(survey, "survey.std"), 1);
-    EXPECT_EQ(backend.screen().kind(), "blank");
+    EXPECT_EQ(backend.page().kind(), "blank");
 }
 
 TEST_F(PlanViewTest, TheLoopsXAxisLiesAlongItsBearingFromNorth) {
@@ -115,7 +115,7 @@ TEST_F(PlanViewTest, TheLoopsXAxisLiesAlongItsBearingFromNorth) {
     survey.control.TxAzimuth = 30.0F; // clockwise: the far end lies to the north and a little east
     EXPECT_THAT(drawnLoop(), Contains(IsAt(1000.0 + 25.0 + 8.66, 2000.0 + 43.30 - 5.0)));
     // One red line through all five corners, and the sounding in the middle.
-    EXPECT_THAT(pageTranscript(backend.screen()), Contains(HasSubstr("line RED 5 ")));
+    EXPECT_THAT(pageTranscript(backend.page()), Contains(HasSubstr("line RED 5 ")));
     EXPECT_THAT(dots(Colour::Black), ElementsAre(IsAt(1000, 2000)));
 }
 
@@ -220,7 +220,7 @@ TEST_F(PlanViewTest, TheTitleNamesJobLineAndFileAndStaysInTheFrame) {
     survey.control.LineName = "12";
     Plot_PlanView(survey, "x/y.std");
     EXPECT_EQ(texts()[1], "Copper Creek Line 12");
-    EXPECT_EQ(backend.screen().kind(), "page");
+    EXPECT_EQ(backend.page().kind(), "page");
     survey.control.JobName = "";
     setLengthUnits(survey.control, Feet);
     Plot_PlanView(survey, "x/y.std");
@@ -230,7 +230,7 @@ TEST_F(PlanViewTest, TheTitleNamesJobLineAndFileAndStaysInTheFrame) {
 
     survey.control.JobName = std::string(128, 'W');
     Plot_PlanView(survey, "x/y.std");
-    for (const RecordedItem &item : backend.screen().items()) {
+    for (const RecordedItem &item : backend.page().items()) {
         if (item.kind == RecordedItem::Kind::Text && item.degrees == 0.0F) {
             EXPECT_LT(item.points[0].x +
                           textWidthInEms(item.text) * EmPerCharacterWidth * item.characterWidth,

@@ -35,7 +35,7 @@ class HardcopyTest : public testing::Test {
         ToolkitMoveTo(0.0F, 0.0F);
         ToolkitLineTo(24.0F, 18.0F);
     }
-    [[nodiscard]] std::size_t onScreen() { return backend.screen().items().size(); }
+    [[nodiscard]] std::size_t onScreen() { return backend.page().items().size(); }
 
     PrinterBackend backend;
     TemporaryDirectory directory;

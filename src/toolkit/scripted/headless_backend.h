@@ -20,7 +20,9 @@ class HeadlessBackend : public Backend {
     void setTitle(std::string_view title) override { title_ = title; }
     void setMenu(int /*command*/, bool /*on*/) override {}
     void serveMenu(bool /*on*/) override {}
-    RecordSurface &screen() override { return page_; }
+    Surface &screen() override { return page_; }
+    /// What is drawn on the page of the root window.
+    [[nodiscard]] const RecordSurface &page() const { return page_; }
     bool hasSurface() override { return surfaceOn_; }
     void flush() override {}
 

@@ -4,11 +4,11 @@
 #include "toolkit/child_process.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/file_filter.h"
+#include "toolkit/scripted/overloaded.h"
 #include "toolkit/scripted/typed_entry.h"
 #include "toolkit/surfaces/null_surface.h"
 #include "toolkit/surfaces/page_transcript.h"
 #include "toolkit/toolkit_state.h"
-#include "toolkit/user_edits.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -51,13 +51,13 @@ bool takesDialogLine(const ScriptLine &line, DialogModel &dialog) {
            isEnabledButton(dialog, closeButtonOf(dialog));
 }
 
-void enterDialogLine(const ScriptAction &action, DialogModel &dialog) {
+void enterDialogLine(const ScriptAction &action, DialogModel &dialog, ScriptHands &hands) {
     if (const auto *entry = std::get_if<FieldEntry>(&action)) {
-        enterValue(dialog, entry->id, entry->value);
+        hands.enter(dialog, entry->id, entry->value);
     } else if (const auto *press = std::get_if<ButtonPress>(&action)) {
-        userPresses(dialog, findButton(dialog, press->button));
+        hands.press(dialog, findButton(dialog, press->button));
     } else {
-        userCloses(dialog);
+        hands.closeDialog(dialog);
     }
 }
 
@@ -216,15 +216,9 @@ Request ScriptedBackend::eventRequest(DialogModel *top) {
     return request;
 }
 
-RawEvent ScriptedBackend::takePending() {
-    const RawEvent event = pending_.front().event;
-    pending_.pop_front();
-    return event;
-}
-
 RawEvent ScriptedBackend::wait() {
-    if (!pending_.empty()) {
-        return takePending();
+    if (const std::optional<RawEvent> event = hands_->next()) {
+        return *event;
     }
     noteRequest();
     DialogModel *top = topDialog();
@@ -233,94 +227,62 @@ RawEvent ScriptedBackend::wait() {
     request.fits = [&](const ScriptLine &line) {
         return takesEvent(line, top, standing);
     };
-    while (pending_.empty() && toolkitState().queue.empty()) {
+    while (toolkitState().queue.empty()) {
         const Turn turn = takeTurn(request);
         if (turn.kind == Turn::Kind::UsedUp) {
             code_ = top != nullptr ? std::max(code_, ScriptEndedInRequest) : code_;
             return {EventClose, 0, 0, 0.0, 0.0};
         }
         if (turn.standing != nullptr) {
-            userPresses(*top, std::get<DialogAnswer>(turn.standing->answer).button);
+            hands_->press(*top, std::get<DialogAnswer>(turn.standing->answer).button);
         } else {
             enterEvent(turn.line->action, top);
         }
+        if (const std::optional<RawEvent> event = hands_->next()) {
+            return *event;
+        }
     }
-    return pending_.empty() ? RawEvent{} : takePending();
+    return {};
 }
 
 void ScriptedBackend::enterEvent(const ScriptAction &action, DialogModel *top) {
-    const auto push = [this](int type, int value) {
-        pending_.push_back({{type, value, 0, 0.0, 0.0}, EventMouseUp});
-    };
-    if (const auto *menu = std::get_if<MenuChoice>(&action)) {
-        push(EventMenu, menu->command);
-    } else if (const auto *key = std::get_if<KeyPress>(&action)) {
-        enterKey(key->code, top);
-    } else if (const auto *resize = std::get_if<WindowResize>(&action)) {
-        root_.width = resize->width;
-        root_.height = resize->height;
-        transcript_.fact("window " + std::to_string(root_.width) + " " +
-                         std::to_string(root_.height));
-        push(EventResize, 0);
-    } else if (std::holds_alternative<WindowExpose>(action)) {
-        push(EventExposure, 0);
-    } else if (std::holds_alternative<WindowClose>(action)) {
-        push(EventClose, 0);
-    } else if (top != nullptr && (std::holds_alternative<FieldEntry>(action) ||
-                                  std::holds_alternative<ButtonPress>(action) ||
-                                  std::holds_alternative<DialogClose>(action))) {
-        enterDialogLine(action, *top);
-    } else {
-        enterMouse(action);
-    }
+    std::visit(Overloaded{
+                   [&](const MenuChoice &menu) { hands_->chooseMenu(menu.command); },
+                   [&](const KeyPress &key) { enterKey(key.code, top); },
+                   [&](const MouseClick &click) { hands_->click(click); },
+                   [&](const MouseDrag &drag) { hands_->drag(drag); },
+                   [&](const WheelTurn &wheel) { hands_->turnWheel(wheel); },
+                   [&](const WindowResize &resize) { enterResize(resize); },
+                   [&](const WindowExpose &) { hands_->expose(); },
+                   [&](const WindowClose &) { hands_->closeWindow(); },
+                   [&](const auto &) {
+                       if (top != nullptr) {
+                           enterDialogLine(action, *top, *hands_);
+                       }
+                   },
+               },
+               action);
 }
 
 void ScriptedBackend::enterKey(int code, DialogModel *top) {
     // A dialog that leaves the keys to the root window gets them as the loop's.
     const bool inDialog = top != nullptr && top->mode == DialogModelessAlone;
-    if (inDialog && code == KeyEnter) {
-        userPresses(*top, top->defaultButton);
-    } else if (inDialog && code == KeyEscape) {
-        userCloses(*top);
+    if (inDialog && (code == KeyEnter || code == KeyEscape)) {
+        hands_->pressKeyIn(*top, code);
     } else {
-        pending_.push_back({{EventKey, code, 0, 0.0, 0.0}, EventMouseUp});
+        hands_->pressKey(code);
     }
 }
 
-void ScriptedBackend::enterMouse(const ScriptAction &action) {
-    const auto push = [this](int type, int button, double x, double y, int rubberEnd) {
-        constexpr double width = static_cast<double>(PageWidthCm);
-        constexpr double height = static_cast<double>(PageHeightCm);
-        pending_.push_back({{type, button, 0, x / width, y / height}, rubberEnd});
-    };
-    if (const auto *click = std::get_if<MouseClick>(&action)) {
-        for (int i = 0; i < (click->twice ? 2 : 1); ++i) {
-            push(EventMouseDown, click->button, click->x, click->y, EventMouseUp);
-            push(EventMouseUp, click->button, click->x, click->y, EventMouseUp);
-        }
-    } else if (const auto *drag = std::get_if<MouseDrag>(&action)) {
-        push(EventMouseDown, drag->button, drag->x1, drag->y1, EventMouseUp);
-        push(EventMouseUp, drag->button, drag->x2, drag->y2,
-             drag->aborted ? EventKey : EventMouseUp);
-    } else if (const auto *wheel = std::get_if<WheelTurn>(&action)) {
-        constexpr double middle = 0.5;
-        constexpr int wheelUp = 4;
-        constexpr int wheelDown = 5;
-        for (int i = 0; i < wheel->count; ++i) {
-            push(EventMouseDown, wheel->up ? wheelUp : wheelDown,
-                 middle * static_cast<double>(PageWidthCm),
-                 middle * static_cast<double>(PageHeightCm), EventMouseUp);
-        }
-    }
+void ScriptedBackend::enterResize(const WindowResize &resize) {
+    root_.width = resize.width;
+    root_.height = resize.height;
+    transcript_.fact("window " + std::to_string(root_.width) + " " + std::to_string(root_.height));
+    hands_->resize({root_.width, root_.height});
 }
 
 RubberEnd ScriptedBackend::rubberBand(double pageX, double pageY) {
-    if (pending_.empty() || pending_.front().event.type != EventMouseUp) {
-        return {EventMouseUp, pageX, pageY};
-    }
-    const Pending end = pending_.front();
-    pending_.pop_front();
-    return {end.rubberEnd, end.event.pageX, end.event.pageY};
+    return hands_->rubberBand(pageX, pageY);
 }
 
 // ---- Dialogs
@@ -345,11 +307,11 @@ int ScriptedBackend::runModal(DialogModel &dialog) {
     while (dialog.endButton == 0) {
         const Turn turn = takeBlockingTurn(request);
         if (turn.standing != nullptr) {
-            userPresses(dialog, std::get<DialogAnswer>(turn.standing->answer).button);
-        } else if (std::holds_alternative<KeyPress>(turn.line->action)) {
-            userPresses(dialog, buttonOfKey(*turn.line, dialog));
+            hands_->press(dialog, std::get<DialogAnswer>(turn.standing->answer).button);
+        } else if (const auto *key = std::get_if<KeyPress>(&turn.line->action)) {
+            hands_->pressKeyIn(dialog, key->code);
         } else {
-            enterDialogLine(turn.line->action, dialog);
+            enterDialogLine(turn.line->action, dialog, *hands_);
         }
     }
     return dialog.endButton;
@@ -377,6 +339,9 @@ std::optional<std::string> ScriptedBackend::chooseFile(const FileRequest &reques
     if (path && request.save) {
         path = withFilterExtension(*path, request.filter);
     }
+    if (!hands_->answerChooser(request, path)) {
+        failCheck("the file chooser gave another answer");
+    }
     transcript_.fact("got file " + (path ? inQuotes(*path) : "cancel"));
     return path;
 }
@@ -387,8 +352,12 @@ BoxResult ScriptedBackend::messageBox(const BoxRequest &request) {
     transcript_.fact("ask " + words);
     const Turn turn = takeBlockingTurn(requestFor<BoxAnswer>(request.title, words));
     const BoxAnswer answer = answerOf<BoxAnswer>(turn);
+    const BoxResult result = {answer.cancel ? 0 : 1, answer.quiet};
+    if (!hands_->answerBox(request, result)) {
+        failCheck("the message box gave another answer");
+    }
     transcript_.fact(answer.cancel ? "got box cancel" : "got box ok");
-    return {answer.cancel ? 0 : 1, answer.quiet};
+    return result;
 }
 
 std::unique_ptr<Surface> ScriptedBackend::printer(PrinterPage &page) {

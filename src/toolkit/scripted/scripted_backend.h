@@ -1,13 +1,14 @@
 #pragma once
 
 #include "toolkit/scripted/headless_backend.h"
+#include "toolkit/scripted/script_hands.h"
 #include "toolkit/scripted/script_turn.h"
 #include "toolkit/scripted/transcript.h"
 
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <map>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -27,7 +28,10 @@ inline constexpr int ScriptNoProgress = 5;
 class ScriptedBackend : public HeadlessBackend {
   public:
     ScriptedBackend(Script script, std::ostream &transcript)
-        : place_(std::move(script)), transcript_(transcript) {}
+        : ScriptedBackend(std::move(script), transcript, std::make_unique<DirectHands>()) {}
+    /// hands  that carry out the lines
+    ScriptedBackend(Script script, std::ostream &transcript, std::unique_ptr<ScriptHands> hands)
+        : hands_(std::move(hands)), place_(std::move(script)), transcript_(transcript) {}
 
     /// Called with the exit code when the run has to stop inside a request, the transcript being
     /// complete. If it returns, or is not set, the process ends at once and writes nothing more.
@@ -50,13 +54,10 @@ class ScriptedBackend : public HeadlessBackend {
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
     void trace(std::string_view kind, std::string_view text) override;
 
-  private:
-    /// A mouse or other event on its way, and how a rubber band takes it.
-    struct Pending {
-        RawEvent event;
-        int rubberEnd = EventMouseUp;
-    };
+  protected:
+    std::unique_ptr<ScriptHands> hands_;
 
+  private:
     // Requests. The run ends here when a line does not fit, or, in a request that blocks, when no
     // line is left.
     void noteRequest();
@@ -71,8 +72,7 @@ class ScriptedBackend : public HeadlessBackend {
     bool takesEvent(const ScriptLine &line, DialogModel *top, const Request &request) const;
     void enterEvent(const ScriptAction &action, DialogModel *top);
     void enterKey(int code, DialogModel *top);
-    void enterMouse(const ScriptAction &action);
-    RawEvent takePending();
+    void enterResize(const WindowResize &resize);
 
     // Set-up and check lines.
     void carryOut(const ScriptLine &line);
@@ -90,7 +90,6 @@ class ScriptedBackend : public HeadlessBackend {
 
     ScriptPlace place_;
     Transcript transcript_;
-    std::deque<Pending> pending_;
     std::map<int, bool> menuTold_;  ///< state of the entries that a line was printed for
     std::vector<std::string> info_; ///< lines of the message log
     std::uint64_t drawn_ = 0;       ///< changes of the page that a line was printed for

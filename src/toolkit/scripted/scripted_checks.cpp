@@ -2,6 +2,7 @@
 
 #include "base/line_reader.h"
 #include "base/paths.h"
+#include "toolkit/scripted/overloaded.h"
 #include "toolkit/surfaces/page_transcript.h"
 #include "toolkit/toolkit_state.h"
 
@@ -11,13 +12,6 @@
 namespace keldrin {
 
 namespace {
-
-template <class... Functions>
-struct Overloaded : Functions... {
-    using Functions::operator()...;
-};
-template <class... Functions>
-Overloaded(Functions...) -> Overloaded<Functions...>;
 
 std::error_code copyOver(const std::string &from, const std::string &to) {
     std::error_code error;

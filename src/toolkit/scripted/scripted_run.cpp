@@ -55,7 +55,7 @@ void catchCrashes() {
 } // namespace
 
 int startScriptedRun(const std::string &scenarioPath, std::vector<std::string> arguments,
-                     std::ostream &transcript, std::ostream &complaints) {
+                     std::ostream &transcript, std::ostream &complaints, const MakeScripted &make) {
     Script script;
     const std::vector<ScriptFault> faults = readScript(scenarioPath, script);
     if (!faults.empty()) {
@@ -66,7 +66,8 @@ int startScriptedRun(const std::string &scenarioPath, std::vector<std::string> a
         return ScriptUnreadable;
     }
     catchCrashes();
-    scriptedRun().backend = std::make_unique<ScriptedBackend>(std::move(script), transcript);
+    scriptedRun().backend = make ? make(std::move(script), transcript)
+                                 : std::make_unique<ScriptedBackend>(std::move(script), transcript);
     ToolkitInit(*scriptedRun().backend, std::move(arguments));
     return 0;
 }

@@ -9,7 +9,6 @@ namespace keldrin {
 
 namespace {
 
-// The entry of a list that "#INDEX" or its text names, from 1; 0 when there is none.
 int entryOf(const ControlState &control, std::string_view value) {
     const int count = static_cast<int>(control.entries.size());
     int index = 0;
@@ -65,6 +64,11 @@ void enterValue(DialogModel &dialog, int id, std::string_view value) {
         typeText(dialog, id, value);
         commitField(dialog, id);
     }
+}
+
+int chosenEntry(DialogModel &dialog, int id, std::string_view value) {
+    const ControlState *control = findControl(dialog, id);
+    return control != nullptr ? entryOf(*control, value) : 0;
 }
 
 bool isEnabledButton(DialogModel &dialog, int id) {

@@ -15,6 +15,9 @@ bool takesEntry(DialogModel &dialog, int id, std::string_view value);
 /// Enters a value that the control takes, and leaves the field.
 void enterValue(DialogModel &dialog, int id, std::string_view value);
 
+/// The entry of a list that "#INDEX" or its text names, from 1; 0 when there is none.
+int chosenEntry(DialogModel &dialog, int id, std::string_view value);
+
 /// The id of an enabled button, by its id or its caption without "&"; 0 when there is none.
 int findButton(DialogModel &dialog, std::string_view idOrCaption);
 bool isEnabledButton(DialogModel &dialog, int id);
