@@ -21,7 +21,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     const int type = metadata.Survey.TypeIndex;
     const int unit = metadata.Unit.Length.value;
-    if (type < 1 || type > 7 || unit < 1 || unit > 2 || !(metadata.Tx.LengthX.value >= 0.01F)) {
+    const int cards = metadata.Qdr.NumCard.value;
+    if (type < 1 || type > 7 || unit < 1 || unit > 2 || cards < 1 || cards > 16 ||
+        !(metadata.Tx.LengthX.value >= 0.01F)) {
         std::abort();
     }
     return 0;

@@ -16,7 +16,10 @@ int Unit_MD_Read(const KeywordRecord &record, Metadata &metadata);
 int Grid_MD_Read(const KeywordRecord &record, Metadata &metadata);
 int Line_MD_Read(const KeywordRecord &record, Metadata &metadata);
 int Stn_MD_Read(const KeywordRecord &record, Metadata &metadata);
+int Qdr_MD_Read(const KeywordRecord &record, Metadata &metadata);
+int Gps_MD_Read(const KeywordRecord &record, Metadata &metadata);
 int Tx_MD_Read(const KeywordRecord &record, Metadata &metadata);
 int Rx_MD_Read(const KeywordRecord &record, Metadata &metadata);
+int Ch_MD_Read(const KeywordRecord &record, Metadata &metadata);
 
 } // namespace keldrin

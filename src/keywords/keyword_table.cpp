@@ -85,29 +85,42 @@ std::string boundText(const Limits &limits, bool below) {
     return limits.words.back() == ' ' ? words + numberText<T>(limits.high) : words;
 }
 
+/// `key = value < low` and, behind either part, the unit.
 template <class T>
-T heldInLimits(const Reading &reading, std::string_view label, int &warnings, T value) {
+std::string outsideText(const Limits &limits, std::string_view label, double value, bool below) {
+    const std::string shown = valueText<T>(limits, label, value);
+    const std::string bound = boundText<T>(limits, below);
+    const std::string unit(limits.unit);
+    return limits.form == ValueForm::WithUnit ? shown + unit + bound : shown + bound + unit;
+}
+
+/// Stores `given` as the row's limits allow. False where they refuse it.
+template <class T>
+bool storeInLimits(const Reading &reading, std::string_view label, int &warnings, T given,
+                   T &value) {
     const Limits &limits = reading.row.limits;
-    const auto given = static_cast<double>(value);
-    const double tested = limits.magnitude == Magnitude::Off ? given : std::fabs(given);
+    const auto exact = static_cast<double>(given);
+    const double tested = limits.magnitude == Magnitude::Off ? exact : std::fabs(exact);
     const double low = boundFor<T>(limits.low);
     const bool below = limits.lowExcluded ? tested <= low : tested < low;
     if (!below && tested <= boundFor<T>(limits.high)) {
-        return limits.magnitude == Magnitude::Positive ? static_cast<T>(tested) : value;
+        value = limits.magnitude == Magnitude::Positive ? static_cast<T>(tested) : given;
+        return true;
     }
-    const double forced = below ? limits.forcedLow : limits.forcedHigh;
-    const bool negative = limits.magnitude == Magnitude::SignKept && given < 0.0;
-    const T held = static_cast<T>(negative ? -forced : forced);
-    const std::string unit(limits.unit);
+    if (!limits.refused) {
+        const double forced = below ? limits.forcedLow : limits.forcedHigh;
+        const bool negative = limits.magnitude == Magnitude::SignKept && exact < 0.0;
+        value = static_cast<T>(negative ? -forced : forced);
+    }
     const std::string firstLine =
         limits.firstLine.empty()
             ? std::string(reading.group.name) + "_MD_Read.WARNING:"
             : std::string(limits.firstLine) + std::to_string(reading.record.where.number);
-    reportCounted(
-        warnings, LoudRangeWarnings,
-        {firstLine, valueText<T>(limits, label, given) + boundText<T>(limits, below) + unit,
-         std::string(label) + " will be set = " + numberText<T>(static_cast<double>(held)) + unit});
-    return held;
+    reportCounted(warnings, LoudRangeWarnings,
+                  {firstLine, outsideText<T>(limits, label, exact, below),
+                   std::string(label) + " will be set = " +
+                       numberText<T>(static_cast<double>(value)) + std::string(limits.unit)});
+    return !limits.refused;
 }
 
 void warnOfUnknownKeyword(const GroupTable &group, const KeywordRecord &record,
@@ -179,6 +192,11 @@ int azimuthCell(const Reading &reading, std::string_view token, std::string_view
     return Val_Read_Azimuth(reading.record.where, token, label, unread, value);
 }
 
+int hoursCell(const Reading &reading, std::string_view token, std::string_view label, double unread,
+              double &value) {
+    return Val_Read_Hours(reading.record.where, token, label, unread, value);
+}
+
 template <class T>
 bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view token,
                std::string_view label, int &warnings, T &value) {
@@ -186,8 +204,7 @@ bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view toke
     if (cell(reading, token, label, unreadValue<T>(), read) != CellRead || isUnread(read)) {
         return false;
     }
-    value = heldInLimits(reading, label, warnings, read);
-    return true;
+    return storeInLimits(reading, label, warnings, read, value);
 }
 template bool takeValue(const Reading &, CellReader<float>, std::string_view, std::string_view,
                         int &, float &);

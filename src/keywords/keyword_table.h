@@ -24,8 +24,8 @@ namespace keldrin {
 //   - A value keeps the level of the record that set it. A record of a lower level is skipped
 //     before its tokens are looked at; a level is stored only together with a value.
 //   - A token that is blank, null or cannot be read leaves its value alone. The readers report it.
-//   - A value outside its limits is reported and forced into them. The first such report of a
-//     keyword is an error, later ones are warnings.
+//   - A value outside its limits is reported and forced into them, or refused. The first such
+//     report of a keyword is an error, later ones are warnings.
 
 /// One keyword record on its way to its group.
 struct KeywordRecord {
@@ -73,7 +73,8 @@ int readGroup(const GroupTable &group, const KeywordRecord &record, Metadata &me
 /// The group's record among all.
 template <class Group>
 Group &groupIn(Metadata &m) {
-    return std::get<Group &>(std::tie(m.Job, m.Survey, m.Unit, m.Grid, m.Line, m.Stn, m.Tx, m.Rx));
+    return std::get<Group &>(
+        std::tie(m.Job, m.Survey, m.Unit, m.Grid, m.Line, m.Stn, m.Qdr, m.Gps, m.Tx, m.Rx, m.Ch));
 }
 template <class Group, class Field>
 Field &memberIn(Metadata &metadata, Field Group::*member) {
@@ -127,8 +128,12 @@ int lengthCell(const Reading &reading, std::string_view token, std::string_view 
 int azimuthCell(const Reading &reading, std::string_view token, std::string_view label,
                 float unread, float &value);
 
-/// Reads one token and holds it in the row's limits. False when it held no value; `value` is then
-/// as before. For float, double and int.
+/// Hours from a real number or from hh:mm:ss.
+int hoursCell(const Reading &reading, std::string_view token, std::string_view label, double unread,
+              double &value);
+
+/// Reads one token and holds it in the row's limits. False when it held no value or one that the
+/// limits refuse; `value` is then as before. For float, double and int.
 template <class T>
 bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view token,
                std::string_view label, int &warnings, T &value);
@@ -182,6 +187,24 @@ int readValues(const Reading &reading) {
     keepSource(reading, field, [&] {
         return takeValues(reading, Cell, reading.record.tokens, field.warnings,
                           elementsOf(field.value));
+    });
+    return 0;
+}
+
+/// Token i into value i for values with a reader of their own.
+/// Take  bool(reading, token, label, warnings, value): true when it stored a value
+template <auto Member, auto Take>
+int readEach(const Reading &reading) {
+    auto &field = memberIn(reading.metadata, Member);
+    keepSource(reading, field, [&] {
+        const auto values = elementsOf(field.value);
+        const auto &tokens = reading.record.tokens;
+        bool stored = false;
+        for (std::size_t i = 0; i < std::min(tokens.size(), values.size()); ++i) {
+            const std::string label = labelOf(reading, i, values.size());
+            stored |= Take(reading, tokens[i], label, field.warnings, values[i]);
+        }
+        return stored;
     });
     return 0;
 }

@@ -12,8 +12,9 @@ enum class Magnitude {
     Positive, ///< the magnitude is tested and stored
 };
 
-/// How the warning shows the value: `key = v`, `Abs|key| = v` or `key = abs|v|`.
-enum class ValueForm { Plain, AbsoluteKey, AbsoluteValue };
+/// How the warning shows the value: `key = v`, `Abs|key| = v` or `key = abs|v|`, with the unit at
+/// the line's end, or `key = v unit` before the bound.
+enum class ValueForm { Plain, AbsoluteKey, AbsoluteValue, WithUnit };
 
 /// What a keyword's value may be, what an outside value becomes, and the words for it.
 /// Bounds apply in the width of the value: a 32-bit value is tested against 32-bit bounds.
@@ -28,6 +29,7 @@ struct Limits {
     ValueForm form = ValueForm::Plain;
     std::string_view words{};     ///< in place of the bound; a last blank lets `high` follow
     std::string_view firstLine{}; ///< in place of the group's form; the record number follows
+    bool refused = false;         ///< an outside value is reported and the present one stands
 };
 
 constexpr Limits between(double low, double high, std::string_view unit = {}) {
@@ -42,6 +44,10 @@ constexpr Limits above(double low, double high, std::string_view unit = {}) {
 /// An integer without an upper limit of its own.
 constexpr Limits atLeast(int low) {
     return between(low, std::numeric_limits<int>::max());
+}
+
+constexpr Limits atMost(double high) {
+    return between(-std::numeric_limits<double>::infinity(), high);
 }
 
 /// Tested against one range and forced into another.
@@ -60,11 +66,32 @@ constexpr Limits inWords(Limits limits, std::string_view words) {
     return limits;
 }
 
+/// An outside value becomes 0.
+constexpr Limits zeroOutside(Limits limits) {
+    limits.forcedLow = limits.forcedHigh = 0.0;
+    return limits;
+}
+
+constexpr Limits refusedOutside(Limits limits) {
+    limits.refused = true;
+    return limits;
+}
+
+/// Zones of the UTM grid. The sign tells the hemisphere; a zone that does not exist becomes 0.
+constexpr Limits zoneRange(std::string_view firstLine) {
+    Limits limits =
+        zeroOutside(magnitudeBetween(1.0, 60.0, Magnitude::SignKept, {}, ValueForm::AbsoluteValue));
+    limits.words = " < 1 or > 60";
+    limits.firstLine = firstLine;
+    return limits;
+}
+
 inline constexpr Limits Unlimited{};
 inline constexpr Limits StationRange = between(-9.9E9, 9.9E9);
 inline constexpr Limits MapRange = between(-9.9E30, 9.9E30);
-inline constexpr Limits CircleRange = between(-360.0, 360.0);            // degrees
-inline constexpr Limits SlopeRange = between(-90.0, 90.0);               // degrees
-inline constexpr Limits LengthRange = between(0.01, 9900000256.0, " m"); // 32-bit 9.9E9
+inline constexpr Limits CircleRange = between(-360.0, 360.0); // degrees
+inline constexpr Limits SlopeRange = between(-90.0, 90.0);    // degrees
+inline constexpr double MostReal = 9900000256.0;              // the 32-bit 9.9E9
+inline constexpr Limits LengthRange = between(0.01, MostReal, " m");
 
 } // namespace keldrin

@@ -46,7 +46,6 @@ PointIndex readPointIndex(const Reading &reading, int highest) {
 }
 
 bool takePoint(const Reading &reading, SourcedPoint &point) {
-    point.value = MissingPoint;
     std::span<const std::string_view> coordinates = reading.record.tokens;
     std::vector<std::string_view> pieces;
     if (holds(coordinates.front(), ":")) {
@@ -55,6 +54,17 @@ bool takePoint(const Reading &reading, SourcedPoint &point) {
     }
     return takeValues(reading, plainCell<double>, coordinates, point.warnings,
                       elementsOf(point.value));
+}
+
+bool takeTokenPoint(const Reading &reading, std::string_view token, std::string_view label,
+                    int &warnings, XyzPoint &point) {
+    std::vector<std::string_view> pieces;
+    splitAtColons(token, point.size(), TokenWidth, pieces);
+    bool stored = false;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+        stored |= takeValue(reading, plainCell<double>, pieces[i], label, warnings, point[i]);
+    }
+    return stored;
 }
 
 } // namespace keldrin

@@ -21,11 +21,23 @@ struct PointIndex {
 /// The index that stands as digits in the record's keyword, all of them together, in 0..highest.
 PointIndex readPointIndex(const Reading &reading, int highest);
 
-/// Clears a point and reads its coordinates. True when one was stored.
+/// Reads the coordinates of a point: the record's tokens, or the pieces of its first one where that
+/// has colons. True when one was stored.
 bool takePoint(const Reading &reading, SourcedPoint &point);
 
-/// One of a group's indexed points: the keyword of `$ Tx.XYZ3 = x, y, z` holds the index. Each
-/// point has its own source level.
+/// Reads the coordinates that one token has between its colons; one without colons is x.
+bool takeTokenPoint(const Reading &reading, std::string_view token, std::string_view label,
+                    int &warnings, XyzPoint &point);
+
+template <auto Member>
+int readPoint(const Reading &reading) {
+    SourcedPoint &point = memberIn(reading.metadata, Member);
+    keepSource(reading, point, [&] { return takePoint(reading, point); });
+    return 0;
+}
+
+/// One of a group's indexed points: the keyword of `$ Tx.XYZ3 = x, y, z` holds the index. The point
+/// is cleared first. Each has its own source level.
 template <auto Member>
 int readIndexedPoint(const Reading &reading) {
     auto &points = memberIn(reading.metadata, Member);
@@ -36,6 +48,7 @@ int readIndexedPoint(const Reading &reading) {
     SourcedPoint &point = points[static_cast<std::size_t>(found.index)];
     keepSource(reading, point, [&] {
         groupOf(reading.metadata, Member).lastPointIndex = found.index;
+        point.value = MissingPoint;
         return takePoint(reading, point);
     });
     return 0;

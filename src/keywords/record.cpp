@@ -23,6 +23,7 @@ constexpr int MostTokens = 128;
 
 using Key = FixedText<KeyWidth>;
 
+/// Records of the header's kind are known, and nobody needs them.
 int dropRecord(const KeywordRecord & /*record*/, Metadata & /*metadata*/) {
     return 0;
 }
@@ -32,8 +33,6 @@ struct GroupEntry {
     int (*reader)(const KeywordRecord &record, Metadata &metadata);
 };
 
-// The instrument groups and the channels say nothing that an inversion uses: their records are
-// known and passed over.
 constexpr auto Groups = std::to_array<GroupEntry>({
     {"HEADER", dropRecord},
     {"JOB", Job_MD_Read},
@@ -42,9 +41,9 @@ constexpr auto Groups = std::to_array<GroupEntry>({
     {"GRID", Grid_MD_Read},
     {"LINE", Line_MD_Read},
     {"STN", Stn_MD_Read},
-    {"QDR", dropRecord},
-    {"GPS", dropRecord},
-    {"CH", dropRecord},
+    {"QDR", Qdr_MD_Read},
+    {"GPS", Gps_MD_Read},
+    {"CH", Ch_MD_Read},
     {"TX", Tx_MD_Read},
     {"RX", Rx_MD_Read},
 });

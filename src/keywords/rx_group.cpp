@@ -62,29 +62,8 @@ int readComponent(const Reading &reading) {
     return 0;
 }
 
-int readSensor(const Reading &reading) {
-    RxMetadata &rx = reading.metadata.Rx;
-    const std::string_view name = reading.record.tokens.front();
-    keepSource(reading, rx.Sensor, [&] {
-        if (name.empty()) {
-            return false;
-        }
-        rx.Sensor.value = name;
-        rx.SensorIndex = sensorIndexOf(name);
-        if (rx.SensorIndex == 0) {
-            rx.SensorIndex = AntennaSensor;
-            keepSource(reading, rx.AntSN, [&] {
-                return takeValue(reading, plainCell<int>, name, reading.row.label,
-                                 rx.AntSN.warnings, rx.AntSN.value);
-            });
-        }
-        return true;
-    });
-    return 0;
-}
-
 constexpr Limits DelayRange = between(0.0, 1.0E6, " usec");
-constexpr Limits AxisAreaRange = between(1.0E-6, 9900000256.0, " m^2");
+constexpr Limits AxisAreaRange = between(1.0E-6, MostReal, " m^2");
 /// Of the record for all axes, where a minus sign does not count.
 constexpr Limits AreaRange =
     magnitudeBetween(AxisAreaRange.low, AxisAreaRange.high, Magnitude::Positive, " m^2");
@@ -120,9 +99,9 @@ constexpr auto RxRows = std::to_array<KeywordRow>({
     number<&RxMetadata::AreaZ>("AREAZ", AxisAreaRange),
     number<&RxMetadata::NSpace>("NSPACE", between(-990000.0, 990000.0)),
     irregular("CMP", readComponent),
-    irregular("SENSOR", readSensor, {}, "Rx.Sensor"),
+    irregular("SENSOR", readSensors<&RxMetadata::Sensor, &RxMetadata::AntSN>, {}, "Rx.Sensor"),
     number<&RxMetadata::AntSN>("ANTSN", atLeast(0)),
-    number<&RxMetadata::AntScale>("ANTSCALE", between(-9900000256.0, 9900000256.0, " uT/V")),
+    number<&RxMetadata::AntScale>("ANTSCALE", between(-MostReal, MostReal, " uT/V")),
     number<&RxMetadata::CntRes>("CNTRES", between(0.0, 1.0E32, " ohm")),
     number<&RxMetadata::SetupStn>("SETUPSTN", StationRange),
     length<&RxMetadata::SetupLength>("SETUPLENGTH", between(0.0, 1.0E9, " m")),

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "keywords/keyword_table.h"
+#include "text/cell_report.h"
+
 #include <string_view>
 
 namespace keldrin {
@@ -15,5 +18,35 @@ inline constexpr int TxReference = 5;
 /// returns  1 to 5; 0 for a name that holds none of the words and no number, which is to be read
 ///          as the number of an antenna
 int sensorIndexOf(std::string_view name);
+
+/// Sensors by name, one or a list of channels. What is neither word nor number is an antenna, and
+/// its number goes to the field that Antennas names.
+template <auto Sensors, auto Antennas>
+int readSensors(const Reading &reading) {
+    auto &sensors = memberIn(reading.metadata, Sensors);
+    auto &antennas = memberIn(reading.metadata, Antennas);
+    keepSource(reading, sensors, [&] {
+        const std::span<NamedSensor> list = elementsOf(sensors.value);
+        const auto &tokens = reading.record.tokens;
+        bool stored = false;
+        for (std::size_t i = 0; i < std::min(tokens.size(), list.size()); ++i) {
+            if (isEmptyCell(tokens[i])) {
+                continue;
+            }
+            list[i] = {tokens[i], sensorIndexOf(tokens[i])};
+            if (list[i].index == 0) {
+                list[i].index = AntennaSensor;
+                keepSource(reading, antennas, [&] {
+                    return takeValue(reading, plainCell<int>, tokens[i],
+                                     labelOf(reading, i, list.size()), antennas.warnings,
+                                     elementsOf(antennas.value)[i]);
+                });
+            }
+            stored = true;
+        }
+        return stored;
+    });
+    return 0;
+}
 
 } // namespace keldrin

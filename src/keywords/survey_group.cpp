@@ -1,4 +1,5 @@
 #include "keywords/group_readers.h"
+#include "keywords/shared_names.h"
 
 #include "base/ascii.h"
 
@@ -9,8 +10,6 @@ using namespace rows;
 
 using Names = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 5> AcqMethodNames = {"TIMESERIES", "STACK", "DECAY",
-                                                            "TRANSIENT", "FREQUENCY"};
 constexpr std::array<std::string_view, 7> TypeNames = {"LOTEM", "TEM", "CSAMT", "NSAMT",
                                                        "TDIP",  "CR",  "RPIP"};
 constexpr int NaturalSource = 4; // NSAMT
@@ -59,15 +58,6 @@ int readArray(const Reading &reading) {
     return 0;
 }
 
-/// The sign tells the hemisphere; a zone that does not exist becomes 0, no zone.
-constexpr Limits zoneRange() {
-    Limits limits = magnitudeBetween(1.0, 60.0, Magnitude::SignKept, {}, ValueForm::AbsoluteValue);
-    limits.forcedLow = limits.forcedHigh = 0.0;
-    limits.words = " < 1 or > 60";
-    limits.firstLine = "Survey_MD_Read.WARNING: at record ";
-    return limits;
-}
-
 constexpr auto SurveyRows = std::to_array<KeywordRow>({
     enumeration<&SurveyMetadata::AcqMethod>("ACQMETHOD", "Survey.AcqMethod", AcqMethodNames),
     irregular("TYPE", readType, {}, "Survey.Type"),
@@ -75,7 +65,7 @@ constexpr auto SurveyRows = std::to_array<KeywordRow>({
     text<&SurveyMetadata::Spread>("SPREAD"),
     text<&SurveyMetadata::Datum>("DATUM"),
     text<&SurveyMetadata::Proj>("PROJ"),
-    number<&SurveyMetadata::UTMZone>("UTMZONE", zoneRange()),
+    number<&SurveyMetadata::UTMZone>("UTMZONE", zoneRange("Survey_MD_Read.WARNING: at record ")),
     dropped("DIRECTION"),
 });
 

@@ -1,4 +1,5 @@
 #include "keywords/group_readers.h"
+#include "keywords/shared_names.h"
 
 #include "base/ascii.h"
 
@@ -20,7 +21,6 @@ constexpr std::array<std::string_view, 2> PhaseNames = {"MRAD", "DEG"};
 constexpr std::array<std::string_view, 2> PhaseSignNames = {"EM", "IP"};
 constexpr std::array<std::string_view, 2> DBdtNames = {"UV/A", "NV/AM2"};
 constexpr std::array<std::string_view, 1> ResNames = {"OHM-"};
-constexpr std::array<std::string_view, 3> IPNames = {"MRAD", "MSEC", "PFE"};
 
 /// A second token names the sign convention.
 int readPhase(const Reading &reading) {

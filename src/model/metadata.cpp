@@ -39,8 +39,11 @@ void MD_Init(Metadata &metadata, bool clear) {
     resetGroup(metadata.Grid, clear);
     resetGroup(metadata.Line, clear);
     resetGroup(metadata.Stn, clear);
+    resetGroup(metadata.Qdr, clear);
+    resetGroup(metadata.Gps, clear);
     resetGroup(metadata.Tx, clear);
     resetGroup(metadata.Rx, clear);
+    resetGroup(metadata.Ch, clear);
 }
 
 } // namespace keldrin

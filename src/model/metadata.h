@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/fixed_text.h"
-#include "base/real.h"
+#include "model/metadata_instruments.h"
+#include "model/metadata_value.h"
 
 #include <array>
 #include <cstddef>
@@ -11,28 +11,6 @@ namespace keldrin {
 // What the `$ group.keyword = value` records of field data and side files have said, one record a
 // group. The initialisers are the values before anything is read: unset reals hold MissingValue,
 // unset texts are blank. Lengths and areas are kept in metres, whatever the file's unit.
-
-/// A value with the level of the record that set it: 2 the data file, 1 the side file, 0 nobody.
-/// A record of a lower level never replaces it.
-template <class T>
-struct Sourced {
-    T value{};
-    int level = 0;
-    int warnings = 0; ///< out-of-range warnings of this keyword so far
-};
-
-using SourcedReal = Sourced<float>;
-using SourcedDouble = Sourced<double>;
-using SourcedInt = Sourced<int>;
-template <std::size_t N>
-using SourcedText = Sourced<FixedText<N>>;
-template <std::size_t N>
-using SourcedReals = Sourced<std::array<float, N>>;
-template <std::size_t N>
-using SourcedDoubles = Sourced<std::array<double, N>>;
-using SourcedPoint = SourcedDoubles<3>; ///< x, y, z
-
-inline constexpr std::array<double, 3> MissingPoint = {MissingValue, MissingValue, MissingValue};
 
 struct JobMetadata {
     SourcedText<128> Name;
@@ -117,20 +95,14 @@ inline constexpr int LoopPoints = 9; ///< indices 0..8 of the loop's corners, po
 inline constexpr int ElectrodePoints = 5; ///< indices 0..4 of the receiver's points
 
 template <std::size_t N>
-constexpr std::array<SourcedPoint, N> missingPoints() {
-    std::array<SourcedPoint, N> points{};
-    for (SourcedPoint &point : points) {
-        point.value = MissingPoint;
-    }
-    return points;
-}
+inline constexpr auto MissingPoints = filledArray<SourcedPoint, N>({MissingPoint});
 
 struct TxMetadata {
     SourcedDouble QdrStn{0.0};
     SourcedDouble Stn{0.0};
-    std::array<SourcedPoint, LoopPoints> XYZ = missingPoints<LoopPoints>();
-    std::array<SourcedPoint, LoopPoints> Point = missingPoints<LoopPoints>();
-    std::array<SourcedPoint, LoopPoints> UTM = missingPoints<LoopPoints>();
+    std::array<SourcedPoint, LoopPoints> XYZ = MissingPoints<LoopPoints>;
+    std::array<SourcedPoint, LoopPoints> Point = MissingPoints<LoopPoints>;
+    std::array<SourcedPoint, LoopPoints> UTM = MissingPoints<LoopPoints>;
     int lastPointIndex = 0; ///< index of the point that was read last
     SourcedPoint Center{MissingPoint};
     SourcedDouble CenterX{MissingValue};
@@ -144,8 +116,7 @@ struct TxMetadata {
     int lengthWarnings = 0;      ///< out-of-range warnings of the record that sets both sides
     SourcedReal Area{10000.0F};  ///< m^2
     SourcedInt Turns{1};
-    SourcedReals<16> Sense{{0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F, 0.1F,
-                            0.1F, 0.1F, 0.1F, 0.1F}};
+    SourcedReals<16> Sense{filledArray<float, 16>(0.1F)};
     SourcedReal Amp{1.0F};
     SourcedReal Freq{1.0F}; ///< Hz
     SourcedInt NWaveform{0};
@@ -163,13 +134,11 @@ struct RxMetadata {
     SourcedDouble Stn{0.0};
     SourcedDoubles<3> PltXYZ{MissingPoint};
     SourcedDoubles<3> PltUTM{MissingPoint};
-    SourcedDoubles<4> PltSXYZ{{MissingValue, MissingValue, MissingValue, MissingValue}};
-    SourcedDoubles<5> PltSZXYZ{
-        {MissingValue, MissingValue, MissingValue, MissingValue, MissingValue}};
-    SourcedDoubles<6> PltSLZXYZ{
-        {MissingValue, MissingValue, MissingValue, MissingValue, MissingValue, MissingValue}};
-    std::array<SourcedPoint, ElectrodePoints> XYZ = missingPoints<ElectrodePoints>();
-    std::array<SourcedPoint, ElectrodePoints> UTM = missingPoints<ElectrodePoints>();
+    SourcedDoubles<4> PltSXYZ{filledArray<double, 4>(MissingValue)};
+    SourcedDoubles<5> PltSZXYZ{filledArray<double, 5>(MissingValue)};
+    SourcedDoubles<6> PltSLZXYZ{filledArray<double, 6>(MissingValue)};
+    std::array<SourcedPoint, ElectrodePoints> XYZ = MissingPoints<ElectrodePoints>;
+    std::array<SourcedPoint, ElectrodePoints> UTM = MissingPoints<ElectrodePoints>;
     int lastPointIndex = 0;
     SourcedPoint Center{MissingPoint};
     SourcedDouble East{MissingValue};
@@ -191,8 +160,7 @@ struct RxMetadata {
     SourcedReal AreaZ{MissingValue};
     SourcedReal NSpace{MissingValue};
     SourcedText<8> Cmp{"Ex"};
-    SourcedText<16> Sensor{"dBdt"};
-    int SensorIndex = 2; ///< 1 dipole, 2 dB/dt, 3 B, 4 antenna, 5 transmitter reference
+    Sourced<NamedSensor> Sensor;
     SourcedInt AntSN{0};
     SourcedReal AntScale{MissingValue};
     SourcedReal CntRes{MissingValue};
@@ -216,8 +184,11 @@ struct Metadata {
     GridMetadata Grid;
     LineMetadata Line;
     StnMetadata Stn;
+    QdrMetadata Qdr;
+    GpsMetadata Gps;
     TxMetadata Tx;
     RxMetadata Rx;
+    ChMetadata Ch;
 };
 
 /// Resets all groups: every value to its default, every source level and warning count to 0.

@@ -38,13 +38,6 @@ inline float withSkipMark(float temErr, bool skipped) {
     return skipped ? trueError(temErr) + SkipOffset : trueError(temErr);
 }
 
-template <class T, int N>
-constexpr std::array<T, static_cast<std::size_t>(N)> filledArray(T value) {
-    std::array<T, static_cast<std::size_t>(N)> values{};
-    values.fill(value);
-    return values;
-}
-
 using WindowReals = std::array<float, MaxWindows>;
 using LayerReals = std::array<float, MaxLayers>;
 

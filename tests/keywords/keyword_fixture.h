@@ -73,9 +73,9 @@ struct TextCase {
     std::string_view expected;
 };
 
-template <auto Member>
+template <auto Member, std::size_t Index = 0>
 std::string textAt(Metadata &metadata) {
-    return memberIn(metadata, Member).value.str();
+    return elementsOf(memberIn(metadata, Member).value)[Index].str();
 }
 
 } // namespace keldrin

@@ -172,12 +172,12 @@ TEST_F(LoopGroupsTest, Sensors) {
     for (const auto &test : cases) {
         forget();
         read("$ Rx.Sensor = " + std::string(test.value));
-        EXPECT_EQ(metadata.Rx.SensorIndex, test.index) << test.value;
-        EXPECT_EQ(metadata.Rx.Sensor.value, test.value);
+        EXPECT_EQ(metadata.Rx.Sensor.value.index, test.index) << test.value;
+        EXPECT_EQ(metadata.Rx.Sensor.value.name, test.value);
         expectSilence();
     }
     read("$ Rx.Sensor = TxRef"); // neither word nor number: read as an antenna's number
-    EXPECT_EQ(metadata.Rx.SensorIndex, 4);
+    EXPECT_EQ(metadata.Rx.Sensor.value.index, 4);
     EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("integer Rx.Sensor value from TxRef")));
 }
 

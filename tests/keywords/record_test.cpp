@@ -43,11 +43,11 @@ TEST_F(RecordTest, FormOfARecordDecidesItsStatus) {
         {"$ TXX.Freq = 4", 3, 1},
         {"$ STACK.COUNT = 4", 3, 1},
         {"$ Tx.Freq                             = 4", 0, 4},
-        // the instrument groups are known and passed over
-        {"$ QDR.NumCard = 0", 0, 1},
-        {"$ GPS.Lat = 900", 0, 1},
-        {"$ Ch.Gain = 111", 0, 1},
-        {"$ Ch.NoSuchKeyword = 1", 0, 1},
+        {"$ HEADER.NoSuchKeyword = 1", 0, 1}, // the whole group is passed over
+        {"$ qdr.NumCard = 4", 0, 1},
+        {"$ gps.Lat = 40", 0, 1},
+        {"$ ch.Gain = 111", 0, 1},
+        {"$ VEXA.VXSN = 4", 3, 1},
     };
     for (const auto &test : cases) {
         forget();
@@ -131,6 +131,10 @@ TEST_F(RecordTest, UnknownKeywordsAreErrorsThreeTimesForEachGroup) {
                                   "record # 1|$ Tx.Colour = red");
     EXPECT_THAT(messages.errors[3], HasSubstr("Rx_MD_Read.WARNING:"));
     EXPECT_THAT(messages.warnings[1], HasSubstr("record # 5"));
+    readAll({"$ QDR.Colour = red", "$ GPS.Colour = red", "$ Ch.Colour = red"});
+    EXPECT_THAT(messages.errors[4], HasSubstr("Qdr_MD_Read.WARNING:|Did not recognize"));
+    EXPECT_THAT(messages.errors[5], HasSubstr("Gps_MD_Read.WARNING:|Did not recognize"));
+    EXPECT_THAT(messages.errors[6], HasSubstr("Ch_MD_Read.WARNING:|Did not recognize"));
 }
 
 TEST_F(RecordTest, TooManyTokensKeepTheFirst) {
@@ -154,6 +158,12 @@ TEST_F(RecordTest, AnyBytesAreSurvived) {
                                       "$ Survey.Type =",
                                       "$ Unit.Phase =",
                                       "$ Line.Name =",
+                                      "$ GPS.LocalTimeOffset =",
+                                      "$ GPS.UTMXYZ =",
+                                      "$ Ch.Gain =",
+                                      "$ Ch.Status =",
+                                      "$ Ch.Tx1 =",
+                                      "$ Ch.Sensor =",
                                       "$ Tx.UTM",
                                       "$",
                                       ""};
@@ -167,6 +177,8 @@ TEST_F(RecordTest, AnyBytesAreSurvived) {
         read(line, static_cast<int>(random() % 3));
         ASSERT_TRUE(metadata.Survey.TypeIndex >= 1 && metadata.Survey.TypeIndex <= 7);
         ASSERT_TRUE(metadata.Tx.LengthX.value >= 0.01F);
+        ASSERT_TRUE(std::fabs(metadata.Gps.LocalTimeOffset.value) <= 12.0);
+        ASSERT_TRUE(metadata.Ch.Gain.value[15].factor > 0.0F);
     }
 }
 

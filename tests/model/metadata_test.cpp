@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
 namespace keldrin {
 namespace {
 
@@ -26,6 +28,29 @@ TEST(Metadata, DefaultsThatReachAProject) {
     EXPECT_EQ(metadata.Tx.Sense.value[15], 0.1F);
 }
 
+TEST(Metadata, DefaultsOfInstruments) {
+    const Metadata metadata;
+    EXPECT_EQ(metadata.Qdr.Type.value, 3);
+    EXPECT_EQ(metadata.Qdr.CalVolts.value, 20.0F);
+    EXPECT_TRUE(metadata.Qdr.ADCardSN.value[15].isBlank());
+    EXPECT_EQ(metadata.Gps.LeapSecond.value, 16);
+    EXPECT_EQ(metadata.Gps.Lat.value, 0.0);
+    EXPECT_EQ(metadata.Ch.Cmp.value[0], 0);
+    EXPECT_EQ(metadata.Ch.Sensor.value[15].name, "dBdt");
+    EXPECT_EQ(metadata.Ch.Sensor.value[15].index, 2);
+    EXPECT_EQ(metadata.Ch.Factor.value[15], 1.0F);
+    EXPECT_EQ(metadata.Ch.PreAmp.value[15], 1.0F);
+    EXPECT_EQ(metadata.Ch.CCap.value[15], 1.0F);
+    EXPECT_EQ(metadata.Ch.Gain.value[15].code, "NONE");
+    EXPECT_EQ(metadata.Ch.Gain.value[15].factor, 1.0F);
+    EXPECT_EQ(metadata.Ch.Length.value[15], 0.0F);
+    EXPECT_FALSE(isPresent(metadata.Ch.Rx2.value[15][2]));
+}
+
+// The records are copied whole, once for each file that is read.
+static_assert(std::is_trivially_copyable_v<Metadata>);
+static_assert(sizeof(Metadata) < 20000);
+
 TEST(Metadata, ResetTakesValuesLevelsAndCounts) {
     for (const bool clear : {true, false}) {
         Metadata metadata;
@@ -35,6 +60,10 @@ TEST(Metadata, ResetTakesValuesLevelsAndCounts) {
         metadata.Survey.ArrayIndex = 1;
         metadata.Job.unknownKeywords = 3;
         metadata.Rx.lastPointIndex = 4;
+        metadata.Gps.Week = {2000, 2, 1};
+        metadata.Ch.Flip.value[3] = true;
+        metadata.Ch.Flip.level = 1;
+        metadata.Ch.unknownKeywords = 2;
 
         MD_Init(metadata, clear);
 
@@ -44,6 +73,11 @@ TEST(Metadata, ResetTakesValuesLevelsAndCounts) {
         EXPECT_EQ(metadata.Stn.QdrInc.warnings, 0);
         EXPECT_EQ(metadata.Tx.XYZ[8].level, 0);
         EXPECT_EQ(metadata.Survey.ArrayIndex, 3);
+        EXPECT_EQ(metadata.Gps.Week.value, 0);
+        EXPECT_EQ(metadata.Gps.Week.level, 0);
+        EXPECT_FALSE(metadata.Ch.Flip.value[3]);
+        EXPECT_EQ(metadata.Ch.Flip.level, 0);
+        EXPECT_EQ(metadata.Ch.unknownKeywords, clear ? 0 : 2);
         EXPECT_EQ(metadata.Job.unknownKeywords, clear ? 0 : 3);
         EXPECT_EQ(metadata.Rx.lastPointIndex, clear ? 0 : 4);
     }

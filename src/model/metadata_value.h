@@ -1,0 +1,49 @@
+#pragma once
+
+#include "base/fixed_text.h"
+#include "base/real.h"
+
+#include <array>
+#include <cstddef>
+
+namespace keldrin {
+
+// What the groups of keyword metadata are made of: values that know which file set them.
+
+/// A value with the level of the record that set it: 2 the data file, 1 the side file, 0 nobody.
+/// A record of a lower level never replaces it.
+template <class T>
+struct Sourced {
+    T value{};
+    int level = 0;
+    int warnings = 0; ///< out-of-range warnings of this keyword so far
+};
+
+using SourcedReal = Sourced<float>;
+using SourcedDouble = Sourced<double>;
+using SourcedInt = Sourced<int>;
+template <std::size_t N>
+using SourcedText = Sourced<FixedText<N>>;
+template <std::size_t N>
+using SourcedReals = Sourced<std::array<float, N>>;
+template <std::size_t N>
+using SourcedDoubles = Sourced<std::array<double, N>>;
+using XyzPoint = std::array<double, 3>; ///< x, y, z
+using SourcedPoint = Sourced<XyzPoint>;
+
+inline constexpr XyzPoint MissingPoint = {MissingValue, MissingValue, MissingValue};
+
+/// An array that holds one value in all its elements.
+template <class T, std::size_t N>
+constexpr std::array<T, N> filledArray(const T &value) {
+    std::array<T, N> values{};
+    values.fill(value);
+    return values;
+}
+
+struct NamedSensor {
+    FixedText<16> name{"dBdt"};
+    int index = 2; ///< 1 dipole, 2 dB/dt, 3 B, 4 antenna, 5 transmitter reference
+};
+
+} // namespace keldrin
