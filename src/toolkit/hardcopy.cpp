@@ -41,13 +41,16 @@ constexpr std::array FileDrivers = {FileDriver{DriverHpgl, newPage<HpglSurface>}
                                     FileDriver{DriverMetafile, newPage<WmfSurface>},
                                     FileDriver{DriverSvg, newPage<SvgSurface>}};
 
-const FileDriver *findFileDriver(int number) {
+// Null for a driver that writes no file, or that the backend has not.
+std::unique_ptr<DocumentSurface> newDocument(int number) {
     for (const FileDriver &driver : FileDrivers) {
         if (driver.number == number) {
-            return &driver;
+            return driver.open();
         }
     }
-    return nullptr;
+    Backend *backend = toolkitState().backend;
+    const bool isAsked = number == DriverPng || number == DriverPdf;
+    return isAsked && backend != nullptr ? backend->document(number) : nullptr;
 }
 
 HardcopyState &hardcopy() {
@@ -115,13 +118,17 @@ void openPrinter() {
 }
 
 void openNowhere(int error) {
+    HardcopyState &state = hardcopy();
     ToolkitSetError(error);
-    hardcopy().device = std::make_unique<NullSurface>();
+    if (state.fault.empty()) {
+        state.fault = ToolkitErrorText(error);
+    }
+    state.device = std::make_unique<NullSurface>();
     openPage(PageWidthCm, PageHeightCm, {});
 }
 
 // A file has no paper beyond its page.
-void openFile(const FileDriver &driver, std::string_view path) {
+void openFile(std::string_view path) {
     HardcopyState &state = hardcopy();
     state.path = path;
     if (!canBeWritten(state.path, state.fault)) {
@@ -130,9 +137,8 @@ void openFile(const FileDriver &driver, std::string_view path) {
     }
     const float width = filePageCm(state.options[HardcopyWidth]);
     const float height = filePageCm(state.options[HardcopyHeight]);
-    std::unique_ptr<DocumentSurface> page = driver.open();
-    state.document = page.get();
-    state.device = std::move(page);
+    state.document = state.file.get();
+    state.device = std::move(state.file);
     state.device->begin(width, height);
     openPage(width, height, {0.0F, 0.0F, width, height});
     ToolkitTrace("hardcopy", openingWords());
@@ -146,9 +152,8 @@ void openHardcopy(std::string_view path) {
     }
     state.fault.clear();
     const bool hasExtent = state.options[HardcopyWidth] > 0 && state.options[HardcopyHeight] > 0;
-    const FileDriver *file = findFileDriver(state.driver);
-    if (hasExtent && file != nullptr) {
-        openFile(*file, path);
+    if (hasExtent && state.file != nullptr) {
+        openFile(path);
     } else if (hasExtent && state.device != nullptr) {
         openPrinter();
     } else {
@@ -173,22 +178,33 @@ bool finishPage(HardcopyState &state) {
     return true;
 }
 
-void closeHardcopy() {
+// What is drawn goes to the screen again.
+void forgetHardcopy() {
     ToolkitState &toolkit = toolkitState();
-    if (!finishPage(toolkit.hardcopy)) {
-        ToolkitSetError(ErrorOutputFile);
-    }
     selectSurface(toolkit.rootOpen ? &toolkit.backend->screen() : nullptr);
     std::string fault = std::move(toolkit.hardcopy.fault);
     toolkit.hardcopy = HardcopyState{};
     toolkit.hardcopy.fault = std::move(fault);
 }
 
+void closeHardcopy() {
+    if (!finishPage(hardcopy())) {
+        ToolkitSetError(ErrorOutputFile);
+    }
+    forgetHardcopy();
+}
+
 } // namespace
 
 void ToolkitHardcopySelect(int /*which*/, int driver) {
     HardcopyState &state = hardcopy();
-    if (state.isOpen() || (driver != DriverPrinter && findFileDriver(driver) == nullptr)) {
+    if (state.isOpen()) {
+        ToolkitSetError(ErrorNoSuchDevice);
+        return;
+    }
+    std::unique_ptr<DocumentSurface> file = newDocument(driver);
+    if (file == nullptr && driver != DriverPrinter) {
+        state = HardcopyState{};
         ToolkitSetError(ErrorNoSuchDevice);
         return;
     }
@@ -196,6 +212,7 @@ void ToolkitHardcopySelect(int /*which*/, int driver) {
     constexpr int pageHeight = 510;
     state = HardcopyState{};
     state.driver = driver;
+    state.file = std::move(file);
     state.options[HardcopyWidth] = pageWidth;
     state.options[HardcopyHeight] = pageHeight;
 }
@@ -238,6 +255,19 @@ void IGrHardcopy(std::string_view pathOrCode) {
         openHardcopy(pathOrCode);
     } else if (hardcopy().isOpen()) {
         closeHardcopy();
+    }
+}
+
+void ToolkitNextPage() {
+    const HardcopyState &state = hardcopy();
+    if (state.document == nullptr || !state.document->nextPage()) {
+        ToolkitSetError(ErrorNoSuchDevice);
+    }
+}
+
+void ToolkitDropHardcopy() {
+    if (hardcopy().isOpen()) {
+        forgetHardcopy();
     }
 }
 

@@ -20,6 +20,8 @@ enum HardcopyDriver : int {
     DriverPrinter = 10,
     DriverMetafile = 11,
     DriverSvg = 12,
+    DriverPng = 13, ///< this one and the next only where the backend has them
+    DriverPdf = 14,
 };
 
 enum HardcopyOption : int {
@@ -46,6 +48,13 @@ double ToolkitPageInfo(int item);
 /// Opens the chosen device on a path (a blank one for a printer), or with "S" closes it, after
 /// which no driver is chosen. Closing when none is open does nothing.
 void IGrHardcopy(std::string_view pathOrCode);
+
+/// Ends the page of the open hardcopy and begins an empty one in the same file, which only a PDF
+/// has; elsewhere it leaves ErrorNoSuchDevice and the page goes on.
+void ToolkitNextPage();
+
+/// Closes the open hardcopy and drops what was drawn, so that no file is written.
+void ToolkitDropHardcopy();
 
 /// Why the last plot file could not be created or written, in the system's words.
 std::string ToolkitHardcopyFault();

@@ -17,6 +17,7 @@ struct HardcopyState {
     int driver = 0;                             ///< chosen; 0 none
     std::array<int, MostOptions + 1> options{}; ///< by number from 1
     PrinterPage paper;                          ///< of the printer
+    std::unique_ptr<DocumentSurface> file;      ///< of a driver that writes one, till it is opened
     std::unique_ptr<Surface> device;            ///< the printer chosen, or the page of a file
     DocumentSurface *document = nullptr;        ///< the device while it is the page of a good file
     std::unique_ptr<PlacedSurface> page;        ///< what is drawn on; null when nothing is open
