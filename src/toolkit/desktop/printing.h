@@ -1,0 +1,17 @@
+#pragma once
+
+#include "toolkit/backend.h"
+#include "toolkit/surfaces/surface.h"
+
+#include <memory>
+
+class QWidget;
+
+namespace keldrin {
+
+/// Asks the user for a printer, or a PDF file to print into, by the system's dialog.
+/// page     the paper, whole, in points
+/// returns  the paper to draw on, which is printed at its end; null when the user declined
+std::unique_ptr<Surface> choosePrinter(QWidget *parent, PrinterPage &page);
+
+} // namespace keldrin
