@@ -10,10 +10,15 @@ namespace keldrin {
 namespace {
 
 constexpr std::size_t AxisZ = 2;
-constexpr double LargestStation = 1.0E12;
+
+// What a reading may say, so that stations, times and the widths between them fit the columns of a
+// project. Stations of the line; msec.
+constexpr double LargestStation = 1.0E9;
+constexpr float LeastTime = 1.0E-6F;
+constexpr float GreatestTime = 1.0E4F;
 
 /// Why a reading needs a word.
-enum Notice : std::size_t { EmptyField, NoTime, TooLarge, WindowsFull, Notices };
+enum Notice : std::size_t { EmptyField, NoTime, Impossible, WindowsFull, Notices };
 
 struct NoticeWords {
     std::string_view what;
@@ -24,7 +29,7 @@ constexpr std::string_view Dropped = "They are dropped.";
 constexpr std::array<NoticeWords, Notices> Words = {{
     {"Readings without a station or a magnitude", "What is empty counts as 0."},
     {"Readings without a time above 0", Dropped},
-    {"Readings of an impossible station or magnitude", Dropped},
+    {"Readings of an impossible station, time or magnitude", Dropped},
     {"Readings beyond the 128th window of their sounding", Dropped},
 }};
 
@@ -49,6 +54,11 @@ bool openSounding(ReadPass &pass, SurveyModel &model, double station) {
     return true;
 }
 
+bool isPossible(double station, float time, float dBdt) {
+    return std::fabs(station) < LargestStation && time >= LeastTime && time <= GreatestTime &&
+           std::fabs(dBdt) <= LargestReading;
+}
+
 bool addWindow(SoundingRecord &record, float time, float dBdt) {
     if (record.NumTW >= MaxWindows) {
         return false;
@@ -69,12 +79,13 @@ bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
         pass.notices[NoTime].note(pass.walk, line);
         return true;
     }
-    if (std::fabs(reading.station) > LargestStation || !(std::fabs(dBdt) <= LargestReading)) {
-        pass.notices[TooLarge].note(pass.walk, line);
+    if (!isPossible(rescaledStation(model.preset, reading.station), reading.time, dBdt)) {
+        pass.notices[Impossible].note(pass.walk, line);
         return true;
     }
-    if (!sameFileStation(reading.station, pass.lastStation) &&
-        !openSounding(pass, model, reading.station)) {
+    const bool opens =
+        model.SoundingCount == 0 || !sameFileStation(reading.station, pass.lastStation);
+    if (opens && !openSounding(pass, model, reading.station)) {
         return false;
     }
     if (reading.hasEmptyField) {

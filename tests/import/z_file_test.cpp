@@ -233,17 +233,18 @@ TEST_F(ZFileTest, WhatASoundingCannotTakeIsToldOnceForItsCause) {
     survey = "$ Rx.Area = 0.01\n";
     EXPECT_EQ(read(Head + reading("100", "0.1", "1") + reading("100", "0", "2") +
                    reading("200", "-0.1", "2") + " 2     200\n" + reading("300", "0.1", "1E30") +
-                   reading("-1E32", "0.1", "1") + reading("100", "0.2", "") +
-                   reading("400", "0.1", "1")),
+                   reading("-1E32", "0.1", "1") + reading("300", "1E5", "1") +
+                   reading("100", "0.2", "") + reading("400", "0.1", "1")),
               0);
     EXPECT_THAT(stations(), ElementsAre(100, 400));
     EXPECT_EQ(model.hTrn[0].NumTW, 2);
     EXPECT_EQ(model.hTrn[0].TEMobs[1], 0.0F);
     EXPECT_THAT(
         messages.warnings,
-        ElementsAre(HasSubstr("without a station or a magnitude: 1, the first on line 10 of x.z|2"),
-                    HasSubstr("without a time above 0: 3, the first on line 5 of x.z|2"),
-                    HasSubstr("of an impossible station or magnitude: 2, the first on line 8")));
+        ElementsAre(
+            HasSubstr("without a station or a magnitude: 1, the first on line 11 of x.z|2"),
+            HasSubstr("without a time above 0: 3, the first on line 5 of x.z|2"),
+            HasSubstr("of an impossible station, time or magnitude: 3, the first on line 8")));
     EXPECT_THAT(messages.errors, IsEmpty());
 }
 
