@@ -30,8 +30,10 @@ struct FileDevice {
     std::string_view extension;
 };
 
-constexpr std::array FileDevices = {FileDevice{PlotToMetafile, DriverMetafile, ".wmf"},
-                                    FileDevice{PlotToHpgl, DriverHpgl, ".hpg"}};
+constexpr std::array FileDevices = {
+    FileDevice{PlotToMetafile, DriverMetafile, ".wmf"}, FileDevice{PlotToHpgl, DriverHpgl, ".hpg"},
+    FileDevice{PlotToPng, DriverPng, ".png"}, FileDevice{PlotToPdf, DriverPdf, ".pdf"},
+    FileDevice{PlotToSvg, DriverSvg, ".svg"}};
 
 const FileDevice *findFileDevice(int iPlt) {
     const auto *found = std::find_if(FileDevices.begin(), FileDevices.end(),

@@ -16,6 +16,9 @@ enum PlotDevice : int {
     PlotToPrinter = 1,
     PlotToMetafile = 2,
     PlotToHpgl = 3,
+    PlotToPng = 4, ///< this one and PDF on the desktop only
+    PlotToPdf = 5,
+    PlotToSvg = 6,
 };
 
 /// The plot file of a sounding: the project's path without its extension, the ordinal in four
@@ -37,7 +40,8 @@ struct HardcopyPlacement {
 HardcopyPlacement placeOnPaper(double paperWidth, double paperHeight);
 
 /// Chooses and opens a device; what is drawn from then on goes there, until IGrHardcopy("S").
-/// A file that cannot be created is reported, and drawing then goes nowhere.
+/// A file that cannot be created is reported, and so is a device that there is not; drawing then
+/// goes nowhere.
 /// path     of the plot file; a blank for the printer
 /// returns  0, or 1 when nothing is to be plotted: the printer was declined, or `iPlt` is unknown
 ///          (reported)

@@ -1,7 +1,9 @@
 #include "review/review_history.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <map>
 #include <utility>
 
 namespace keldrin {
@@ -53,6 +55,20 @@ int redoMarks(MarkHistory &history, SurveyModel &model) {
     }
     ++history.applied;
     return applyStep(model, history.steps[history.applied - 1], &MarkChange::after);
+}
+
+std::size_t changedMarks(const MarkHistory &history) {
+    std::map<std::pair<int, std::size_t>, MarkChange> windows; // first error and last one
+    for (std::size_t i = 0; i < history.applied; ++i) {
+        for (const MarkChange &change : history.steps[i].changes) {
+            const auto key = std::pair(history.steps[i].station, change.window);
+            windows.try_emplace(key, change).first->second.after = change.after;
+        }
+    }
+    return static_cast<std::size_t>(
+        std::count_if(windows.begin(), windows.end(), [](const auto &window) {
+            return isSkipped(window.second.before) != isSkipped(window.second.after);
+        }));
 }
 
 } // namespace keldrin

@@ -40,4 +40,8 @@ void recordMarks(MarkHistory &history, int station, const WindowReals &before,
 int undoMarks(MarkHistory &history, SurveyModel &model);
 int redoMarks(MarkHistory &history, SurveyModel &model);
 
+/// How many windows are now marked as skipped that were not at the start of the history, or the
+/// other way round.
+std::size_t changedMarks(const MarkHistory &history);
+
 } // namespace keldrin

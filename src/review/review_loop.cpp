@@ -4,10 +4,12 @@
 #include "messages/message_log.h"
 #include "review/hardcopy.h"
 #include "review/page_layout.h"
+#include "review/plot_document.h"
 #include "review/plot_limits.h"
 #include "review/review_dialogs.h"
 #include "review/review_history.h"
 #include "review/review_limits.h"
+#include "review/review_pointer.h"
 #include "review/review_save.h"
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
@@ -85,6 +87,10 @@ void plotOn(Review &review, const ToolkitEvent & /*event*/) {
                       review.date, review.time);
 }
 
+void plotAll(Review &review, const ToolkitEvent & /*event*/) {
+    Plot_AllSoundings(review.survey, review.limits, review.path, review.date, review.time);
+}
+
 void editLimits(Review &review, const ToolkitEvent & /*event*/) {
     Review_EditLimits(review.survey, review.limits);
 }
@@ -153,11 +159,16 @@ constexpr std::array Bindings = {
     Binding{EventKey, KeyWithCtrl | 'Z', undo},
     Binding{EventKey, KeyWithCtrl | 'Y', redo},
     Binding{EventKey, KeyWithCtrl | KeyWithShift | 'Z', redo},
+    Binding{EventKey, KeyWithCtrl | 'P', plotOn<PlotToPrinter>},
     Binding{EventButton, 1058, showPrevious},
     Binding{EventButton, 1059, showNext},
     Binding{EventButton, 1067, plotOn<PlotToPrinter>},
     Binding{EventButton, 1074, plotOn<PlotToMetafile>},
     Binding{EventButton, 1075, plotOn<PlotToHpgl>},
+    Binding{EventButton, 1076, plotOn<PlotToPng>},
+    Binding{EventButton, 1077, plotOn<PlotToPdf>},
+    Binding{EventButton, 1079, plotOn<PlotToSvg>},
+    Binding{EventButton, 1073, plotAll},
     Binding{EventButton, 1081, editLimits},
     Binding{EventButton, 1068, leave},
     Binding{EventButton, ButtonCancel, cancelChanges},
@@ -229,8 +240,16 @@ void settleStation(ReviewState &state, int soundings) {
     state.ReviewCount = soundings;
 }
 
+// What the user would lose with Cancel Changes.
+void showUnsavedMarks(const MarkHistory &history) {
+    const std::size_t count = changedMarks(history);
+    const std::string windows = std::to_string(count) + (count == 1 ? " window" : " windows");
+    ToolkitStatus(StatusPart::Marks, count > 0 ? windows + " changed, not saved" : "");
+}
+
 void serveReview(Review &review) {
     while (review.stays) {
+        showUnsavedMarks(review.history);
         WDialogSelect(Dialog::Review); // another dialog may have been selected since
         WDialogPutTrackbar(StationTrackbar, review.state.ReviewStation);
         ToolkitEvent event;
@@ -275,11 +294,16 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     Plot_AutoLimits(survey, review.limits, review.date, review.time);
     drawStation(review);
     openDialog(review);
+    ToolkitPointerText([&review](float x, float y) {
+        return reviewPointerText(review.survey, review.limits, review.state.ReviewStation, x, y);
+    });
     serveReview(review);
+    ToolkitPointerText({});
     closeDialog();
     if (review.changed) {
         writeMarkedProject(survey, path);
     }
+    ToolkitStatus(StatusPart::Marks, "");
     return review.status;
 }
 

@@ -204,15 +204,18 @@ void drawLegend() {
 
 } // namespace
 
+bool hasSoundingPlot(const SurveyModel &survey, int station) {
+    return station >= 1 && station <= survey.SoundingCount &&
+           station <= survey.SoundingCapacity() &&
+           survey.hTrn[static_cast<std::size_t>(station - 1)].NumTW >= 1;
+}
+
 int Plot_Sounding(const SurveyModel &survey, const PlotLimits &limits, int station,
                   std::string_view file, std::string_view date, std::string_view time) {
-    if (station < 1 || station > survey.SoundingCount || station > survey.SoundingCapacity()) {
+    if (!hasSoundingPlot(survey, station)) {
         return 1;
     }
     const SoundingRecord &sounding = survey.hTrn[static_cast<std::size_t>(station - 1)];
-    if (sounding.NumTW < 1) {
-        return 1;
-    }
     const ControlValues &control = survey.control;
     const SoundingCurves curves = soundingCurves(sounding, control.ErrorFloor);
     beginReviewPage();

@@ -7,6 +7,9 @@
 
 namespace keldrin {
 
+/// True for a sounding that has a page: the ordinal is one, and it has windows.
+bool hasSoundingPlot(const SurveyModel &survey, int station);
+
 /// Draws the page of a sounding on a cleared page of 24 by 18 cm: dB/dt and apparent resistivity
 /// against time on the left, the layered model against depth on the right, titles and legend.
 ///

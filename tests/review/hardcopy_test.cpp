@@ -168,10 +168,10 @@ TEST_F(ReviewHardcopyTest, PaperWithoutRoomForAPageIsReported) {
 }
 
 TEST_F(ReviewHardcopyTest, AnUnknownDeviceIsRefusedByBothSteps) {
-    EXPECT_EQ(plot(4, "line1.std"), 1);
+    EXPECT_EQ(plot(7, "line1.std"), 1);
     EXPECT_THAT(messages.errors,
-                ElementsAre("ERROR: iPlt=4 not implemented in QCC_Plot_Hardcopy",
-                            "ERROR: Selected plot hardcopy driver iPlt=4 not implemented."));
+                ElementsAre("ERROR: iPlt=7 not implemented in QCC_Plot_Hardcopy",
+                            "ERROR: Selected plot hardcopy driver iPlt=7 not implemented."));
     EXPECT_THAT(messages.infos, ElementsAre(""));
 }
 

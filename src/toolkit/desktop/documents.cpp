@@ -99,7 +99,7 @@ class PdfDocument : public ListedDocument {
             QPageSize::Millimeter, QString(), QPageSize::ExactMatch));
         writer_.setPageMargins(QMarginsF(0.0, 0.0, 0.0, 0.0));
         writer_.setResolution(dotsPerInch);
-        begun_ = painter_.begin(&writer_);
+        begun_ = bytes_.open(QIODevice::WriteOnly) && painter_.begin(&writer_);
     }
 
     bool nextPage() override {
