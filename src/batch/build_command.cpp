@@ -231,8 +231,9 @@ int buildCommand(CommandWords words) {
         std::fprintf(stderr, "keldrin-batch build: %s\n", fault.c_str());
         return ExitUsage;
     }
-    return runOverFiles("build", options.files, options.outputDirectory,
-                        [&](AnsweringBackend &backend, const std::string &file, bool taken) {
+    AnsweringBackend backend;
+    return runOverFiles("keldrin-batch build", backend, options.files, options.outputDirectory,
+                        [&](const std::string &file, bool taken) {
                             if (taken) {
                                 std::printf("%s: FAILED: an earlier file has made a project of "
                                             "this name\n",

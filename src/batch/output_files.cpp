@@ -15,14 +15,14 @@ namespace keldrin {
 namespace {
 
 // Told on stderr when it fails; a blank name needs none.
-bool makeOutputDirectory(std::string_view command, const std::string &directory) {
+bool makeOutputDirectory(std::string_view program, const std::string &directory) {
     if (directory.empty()) {
         return true;
     }
     std::error_code error;
     std::filesystem::create_directories(directory, error);
     if (error) {
-        std::fprintf(stderr, "keldrin-batch %s: cannot make %s: %s\n", std::string(command).c_str(),
+        std::fprintf(stderr, "%s: cannot make %s: %s\n", std::string(program).c_str(),
                      directory.c_str(), error.message().c_str());
     }
     return !error;
@@ -43,17 +43,17 @@ bool nameIsTaken(std::span<const std::string> files, std::size_t index,
 
 } // namespace
 
-int runOverFiles(std::string_view command, std::span<const std::string> files,
-                 const std::string &directory, const FileTask &task) {
-    if (!makeOutputDirectory(command, directory)) {
+int runOverFiles(std::string_view program, AnsweringBackend &backend,
+                 std::span<const std::string> files, const std::string &directory,
+                 const FileTask &task) {
+    if (!makeOutputDirectory(program, directory)) {
         return ExitFailed;
     }
     flushDenormals();
-    AnsweringBackend backend;
-    ToolkitInit(backend, {"keldrin-batch"});
+    ToolkitInit(backend, {std::string(program.substr(0, program.find(' ')))});
     bool good = true;
     for (std::size_t i = 0; i < files.size(); ++i) {
-        good = task(backend, files[i], nameIsTaken(files, i, directory)) && good;
+        good = task(files[i], nameIsTaken(files, i, directory)) && good;
     }
     ToolkitClose();
     return good ? ExitOk : ExitFailed;

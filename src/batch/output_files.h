@@ -11,12 +11,13 @@ namespace keldrin {
 
 /// What a command does with one of its files. `taken`: an earlier file of the run has given what
 /// would be made of this one its name. False when it failed, which has then been told.
-using FileTask =
-    std::function<bool(AnsweringBackend &backend, const std::string &file, bool taken)>;
+using FileTask = std::function<bool(const std::string &file, bool taken)>;
 
 /// Runs a command over its files with every question answered by its default: makes the output
 /// directory, then gives each file to the task. Returns the exit code.
-int runOverFiles(std::string_view command, std::span<const std::string> files,
-                 const std::string &directory, const FileTask &task);
+/// program  program and command, as messages begin
+int runOverFiles(std::string_view program, AnsweringBackend &backend,
+                 std::span<const std::string> files, const std::string &directory,
+                 const FileTask &task);
 
 } // namespace keldrin
