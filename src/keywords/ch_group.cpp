@@ -18,15 +18,15 @@ constexpr std::array<std::string_view, 5> NumberTypeNames = {"STN NUMBER", "STN 
                                                              "N-SPACING", "ANTENNA #"};
 
 bool takeAnswer(const Reading &reading, std::string_view token, std::string_view label,
-                int & /*warnings*/, bool &value) {
+                bool &value) {
     return Val_Read_YesNo(reading.record.where, token, label, value, value) == CellRead;
 }
 
 /// One channel's code. A code that cannot be decoded is reported and leaves the channel alone.
 template <class Code, int (*Decode)(std::string_view token, Code &code)>
-bool takeCode(const Reading &reading, std::string_view token, std::string_view label,
-              int & /*warnings*/, Code &value) {
+bool takeCode(const Reading &reading, std::string_view token, std::string_view label, Code &value) {
     Code code;
+    token = token.substr(0, token.find_first_of(",;")); // a last delimiter belongs to its token
     if (isEmptyCell(token)) {
         return false;
     }
@@ -109,7 +109,7 @@ constexpr auto ChRows = std::to_array<KeywordRow>({
     number<&ChMetadata::AntSN>("ANTSN", atLeast(0), "Ch.AntSN["),
 });
 
-constexpr GroupTable ChGroup = {"Ch", ChRows, unknownKeywordsOf<ChMetadata>};
+constexpr GroupTable ChGroup = groupTable<ChMetadata>("Ch", ChRows);
 
 } // namespace
 

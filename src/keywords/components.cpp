@@ -5,7 +5,7 @@
 namespace keldrin {
 
 bool takeComponents(const Reading &reading, CellReader<float> cell, Components components,
-                    bool (*skipped)(std::string_view token), int &warnings, float &last) {
+                    bool (*skipped)(std::string_view token), float &last) {
     const KeywordRecord &record = reading.record;
     const auto isOpen = [&](const SourcedReal *component) {
         return record.level >= component->level;
@@ -15,7 +15,7 @@ bool takeComponents(const Reading &reading, CellReader<float> cell, Components c
         const Components behind = components.subspan(i);
         const std::string label = labelOf(reading, i, components.size());
         if (skipped(record.tokens[i]) || std::none_of(behind.begin(), behind.end(), isOpen) ||
-            !takeValue(reading, cell, record.tokens[i], label, warnings, last)) {
+            !takeValue(reading, cell, record.tokens[i], label, last)) {
             continue;
         }
         for (SourcedReal *component : behind) {

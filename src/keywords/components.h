@@ -13,7 +13,7 @@ using Components = std::span<SourcedReal *const>;
 /// last     out: the last value read
 /// returns  true when a component was set
 bool takeComponents(const Reading &reading, CellReader<float> cell, Components components,
-                    bool (*skipped)(std::string_view token), int &warnings, float &last);
+                    bool (*skipped)(std::string_view token), float &last);
 
 /// A token that only tells the unit of the lengths beside it.
 bool isLengthUnit(std::string_view token);

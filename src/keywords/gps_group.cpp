@@ -68,7 +68,7 @@ constexpr auto GpsRows = std::to_array<KeywordRow>({
     text<&GpsMetadata::SW>("SW"),
 });
 
-constexpr GroupTable GpsGroup = {"Gps", GpsRows, unknownKeywordsOf<GpsMetadata>};
+constexpr GroupTable GpsGroup = groupTable<GpsMetadata>("Gps", GpsRows);
 
 } // namespace
 

@@ -26,9 +26,8 @@ int readGridPoint(const Reading &reading) {
     keepSource(reading, field, [&] {
         bool stored = false;
         for (std::size_t i = 0; i < std::min(tokens.size(), Count); ++i) {
-            stored |=
-                takeValue(reading, plainCell<double>, tokens[i], coordinateLabel(reading, i, Count),
-                          field.warnings, field.value.pairs[i]);
+            stored |= takeValue(reading, plainCell<double>, tokens[i],
+                                coordinateLabel(reading, i, Count), field.value.pairs[i]);
         }
         if (tokens.size() > Count && !tokens[Count].empty()) {
             field.value.name = tokens[Count];
@@ -48,7 +47,7 @@ constexpr auto GridRows = std::to_array<KeywordRow>({
     azimuth<&GridMetadata::XAzimuth>("XAZIMUTH"),
 });
 
-constexpr GroupTable GridGroup = {"Grid", GridRows, unknownKeywordsOf<GridMetadata>};
+constexpr GroupTable GridGroup = groupTable<GridMetadata>("Grid", GridRows);
 
 } // namespace
 

@@ -15,7 +15,7 @@ constexpr auto JobRows = std::to_array<KeywordRow>({
     text<&JobMetadata::Comment>("COMMENT"),
 });
 
-constexpr GroupTable JobGroup = {"Job", JobRows, unknownKeywordsOf<JobMetadata>};
+constexpr GroupTable JobGroup = groupTable<JobMetadata>("Job", JobRows);
 
 } // namespace
 

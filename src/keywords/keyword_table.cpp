@@ -8,21 +8,26 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace keldrin {
 namespace {
 
 constexpr int LoudUnknownKeywords = 3;
-constexpr int LoudRangeWarnings = 1;
 
-/// Reports the first `loud` messages of a count as errors, the later ones as warnings.
-void reportCounted(int &count, int loud, std::initializer_list<MessageLine> lines) {
-    if (count >= loud) {
+/// What the user has been told is an error, what repeats it a warning.
+void report(bool loud, std::initializer_list<MessageLine> lines) {
+    if (loud) {
+        ReportError(lines);
+    } else {
         ReportWarning(lines);
-        return;
     }
-    ++count;
-    ReportError(lines);
+}
+
+/// True for the first value outside its limits of a keyword, which is noted.
+bool isFirstOutside(const Reading &reading) {
+    const auto row = static_cast<std::size_t>(&reading.row - reading.group.rows.data());
+    return !std::exchange(reading.group.tail(reading.metadata).outOfRange[row], true);
 }
 
 /// What a reader leaves where it stored no value: no text reads as NaN or as the lowest integer.
@@ -96,8 +101,7 @@ std::string outsideText(const Limits &limits, std::string_view label, double val
 
 /// Stores `given` as the row's limits allow. False where they refuse it.
 template <class T>
-bool storeInLimits(const Reading &reading, std::string_view label, int &warnings, T given,
-                   T &value) {
+bool storeInLimits(const Reading &reading, std::string_view label, T given, T &value) {
     const Limits &limits = reading.row.limits;
     const auto exact = static_cast<double>(given);
     const double tested = limits.magnitude == Magnitude::Off ? exact : std::fabs(exact);
@@ -116,20 +120,22 @@ bool storeInLimits(const Reading &reading, std::string_view label, int &warnings
         limits.firstLine.empty()
             ? std::string(reading.group.name) + "_MD_Read.WARNING:"
             : std::string(limits.firstLine) + std::to_string(reading.record.where.number);
-    reportCounted(warnings, LoudRangeWarnings,
-                  {firstLine, outsideText<T>(limits, label, exact, below),
-                   std::string(label) + " will be set = " +
-                       numberText<T>(static_cast<double>(value)) + std::string(limits.unit)});
+    report(isFirstOutside(reading),
+           {firstLine, outsideText<T>(limits, label, exact, below),
+            std::string(label) + " will be set = " + numberText<T>(static_cast<double>(value)) +
+                std::string(limits.unit)});
     return !limits.refused;
 }
 
 void warnOfUnknownKeyword(const GroupTable &group, const KeywordRecord &record,
                           Metadata &metadata) {
-    reportCounted(group.unknownKeywords(metadata), LoudUnknownKeywords,
-                  {std::string(group.name) + "_MD_Read.WARNING:",
-                   "Did not recognize keyword " + std::string(record.key) + " in record # " +
-                       std::to_string(record.where.number),
-                   record.where.line});
+    int &count = group.tail(metadata).unknownKeywords;
+    const bool loud = count < LoudUnknownKeywords;
+    count += loud ? 1 : 0;
+    report(loud, {std::string(group.name) + "_MD_Read.WARNING:",
+                  "Did not recognize keyword " + std::string(record.key) + " in record # " +
+                      std::to_string(record.where.number),
+                  record.where.line});
 }
 
 int lengthUnitOf(const Reading &reading) {
@@ -199,35 +205,35 @@ int hoursCell(const Reading &reading, std::string_view token, std::string_view l
 
 template <class T>
 bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view token,
-               std::string_view label, int &warnings, T &value) {
+               std::string_view label, T &value) {
     T read = unreadValue<T>();
     if (cell(reading, token, label, unreadValue<T>(), read) != CellRead || isUnread(read)) {
         return false;
     }
-    return storeInLimits(reading, label, warnings, read, value);
+    return storeInLimits(reading, label, read, value);
 }
 template bool takeValue(const Reading &, CellReader<float>, std::string_view, std::string_view,
-                        int &, float &);
+                        float &);
 template bool takeValue(const Reading &, CellReader<double>, std::string_view, std::string_view,
-                        int &, double &);
-template bool takeValue(const Reading &, CellReader<int>, std::string_view, std::string_view, int &,
+                        double &);
+template bool takeValue(const Reading &, CellReader<int>, std::string_view, std::string_view,
                         int &);
 
 template <class T>
 bool takeValues(const Reading &reading, CellReader<T> cell,
-                std::span<const std::string_view> tokens, int &warnings, std::span<T> values) {
+                std::span<const std::string_view> tokens, std::span<T> values) {
     bool stored = false;
     for (std::size_t i = 0; i < std::min(tokens.size(), values.size()); ++i) {
         const std::string label = labelOf(reading, i, values.size());
-        stored |= takeValue(reading, cell, tokens[i], label, warnings, values[i]);
+        stored |= takeValue(reading, cell, tokens[i], label, values[i]);
     }
     return stored;
 }
 template bool takeValues(const Reading &, CellReader<float>, std::span<const std::string_view>,
-                         int &, std::span<float>);
+                         std::span<float>);
 template bool takeValues(const Reading &, CellReader<double>, std::span<const std::string_view>,
-                         int &, std::span<double>);
-template bool takeValues(const Reading &, CellReader<int>, std::span<const std::string_view>, int &,
+                         std::span<double>);
+template bool takeValues(const Reading &, CellReader<int>, std::span<const std::string_view>,
                          std::span<int>);
 
 bool takeName(std::string_view token, std::string_view label,

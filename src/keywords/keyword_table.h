@@ -63,7 +63,7 @@ struct KeywordRow {
 struct GroupTable {
     std::string_view name; ///< as in the reader's name: "Tx" of Tx_MD_Read
     std::span<const KeywordRow> rows;
-    int &(*unknownKeywords)(Metadata &metadata); ///< count of its warnings
+    GroupTail &(*tail)(Metadata &metadata);
 };
 
 /// Hands a record to the first row that takes its keyword. An unknown keyword is reported, the
@@ -85,8 +85,13 @@ Group &groupOf(Metadata &metadata, Field Group::* /*member*/) {
     return groupIn<Group>(metadata);
 }
 template <class Group>
-int &unknownKeywordsOf(Metadata &metadata) {
-    return groupIn<Group>(metadata).unknownKeywords;
+GroupTail &tailOf(Metadata &metadata) {
+    return groupIn<Group>(metadata).tail;
+}
+template <class Group, std::size_t N>
+constexpr GroupTable groupTable(std::string_view name, const std::array<KeywordRow, N> &rows) {
+    static_assert(N <= GroupTail::MostKeywords);
+    return {name, rows, tailOf<Group>};
 }
 
 template <class T>
@@ -136,12 +141,12 @@ int hoursCell(const Reading &reading, std::string_view token, std::string_view l
 /// limits refuse; `value` is then as before. For float, double and int.
 template <class T>
 bool takeValue(const Reading &reading, CellReader<T> cell, std::string_view token,
-               std::string_view label, int &warnings, T &value);
+               std::string_view label, T &value);
 
 /// Token i into value i, as far as both go. True when one was stored.
 template <class T>
 bool takeValues(const Reading &reading, CellReader<T> cell,
-                std::span<const std::string_view> tokens, int &warnings, std::span<T> values);
+                std::span<const std::string_view> tokens, std::span<T> values);
 
 /// The 1-based index of a name in an enumeration, which the user may be asked for. False when
 /// there is nothing to match or the user cancelled; `index` is then as before.
@@ -185,14 +190,13 @@ template <auto Member, auto Cell>
 int readValues(const Reading &reading) {
     auto &field = memberIn(reading.metadata, Member);
     keepSource(reading, field, [&] {
-        return takeValues(reading, Cell, reading.record.tokens, field.warnings,
-                          elementsOf(field.value));
+        return takeValues(reading, Cell, reading.record.tokens, elementsOf(field.value));
     });
     return 0;
 }
 
 /// Token i into value i for values with a reader of their own.
-/// Take  bool(reading, token, label, warnings, value): true when it stored a value
+/// Take  bool(reading, token, label, value): true when it stored a value
 template <auto Member, auto Take>
 int readEach(const Reading &reading) {
     auto &field = memberIn(reading.metadata, Member);
@@ -202,7 +206,7 @@ int readEach(const Reading &reading) {
         bool stored = false;
         for (std::size_t i = 0; i < std::min(tokens.size(), values.size()); ++i) {
             const std::string label = labelOf(reading, i, values.size());
-            stored |= Take(reading, tokens[i], label, field.warnings, values[i]);
+            stored |= Take(reading, tokens[i], label, values[i]);
         }
         return stored;
     });

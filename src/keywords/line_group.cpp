@@ -16,7 +16,7 @@ constexpr auto LineRows = std::to_array<KeywordRow>({
     enumeration<&LineMetadata::Type>("TYPE", "Line.Type", TypeNames),
 });
 
-constexpr GroupTable LineGroup = {"Line", LineRows, unknownKeywordsOf<LineMetadata>};
+constexpr GroupTable LineGroup = groupTable<LineMetadata>("Line", LineRows);
 
 } // namespace
 

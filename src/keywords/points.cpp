@@ -52,17 +52,16 @@ bool takePoint(const Reading &reading, SourcedPoint &point) {
         splitAtColons(coordinates.front(), point.value.size(), TokenWidth, pieces);
         coordinates = pieces;
     }
-    return takeValues(reading, plainCell<double>, coordinates, point.warnings,
-                      elementsOf(point.value));
+    return takeValues(reading, plainCell<double>, coordinates, elementsOf(point.value));
 }
 
 bool takeTokenPoint(const Reading &reading, std::string_view token, std::string_view label,
-                    int &warnings, XyzPoint &point) {
+                    XyzPoint &point) {
     std::vector<std::string_view> pieces;
     splitAtColons(token, point.size(), TokenWidth, pieces);
     bool stored = false;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
-        stored |= takeValue(reading, plainCell<double>, pieces[i], label, warnings, point[i]);
+        stored |= takeValue(reading, plainCell<double>, pieces[i], label, point[i]);
     }
     return stored;
 }

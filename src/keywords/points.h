@@ -27,7 +27,7 @@ bool takePoint(const Reading &reading, SourcedPoint &point);
 
 /// Reads the coordinates that one token has between its colons; one without colons is x.
 bool takeTokenPoint(const Reading &reading, std::string_view token, std::string_view label,
-                    int &warnings, XyzPoint &point);
+                    XyzPoint &point);
 
 template <auto Member>
 int readPoint(const Reading &reading) {
@@ -47,7 +47,7 @@ int readIndexedPoint(const Reading &reading) {
     }
     SourcedPoint &point = points[static_cast<std::size_t>(found.index)];
     keepSource(reading, point, [&] {
-        groupOf(reading.metadata, Member).lastPointIndex = found.index;
+        groupOf(reading.metadata, Member).tail.lastPointIndex = found.index;
         point.value = MissingPoint;
         return takePoint(reading, point);
     });

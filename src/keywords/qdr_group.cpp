@@ -45,7 +45,7 @@ constexpr auto QdrRows = std::to_array<KeywordRow>({
     enumeration<&QdrMetadata::GainMethod>("GAINMETHOD", "QDR.GainMethod", SourceNames),
 });
 
-constexpr GroupTable QdrGroup = {"Qdr", QdrRows, unknownKeywordsOf<QdrMetadata>};
+constexpr GroupTable QdrGroup = groupTable<QdrMetadata>("Qdr", QdrRows);
 
 } // namespace
 

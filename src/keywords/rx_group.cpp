@@ -15,8 +15,7 @@ int readLength(const Reading &reading) {
     RxMetadata &rx = reading.metadata.Rx;
     const std::array<SourcedReal *, 2> sides = {&rx.LengthX, &rx.LengthY};
     float last = 0.0F;
-    const bool stored =
-        takeComponents(reading, lengthCell, sides, isLengthUnit, rx.lengthWarnings, last);
+    const bool stored = takeComponents(reading, lengthCell, sides, isLengthUnit, last);
     const auto &tokens = reading.record.tokens;
     if (stored && tokens.size() > 1 && !tokens[1].empty() && !isLengthUnit(tokens[1])) {
         ReportWarning({"Rx_MD_Read.WARNING:",
@@ -36,7 +35,7 @@ int readArea(const Reading &reading) {
     RxMetadata &rx = reading.metadata.Rx;
     const std::array<SourcedReal *, 3> axes = {&rx.AreaX, &rx.AreaY, &rx.AreaZ};
     float last = 0.0F;
-    if (takeComponents(reading, plainCell<float>, axes, isAreaUnit, rx.Area.warnings, last)) {
+    if (takeComponents(reading, plainCell<float>, axes, isAreaUnit, last)) {
         keepSource(reading, rx.Area, [&] {
             rx.Area.value = last;
             return true;
@@ -115,7 +114,7 @@ constexpr auto RxRows = std::to_array<KeywordRow>({
     dropped("RYLOC"),
 });
 
-constexpr GroupTable RxGroup = {"Rx", RxRows, unknownKeywordsOf<RxMetadata>};
+constexpr GroupTable RxGroup = groupTable<RxMetadata>("Rx", RxRows);
 
 } // namespace
 

@@ -38,7 +38,7 @@ int readSensors(const Reading &reading) {
                 list[i].index = AntennaSensor;
                 keepSource(reading, antennas, [&] {
                     return takeValue(reading, plainCell<int>, tokens[i],
-                                     labelOf(reading, i, list.size()), antennas.warnings,
+                                     labelOf(reading, i, list.size()),
                                      elementsOf(antennas.value)[i]);
                 });
             }

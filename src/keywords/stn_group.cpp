@@ -24,7 +24,7 @@ constexpr auto StnRows = std::to_array<KeywordRow>({
     number<&StnMetadata::Right>("RIGHT", StationRange),
 });
 
-constexpr GroupTable StnGroup = {"Stn", StnRows, unknownKeywordsOf<StnMetadata>};
+constexpr GroupTable StnGroup = groupTable<StnMetadata>("Stn", StnRows);
 
 } // namespace
 

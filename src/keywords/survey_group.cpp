@@ -69,7 +69,7 @@ constexpr auto SurveyRows = std::to_array<KeywordRow>({
     dropped("DIRECTION"),
 });
 
-constexpr GroupTable SurveyGroup = {"Survey", SurveyRows, unknownKeywordsOf<SurveyMetadata>};
+constexpr GroupTable SurveyGroup = groupTable<SurveyMetadata>("Survey", SurveyRows);
 
 } // namespace
 

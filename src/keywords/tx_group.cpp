@@ -11,7 +11,7 @@ int readLength(const Reading &reading) {
     TxMetadata &tx = reading.metadata.Tx;
     const std::array<SourcedReal *, 2> sides = {&tx.LengthX, &tx.LengthY};
     float last = 0.0F;
-    takeComponents(reading, lengthCell, sides, isLengthUnit, tx.lengthWarnings, last);
+    takeComponents(reading, lengthCell, sides, isLengthUnit, last);
     return 0;
 }
 
@@ -59,7 +59,7 @@ constexpr auto TxRows = std::to_array<KeywordRow>({
     text<&TxMetadata::SN>("SN"),
 });
 
-constexpr GroupTable TxGroup = {"Tx", TxRows, unknownKeywordsOf<TxMetadata>};
+constexpr GroupTable TxGroup = groupTable<TxMetadata>("Tx", TxRows);
 
 } // namespace
 

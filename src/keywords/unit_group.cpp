@@ -57,7 +57,7 @@ constexpr auto UnitRows = std::to_array<KeywordRow>({
     enumeration<&UnitMetadata::IP>("IP", "Unit.IP", IPNames),
 });
 
-constexpr GroupTable UnitGroup = {"Unit", UnitRows, unknownKeywordsOf<UnitMetadata>};
+constexpr GroupTable UnitGroup = groupTable<UnitMetadata>("Unit", UnitRows);
 
 } // namespace
 

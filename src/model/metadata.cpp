@@ -3,47 +3,36 @@
 namespace keldrin {
 namespace {
 
-/// Counters and marks behind a group's values: the only part that a reset may leave standing.
-struct GroupTail {
-    int unknownKeywords = 0;
-    int lastPointIndex = 0;
-};
-
 template <class Group>
-concept HasPoints = requires(Group group) {
-    group.lastPointIndex;
-};
-
-template <class Group>
-void resetGroup(Group &group, bool clear) {
-    GroupTail tail;
-    if (!clear) {
-        tail.unknownKeywords = group.unknownKeywords;
-        if constexpr (HasPoints<Group>) {
-            tail.lastPointIndex = group.lastPointIndex;
-        }
-    }
-    group = Group{};
-    group.unknownKeywords = tail.unknownKeywords;
-    if constexpr (HasPoints<Group>) {
-        group.lastPointIndex = tail.lastPointIndex;
-    }
+void restoreGroup(Group &group, const Group &before) {
+    const GroupTail tail = group.tail;
+    group = before;
+    group.tail = tail;
 }
 
 } // namespace
 
 void MD_Init(Metadata &metadata, bool clear) {
-    resetGroup(metadata.Job, clear);
-    resetGroup(metadata.Survey, clear);
-    resetGroup(metadata.Unit, clear);
-    resetGroup(metadata.Grid, clear);
-    resetGroup(metadata.Line, clear);
-    resetGroup(metadata.Stn, clear);
-    resetGroup(metadata.Qdr, clear);
-    resetGroup(metadata.Gps, clear);
-    resetGroup(metadata.Tx, clear);
-    resetGroup(metadata.Rx, clear);
-    resetGroup(metadata.Ch, clear);
+    const Metadata defaults;
+    if (clear) {
+        metadata = defaults;
+    } else {
+        MD_Restore(metadata, defaults);
+    }
+}
+
+void MD_Restore(Metadata &metadata, const Metadata &before) {
+    restoreGroup(metadata.Job, before.Job);
+    restoreGroup(metadata.Survey, before.Survey);
+    restoreGroup(metadata.Unit, before.Unit);
+    restoreGroup(metadata.Grid, before.Grid);
+    restoreGroup(metadata.Line, before.Line);
+    restoreGroup(metadata.Stn, before.Stn);
+    restoreGroup(metadata.Qdr, before.Qdr);
+    restoreGroup(metadata.Gps, before.Gps);
+    restoreGroup(metadata.Tx, before.Tx);
+    restoreGroup(metadata.Rx, before.Rx);
+    restoreGroup(metadata.Ch, before.Ch);
 }
 
 } // namespace keldrin

@@ -20,7 +20,7 @@ struct JobMetadata {
     SourcedText<16> Number;
     SourcedText<16> Date;
     SourcedText<128> Comment;
-    int unknownKeywords = 0; ///< warnings of unknown keywords so far, in every group
+    GroupTail tail;
 };
 
 struct SurveyMetadata {
@@ -34,7 +34,7 @@ struct SurveyMetadata {
     SourcedText<32> Datum{"WGS84"};
     SourcedText<32> Proj{"UTM"};
     SourcedInt UTMZone{0};
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 /// Indices into the unit tables of the keyword reader, in the record's order.
@@ -49,7 +49,7 @@ struct UnitMetadata {
     SourcedInt dBdt{1};
     SourcedInt Res{1};
     SourcedInt IP{1};
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 struct GridPoint {
@@ -63,7 +63,7 @@ struct GridMetadata {
     Sourced<GridPoint> Calc;
     Sourced<GridPoint> XYOffset; ///< x and y are the first pair
     SourcedReal XAzimuth{90.0F};
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 struct LineMetadata {
@@ -73,7 +73,7 @@ struct LineMetadata {
     SourcedDouble Number{0.0};
     SourcedReal Azimuth{90.0F};
     SourcedInt Type{1};
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 struct StnMetadata {
@@ -88,7 +88,7 @@ struct StnMetadata {
     SourcedDouble UnitScale{MissingValue};
     SourcedDouble Left{MissingValue};
     SourcedDouble Right{MissingValue};
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 inline constexpr int LoopPoints = 9; ///< indices 0..8 of the loop's corners, points and map corners
@@ -103,7 +103,6 @@ struct TxMetadata {
     std::array<SourcedPoint, LoopPoints> XYZ = MissingPoints<LoopPoints>;
     std::array<SourcedPoint, LoopPoints> Point = MissingPoints<LoopPoints>;
     std::array<SourcedPoint, LoopPoints> UTM = MissingPoints<LoopPoints>;
-    int lastPointIndex = 0; ///< index of the point that was read last
     SourcedPoint Center{MissingPoint};
     SourcedDouble CenterX{MissingValue};
     SourcedDouble CenterY{MissingValue};
@@ -113,7 +112,6 @@ struct TxMetadata {
     SourcedReal Incl{0.0F};
     SourcedReal LengthX{100.0F}; ///< m
     SourcedReal LengthY{100.0F}; ///< m
-    int lengthWarnings = 0;      ///< out-of-range warnings of the record that sets both sides
     SourcedReal Area{10000.0F};  ///< m^2
     SourcedInt Turns{1};
     SourcedReals<16> Sense{filledArray<float, 16>(0.1F)};
@@ -126,7 +124,7 @@ struct TxMetadata {
     SourcedReal Ramp{0.0F};  ///< usec
     SourcedText<16> Type{"HVT"};
     SourcedText<16> SN{"0"};
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 struct RxMetadata {
@@ -139,7 +137,6 @@ struct RxMetadata {
     SourcedDoubles<6> PltSLZXYZ{filledArray<double, 6>(MissingValue)};
     std::array<SourcedPoint, ElectrodePoints> XYZ = MissingPoints<ElectrodePoints>;
     std::array<SourcedPoint, ElectrodePoints> UTM = MissingPoints<ElectrodePoints>;
-    int lastPointIndex = 0;
     SourcedPoint Center{MissingPoint};
     SourcedDouble East{MissingValue};
     SourcedDouble North{MissingValue};
@@ -153,7 +150,6 @@ struct RxMetadata {
     SourcedReal SSpace{MissingValue};
     SourcedReal LengthX{MissingValue}; ///< m
     SourcedReal LengthY{MissingValue}; ///< m
-    int lengthWarnings = 0;            ///< out-of-range warnings of the record that sets both
     SourcedReal Area{MissingValue};    ///< m^2, the last value read
     SourcedReal AreaX{MissingValue};
     SourcedReal AreaY{MissingValue};
@@ -173,7 +169,7 @@ struct RxMetadata {
     SourcedReal ADRamp{MissingValue};     ///< usec
     SourcedReal T0Delay{MissingValue};    ///< usec
     float Factor = 1.0F;
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 /// All groups that the dispatch of keyword records can reach.
@@ -191,9 +187,12 @@ struct Metadata {
     ChMetadata Ch;
 };
 
-/// Resets all groups: every value to its default, every source level and warning count to 0.
-/// clear  false keeps the marks behind the values for later passes: the counts of unknown keywords
-///        and the index of the last point
+/// Resets all groups: every value to its default, every source level to 0.
+/// clear  false keeps the tails of the groups for later passes
 void MD_Init(Metadata &metadata, bool clear);
+
+/// Goes back to the values and source levels of an earlier moment. The tails of the groups stay, so
+/// what has been reported since then is not told a second time as if it were new.
+void MD_Restore(Metadata &metadata, const Metadata &before);
 
 } // namespace keldrin

@@ -51,7 +51,7 @@ struct QdrMetadata {
     SourcedInt AcqMethod;
     SourcedInt GainMode;
     SourcedInt GainMethod;
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 struct GpsMetadata {
@@ -73,7 +73,7 @@ struct GpsMetadata {
     SourcedValueText SN;
     SourcedValueText FW;
     SourcedValueText SW;
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 /// The amplifier stages of a channel, from a code such as 356-2. Stages and divisor are 1-based
@@ -147,7 +147,7 @@ struct ChMetadata {
     SourcedList<ValueText> ADCardSN;
     SourcedList<int> AntSN;
     ChannelConverter Converter;
-    int unknownKeywords = 0;
+    GroupTail tail;
 };
 
 } // namespace keldrin

@@ -16,7 +16,15 @@ template <class T>
 struct Sourced {
     T value{};
     int level = 0;
-    int warnings = 0; ///< out-of-range warnings of this keyword so far
+};
+
+/// What a group has behind its values: marks that a reset of the values may leave standing.
+struct GroupTail {
+    static constexpr std::size_t MostKeywords = 48;
+    int unknownKeywords = 0;                     ///< reports of unknown keywords so far
+    int lastPointIndex = 0;                      ///< of the indexed point that was read last
+    std::array<bool, MostKeywords> outOfRange{}; ///< keywords, in the order of the group's table,
+                                                 ///< that had a value outside its limits
 };
 
 using SourcedReal = Sourced<float>;

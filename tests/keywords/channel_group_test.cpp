@@ -143,7 +143,7 @@ TEST_F(ChannelGroupTest, GainCodes) {
         EXPECT_EQ(gain.stages, test.stages) << test.code;
         EXPECT_EQ(gain.divisor, test.divisor) << test.code;
     }
-    read("$ ChGain = 111,*,3A,356-2");
+    read("$ ChGain = 111,*,3A,356-2,");
     EXPECT_EQ(metadata.Ch.Gain.value[0].factor, 8.0F);
     EXPECT_EQ(metadata.Ch.Gain.value[1].code, "NONE");
     EXPECT_EQ(metadata.Ch.Gain.value[3].code, "356-2");

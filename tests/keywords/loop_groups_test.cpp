@@ -131,7 +131,7 @@ TEST_F(LoopGroupsTest, IndexedPoints) {
     EXPECT_THAT(metadata.Tx.XYZ[1].value, ElementsAre(10, 20, 30));
     EXPECT_EQ(metadata.Tx.UTM[8].value[1], 6.0);
     EXPECT_EQ(metadata.Tx.Point[2].value[0], 9.9E9);
-    EXPECT_EQ(metadata.Tx.lastPointIndex, 2);
+    EXPECT_EQ(metadata.Tx.tail.lastPointIndex, 2);
     EXPECT_EQ(metadata.Rx.XYZ[4].value[0], 7.0);
     EXPECT_THAT(metadata.Rx.PltXYZ.value, ElementsAre(1, 2, 3)); // no indexed point
     EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("Tx.Point2[1] = 1e+10 > 9.9e+09")));

@@ -54,33 +54,50 @@ static_assert(sizeof(Metadata) < 20000);
 TEST(Metadata, ResetTakesValuesLevelsAndCounts) {
     for (const bool clear : {true, false}) {
         Metadata metadata;
-        metadata.Line.Name = {"17", 2, 0};
-        metadata.Stn.QdrInc = {25.0, 1, 3};
-        metadata.Tx.XYZ[8] = {{1.0, 2.0, 3.0}, 2, 0};
+        metadata.Line.Name = {"17", 2};
+        metadata.Stn.QdrInc = {25.0, 1};
+        metadata.Tx.XYZ[8] = {{1.0, 2.0, 3.0}, 2};
         metadata.Survey.ArrayIndex = 1;
-        metadata.Job.unknownKeywords = 3;
-        metadata.Rx.lastPointIndex = 4;
-        metadata.Gps.Week = {2000, 2, 1};
+        metadata.Job.tail.unknownKeywords = 3;
+        metadata.Rx.tail.lastPointIndex = 4;
+        metadata.Gps.Week = {2000, 2};
         metadata.Ch.Flip.value[3] = true;
         metadata.Ch.Flip.level = 1;
-        metadata.Ch.unknownKeywords = 2;
+        metadata.Ch.tail.unknownKeywords = 2;
+        metadata.Stn.tail.outOfRange[4] = true;
 
         MD_Init(metadata, clear);
 
         EXPECT_EQ(metadata.Line.Name.value, "0");
         EXPECT_EQ(metadata.Line.Name.level, 0);
         EXPECT_FALSE(isPresent(metadata.Stn.QdrInc.value));
-        EXPECT_EQ(metadata.Stn.QdrInc.warnings, 0);
         EXPECT_EQ(metadata.Tx.XYZ[8].level, 0);
         EXPECT_EQ(metadata.Survey.ArrayIndex, 3);
         EXPECT_EQ(metadata.Gps.Week.value, 0);
         EXPECT_EQ(metadata.Gps.Week.level, 0);
         EXPECT_FALSE(metadata.Ch.Flip.value[3]);
         EXPECT_EQ(metadata.Ch.Flip.level, 0);
-        EXPECT_EQ(metadata.Ch.unknownKeywords, clear ? 0 : 2);
-        EXPECT_EQ(metadata.Job.unknownKeywords, clear ? 0 : 3);
-        EXPECT_EQ(metadata.Rx.lastPointIndex, clear ? 0 : 4);
+        EXPECT_EQ(metadata.Ch.tail.unknownKeywords, clear ? 0 : 2);
+        EXPECT_EQ(metadata.Job.tail.unknownKeywords, clear ? 0 : 3);
+        EXPECT_EQ(metadata.Rx.tail.lastPointIndex, clear ? 0 : 4);
+        EXPECT_EQ(metadata.Stn.tail.outOfRange[4], !clear);
     }
+}
+
+TEST(Metadata, RestoringKeepsWhatWasReported) {
+    Metadata metadata;
+    metadata.Tx.Ramp = {80.0F, 1};
+    const Metadata before = metadata;
+    metadata.Tx.Ramp = {100.0F, 2};
+    metadata.Ch.Skip.value[15] = true;
+    metadata.Tx.tail.outOfRange[24] = true;
+
+    MD_Restore(metadata, before);
+
+    EXPECT_EQ(metadata.Tx.Ramp.value, 80.0F);
+    EXPECT_EQ(metadata.Tx.Ramp.level, 1);
+    EXPECT_FALSE(metadata.Ch.Skip.value[15]);
+    EXPECT_TRUE(metadata.Tx.tail.outOfRange[24]);
 }
 
 } // namespace
