@@ -1,3 +1,67 @@
-int main() {
-    return 0;
+#include "model/survey_model.h"
+#include "program/desktop_help.h"
+#include "program/export_command.h"
+#include "shell/main_loop.h"
+#include "toolkit/desktop/desktop_run.h"
+
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int ExitUsage = 2;
+
+using Words = std::vector<std::string>;
+
+[[noreturn]] void serve() {
+    keldrin::SurveyModel model;
+    keldrin::runProgram(model);
+}
+
+int usage(const std::string &fault) {
+    std::cerr << "keldrin: " << fault << "; see keldrin --help\n";
+    return ExitUsage;
+}
+
+// keldrin --drive SCENARIO [FILE]
+int drive(const Words &words) {
+    if (words.size() < 3 || words.size() > 4) {
+        return usage("--drive needs a scenario and at most one file");
+    }
+    Words arguments = {words[0]};
+    if (words.size() == 4) {
+        arguments.push_back(words[3]);
+    }
+    const int status =
+        keldrin::startDrivenRun(words[2], std::move(arguments), std::cout, std::cerr);
+    if (status != 0) {
+        return status;
+    }
+    serve();
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const Words words(argv, argv + argc);
+    const std::string first = words.size() > 1 ? words[1] : "";
+    if (const std::optional<int> told = keldrin::tellHelp(first)) {
+        return *told;
+    }
+    if (first == "--export") {
+        return keldrin::exportCommand(argc, argv);
+    }
+    if (first == "--drive") {
+        return drive(words);
+    }
+    if (first.substr(0, 2) == "--") {
+        return usage("unknown option " + first);
+    }
+    if (words.size() > 2) {
+        return usage("opens one file at a time");
+    }
+    keldrin::startDesktop(words);
+    serve();
 }

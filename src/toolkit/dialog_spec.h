@@ -22,6 +22,26 @@ enum class ControlKind {
     Bar, ///< how far some work is; the user cannot change it
 };
 
+/// What a static text is to the controls around it.
+enum class StaticLook {
+    Text,       ///< a text of its own, or the label of the field in the next row
+    GroupTitle, ///< title of the frame that begins here; in the row of another one it goes on
+    RowTitle,   ///< begins a row of fields
+    Head,       ///< stands above the fields of its column
+    Unit,       ///< stands behind the field before it
+    Help,       ///< an explanation, as wide as the dialog
+};
+
+/// Where a part of a dialog begins. Parts stand below each other; a run of left and right ones
+/// stands side by side. Fields are aligned within their part.
+enum class DialogPart {
+    Same, ///< no part begins here, but see StaticLook::GroupTitle
+    Plain,
+    Frame,
+    LeftFrame,
+    RightFrame,
+};
+
 /// The label beside a control has the control's id plus this, the unit behind it the id plus that.
 /// Titles of groups have ids from 4001 up. None of these clashes with a control's own id.
 inline constexpr int LabelIdOffset = 1000;
@@ -37,7 +57,16 @@ struct ControlSpec {
     double low = 1.0;             ///< limits of what the user types; none when low is above high
     double high = 0.0;
     bool enabled = true;
+
+    // How it is laid out; nothing else depends on this.
     bool sameRow = false; ///< stands in the row of the control before it
+    DialogPart part = DialogPart::Same;
+    std::string_view partTitle = {}; ///< of a frame that no static has the title of
+    StaticLook look = StaticLook::Text;
+    bool labelAbove = false; ///< the label is the head of its column
+    int width = 0;           ///< of a field in characters; 0 as usual for its kind
+    int rows = 0;            ///< of a list that is open; 0 one that drops down
+    int unitFrom = 0;        ///< static whose text is its unit too; 0 none
 };
 
 struct DialogSpec {
@@ -45,6 +74,7 @@ struct DialogSpec {
     std::string_view caption;
     int defaultButton = 0; ///< what Enter presses; 0 none
     std::span<const ControlSpec> controls;
+    bool inRoot = false; ///< lies upon the root window's page, beside which it is used
 };
 
 /// The table of a dialog, or null when there is none of that number.

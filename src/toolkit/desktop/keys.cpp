@@ -62,4 +62,10 @@ int keyCodeOf(const QKeyEvent &key) {
     return isPrintable(character) ? static_cast<int>(character) : 0;
 }
 
+int qtKeyOf(int code) {
+    const auto *named = std::find_if(NamedKeys.begin(), NamedKeys.end(),
+                                     [=](const NamedKey &n) { return n.code == code; });
+    return named != NamedKeys.end() ? named->qtKey : 0;
+}
+
 } // namespace keldrin

@@ -54,40 +54,66 @@ constexpr ControlSpec besides(ControlSpec spec) {
     return spec;
 }
 
+constexpr ControlSpec beginning(ControlSpec spec, DialogPart part, std::string_view title = {}) {
+    spec.part = part;
+    spec.partTitle = title;
+    return spec;
+}
+
+constexpr ControlSpec rowTitle(int id, std::string_view label) {
+    return {.id = id, .label = label, .look = StaticLook::RowTitle};
+}
+
+// A field behind a row's title, with its label above it.
+constexpr ControlSpec under(ControlSpec spec) {
+    spec.labelAbove = true;
+    return besides(spec);
+}
+
+constexpr int OffsetUnit = 1110; ///< the unit of all lengths
+
+constexpr ControlSpec withLengthUnit(ControlSpec spec) {
+    spec.unitFrom = OffsetUnit;
+    return spec;
+}
+
 constexpr std::array Controls = {
-    text(1001, "Descriptive Text"),
+    beginning(text(1001, "Descriptive Text"), DialogPart::Frame, "Job and line"),
     text(1003, ""),
     text(1004, ""),
     text(1071, "Job Name"),
-    text(1100, "Job Area"),
+    besides(text(1100, "Job Area")),
     text(1101, "Job For"),
-    text(1102, "Job By"),
+    besides(text(1102, "Job By")),
     text(1072, "Line Name", LineNameLength),
     besides(real(1104, "Line Number", None, OneDecimal)),
     besides(whole(1106, "Line Azimuth", Circle)),
-    real(1108, "Station # Scale", {1.0E-6, 1.0E6}, "(1P,G12.4E1)"),
+    beginning(real(1108, "Station # Scale", {1.0E-6, 1.0E6}, "(1P,G12.4E1)"), DialogPart::LeftFrame,
+              "Array"),
     besides({.id = 1006, .kind = List, .label = "Length Units", .length = 2}),
     ControlSpec{.id = 1008, .kind = List, .label = "TEM Array", .length = 4},
-    besides(real(1011, "Tx-Rx Offset (across-line)", {-9.9E8, 9.9E9}, OneDecimal)),
-    besides({.id = 1110, .label = "m"}),
-    ControlSpec{.id = 1010, .label = "Tx Loop Size (m)"},
-    real(1015, "x along line", Length, OneDecimal),
-    besides(real(1016, "y across line", Length, OneDecimal)),
-    besides(whole(1078, "x azm", Circle)),
-    besides(whole(1024, "# Turns", {1.0, 32.0})),
+    withLengthUnit(real(1011, "Tx-Rx Offset (across-line)", {-9.9E8, 9.9E9}, OneDecimal)),
+    besides({.id = OffsetUnit, .label = "m", .look = StaticLook::Unit}),
+    beginning(rowTitle(1010, "Tx Loop Size (m)"), DialogPart::LeftFrame, "Transmitter"),
+    withLengthUnit(under(real(1015, "x along line", Length, OneDecimal))),
+    withLengthUnit(under(real(1016, "y across line", Length, OneDecimal))),
+    under(whole(1078, "x azm", Circle)),
+    under(whole(1024, "# Turns", {1.0, 32.0})),
     real(1025, "Transmitter Ramp Time", Length, OneDecimal, "usec"),
     real(1026, "Transmitter Frequency", {0.01, 1024.0}, FourDigits, "Hz"),
     position(1122, "Tx.Stn =Tx ID", "(F14.1)"),
-    ControlSpec{.id = 1111, .label = "FXL Tx Loop Center (m)"},
-    position(1046, "East", "(F12.0)"),
-    besides(position(1047, "North", "(F12.0)")),
-    real(1032, "Background Model Weighting", Weight, FourDigits),
+    rowTitle(1111, "FXL Tx Loop Center (m)"),
+    under(position(1046, "East", "(F12.0)")),
+    under(position(1047, "North", "(F12.0)")),
+    beginning(real(1032, "Background Model Weighting", Weight, FourDigits), DialogPart::RightFrame,
+              "Inversion"),
     real(1038, "Vertical Smoothness Weighting", Weight, FourDigits),
     real(1037, "Data Error Floor", Percent, OneDecimal, "%"),
     whole(1041, "Maximum # of Iterations", {0.0, 32.0}),
     real(1051, "Drop Data with Error Above", Percent, OneDecimal, "%"),
-    ControlSpec{
-        .id = 1043, .kind = Text, .label = "Save As", .unit = ".std", .length = BaseNameLength},
+    beginning(
+        {.id = 1043, .kind = Text, .label = "Save As", .unit = ".std", .length = BaseNameLength},
+        DialogPart::Plain),
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     besides({.id = ButtonCancel, .kind = Button, .label = "Cancel"}),
 };

@@ -24,6 +24,14 @@ constexpr ControlSpec area(int id, std::string_view label) {
             .high = Largest};
 }
 
+constexpr ControlSpec title(int id, std::string_view label, bool sameRow) {
+    return {.id = id, .label = label, .sameRow = sameRow, .look = StaticLook::GroupTitle};
+}
+
+constexpr ControlSpec head(int id, std::string_view label, bool sameRow) {
+    return {.id = id, .label = label, .sameRow = sameRow, .look = StaticLook::Head};
+}
+
 constexpr ControlSpec rescaling(int id, std::string_view label, bool sameRow) {
     return {.id = id,
             .kind = Double,
@@ -36,14 +44,14 @@ constexpr ControlSpec rescaling(int id, std::string_view label, bool sameRow) {
 
 constexpr std::array Controls = {
     ControlSpec{.id = 1082, .kind = List, .label = "Select Line", .length = 32},
-    ControlSpec{.id = 4001, .label = "Rx Coil"},
-    ControlSpec{.id = 4002, .label = "Effective Area"},
+    title(4001, "Rx Coil", false),
+    title(4002, "Effective Area", true),
     area(1083, "along-line X"),
     area(1116, "across-line Y"),
     area(1117, "vertical Z"),
-    ControlSpec{.id = 4003, .label = "Stn Number Rescaling"},
-    ControlSpec{.id = 4004, .label = "Beginning", .sameRow = true},
-    ControlSpec{.id = 4005, .label = "Increment", .sameRow = true},
+    title(4003, "Stn Number Rescaling", false),
+    head(4004, "Beginning", false),
+    head(4005, "Increment", true),
     rescaling(1114, "QDR", false),
     rescaling(1115, "QDR", true),
     rescaling(1118, "Client", false),

@@ -1,0 +1,77 @@
+#include "model/survey_model.h"
+#include "review/review_loop.h"
+#include "shell/open_project.h"
+#include "toolkit/child_process.h"
+#include "toolkit/desktop/canvas.h"
+#include "toolkit/desktop/desktop_backend.h"
+#include "toolkit/desktop/main_window.h"
+#include "toolkit/surfaces/surface.h"
+#include "toolkit/toolkit_state.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+namespace keldrin {
+namespace {
+
+const std::string Project = KELDRIN_SOURCE_DIR "/examples/project/inloop.std";
+
+/// The whole life of a process: start, open the example, show it, take the close request, end. The
+/// first painted window comes before that.
+void startOpenPaintClose(benchmark::State &state) {
+    const std::string scenario = "keldrin_desktop_bench.scn";
+    std::ofstream(scenario) << "close\n";
+    for (auto _ : state) {
+        const RunResult result = runChild({KELDRIN_PROGRAM, "--drive", scenario, Project}, "");
+        if (result.exitCode != 0 || result.toolkitError != 0) {
+            state.SkipWithError("the program did not run");
+        }
+    }
+    std::remove(scenario.c_str());
+}
+BENCHMARK(startOpenPaintClose)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// From the press of a key in the review to the painted page of the next sounding, of 26 windows.
+void reviewStep(benchmark::State &state) {
+    using Clock = std::chrono::steady_clock;
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(7, -1, -1, 1062, 850);
+    SurveyModel model;
+    std::string path = Project;
+    OpenProject(model, path);
+
+    Clock::time_point pressed;
+    char key = 'P';
+    backend.onIdle = [&] { // the review waits: its page is shown, then another one is asked for
+        backend.window().canvas().repaint();
+        if (pressed != Clock::time_point()) {
+            state.SetIterationTime(std::chrono::duration<double>(Clock::now() - pressed).count());
+        }
+        key = !state.KeepRunning() ? 'X' : key == 'N' ? 'P' : 'N';
+        pressed = Clock::now();
+        queueEvent({EventKey, key, 0, 0.0, 0.0});
+        backend.wake();
+    };
+    ReviewState review;
+    Review_Loop(model, review, path, OpenProject);
+    ToolkitClose();
+}
+BENCHMARK(reviewStep)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+} // namespace
+} // namespace keldrin
+
+int main(int argc, char **argv) {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,149 @@
+#include "toolkit/desktop/canvas.h"
+
+#include "toolkit/desktop/painter_surface.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int WheelUp = 4;
+constexpr int WheelDown = 5;
+constexpr int WheelStep = 120;
+
+int numberOf(Qt::MouseButton button) {
+    switch (button) {
+    case Qt::LeftButton:
+        return 1;
+    case Qt::MiddleButton:
+        return 2;
+    case Qt::RightButton:
+        return 3;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+Canvas::Canvas(QWidget *parent) : QWidget(parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent); // every repaint fills the page: nothing flickers
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(160, 120);
+}
+
+void Canvas::showPage() {
+    if (page_.changes() != painted_) {
+        update();
+    }
+}
+
+void Canvas::paintEvent(QPaintEvent * /*event*/) {
+    painted_ = page_.changes();
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::white); // paper, in light and dark surroundings
+    {
+        PainterSurface surface(painter, QRectF(rect()));
+        page_.replay(surface);
+    }
+    if (bandOn_) {
+        painter.setPen(QPen(Qt::red, 0));
+        painter.drawRect(band());
+    }
+}
+
+void Canvas::resizeEvent(QResizeEvent *event) {
+    QWidget::resizeEvent(event);
+    if (onResize) {
+        onResize();
+    }
+}
+
+// ---- Mouse
+
+QPointF Canvas::fractionOf(QPointF place) const {
+    const double across = std::max(1, width());
+    const double down = std::max(1, height());
+    return {place.x() / across, 1.0 - place.y() / down};
+}
+
+void Canvas::tellButton(int type, const QMouseEvent &event) {
+    const int button = numberOf(event.button());
+    if (button != 0 && onMouse) {
+        const QPointF place = fractionOf(event.position());
+        onMouse(type, button, place.x(), place.y());
+    }
+}
+
+void Canvas::mousePressEvent(QMouseEvent *event) {
+    tellButton(EventMouseDown, *event);
+}
+
+// A fast second press is a press like any.
+void Canvas::mouseDoubleClickEvent(QMouseEvent *event) {
+    tellButton(EventMouseDown, *event);
+}
+
+void Canvas::mouseReleaseEvent(QMouseEvent *event) {
+    tellButton(EventMouseUp, *event);
+}
+
+void Canvas::mouseMoveEvent(QMouseEvent *event) {
+    const QPointF place = fractionOf(event->position());
+    if (bandOn_) {
+        bandTo_ = place;
+        update();
+    }
+    if (onMove) {
+        onMove(place.x(), place.y());
+    }
+}
+
+void Canvas::leaveEvent(QEvent * /*event*/) {
+    if (onMove) {
+        constexpr double nowhere = std::numeric_limits<double>::quiet_NaN();
+        onMove(nowhere, nowhere);
+    }
+}
+
+void Canvas::wheelEvent(QWheelEvent *event) {
+    event->accept();
+    wheelTurn_ += event->angleDelta().y();
+    const QPointF place = fractionOf(event->position());
+    for (; std::abs(wheelTurn_) >= WheelStep;
+         wheelTurn_ -= wheelTurn_ > 0 ? WheelStep : -WheelStep) {
+        if (onMouse) {
+            onMouse(EventMouseDown, wheelTurn_ > 0 ? WheelUp : WheelDown, place.x(), place.y());
+        }
+    }
+}
+
+// ---- Rubber band
+
+QRectF Canvas::band() const {
+    const auto pixel = [this](QPointF fraction) {
+        return QPointF(fraction.x() * width(), (1.0 - fraction.y()) * height());
+    };
+    return QRectF(pixel(bandFrom_), pixel(bandTo_)).normalized();
+}
+
+void Canvas::startBand(double pageX, double pageY) {
+    bandOn_ = true;
+    bandFrom_ = bandTo_ = {pageX, pageY};
+}
+
+void Canvas::endBand() {
+    bandOn_ = false;
+    update();
+}
+
+} // namespace keldrin

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "toolkit/surfaces/page_list.h"
+#include "toolkit/toolkit.h"
+
+#include <QWidget>
+
+#include <cstdint>
+
+#include <functional>
+
+namespace keldrin {
+
+/// The page of the root window. It repaints from the list of what was drawn, at any size and pixel
+/// ratio, without asking the program, and tells where the mouse is in fractions of the page.
+class Canvas : public QWidget {
+  public:
+    explicit Canvas(QWidget *parent);
+
+    /// What is drawn on. The window follows when it is told to show it.
+    PageList &page() { return page_; }
+    /// Asks for a repaint if the page has changed since the last one.
+    void showPage();
+
+    /// Told of mouse buttons (1 left, 2 middle, 3 right, 4 and 5 the wheel) going down and up.
+    std::function<void(int type, int button, double pageX, double pageY)> onMouse;
+    /// Told of the mouse's place, and of its leaving with a place that is no number.
+    std::function<void(double pageX, double pageY)> onMove;
+    std::function<void()> onResize;
+
+    /// The rectangle that follows the mouse, from a corner in fractions of the page.
+    void startBand(double pageX, double pageY);
+    void endBand();
+
+  protected:
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
+  private:
+    [[nodiscard]] QPointF fractionOf(QPointF place) const;
+    void tellButton(int type, const QMouseEvent &event);
+    [[nodiscard]] QRectF band() const;
+
+    PageList page_;
+    std::uint64_t painted_ = 0; ///< changes of the page that the window shows
+    bool bandOn_ = false;
+    QPointF bandFrom_; ///< fractions of the page, y upward
+    QPointF bandTo_;
+    int wheelTurn_ = 0; ///< eighths of a degree that make no whole step yet
+};
+
+} // namespace keldrin

@@ -1,0 +1,83 @@
+#include "toolkit/desktop/desktop_run.h"
+
+#include "base/version.h"
+#include "toolkit/desktop/desktop_backend.h"
+#include "toolkit/desktop/driver/driven_backend.h"
+#include "toolkit/scripted/scripted_run.h"
+
+#include <QApplication>
+#include <QIcon>
+
+#include <locale.h> // NOLINT: the C++ header does not tell of setlocale in the global namespace
+
+#include <array>
+#include <memory>
+
+namespace keldrin {
+
+namespace {
+
+/// The name of the desktop entry, by which the desktop knows the window.
+constexpr auto DesktopId = "keldrin";
+
+/// Qt keeps the count and the words of its command line by reference.
+struct DesktopRun {
+    std::string name = "keldrin";
+    std::array<char *, 2> words = {name.data(), nullptr};
+    int count = 1;
+    std::unique_ptr<QApplication> application;
+    std::unique_ptr<DesktopBackend> backend;
+};
+
+DesktopRun &desktopRun() {
+    static DesktopRun run;
+    return run;
+}
+
+QIcon programIcon() {
+    QIcon icon;
+    for (const int size : {16, 32, 48, 64, 128, 256}) {
+        icon.addFile(QString(":/icons/keldrin-%1.png").arg(size));
+    }
+    return icon;
+}
+
+void startApplication() {
+    DesktopRun &run = desktopRun();
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QGuiApplication::setDesktopFileName(DesktopId);
+    run.application = std::make_unique<QApplication>(run.count, run.words.data());
+    QApplication::setApplicationName("keldrin");
+    QApplication::setApplicationDisplayName(""); // titles are the program's own
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(programIcon());
+    setlocale(LC_NUMERIC, "C"); // Qt has taken the user's
+}
+
+} // namespace
+
+void startDesktop(std::vector<std::string> arguments) {
+    startApplication();
+    DesktopRun &run = desktopRun();
+    run.backend = std::make_unique<DesktopBackend>(DesktopSettings{});
+    run.backend->onStopped = [] {
+        desktopRun().application.reset();
+    };
+    ToolkitInit(*run.backend, std::move(arguments));
+}
+
+int startDrivenRun(const std::string &scenarioPath, std::vector<std::string> arguments,
+                   std::ostream &transcript, std::ostream &complaints) {
+    const MakeScripted makeDriven = [](Script script, std::ostream &out) {
+        startApplication();
+        auto driven = std::make_unique<DrivenBackend>(std::move(script), out);
+        driven->onStopped = [] {
+            desktopRun().application.reset();
+        };
+        return driven;
+    };
+    return startScriptedRun(scenarioPath, std::move(arguments), transcript, complaints, makeDriven);
+}
+
+} // namespace keldrin

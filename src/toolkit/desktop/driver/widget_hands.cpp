@@ -1,0 +1,256 @@
+#include "toolkit/desktop/driver/widget_hands.h"
+
+#include "toolkit/desktop/canvas.h"
+#include "toolkit/desktop/common_dialogs.h"
+#include "toolkit/desktop/desktop_backend.h"
+#include "toolkit/desktop/dialog_window.h"
+#include "toolkit/desktop/driver/synthetic_input.h"
+#include "toolkit/desktop/main_window.h"
+#include "toolkit/desktop/qt_text.h"
+#include "toolkit/scripted/typed_entry.h"
+#include "toolkit/toolkit_state.h"
+
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QListView>
+#include <QListWidget>
+#include <QMenuBar>
+
+namespace keldrin {
+
+namespace {
+
+Qt::MouseButton buttonOf(int number) {
+    constexpr int middle = 2;
+    constexpr int right = 3;
+    return number == right ? Qt::RightButton : number == middle ? Qt::MiddleButton : Qt::LeftButton;
+}
+
+void clickCentre(QWidget &widget) {
+    sendClick(widget, QRectF(widget.rect()).center());
+}
+
+void chooseInCombo(QComboBox &combo, int row) {
+    giveFocus(combo);
+    combo.showPopup();
+    combo.view()->setCurrentIndex(combo.model()->index(row, combo.modelColumn()));
+    sendKey(*combo.view(), KeyEnter);
+}
+
+void chooseInList(QListWidget &list, int row) {
+    QListWidgetItem *item = list.item(row);
+    list.scrollToItem(item);
+    sendClick(*list.viewport(), QRectF(list.visualItemRect(item)).center());
+}
+
+void typeInto(QLineEdit &field, std::string_view text) {
+    giveFocus(field);
+    field.selectAll();
+    if (text.empty()) {
+        sendKey(field, KeyDelete);
+    } else {
+        sendText(field, qtText(text));
+    }
+    takeFocus(field);
+}
+
+} // namespace
+
+// ---- Root window
+
+QPointF WidgetHands::placeOf(double xCm, double yCm) const {
+    const Canvas &canvas = desktop_.window().canvas();
+    return {xCm / static_cast<double>(PageWidthCm) * canvas.width(),
+            (1.0 - yCm / static_cast<double>(PageHeightCm)) * canvas.height()};
+}
+
+void WidgetHands::chooseMenu(int command) {
+    QMenuBar &bar = *desktop_.window().menuBar();
+    const QRect place = bar.actionGeometry(desktop_.window().actionOf(command));
+    if (bar.rect().contains(place.center())) {
+        sendClick(bar, QPointF(place.center()));
+        sendMouseMove(bar, QPointF(bar.width() - 1, bar.height() - 1), Qt::NoButton);
+    } else { // a narrow window keeps its last entries behind an arrow
+        desktop_.window().actionOf(command)->trigger();
+    }
+    DesktopBackend::settle();
+}
+
+void WidgetHands::pressKey(int code) {
+    const DialogModel *top = topDialog();
+    DialogWindow *panel = top != nullptr ? desktop_.dialogWindow(*top) : nullptr;
+    QWidget *focus = panel != nullptr ? panel->focusWidget() : nullptr;
+    sendKey(focus != nullptr ? *focus : desktop_.window().canvas(), code);
+    DesktopBackend::settle();
+}
+
+void WidgetHands::click(const MouseClick &click) {
+    const QPointF place = placeOf(click.x, click.y);
+    const Qt::MouseButton button = buttonOf(click.button);
+    Canvas &canvas = desktop_.window().canvas();
+    for (int i = 0; i < (click.twice ? 2 : 1); ++i) {
+        gesture_.emplace_back(
+            [&canvas, place, button, i] { sendMouseDown(canvas, place, button, i > 0); });
+        gesture_.emplace_back([&canvas, place, button] { sendMouseUp(canvas, place, button); });
+    }
+}
+
+void WidgetHands::drag(const MouseDrag &drag) {
+    const QPointF from = placeOf(drag.x1, drag.y1);
+    const QPointF to = placeOf(drag.x2, drag.y2);
+    const Qt::MouseButton button = buttonOf(drag.button);
+    Canvas &canvas = desktop_.window().canvas();
+    gesture_.emplace_back([&canvas, from, button] { sendMouseDown(canvas, from, button); });
+    if (drag.aborted) {
+        gesture_.emplace_back([&canvas, to, button] {
+            sendMouseMove(canvas, to, button);
+            sendKey(canvas, KeyEscape);
+        });
+    }
+    gesture_.emplace_back([&canvas, to, button] {
+        sendMouseMove(canvas, to, button);
+        sendMouseUp(canvas, to, button);
+    });
+}
+
+void WidgetHands::turnWheel(const WheelTurn &wheel) {
+    Canvas &canvas = desktop_.window().canvas();
+    for (int i = 0; i < wheel.count; ++i) {
+        gesture_.emplace_back([&canvas, up = wheel.up] {
+            sendWheel(canvas, QRectF(canvas.rect()).center(), up ? 1 : -1);
+        });
+    }
+}
+
+// The size told is that of the page, as the program asks for it.
+void WidgetHands::resize(PixelSize size) {
+    MainWindow &window = desktop_.window();
+    const QSize frame = window.size() - window.canvas().size();
+    window.resize(QSize(size.width, size.height) + frame);
+    DesktopBackend::settle();
+    queueEvent({EventResize, 0, 0, 0.0, 0.0});
+}
+
+// The window repaints by itself; the program hears of it here only.
+void WidgetHands::expose() {
+    desktop_.window().canvas().update();
+    DesktopBackend::settle();
+    queueEvent({EventExposure, 0, 0, 0.0, 0.0});
+}
+
+void WidgetHands::closeWindow() {
+    desktop_.window().close();
+    DesktopBackend::settle();
+}
+
+// ---- Dialogs
+
+void WidgetHands::enter(DialogModel &dialog, int id, std::string_view value) {
+    QWidget *widget = desktop_.dialogWindow(dialog)->widgetOf(id);
+    if (auto *check = qobject_cast<QCheckBox *>(widget)) {
+        if (check->isChecked() != (value == "on")) {
+            sendClick(*check, QPointF(check->height() / 2.0, check->height() / 2.0));
+        }
+    } else if (auto *combo = qobject_cast<QComboBox *>(widget)) {
+        chooseInCombo(*combo, chosenEntry(dialog, id, value) - 1);
+    } else if (auto *list = qobject_cast<QListWidget *>(widget)) {
+        chooseInList(*list, chosenEntry(dialog, id, value) - 1);
+    } else if (auto *bar = qobject_cast<QAbstractSlider *>(widget)) {
+        bar->setSliderPosition(qtText(value).toInt());
+    } else if (auto *field = qobject_cast<QLineEdit *>(widget)) {
+        typeInto(*field, value);
+    }
+    DesktopBackend::settle();
+}
+
+void WidgetHands::press(DialogModel &dialog, int button) {
+    clickCentre(*desktop_.dialogWindow(dialog)->widgetOf(button));
+    DesktopBackend::settle();
+}
+
+void WidgetHands::closeDialog(DialogModel &dialog) {
+    desktop_.dialogWindow(dialog)->close();
+    DesktopBackend::settle();
+}
+
+void WidgetHands::pressKeyIn(DialogModel &dialog, int code) {
+    DialogWindow &window = *desktop_.dialogWindow(dialog);
+    QWidget *focus = window.focusWidget();
+    sendKey(focus != nullptr ? *focus : window, code);
+    DesktopBackend::settle();
+}
+
+// ---- Gestures
+
+std::optional<RawEvent> WidgetHands::next() {
+    if (gesture_.empty()) {
+        return std::nullopt;
+    }
+    const std::function<void()> step = gesture_.front();
+    gesture_.pop_front();
+    step();
+    return RawEvent{};
+}
+
+RubberEnd WidgetHands::rubberBand(double pageX, double pageY) {
+    desktop_.onIdle = [this] {
+        next(); // each step of a gesture ends the band, or has begun it
+    };
+    const RubberEnd end = desktop_.rubberBand(pageX, pageY);
+    desktop_.onIdle = nullptr;
+    return end;
+}
+
+// ---- The system's dialogs
+
+// A file that the chooser would refuse is the program's to find out; nothing is done then.
+bool WidgetHands::answerChooser(const FileRequest &request,
+                                const std::optional<std::string> &path) {
+    if (path && !request.save && !QFileInfo(qtText(*path)).isFile()) {
+        return true;
+    }
+    QFileDialog chooser(&desktop_.window());
+    chooser.setOption(QFileDialog::DontUseNativeDialog);
+    chooser.setOption(QFileDialog::DontConfirmOverwrite);
+    prepareChooser(chooser, request, {.memory = false});
+    chooser.open();
+    DesktopBackend::settle();
+    if (!path) {
+        sendKey(chooser, KeyEscape);
+    } else {
+        auto *name = chooser.findChild<QLineEdit *>("fileNameEdit");
+        const QString whole = QFileInfo(qtText(*path)).absoluteFilePath();
+        typeInto(*name, plainText(whole));
+        sendKey(*name, KeyEnter);
+    }
+    DesktopBackend::settle();
+    if (!path) {
+        return chooser.result() == QDialog::Rejected;
+    }
+    const QStringList chosen = chooser.selectedFiles();
+    return chooser.result() == QDialog::Accepted && !chosen.isEmpty() &&
+           QFileInfo(chosen.front()) == QFileInfo(qtText(*path));
+}
+
+bool WidgetHands::answerBox(const BoxRequest &request, const BoxResult &answer) {
+    QMessageBox box(&desktop_.window());
+    prepareBox(box, request);
+    box.open();
+    DesktopBackend::settle();
+    if (answer.quietFurther) {
+        sendClick(*box.checkBox(),
+                  QPointF(box.checkBox()->height() / 2.0, box.checkBox()->height() / 2.0));
+    }
+    clickCentre(*box.button(answer.button == 0 ? QMessageBox::Cancel : QMessageBox::Ok));
+    DesktopBackend::settle();
+    const BoxResult given = answerOf(box);
+    return given.button == answer.button && given.quietFurther == answer.quietFurther;
+}
+
+} // namespace keldrin

@@ -1,0 +1,125 @@
+#include "toolkit/desktop/main_window.h"
+
+#include "toolkit/desktop/canvas.h"
+#include "toolkit/desktop/keys.h"
+#include "toolkit/desktop/qt_text.h"
+#include "toolkit/menu.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QUrl>
+
+namespace keldrin {
+
+namespace {
+
+// The one file of a drop, or none.
+QString droppedFile(const QMimeData &data) {
+    const QList<QUrl> urls = data.urls();
+    return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
+}
+
+} // namespace
+
+MainWindow::MainWindow() : canvas_(new Canvas(this)) {
+    setCentralWidget(canvas_);
+    setAcceptDrops(true);
+    makeMenu();
+    makeStatusBar();
+    canvas_->setFocus();
+}
+
+void MainWindow::makeMenu() {
+    menuBar()->setNativeMenuBar(false); // its entries have no menus below them
+    for (const MenuEntry &entry : MenuEntries) {
+        QAction *action = menuBar()->addAction(qtText(entry.label));
+        action->setStatusTip(qtText(entry.hint));
+        action->setEnabled(!entry.greyedAtStart);
+        connect(action, &QAction::triggered, this, [this, command = entry.command] {
+            if (onMenu) {
+                onMenu(command);
+            }
+        });
+        actions_[entry.command] = action;
+    }
+}
+
+void MainWindow::makeStatusBar() {
+    for (QLabel *&label : status_) {
+        label = new QLabel(this);
+        label->setTextFormat(Qt::PlainText);
+        label->hide();
+    }
+    statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)], 1);
+    statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(StatusPart::Marks)]);
+    statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(StatusPart::Program)]);
+}
+
+void MainWindow::setStatus(StatusPart part, const QString &text) {
+    QLabel *label = status_[static_cast<std::size_t>(part)];
+    label->setText(text);
+    label->setVisible(!text.isEmpty());
+}
+
+QAction *MainWindow::actionOf(int command) const {
+    const auto found = actions_.find(command);
+    return found == actions_.end() ? nullptr : found->second;
+}
+
+void MainWindow::setCommand(int command, bool on) {
+    if (QAction *action = actionOf(command)) {
+        action->setEnabled(on);
+    }
+}
+
+void MainWindow::serveMenu(bool on) {
+    menuServed_ = on;
+    menuBar()->setEnabled(on);
+}
+
+void MainWindow::keyPressEvent(QKeyEvent *event) {
+    const int code = keyCodeOf(*event);
+    if (code != 0 && onKey) {
+        onKey(code);
+    } else {
+        QMainWindow::keyPressEvent(event);
+    }
+}
+
+// The program decides what a close request means; the window goes when it ends.
+void MainWindow::closeEvent(QCloseEvent *event) {
+    event->ignore();
+    if (onClose) {
+        onClose();
+    }
+}
+
+void MainWindow::contextMenuEvent(QContextMenuEvent *event) {
+    if (menuServed_ && onContextMenu) {
+        onContextMenu(event->globalPos());
+    }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event) {
+    if (menuServed_ && !droppedFile(*event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent *event) {
+    const QString path = droppedFile(*event->mimeData());
+    if (menuServed_ && !path.isEmpty() && onDrop) {
+        event->acceptProposedAction();
+        onDrop(path);
+    }
+}
+
+} // namespace keldrin

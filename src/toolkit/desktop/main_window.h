@@ -1,0 +1,53 @@
+#pragma once
+
+#include "toolkit/toolkit.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <functional>
+#include <map>
+
+class QLabel;
+
+namespace keldrin {
+
+class Canvas;
+
+/// The root window: the menu on its bar, the page, and a status bar. It only shows and reports.
+class MainWindow : public QMainWindow {
+  public:
+    MainWindow();
+
+    Canvas &canvas() { return *canvas_; }
+
+    std::function<void(int command)> onMenu;
+    std::function<void(int key)> onKey;
+    std::function<void()> onClose;
+    std::function<void(const QString &path)> onDrop; ///< a file was dropped on the window
+    std::function<void(QPoint global)> onContextMenu;
+
+    void setCommand(int command, bool on);
+    void serveMenu(bool on);
+    [[nodiscard]] bool servesMenu() const { return menuServed_; }
+    void setStatus(StatusPart part, const QString &text);
+    [[nodiscard]] QAction *actionOf(int command) const;
+
+  protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+  private:
+    void makeMenu();
+    void makeStatusBar();
+
+    Canvas *canvas_ = nullptr;
+    std::map<int, QAction *> actions_; ///< by command
+    std::array<QLabel *, 3> status_{}; ///< by StatusPart
+    bool menuServed_ = true;
+};
+
+} // namespace keldrin

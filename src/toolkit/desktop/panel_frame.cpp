@@ -1,0 +1,130 @@
+#include "toolkit/desktop/panel_frame.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace keldrin {
+
+namespace {
+
+int held(int corner, int size, int room) {
+    return std::max(std::min(corner, room - size), 0);
+}
+
+} // namespace
+
+PanelFrame::PanelFrame(QWidget *panel) : QFrame(panel), panel_(panel) {
+    setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Raised));
+    panel->setAutoFillBackground(true);
+    // What happens upon the panel is not meant for the widget below it.
+    panel->setAttribute(Qt::WA_NoMousePropagation);
+    panel->parentWidget()->installEventFilter(this);
+    auto *outside = new QVBoxLayout(panel);
+    outside->setContentsMargins(0, 0, 0, 0);
+    outside->addWidget(this);
+    auto *inside = new QVBoxLayout(this);
+    inside->setContentsMargins(0, 0, 0, 0);
+    inside->setSpacing(0);
+    inside->addWidget(makeTitle());
+    content_ = new QVBoxLayout;
+    content_->setContentsMargins(9, 6, 9, 9);
+    inside->addLayout(content_);
+}
+
+QWidget *PanelFrame::makeTitle() {
+    title_ = new QWidget(this);
+    title_->setAutoFillBackground(true);
+    title_->setBackgroundRole(QPalette::Highlight);
+    title_->setCursor(Qt::SizeAllCursor);
+    title_->installEventFilter(this);
+    caption_ = new QLabel(title_);
+    caption_->setObjectName("caption");
+    caption_->setTextFormat(Qt::PlainText);
+    caption_->setForegroundRole(QPalette::HighlightedText);
+    auto *close = new QToolButton(title_);
+    close->setObjectName("close");
+    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    close->setAutoRaise(true);
+    close->setFocusPolicy(Qt::NoFocus);
+    close->setCursor(Qt::ArrowCursor);
+    close->setAccessibleName("Close");
+    connect(close, &QToolButton::clicked, this, [this] {
+        if (onClose) {
+            onClose();
+        }
+    });
+    auto *row = new QHBoxLayout(title_);
+    row->setContentsMargins(9, 2, 2, 2);
+    row->addWidget(caption_, 1);
+    row->addWidget(close);
+    return title_;
+}
+
+void PanelFrame::setCaption(const QString &caption) {
+    caption_->setText(caption);
+}
+
+void PanelFrame::moveTo(QPoint corner) {
+    const QSize room = panel_->parentWidget()->size();
+    const QSize size = panel_->size();
+    panel_->move(held(corner.x(), size.width(), room.width()),
+                 held(corner.y(), size.height(), room.height()));
+    fromTopLeft_ = panel_->pos();
+    fromBottomRight_ =
+        QPoint(room.width(), room.height()) - (fromTopLeft_ + QPoint(size.width(), size.height()));
+}
+
+void PanelFrame::keepDistance() {
+    const QSize spare = panel_->parentWidget()->size() - panel_->size();
+    const bool right = fromBottomRight_.x() < fromTopLeft_.x();
+    const bool bottom = fromBottomRight_.y() < fromTopLeft_.y();
+    const QPoint corner(right ? spare.width() - fromBottomRight_.x() : fromTopLeft_.x(),
+                        bottom ? spare.height() - fromBottomRight_.y() : fromTopLeft_.y());
+    panel_->move(held(corner.x(), 0, std::max(spare.width(), 0)),
+                 held(corner.y(), 0, std::max(spare.height(), 0)));
+}
+
+void PanelFrame::fit() {
+    panel_->resize(panel_->sizeHint());
+    keepDistance();
+}
+
+bool PanelFrame::dragTitle(QEvent &event) {
+    const auto place = [&] {
+        return static_cast<QMouseEvent &>(event).globalPosition().toPoint();
+    };
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+        dragging_ = static_cast<QMouseEvent &>(event).button() == Qt::LeftButton;
+        grabbed_ = place() - panel_->pos();
+        return true;
+    case QEvent::MouseMove:
+        if (dragging_) {
+            moveTo(place() - grabbed_);
+        }
+        return true;
+    case QEvent::MouseButtonRelease:
+        dragging_ = false;
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PanelFrame::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == title_ && dragTitle(*event)) {
+        return true;
+    }
+    if (watched == panel_->parentWidget() && event->type() == QEvent::Resize) {
+        keepDistance();
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+} // namespace keldrin
