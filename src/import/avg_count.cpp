@@ -1,5 +1,6 @@
 #include "import/avg_file.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
 #include "text/value_readers.h"
 
@@ -130,6 +131,7 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
     if (!pass.walk.reader.open(fileName)) {
         return 1;
     }
+    WatchedReading watched(pass.walk.reader, fileName);
     std::string_view line;
     while (pass.walk.nextDataLine(model.metadata, line)) {
         if (pass.walk.HeaderChanged && pass.walk.identity.take(model.metadata)) {
@@ -141,7 +143,7 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
             AVG_File_Input(pass, model.lines, reading);
         }
     }
-    if (pass.walk.faulted) {
+    if (pass.walk.faulted || watched.stopped()) {
         return 1;
     }
     noteEndMark(pass.walk.reader);

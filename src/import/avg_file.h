@@ -74,12 +74,13 @@ inline constexpr int AvgSourceLevel = 2; ///< of the file's keyword records
 /// Counting pass: finds every survey line and counts its transients into the line table, then
 /// takes array, station rescaling and coil areas into the preset.
 /// returns  0, or 1 when the file cannot be read or holds no data (reported), or 1 without a
-///          message when it does not exist
+///          message when it does not exist or the user has stopped the reading
 int AVG_Count(SurveyModel &model, const std::string &fileName);
 
 /// Reading pass over the lines of one LineLabel, after STD_Allocate_hTrn. Fills the soundings and
 /// their count; repeated readings are merged by inverse-variance weights.
-/// returns  0, or 1 when nothing was read, the file failed or its last label line was bad
+/// returns  0, or 1 when nothing was read, the file failed, its last label line was bad or the
+///          user has stopped the reading
 int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel);
 
 /// Parses a label line into the column map. A missing required column is reported and logged.

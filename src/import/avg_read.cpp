@@ -1,6 +1,7 @@
 #include "import/avg_file.h"
 #include "import/window_tables.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/control_block.h"
 #include "text/value_readers.h"
 
@@ -274,12 +275,17 @@ int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view l
                                            " soundings"});
         return 1;
     }
+    WatchedReading watched(pass.walk.reader, fileName);
     std::string_view line;
     while (!pass.stopped && pass.walk.nextDataLine(model.metadata, line)) {
         settleLine(pass, model, lineLabel);
         if (pass.LineSelected) {
             AVG_Read_Data(pass, model, line);
         }
+    }
+    if (watched.stopped()) {
+        model.SoundingCount = 0;
+        return 1;
     }
     int status = pass.walk.faulted || !pass.walk.LabelsValid ? 1 : 0;
     if (!pass.walk.faulted) {

@@ -12,6 +12,10 @@ inline constexpr std::string_view WriteFailureText = "ERROR while writing KELDRI
 
 void reportWriteFailure(const std::string &path, const std::string &reason);
 
+/// Copies a file, whole or not at all.
+/// returns  false when that failed; `reason` says why
+bool copyWholeFile(const std::string &from, const std::string &to, std::string &reason);
+
 /// Copies a file to its path with "~" behind. A copy, so that there is a file at either path
 /// whatever happens to the write that follows.
 /// returns  false when that failed; `reason` says why

@@ -21,8 +21,8 @@ std::string modelPathOf(const std::string &projectPath);
 /// blocks without a sounding and layers beyond the 48th are dropped.
 /// changes  NumLayer, ThkInv, ZMid and the layer values of the soundings met; ModelLayerCount is
 ///          raised to the largest NumLayer
-/// returns  0; 1 without soundings, nothing is read; 2 when there is no file, or none that can be
-///          read (reported in the second case only)
+/// returns  0; 1 without soundings, nothing is read, and when the user has stopped the reading; 2
+///          when there is no file, or none that can be read (reported in the second case only)
 int M1D_File_Read(SurveyModel &model, const std::string &path);
 
 /// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without

@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/model_columns.h"
 
 #include <algorithm>
@@ -156,6 +157,7 @@ std::string modelPathOf(const std::string &projectPath) {
 
 int M1D_File_Read(SurveyModel &model, const std::string &path) {
     constexpr int noSoundings = 1;
+    constexpr int stopped = 1;
     constexpr int noFile = 2;
     if (model.SoundingCount < 1) {
         return noSoundings;
@@ -170,8 +172,12 @@ int M1D_File_Read(SurveyModel &model, const std::string &path) {
     }
     ReportInfoLine("Reading layered-model parameters from");
     ReportInfoLine(path);
+    WatchedReading watched(reader, path);
     ModelReading reading{model, {}};
     readRows(reading, reader);
+    if (watched.stopped()) {
+        return stopped;
+    }
     noteEndMark(reader);
     ReportInfoLine(std::to_string(reading.models) + " layered-models read from " +
                    std::string(fileNameOf(path)));

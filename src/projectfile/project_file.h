@@ -15,7 +15,7 @@ namespace keldrin {
 /// path     in: the file; out: the file that was read
 /// changes  control values and soundings; on failure SoundingCount is 0
 /// returns  0, or 1 when there is no file, no readable control block or no sounding; reported
-///          unless the user declined to choose a file
+///          unless the user declined to choose a file or has stopped the reading
 int STD_File_Read(SurveyModel &model, std::string &path);
 
 /// Writes a project file whole, or leaves the old one as it is.

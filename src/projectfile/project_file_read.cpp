@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/control_group.h"
 #include "projectfile/table_file.h"
 #include "toolkit/toolkit.h"
@@ -50,9 +51,13 @@ int readProject(SurveyModel &model, const std::string &path) {
         ReportError({"ERROR while opening KELDRIN file", path, reader.errorText()});
         return 1;
     }
+    WatchedReading watched(reader, path);
     int status = STD_Namelist_Read(model, reader, path);
     if (status == 0) {
         status = STD_Data_Read(model, reader, path);
+    }
+    if (watched.stopped()) {
+        return 1;
     }
     noteEndMark(reader);
     if (status == 0) {

@@ -4,6 +4,8 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "shell/open_project.h"
+#include "shell/project_copy.h"
+#include "toolkit/child_process.h"
 #include "toolkit/toolkit.h"
 
 namespace keldrin {
@@ -25,6 +27,10 @@ void reportFailedRun(const std::string &path) {
     }
 }
 
+void logEngineLine(std::string_view line) {
+    ReportInfoLine(std::string(EngineName) + ": " + std::string(line));
+}
+
 } // namespace
 
 int Invert(SurveyModel &model, std::string &path) {
@@ -36,9 +42,20 @@ int Invert(SurveyModel &model, std::string &path) {
     }
     constexpr int waitForItsEnd = 2;
     CheckGraphicsError();
-    IOsCommand({EngineName, path}, waitForItsEnd);
+    ProjectCopy copy(path);
+    const bool ended = IOsCommand({EngineName, path}, waitForItsEnd, logEngineLine);
     reportFailedRun(path);
-    return OpenProject(model, path);
+    copy.settle(!ended);
+    const int status = OpenProject(model, path);
+    copy.conclude(status == 0);
+    return status;
+}
+
+void showEngineStatus() {
+    const std::string own = programDirectory(ToolkitArgument(0));
+    const bool found = findProgram(EngineName, IOsVariable("PATH"), own).has_value();
+    ToolkitStatus(StatusPart::Program,
+                  found ? "" : std::string(EngineName) + " was not found; Invert cannot run.");
 }
 
 } // namespace keldrin

@@ -67,6 +67,7 @@ void commandOpen(Shell &shell) {
 
 void commandInvert(Shell &shell) {
     leaveIfClosed(Invert(shell.model, shell.ProjectPath));
+    showEngineStatus(); // it may have come or gone since the start
     showProjectTitle(shell); // reading offers another file when the project is gone
 }
 
@@ -175,6 +176,7 @@ void runProgram(SurveyModel &model) {
     openRootWindow();
     drawStartText();
     OpenLogFiles("keldrin ");
+    showEngineStatus();
     leaveIfClosed(StartFile(model, shell.ProjectPath));
     showProjectTitle(shell);
     for (;;) {

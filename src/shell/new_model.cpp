@@ -17,9 +17,9 @@
 #include "import/survey_information.h"
 #include "import/z_file.h"
 #include "messages/message_log.h"
-#include "physics/apparent_resistivity.h"
 #include "projectfile/project_file.h"
 #include "shell/sounding_positions.h"
+#include "shell/watched_survey.h"
 #include "toolkit/toolkit.h"
 
 #include <array>
@@ -179,7 +179,7 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     }
     positionSoundings(model, stations);
     ApplyDataCutoff(model);
-    ARes_Survey(model);
+    surveyApparentResistivities(model);
     return STD_File_Write(model, path);
 }
 

@@ -1,9 +1,9 @@
 #include "shell/open_project.h"
 
 #include "messages/message_log.h"
-#include "physics/apparent_resistivity.h"
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
+#include "shell/watched_survey.h"
 
 #include <algorithm>
 
@@ -20,16 +20,19 @@ bool lacksApparentResistivity(const SoundingRecord &record) {
 } // namespace
 
 int OpenProject(SurveyModel &model, std::string &path) {
+    constexpr int noModelFile = 2; // which is normal
     ClearLog();
-    const int status = STD_File_Read(model, path);
-    if (status != 0) {
+    int status = STD_File_Read(model, path);
+    if (status == 0) {
+        status = M1D_File_Read(model, modelPathOf(path));
+    }
+    if (status != 0 && status != noModelFile) {
         model.SoundingCount = 0;
         return status;
     }
-    M1D_File_Read(model, modelPathOf(path)); // a project without a model is normal
     const auto first = model.hTrn.begin();
     if (std::any_of(first, first + model.SoundingCount, lacksApparentResistivity)) {
-        ARes_Survey(model);
+        surveyApparentResistivities(model);
     }
     return 0;
 }

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "projectfile/table_extent.h"
+
+#include <string>
+
+namespace keldrin {
+
+/// A project and its model as they were before the engine, which writes over them and may end at
+/// any moment, in the middle of a file too.
+///
+/// The copy lies beside the project as a project of its own, NAME.before-inversion.std, so that it
+/// can be opened. It is gone when the engine has left both files whole. When the engine has left
+/// less by itself, what it left is loaded and the copy stays. When the user has stopped it in the
+/// middle of its writing, the copy takes the place of the torn files.
+class ProjectCopy {
+  public:
+    /// Copies what there is; a failure is logged, and the project is then as the engine leaves it.
+    explicit ProjectCopy(const std::string &projectPath);
+
+    /// To be called when the engine has ended, before its files are read.
+    /// stopped  by the user
+    void settle(bool stopped);
+
+    /// To be called when they have been read. Removes the copy or tells where it is.
+    /// loaded  the project could be read
+    void conclude(bool loaded);
+
+  private:
+    struct File {
+        std::string path;
+        std::string copy;   ///< blank: there was no file, or it could not be copied
+        TableExtent before; ///< no rows: there was no file
+    };
+
+    void copyFile(File &file);
+    void putBack(const File &file);
+
+    File project_;
+    File model_;
+    bool stopped_ = false;
+    bool putBack_ = false;
+    bool keep_ = false;
+};
+
+} // namespace keldrin
