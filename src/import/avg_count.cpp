@@ -4,34 +4,11 @@
 #include "projectfile/table_file.h"
 #include "text/value_readers.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <functional>
 #include <string>
-#include <unordered_set>
 
 namespace keldrin {
 
 namespace {
-
-/// What makes a sounding, to the bit; soundings that differ by rounding only are counted twice,
-/// which makes room for one too many.
-struct SoundingKey {
-    int line = 0;
-    double tx = MissingValue;
-    double rx = MissingValue;
-    float freq = MissingValue;
-    bool operator==(const SoundingKey &) const = default;
-};
-
-struct SoundingKeyHash {
-    std::size_t operator()(const SoundingKey &key) const {
-        std::size_t hash = std::hash<int>{}(key.line);
-        hash = hash * 31 + std::hash<double>{}(key.tx);
-        hash = hash * 31 + std::hash<double>{}(key.rx);
-        return hash * 31 + std::hash<float>{}(key.freq);
-    }
-};
 
 /// One data line as the count pass looks at it.
 struct CountedReading {
@@ -50,8 +27,7 @@ struct CountPass {
     float LastTime = MissingValue;
     int LastCmp = 0;
     int transients = 0;
-    std::unordered_set<SoundingKey, SoundingKeyHash> soundings;
-    SoundingKey lastKey;
+    SoundingCounter soundings;
 };
 
 // Reads the cells that identify a reading; what has no column comes from the keyword records.
@@ -93,18 +69,6 @@ bool reportUndefined(const CountedReading &reading, int record, std::string_view
     return true;
 }
 
-void countSounding(CountPass &pass, const LineTable &lines, const CountedReading &reading) {
-    const int line = static_cast<int>(pass.entry - lines.entries.data());
-    const SoundingKey key{line, reading.tx, reading.rx, reading.freq};
-    if (key == pass.lastKey) {
-        return;
-    }
-    pass.lastKey = key;
-    if (pass.soundings.insert(key).second) {
-        ++pass.entry->Soundings;
-    }
-}
-
 // Tells whether a line opens a transient of its own, and counts it if it does.
 void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReading &reading) {
     const int axis = (reading.component - 1) % ComponentAxes + 1;
@@ -114,7 +78,7 @@ void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReadin
     pass.LastTx = reading.tx;
     pass.LastRx = reading.rx;
     pass.LastTime = reading.time;
-    countSounding(pass, lines, reading);
+    pass.soundings.count(lines, *pass.entry, reading.tx, reading.rx, reading.freq);
     if (NewTransient) {
         ++pass.transients;
         ++pass.entry->Transients;

@@ -4,7 +4,7 @@
 #include "messages/message_log.h"
 
 #include <algorithm>
-#include <string>
+#include <functional>
 
 namespace keldrin {
 
@@ -17,6 +17,16 @@ void warnOfArray(const LineEntry &entry, const Metadata &metadata) {
                        "Will treat it as " +
                            std::string(nameOf(SurveyTypeNames, heldArrayIndex(entry.ArrayIndex)))});
     }
+}
+
+LineEntry &settleEntry(LineTable &lines, const LineIdentity &identity, int arrayIndex,
+                       FindOrAdd &found) {
+    const ListPlace place = List_Find_Or_Add(lines, identity.label().view());
+    LineEntry &entry = lines.entries[static_cast<std::size_t>(place.index)];
+    entry.LineName = identity.LastLineName;
+    entry.ArrayIndex = arrayIndex;
+    found = place.result;
+    return entry;
 }
 
 } // namespace
@@ -37,9 +47,9 @@ FixedText<16> lineLabel(std::string_view lineName, std::string_view arrayText) {
     return Str_Upper(Str_No_Blanks(lineName)) + " " + std::string(cutText(arrayText, 4));
 }
 
-bool LineIdentity::take(const Metadata &metadata) {
-    const FixedText<16> &name = metadata.Line.Name.value;
-    const FixedText<4> array = metadata.Survey.Array.value.view();
+bool LineIdentity::take(std::string_view lineName, std::string_view arrayText) {
+    const FixedText<16> name = lineName;
+    const FixedText<4> array = arrayText;
     if (name == LastLineName && array == LastArrayText) {
         return false;
     }
@@ -48,13 +58,20 @@ bool LineIdentity::take(const Metadata &metadata) {
     return true;
 }
 
+bool LineIdentity::take(const Metadata &metadata) {
+    return take(metadata.Line.Name.value.view(), metadata.Survey.Array.value.view());
+}
+
+LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity, int arrayIndex) {
+    FindOrAdd found = FindOrAdd::Found;
+    return settleEntry(lines, identity, arrayIndex, found);
+}
+
 LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity,
                             const Metadata &metadata) {
-    const ListPlace place = List_Find_Or_Add(lines, identity.label().view());
-    LineEntry &entry = lines.entries[static_cast<std::size_t>(place.index)];
-    entry.LineName = identity.LastLineName;
-    entry.ArrayIndex = metadata.Survey.ArrayIndex;
-    if (place.result != FindOrAdd::Found) {
+    FindOrAdd found = FindOrAdd::Found;
+    LineEntry &entry = settleEntry(lines, identity, metadata.Survey.ArrayIndex, found);
+    if (found != FindOrAdd::Found) {
         warnOfArray(entry, metadata);
     }
     return entry;
@@ -77,6 +94,25 @@ int heldArrayIndex(int arrayIndex) {
     return std::clamp(arrayIndex, FixedLoop, CoincidentLoop);
 }
 
+std::size_t SoundingCounter::KeyHash::operator()(const Key &key) const {
+    std::size_t hash = std::hash<int>{}(key.line);
+    hash = hash * 31 + std::hash<double>{}(key.tx);
+    hash = hash * 31 + std::hash<double>{}(key.rx);
+    return hash * 31 + std::hash<float>{}(key.freq);
+}
+
+void SoundingCounter::count(const LineTable &lines, LineEntry &entry, double tx, double rx,
+                            float freq) {
+    const Key key{static_cast<int>(&entry - lines.entries.data()), tx, rx, freq};
+    if (key == last_) {
+        return;
+    }
+    last_ = key;
+    if (seen_.insert(key).second) {
+        ++entry.Soundings;
+    }
+}
+
 int soundingsNeeded(const LineEntry &entry) {
     return entry.Soundings > 0 ? entry.Soundings : entry.Transients;
 }
@@ -97,6 +133,23 @@ FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, d
         last.TxFreq = lastFreq;
     }
     return result;
+}
+
+void LineNotice::note(int record, std::string_view line) {
+    if (++count == 1) {
+        firstRecord = record;
+        firstLine = trimBlanks(line);
+    }
+}
+
+void LineNotice::report(std::string_view file, std::string_view what,
+                        std::string_view consequence) const {
+    if (count > 0) {
+        ReportWarning({"WARNING: " + std::string(what) + ": " + std::to_string(count) +
+                           ", the first on line " + std::to_string(firstRecord) + " of " +
+                           std::string(file),
+                       firstLine, consequence});
+    }
 }
 
 std::string foundText(int lines, int transients) {

@@ -3,8 +3,9 @@
 #include "base/fixed_text.h"
 #include "model/survey_model.h"
 
-#include <span>
+#include <string>
 #include <string_view>
+#include <unordered_set>
 
 namespace keldrin {
 
@@ -30,14 +31,18 @@ struct LineIdentity {
     FixedText<4> LastArrayText = "$%*&";
 
     /// Takes the identity that is in force now; true when it differs from the last one.
+    bool take(std::string_view lineName, std::string_view arrayText);
+    /// The same with the line and array of the keyword records.
     bool take(const Metadata &metadata);
     [[nodiscard]] FixedText<16> label() const {
         return lineLabel(LastLineName.view(), LastArrayText.view());
     }
 };
 
-/// The row of the table for the line in force now, added if it is new: its name, its array and, on
-/// adding, one warning when the array is none of the four that can be inverted.
+/// The row of the table for the line in force now, added if it is new, with its name and array.
+LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity, int arrayIndex);
+/// The same with the array of the keyword records; on adding, one warning when that is none of the
+/// four that can be inverted.
 LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity,
                             const Metadata &metadata);
 
@@ -50,12 +55,47 @@ void presetFromMetadata(SurveyModel &model);
 /// The four-way survey array of an import; LOT and CNT count as Coincident-Loop.
 int heldArrayIndex(int arrayIndex);
 
+/// Counts the distinct soundings of every line during a count pass. Keys are compared to the bit;
+/// soundings that differ by rounding only are counted twice, which makes room for one too many.
+class SoundingCounter {
+  public:
+    /// entry  of `lines`; its Soundings rise when the sounding was not seen on this line before
+    void count(const LineTable &lines, LineEntry &entry, double tx, double rx, float freq);
+
+  private:
+    struct Key {
+        int line = -1;
+        double tx = MissingValue;
+        double rx = MissingValue;
+        float freq = MissingValue;
+        bool operator==(const Key &) const = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key &key) const;
+    };
+
+    std::unordered_set<Key, KeyHash> seen_;
+    Key last_;
+};
+
 /// Records that the table must hold for a line.
 int soundingsNeeded(const LineEntry &entry);
 
 /// hTrn_Find_Or_Add for importers: a table that is full is left as it was.
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                                int &index);
+
+/// Something that the user must know of many lines of a file, told once for all of them.
+struct LineNotice {
+    int count = 0;
+    int firstRecord = 0;
+    std::string firstLine;
+
+    void note(int record, std::string_view line);
+    /// One warning: what the lines are, how many, the first of them in `file`, and what becomes of
+    /// them. Nothing without a line.
+    void report(std::string_view file, std::string_view what, std::string_view consequence) const;
+};
 
 /// The words that end a count pass: "Found N lines and M TEM transients."
 std::string foundText(int lines, int transients);

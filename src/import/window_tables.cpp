@@ -23,6 +23,26 @@ void storeWindow(SoundingRecord &record, std::size_t window, float value, float 
     record.TEMerr[window] = skip ? error + SkipOffset : error;
 }
 
+bool combinesComponents(int arrayIndex) {
+    return arrayIndex == FixedLoop || arrayIndex == MovingLoop;
+}
+
+void mergeWeighted(MergedReading &merged, const MergedReading &reading) {
+    if (!isPresent(merged.WinMag)) {
+        merged = reading;
+        return;
+    }
+    const float weight = reading.WinWgt;
+    const float sum = merged.WinWgt + weight;
+    if (!(sum > 0.0F)) { // both weights have vanished: the first reading stands
+        return;
+    }
+    merged.WinMag = (merged.WinMag * merged.WinWgt + reading.WinMag * weight) / sum;
+    merged.WinVar = (merged.WinVar * merged.WinWgt + reading.WinVar * weight) / sum;
+    merged.WinWgt = sum;
+    merged.WinSkip = merged.WinSkip && reading.WinSkip;
+}
+
 void finishMagnitude(SoundingRecord &record, int sounding, int window, WindowTables &tables) {
     float sumOfSquares = 0.0F;
     float sumOfVariances = 0.0F;
@@ -76,18 +96,11 @@ void mergeReading(MergedReading &merged, float dBdt, float sigma, bool skip) {
     if (skip) {
         weight *= 1.0E-10F;
     }
-    if (!isPresent(merged.WinMag)) {
-        merged = {dBdt, variance, weight, skip};
-        return;
-    }
-    const float sum = merged.WinWgt + weight;
-    if (!(sum > 0.0F)) { // both weights have vanished: the first reading stands
-        return;
-    }
-    merged.WinMag = (merged.WinMag * merged.WinWgt + dBdt * weight) / sum;
-    merged.WinVar = (merged.WinVar * merged.WinWgt + variance * weight) / sum;
-    merged.WinWgt = sum;
-    merged.WinSkip = merged.WinSkip && skip;
+    mergeWeighted(merged, {dBdt, variance, weight, skip});
+}
+
+void averageReading(MergedReading &merged, float dBdt) {
+    mergeWeighted(merged, {dBdt, 0.0F, 1.0F, false});
 }
 
 FindOrAdd TW_Find_Or_Add(SoundingRecord &record, float center, int &index) {
@@ -104,8 +117,30 @@ FindOrAdd TW_Find_Or_Add(SoundingRecord &record, float center, int &index) {
     return FindOrAdd::Added;
 }
 
+void dropEmptyWindows(SoundingRecord &record, int sounding, int arrayIndex, WindowTables &tables) {
+    const int firstAxis = combinesComponents(arrayIndex) ? 0 : AxisZ;
+    int kept = 0;
+    for (int window = 0; window < record.NumTW; ++window) {
+        bool usable = false;
+        for (int axis = firstAxis; axis < ComponentAxes; ++axis) {
+            usable = usable || isPresent(tables.at(sounding, axis, window).WinMag);
+        }
+        if (!usable) {
+            continue;
+        }
+        for (int axis = 0; axis < ComponentAxes; ++axis) {
+            tables.at(sounding, axis, kept) = tables.at(sounding, axis, window);
+        }
+        const auto from = static_cast<std::size_t>(window);
+        const auto to = static_cast<std::size_t>(kept++);
+        record.TWcenter[to] = record.TWcenter[from];
+        record.TWwidth[to] = record.TWwidth[from];
+    }
+    record.NumTW = kept;
+}
+
 void finishWindows(SoundingRecord &record, int sounding, int arrayIndex, WindowTables &tables) {
-    const bool magnitude = arrayIndex == FixedLoop || arrayIndex == MovingLoop;
+    const bool magnitude = combinesComponents(arrayIndex);
     for (int window = 0; window < record.NumTW; ++window) {
         if (magnitude) {
             finishMagnitude(record, sounding, window, tables);

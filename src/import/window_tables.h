@@ -39,10 +39,17 @@ class WindowTables {
 inline constexpr float LargestReading = 1.0E18F;
 void mergeReading(MergedReading &merged, float dBdt, float sigma, bool skip);
 
+/// Merges a reading that carries no error: the plain mean of all readings of the window.
+void averageReading(MergedReading &merged, float dBdt);
+
 /// The window of a centre time in a record: the first within 100 spacings of it, else a new one.
 /// index    0-based
 /// returns  Full when the record holds 128 windows already; the record is then unchanged
 FindOrAdd TW_Find_Or_Add(SoundingRecord &record, float center, int &index);
+
+/// Takes the windows without a usable reading out of a record and its tables; the others keep their
+/// order. Usable is any component for Fixed- and Moving-Loop, the Z component for the others.
+void dropEmptyWindows(SoundingRecord &record, int sounding, int arrayIndex, WindowTables &tables);
 
 /// Sets TEMobs, TEMerr and the component weights of every window from its merged components: the
 /// vector magnitude for Fixed- and Moving-Loop, the signed Z component for the others.
