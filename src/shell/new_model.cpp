@@ -11,6 +11,7 @@
 #include "conditioning/line_azimuth_dialog.h"
 #include "conditioning/survey_configuration.h"
 #include "conditioning/window_widths.h"
+#include "import/amira_file.h"
 #include "import/avg_file.h"
 #include "import/import_steps.h"
 #include "import/station_file.h"
@@ -38,7 +39,7 @@ struct ReaderFamily {
 
 constexpr std::array Families = {
     ReaderFamily{{".AVG"}, AVG_Count, AVG_Read},
-    ReaderFamily{{".AMR", ".TEM", ".DAT"}, nullptr, nullptr},
+    ReaderFamily{{".AMR", ".TEM", ".DAT"}, AMR_Count, AMR_Read},
     ReaderFamily{{".Z"}, Z_Count, Z_Read},
 };
 
@@ -70,11 +71,6 @@ int chooseReader(const std::string &input, const ReaderFamily *&family) {
     if (family == nullptr) {
         ReportError({"ERROR: " + name + " is not a recognizable data file.",
                      "Expecting data file extensions of .avg, .z, .tem, .amr or .dat"});
-        return 1;
-    }
-    if (family->countPass == nullptr) {
-        ReportError(
-            {"ERROR: " + name + " cannot be read yet.", "This version reads .avg files only."});
         return 1;
     }
     LineReader reader(AvgLineLimit);

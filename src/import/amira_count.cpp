@@ -1,0 +1,81 @@
+#include "import/amira_file.h"
+#include "messages/message_log.h"
+#include "projectfile/table_file.h"
+
+#include <algorithm>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::size_t LeastLength = 2; ///< of a row
+
+struct CountPass {
+    AmiraWalk walk;
+    LineEntry *entry = nullptr; ///< row of the line in force; set at the first reading
+    SoundingCounter soundings;
+    int readings = 0;
+};
+
+void countRow(CountPass &pass, LineTable &lines) {
+    AmiraWalk &walk = pass.walk;
+    walk.takeLineAndComponent();
+    const AmiraRecord &record = walk.record;
+    if (record.componentCode < 1 || record.componentCode > AmiraLastCode) {
+        return;
+    }
+    if (walk.identity.take(record.Line.view(), amiraArrayName(record.arrayIndex))) {
+        pass.entry = &currentLineEntry(lines, walk.identity, record.arrayIndex);
+    }
+    ++pass.readings;
+    ++pass.entry->Transients;
+    const int axis = std::min(record.componentCode, ComponentAxes) - 1;
+    ++pass.entry->ComponentTransients[static_cast<std::size_t>(axis)];
+    // The read pass reports a station or loop that cannot be read.
+    double station = MissingValue;
+    double loop = record.LoopNumber;
+    if (Cell_to_AmiraNumber(walk.cell(AmiraStation), station) == CellRead) {
+        Cell_to_AmiraNumber(walk.cell(AmiraLoop), loop);
+        pass.soundings.count(lines, *pass.entry, loop, station, record.TxFreq);
+    }
+}
+
+// Tells what is wrong with the header before the user is asked for a line. The values are those of
+// the file's last line, so they do not stay.
+void checkHeader(const AmiraRecord &record, const ControlValues &control) {
+    ControlValues trial = control;
+    AMR_To_Control_Values(record, trial);
+}
+
+} // namespace
+
+int AMR_Count(SurveyModel &model, const std::string &fileName) {
+    resetLines(model.lines);
+    CountPass pass;
+    int status = pass.walk.open(model, fileName);
+    if (status != 0) {
+        return status;
+    }
+    ReportInfoLine("Reading header lines.");
+    status = pass.walk.readHeader();
+    if (status != 0) {
+        return status;
+    }
+    ReportInfoLine("Counting numerical data.");
+    std::string_view line;
+    while (pass.walk.nextRow(line, LeastLength)) {
+        countRow(pass, model.lines);
+    }
+    if (pass.walk.stopStatus >= StopsFile) {
+        return pass.walk.stopStatus;
+    }
+    noteEndMark(pass.walk.reader);
+    status = finishCount(model.lines, pass.readings, "AMR_Count");
+    if (status == 0) {
+        model.preset.RxAreaXYZ = pass.walk.record.RxAreaXYZ;
+        checkHeader(pass.walk.record, model.control);
+    }
+    return status;
+}
+
+} // namespace keldrin

@@ -1,0 +1,357 @@
+#include "import/amira_keywords.h"
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "import/amira_times.h"
+#include "messages/message_log.h"
+#include "text/enumeration.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <type_traits>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::string_view Warning = "AMR_Read_Keyword_Value.WARNING:";
+constexpr float LargestAzimuth = 360.0F;
+
+/// One pair on its way to its table row. The keyword is the one in use, in capitals; tabs and
+/// quotes of the value are gone.
+struct AmiraPair {
+    const RecordLine &where;
+    std::string_view keyword;
+    std::string_view value;
+    AmiraRecord &record;
+    float substitute; ///< for a value that cannot be read; coordinates become missing
+    float least;      ///< of a size; a smaller one is not used
+
+    [[nodiscard]] std::string text() const {
+        return std::string(keyword) + ":" + std::string(value);
+    }
+};
+
+using PairReader = int (*)(const AmiraPair &pair);
+
+struct AmiraKeyword {
+    std::string_view keyword;
+    PairReader read;
+    float substitute = 0.0F;
+    float least = 0.0F;
+};
+
+int readCell(const AmiraPair &pair, float &value) {
+    return Val_Read_R4(pair.where, pair.value, pair.keyword, pair.substitute, value);
+}
+int readCell(const AmiraPair &pair, double &value) {
+    return Val_Read_R8(pair.where, pair.value, pair.keyword, MissingValue, value);
+}
+int readCell(const AmiraPair &pair, int &value) {
+    return Val_Read_Int(pair.where, pair.value, pair.keyword, static_cast<int>(pair.substitute),
+                        value);
+}
+
+template <auto Member>
+int readText(const AmiraPair &pair) {
+    if (!pair.value.empty()) {
+        pair.record.*Member = pair.value;
+    }
+    return 0;
+}
+
+template <auto Member>
+int readCapitals(const AmiraPair &pair) {
+    if (!pair.value.empty()) {
+        pair.record.*Member = Str_Upper(pair.value);
+    }
+    return 0;
+}
+
+template <auto Member>
+int readNumber(const AmiraPair &pair) {
+    auto value = pair.record.*Member;
+    if (readCell(pair, value) != CellEmpty) {
+        pair.record.*Member = value;
+    }
+    return 0;
+}
+
+// A size that must not be negative. CellEmpty when there is none to take; one that is too small is
+// reported.
+int takeSize(const AmiraPair &pair, float &size) {
+    float value = 0.0F;
+    const int status = readCell(pair, value);
+    if (status == CellEmpty) {
+        return status;
+    }
+    const std::string words = std::string(Warning) + " " + std::string(pair.keyword) + " = " +
+                              messageNumber(value) + " < ";
+    if (std::fabs(value) < pair.least) {
+        ReportWarning({words + messageNumber(pair.least), "It is not used."});
+        return CellEmpty;
+    }
+    if (value < 0.0F) {
+        ReportWarning({words + "0", "The sign is dropped."});
+    }
+    size = std::fabs(value);
+    return status;
+}
+
+template <auto Member>
+int readSize(const AmiraPair &pair) {
+    takeSize(pair, pair.record.*Member);
+    return 0;
+}
+
+// The coil area of the axes that have no keyword of their own.
+int readArea(const AmiraPair &pair) {
+    AmiraRecord &record = pair.record;
+    if (takeSize(pair, record.RxArea) != CellRead) {
+        return 0;
+    }
+    for (std::size_t axis = 0; axis < ComponentAxes; ++axis) {
+        if (!record.hasOwnArea[axis]) {
+            record.RxAreaXYZ[axis] = record.RxArea;
+        }
+    }
+    return 0;
+}
+
+template <std::size_t Axis>
+int readAxisArea(const AmiraPair &pair) {
+    if (takeSize(pair, pair.record.RxArea) != CellEmpty) {
+        pair.record.RxAreaXYZ[Axis] = pair.record.RxArea;
+        pair.record.hasOwnArea[Axis] = true;
+    }
+    return 0;
+}
+
+int readDataType(const AmiraPair &pair) {
+    readCapitals<&AmiraRecord::DataType>(pair);
+    FixedText<256> &type = pair.record.DataType;
+    if (type == "VOLTAGE") {
+        type = "TEM";
+    }
+    if (type == "TEM") {
+        return 0;
+    }
+    ReportError({"AMIRA TEM Input ERROR:", "DataType=" + type.str() + " /= TEM"});
+    return StopsFile;
+}
+
+int readConfig(const AmiraPair &pair) {
+    readCapitals<&AmiraRecord::Config>(pair);
+    pair.record.arrayIndex = amiraArrayIndex(pair.record.Config.view());
+    return 0;
+}
+
+int readComponent(const AmiraPair &pair) {
+    readCapitals<&AmiraRecord::Component>(pair);
+    pair.record.componentCode = amiraComponent(pair.record.Component.view());
+    return 0;
+}
+
+bool namesUnit(std::string_view text) {
+    const std::string upper = Str_Upper(text);
+    return std::any_of(AmiraUnitNames.begin(), AmiraUnitNames.end(),
+                       [&](std::string_view name) { return holds(upper, name); });
+}
+
+// A unit of no known name is put to the user; what was made of it is told, since no user may be
+// there.
+int readUnit(const AmiraPair &pair) {
+    if (pair.value.empty()) {
+        return 0;
+    }
+    pair.record.TEMUnit = pair.value;
+    int index = 0;
+    const int status =
+        Str_to_iEnumeration(pair.record.TEMUnit.view(), "Unit.TEM", AmiraUnitNames, index);
+    pair.record.unitIndex = index;
+    if (status == 0 && !namesUnit(pair.value)) {
+        ReportWarning({std::string(Warning) + " " + pair.text(),
+                       "The unit is taken as " + std::string(nameOf(AmiraUnitNames, index))});
+    }
+    return 0;
+}
+
+// The text is kept, the number only where there is one.
+template <auto Text, auto Number>
+int readNamed(const AmiraPair &pair) {
+    if (pair.value.empty()) {
+        return 0;
+    }
+    pair.record.*Text = pair.value;
+    using Real = std::remove_reference_t<decltype(pair.record.*Number)>;
+    double number = 0.0;
+    const bool read = AMR_Number(pair.where.number, pair.value, number) == CellRead;
+    pair.record.*Number = read ? static_cast<Real>(number) : static_cast<Real>(MissingValue);
+    return 0;
+}
+
+int readLoop(const AmiraPair &pair) {
+    double number = pair.record.LoopNumber;
+    if (AMR_Number(pair.where.number, pair.value, number) == CellRead) {
+        pair.record.hasLoop = true;
+        pair.record.LoopNumber = number;
+    }
+    return readText<&AmiraRecord::Loop>(pair);
+}
+
+int readAzimuth(const AmiraPair &pair) {
+    float azimuth = MissingValue;
+    if (Val_Read_Azimuth(pair.where, pair.value, pair.keyword, pair.substitute, azimuth) ==
+        CellEmpty) {
+        return 0;
+    }
+    if (!(azimuth >= -LargestAzimuth && azimuth <= LargestAzimuth)) {
+        ReportError({std::string(Warning) + " " + std::string(pair.keyword) + " =" +
+                     messageNumber(azimuth) + " < -360 or > 360"});
+    }
+    pair.record.Azimuth = azimuth;
+    return 0;
+}
+
+constexpr auto Absent = static_cast<float>(MissingValue);
+constexpr float LeastArea = 0.01F; ///< m^2
+
+constexpr auto Keywords = std::to_array<AmiraKeyword>({
+    {"JOBNAME", readText<&AmiraRecord::JobName>},
+    {"JOBAREA", readText<&AmiraRecord::JobArea>},
+    {"JOBFOR", readText<&AmiraRecord::JobFor>},
+    {"JOBBY", readText<&AmiraRecord::JobBy>},
+    {"DATATYPE", readDataType},
+    {"CONFIG", readConfig},
+    {"DATE", readText<&AmiraRecord::Date>},
+    {"INSTRUMENT", readCapitals<&AmiraRecord::Instrument>},
+    {"FREQUENCY", readCapitals<&AmiraRecord::Frequency>},
+    {"TEMUNIT", readUnit},
+    {"LINE", readNamed<&AmiraRecord::Line, &AmiraRecord::LineNumber>},
+    {"STATION", readNamed<&AmiraRecord::Station, &AmiraRecord::StationNumber>},
+    {"AZIMUTH", readAzimuth, 90.0F},
+    {"EAST", readNumber<&AmiraRecord::East>, Absent},
+    {"NORTH", readNumber<&AmiraRecord::North>, Absent},
+    {"ELEVATION", readNumber<&AmiraRecord::Elevation>, Absent},
+    {"DEPTH0RL", readNumber<&AmiraRecord::Depth0RL>},
+    {"DEPTH", readNumber<&AmiraRecord::Depth>, Absent},
+    {"DISTANCE", readNumber<&AmiraRecord::Distance>, Absent},
+    {"COMPONENT", readComponent},
+    {"RXAREA", readArea, 1.0F, LeastArea},
+    {"RXAREAX", readAxisArea<0>, 1.0F, LeastArea},
+    {"RXAREAY", readAxisArea<1>, 1.0F, LeastArea},
+    {"RXAREAZ", readAxisArea<2>, 1.0F, LeastArea},
+    {"XRXOFFSET", readNumber<&AmiraRecord::XRxOffset>},
+    {"YRXOFFSET", readNumber<&AmiraRecord::YRxOffset>},
+    {"ZRXOFFSET", readNumber<&AmiraRecord::ZRxOffset>},
+    {"ANTDELAY", readNumber<&AmiraRecord::AntDelay>},
+    {"GAIN", readCapitals<&AmiraRecord::Gain>},
+    {"LOOP", readLoop},
+    {"LOOPSHAPE", readCapitals<&AmiraRecord::LoopShape>},
+    {"TXAREA", readSize<&AmiraRecord::TxArea>, 1.0F},
+    {"XTXLENGTH", readSize<&AmiraRecord::XTxLength>, 100.0F},
+    {"YTXLENGTH", readSize<&AmiraRecord::YTxLength>, 100.0F},
+    {"TXTURN", readNumber<&AmiraRecord::TxTurn>, 1.0F},
+    {"XTXCENTER", readNumber<&AmiraRecord::XTxCenter>, Absent},
+    {"YTXCENTER", readNumber<&AmiraRecord::YTxCenter>, Absent},
+    {"ZTXCENTER", readNumber<&AmiraRecord::ZTxCenter>, Absent},
+    {"TXFILE", readText<&AmiraRecord::TxFile>},
+    {"TXFREQ", readSize<&AmiraRecord::TxFreq>, 0.01F, 1.0E-6F},
+    {"ONTIME", readNumber<&AmiraRecord::OnTime>, 1000.0F},
+    {"OFFTIME", readNumber<&AmiraRecord::OffTime>, 1000.0F},
+    {"TURNON", readNumber<&AmiraRecord::TurnOn>},
+    {"TURNOFF", readSize<&AmiraRecord::TurnOff>},
+    {"CURRENT", readNumber<&AmiraRecord::Current>, 1.0F},
+    {"XCOLLAR", readNumber<&AmiraRecord::XCollar>, Absent},
+    {"YCOLLAR", readNumber<&AmiraRecord::YCollar>, Absent},
+    {"ZCOLLAR", readNumber<&AmiraRecord::ZCollar>, Absent},
+    {"DIP", readNumber<&AmiraRecord::Dip>, 90.0F},
+    {"POLARITY", readCapitals<&AmiraRecord::Polarity>},
+    {"VPRI", readNumber<&AmiraRecord::VPri>, 1.0F},
+    {"CHANNELFILE", readText<&AmiraRecord::ChannelFile>},
+    {"INITDELAY", readNumber<&AmiraRecord::InitDelay>},
+    {"NUMTIMES", readNumber<&AmiraRecord::NumTimes>},
+});
+
+// A coordinate of a corner of the loop: LV, the number of the corner, the axis.
+int readVertex(const AmiraPair &pair) {
+    int index = 0;
+    const bool hasIndex = Str_Trailing_Integer(pair.keyword, index) == 0;
+    const auto corners = static_cast<int>(LoopVertices);
+    if (!hasIndex || index < 1 || index > corners) {
+        ReportError({std::string(Warning) + " invalid index", pair.text(),
+                     "Index=" + std::to_string(hasIndex ? index : 0) +
+                         " < 1 or > maximum=" + std::to_string(corners)});
+        return 1;
+    }
+    constexpr std::array coordinates = {&LoopVertex::x, &LoopVertex::y, &LoopVertex::z};
+    const std::size_t axis = std::string_view("XYZ").find(pair.keyword.back());
+    if (axis == std::string_view::npos) {
+        ReportError({std::string(Warning) + " invalid component label", pair.text(),
+                     "Trailing component character in " + std::string(pair.keyword) +
+                         " must be X, Y or Z"});
+        return 1;
+    }
+    double &coordinate =
+        pair.record.vertices[static_cast<std::size_t>(index - 1)].*coordinates[axis];
+    double value = coordinate;
+    if (readCell(pair, value) != CellEmpty) {
+        coordinate = value;
+    }
+    return 0;
+}
+
+int readTimes(const AmiraPair &pair) {
+    return AMR_Read_Times(pair.keyword, pair.value, pair.record.times);
+}
+
+// The row of a keyword: an equal one first, then those that a part of the keyword names.
+AmiraKeyword rowOf(std::string_view keyword) {
+    const auto *const found =
+        std::find_if(Keywords.begin(), Keywords.end(),
+                     [keyword](const AmiraKeyword &row) { return row.keyword == keyword; });
+    if (found != Keywords.end()) {
+        return *found;
+    }
+    if (keyword.substr(0, 2) == "LV") {
+        return {"LV", readVertex, Absent};
+    }
+    if (holds(keyword, "TIMES")) {
+        return {"TIMES", readTimes};
+    }
+    return {keyword, nullptr};
+}
+
+// The value without tabs, quotes and the blanks around it.
+std::string cleaned(std::string_view text) {
+    std::string clean(text);
+    std::replace_if(
+        clean.begin(), clean.end(), [](char c) { return c == '"' || c == '\t'; }, ' ');
+    return std::string(trimBlanks(clean));
+}
+
+} // namespace
+
+std::string amiraKeyword(std::string_view keyword) {
+    return std::string(aliasOf(Str_Upper(cleaned(keyword)), amiraAliases()));
+}
+
+bool isAmiraKeyword(std::string_view keyword) {
+    return rowOf(amiraKeyword(keyword)).read != nullptr;
+}
+
+int AMR_Read_Keyword_Value(const RecordLine &where, std::string_view keyword,
+                           std::string_view value, AmiraRecord &record) {
+    ReportInfoLine(std::string(keyword) + ":" + std::string(value));
+    const std::string known = amiraKeyword(keyword);
+    const AmiraKeyword row = rowOf(known);
+    if (row.read == nullptr) {
+        return 0;
+    }
+    const std::string clean = cleaned(value);
+    return row.read({where, known, clean, record, row.substitute, row.least});
+}
+
+} // namespace keldrin

@@ -1,0 +1,273 @@
+#include "import/amira_times.h"
+
+#include "base/ascii.h"
+#include "base/line_reader.h"
+#include "base/number_text.h"
+#include "base/paths.h"
+#include "import/amira_keywords.h"
+#include "messages/message_log.h"
+#include "projectfile/table_file.h"
+#include "text/columns.h"
+#include "text/value_readers.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::string_view Warning = "AMR_Read_Keyword_Value.WARNING:";
+constexpr std::size_t CellWidth = 32;
+constexpr float LongestTime = 1.0E7F; ///< in the unit of the file
+
+constexpr std::size_t LineLimit = 80;
+constexpr int MostLines = 256;
+constexpr std::array<std::string_view, 2> Labels = {"DELAY", "WIDTH"};
+constexpr int LabelColumns = 2;
+
+struct TimeUnit {
+    std::string_view mark;
+    float milliseconds;
+};
+constexpr std::array Units = {TimeUnit{"(US)", 0.001F}, TimeUnit{"(MS)", 1.0F},
+                              TimeUnit{"(S)", 1000.0F}, TimeUnit{"(SEC)", 1000.0F}};
+constexpr float DefaultUnit = 1000.0F;
+
+struct ListKind {
+    std::string_view mark;
+    ChannelTimes::List list;
+};
+constexpr std::array Kinds = {ListKind{"START", ChannelTimes::Begin},
+                              ListKind{"END", ChannelTimes::End},
+                              ListKind{"WIDTH", ChannelTimes::Width}};
+
+float millisecondsPerUnit(std::string_view keyword, std::string_view pair) {
+    for (const TimeUnit &unit : Units) {
+        if (holds(keyword, unit.mark)) {
+            return unit.milliseconds;
+        }
+    }
+    if (holds(keyword, "(")) {
+        ReportWarning(
+            {Warning, pair, "The unit is none of (US), (MS) or (S); times count as sec."});
+    }
+    return DefaultUnit;
+}
+
+ChannelTimes::List listOf(std::string_view keyword) {
+    for (const ListKind &kind : Kinds) {
+        if (holds(keyword, kind.mark)) {
+            return kind.list;
+        }
+    }
+    return ChannelTimes::Center;
+}
+
+// Commas separate; a list without any is one of blanks.
+void splitList(std::string_view value, SplitCells &cells) {
+    if (holds(value, ",")) {
+        Str_Split_Csv(value, MaxWindows, CellWidth, cells);
+    } else {
+        Str_Split_Columns(value, MaxWindows, CellWidth, cells);
+    }
+}
+
+/// One reading of a channel file.
+struct ChannelFile {
+    LineReader reader{LineLimit};
+    std::string name; ///< for messages
+    ColumnMap columns;
+    SplitCells cells;
+    bool hasLabels = false;
+    bool full = false;
+    int rows = 0;
+};
+
+void readLabels(ChannelFile &file, std::string_view line) {
+    LabelMatch options;
+    options.maxCols = LabelColumns;
+    options.width = CellWidth;
+    ColumnMap columns;
+    Str_Column_Labels(line, options, Labels, columns);
+    if (columns.iVarCol[0] == 0) { // labels above stay in force
+        ReportError({"WARNING: Could not find DELAY column.", "In: " + std::string(line)});
+        return;
+    }
+    file.columns = columns;
+    file.hasLabels = true;
+    Str_Split_Columns(line, LabelColumns + 1, CellWidth, file.cells);
+    if (file.cells.cells.size() > LabelColumns) {
+        ReportWarning({"WARNING: Only the first two columns are read in " + file.name,
+                       "In: " + std::string(line)});
+    }
+}
+
+void storeChannel(ChannelTimes &times, std::size_t channel, float delay, float width) {
+    const bool hasWidth = width >= 0.0F;
+    times.values[ChannelTimes::Center][channel] = delay;
+    times.values[ChannelTimes::Width][channel] = isPresent(width) ? width : 0.0F;
+    times.values[ChannelTimes::Begin][channel] = hasWidth ? delay - width / 2.0F : MissingValue;
+    times.values[ChannelTimes::End][channel] = hasWidth ? delay + width / 2.0F : MissingValue;
+}
+
+void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
+    const RecordLine where{file.reader.lineNumber(), line};
+    Str_Split_Columns(line, LabelColumns, CellWidth, file.cells);
+    float delay = MissingValue;
+    float width = MissingValue;
+    if (Val_Read_R4(where, file.cells.column(file.columns.iVarCol[0]), Labels[0], MissingValue,
+                    delay) != CellRead ||
+        Val_Read_R4(where, file.cells.column(file.columns.iVarCol[1]), Labels[1], MissingValue,
+                    width) > CellRead) {
+        return;
+    }
+    if (file.rows == MaxWindows) {
+        ReportWarning(
+            {"WARNING: More than " + std::to_string(MaxWindows) + " channel times in " + file.name,
+             "Times will be skipped starting with line " + std::to_string(file.reader.lineNumber()),
+             line});
+        file.full = true;
+        return;
+    }
+    storeChannel(times, static_cast<std::size_t>(file.rows), delay, width);
+    times.NumChannels = ++file.rows;
+}
+
+// Reads a line. 2 or more when a keyword stops the import.
+int readLine(ChannelFile &file, std::string_view line, AmiraRecord &record) {
+    line = trimBlanks(line);
+    const AmiraLine kind = classifyAmiraLine(line, false);
+    if (kind == AmiraLine::Slash || kind == AmiraLine::Pairs) {
+        return AMR_Read_Keyword_Line({file.reader.lineNumber(), line}, kind, record);
+    }
+    if (kind == AmiraLine::Other && startsLabelLine(line)) {
+        readLabels(file, line);
+    } else if (kind == AmiraLine::Other && file.hasLabels) {
+        readRow(file, line, record.times);
+    }
+    return 0;
+}
+
+int readLines(ChannelFile &file, AmiraRecord &record) {
+    std::string_view line;
+    while (!file.full) {
+        const LineStatus status = file.reader.next(line);
+        const int number = file.reader.lineNumber();
+        if (status == LineStatus::End) {
+            break;
+        }
+        if (status == LineStatus::Fault) {
+            ReportError({"ERROR while reading file near line " + std::to_string(number), line});
+        } else if (number > MostLines) {
+            ReportWarning(
+                {"WARNING: More than " + std::to_string(MostLines) + " lines in " + file.name,
+                 "The others are not read."});
+            break;
+        } else if (number > 1) {
+            const int stops = readLine(file, line, record);
+            if (stops >= StopsFile) {
+                return stops;
+            }
+        }
+    }
+    return 0;
+}
+
+// A file of that name beside the data file, found without regard to case.
+std::string besideData(const std::string &dataFile, std::string_view name) {
+    const std::string path = existingForm(joinPath(directoryOf(dataFile), name));
+    const std::string_view extension = extensionOf(path);
+    return sideFilePath(path, extension.empty() ? ".chn" : extension);
+}
+
+} // namespace
+
+int AMR_Read_Times(std::string_view keyword, std::string_view value, ChannelTimes &times) {
+    const std::string pair = std::string(keyword) + ":" + std::string(value);
+    SplitCells cells;
+    splitList(value, cells);
+    if (cells.cells.empty()) {
+        ReportError({Warning, pair, "did not recover any value time-window values."});
+        return 1;
+    }
+    const float scale = millisecondsPerUnit(keyword, pair);
+    const ChannelTimes::List list = listOf(keyword);
+    WindowReals values = times.values[list];
+    for (std::size_t i = 0; i < cells.cells.size(); ++i) {
+        float time = MissingValue;
+        const bool read = Cell_to_R4(cells.cells[i], MissingValue, time) == CellRead;
+        if (!read || !(time >= 0.0F && time <= LongestTime)) {
+            ReportError({Warning, pair,
+                         "TWF(" + std::to_string(i + 1) + ")=" + messageNumber(time) +
+                             " < 0 or > " + messageNumber(LongestTime)});
+            return 1;
+        }
+        values[i] = time * scale;
+    }
+    times.values[list] = values;
+    times.listed[list] = static_cast<int>(cells.cells.size());
+    times.NumChannels = std::min(times.NumChannels, times.listed[list]);
+    return 0;
+}
+
+int listedChannels(const ChannelTimes &times) {
+    const int centers = times.listed[ChannelTimes::Center];
+    return centers > 0
+               ? centers
+               : std::min(times.listed[ChannelTimes::Begin], times.listed[ChannelTimes::End]);
+}
+
+bool findChannelFile(const std::string &dataFile, std::string_view named, std::string &path) {
+    if (trimBlanks(named).empty()) {
+        path = sideFilePath(dataFile, ".chn");
+        return pathExists(path);
+    }
+    path = existingForm(std::string(trimBlanks(named)));
+    if (pathExists(path)) {
+        return true;
+    }
+    for (const std::string_view name : {std::string_view(path), fileNameOf(path)}) {
+        const std::string beside = besideData(dataFile, name);
+        if (pathExists(beside)) {
+            path = beside;
+            return true;
+        }
+    }
+    return false;
+}
+
+int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record) {
+    ChannelFile file;
+    file.name = fileNameOf(path);
+    record.times.NumChannels = 0;
+    ReportInfoLine("Reading channel-file times from");
+    ReportInfoLine(path);
+    if (!file.reader.open(path)) {
+        ReportError({"ERROR while opening", file.name, file.reader.errorText()});
+        return 1;
+    }
+    const int status = readLines(file, record);
+    noteEndMark(file.reader);
+    if (status != 0) {
+        return status;
+    }
+    if (file.rows == 0) {
+        ReportError(
+            {"AMIRA Chn file input WARNING:", "No valid channel times read from " + file.name});
+        return 1;
+    }
+    ReportInfoLine("  " + std::to_string(file.rows) + " times read from " + file.name);
+    return 0;
+}
+
+float channelTime(const ChannelTimes &times, int channel, float offset) {
+    const auto i = static_cast<std::size_t>(channel);
+    const float begin = times.values[ChannelTimes::Begin][i] + offset;
+    const float end = times.values[ChannelTimes::End][i] + offset;
+    return begin > 0.0F && end > 0.0F ? std::sqrt(begin * end)
+                                      : times.values[ChannelTimes::Center][i] + offset;
+}
+
+} // namespace keldrin

@@ -1,0 +1,209 @@
+#include "amira_fixture.h"
+
+namespace keldrin {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const std::string Head = "/LINE: 7\n/CONFIG: INLOOP\n/TEMUNIT: nV/Am2\n/TXFREQ: 2.5\n";
+const std::string Labels = "STATION COMP CH1 CH2 CH3\n";
+
+TEST_F(AmiraTest, ReadsRowsIntoSoundings) {
+    EXPECT_EQ(read(Head +
+                   "/JOBNAME: \"Valley\t2\"\n/ a comment: with a mark\n\\ LINE:1\n! LINE:2\n" +
+                   "STN LOOP EAST NORTH ELEV COMP CH0001\n"
+                   "100W 3 1 2 3 Z 10 -20 30\n"
+                   "200S,3,\t4 5 6 HZ, 1E1 2.0D0 3\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(model.lines.entries[0].LineLabel.view(), "7 INL");
+    EXPECT_EQ(sounding(0).RxStn, -100.0);
+    EXPECT_EQ(sounding(0).TxStn, 3.0);
+    EXPECT_EQ(sounding(0).East, 1.0);
+    EXPECT_EQ(sounding(0).Elevation, 3.0);
+    EXPECT_THAT(values(0), ElementsAre(10, -20, 30)); // the sign of Z stays
+    EXPECT_THAT(times(0), ElementsAre(1, 2, 4));
+    EXPECT_EQ(sounding(0).TEMerr[0], 1.0F);
+    EXPECT_THAT(sounding(0).TEMwgt[0], ElementsAre(0, 0, 1));
+    EXPECT_EQ(sounding(1).RxStn, -200.0);
+    EXPECT_THAT(values(1), ElementsAre(10, 2, 3));
+    EXPECT_EQ(model.control.JobName.view(), "Valley 2");
+    EXPECT_EQ(model.control.TEMUnitsIndex, NanovoltPerAmpereSquareMetre);
+    EXPECT_THAT(messages.errors, IsEmpty());
+    EXPECT_THAT(messages.warnings, IsEmpty());
+}
+
+TEST_F(AmiraTest, ReadingsAreAveragedChannelByChannel) {
+    EXPECT_EQ(read(Head + Labels + "1 Z 10 20 30\n2 Z 5 5 5\n1 Z 30 * 50\n1 Z 20 40\n"), 0);
+    ASSERT_EQ(model.SoundingCount, 2);
+    EXPECT_THAT(values(0), ElementsAre(20, 30, 40)); // the gap moves no other channel
+    EXPECT_THAT(times(0), ElementsAre(1, 2, 4));
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("Rows whose channels and times differ")));
+}
+
+TEST_F(AmiraTest, ComponentsOfAFixedLoopBecomeOneMagnitudeOfTheirOwnCoils) {
+    EXPECT_EQ(read("/CONFIG: LTX_DHR\nTEMUNIT: uV/A RXAREAX:2000\n/RXAREA: 1000\n" + Labels +
+                   "1 X 6 8\n1 Z 4 0 7\n1 C 4 0\n1 A 9 9 9\n1 Q 9 9 9\n"),
+              0);
+    EXPECT_THAT(model.preset.RxAreaXYZ, ElementsAre(2000, 1000, 1000));
+    EXPECT_THAT(values(0), ElementsAre(5, 4, 7)); // X 6 uV/A of 2000 m2, Z 4 uV/A of 1000 m2
+    EXPECT_THAT(sounding(0).TEMwgt[0], ElementsAre(1, 0, 1));
+    EXPECT_THAT(sounding(0).TEMwgt[2], ElementsAre(0, 0, 1));
+    EXPECT_THAT(model.lines.entries[0].ComponentTransients, ElementsAre(1, 0, 2));
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("Rows of an unknown component: 1")));
+}
+
+TEST_F(AmiraTest, NanoteslaAreDividedByTheCurrentOfTheirRow) {
+    const std::string head = "/TEMUNIT: nT/sec\n";
+    EXPECT_EQ(read(head + "STATION CURR CH1\n1 2 10\n2 4 10\n"), 0);
+    EXPECT_THAT(values(0), ElementsAre(5));
+    EXPECT_THAT(values(1), ElementsAre(2.5F));
+    EXPECT_EQ(read(head + "STATION CH1\n1 10\n2 10\n"), 0);
+    EXPECT_THAT(values(0), ElementsAre(10));
+    EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("nT/sec without a current")));
+}
+
+TEST_F(AmiraTest, TimesCountFromTheEndOfTheRampOfTheirRow) {
+    channels = "DELAY WIDTH\n1 1.2\n0.4 0.4\n0.1\n";
+    EXPECT_EQ(read(Head + "/INITDELAY: 0.1\nSTATION RAMP CH1\n1 0.2 10 20 30\n2 0.6 10 20 30\n"),
+              0);
+    // The geometric centre of 0.3 to 1.5; the third channel ends with the ramp.
+    EXPECT_THAT(times(0), ElementsAre(testing::FloatEq(std::sqrt(0.3F * 1.5F)),
+                                      testing::FloatEq(std::sqrt(0.1F * 0.5F))));
+    EXPECT_THAT(values(0), ElementsAre(10, 20));
+    EXPECT_EQ(sounding(0).TWwidth[0], 1.2F);
+    EXPECT_THAT(times(1), ElementsAre(0.5F)); // a window that begins in the ramp keeps its centre
+    EXPECT_EQ(model.control.TxRamp, 600.0F);
+}
+
+TEST_F(AmiraTest, OnlyTheChosenLineIsReadWithItsOwnKeywords) {
+    const std::string text = "/TEMUNIT: nV/Am2\n/CONFIG: F\n/LINE: 7 a\n"
+                             "LV1X:0 LV1Y:0 LV2X:100 LV2Y:0 LV3X:100 LV3Y:50 LV4X:0 LV4Y:50\n" +
+                             Labels +
+                             "1 Z 1 1 1\n/LINE: 8E\n/TURNOFF:0.5\n/JOBFOR: B\n/CONFIG: I\n" +
+                             "LV1X:500 LV2X:900 LV3X:900 LV4X:500\n2 Z 2 2 2\n"
+                             "3 Z 2 2 2\n";
+    EXPECT_EQ(read(text), 0);
+    ASSERT_EQ(model.lines.LineCount, 2);
+    EXPECT_EQ(model.lines.entries[0].LineLabel.view(), "7A FXL");
+    EXPECT_EQ(model.lines.entries[1].LineLabel.view(), "8E INL");
+    EXPECT_THAT(messages.infos, Contains("Found 2 lines and 3 TEM transients."));
+    EXPECT_EQ(model.SoundingCount, 1);
+    EXPECT_EQ(model.control.LineName.view(), "7 a");
+    EXPECT_EQ(model.control.LineNumber, 7.0F);
+    EXPECT_EQ(model.control.SurveyTypeIndex, FixedLoop);
+    EXPECT_EQ(model.control.XTxCenter, 50.0);
+    EXPECT_EQ(model.control.TxRamp, 0.0F);
+    EXPECT_TRUE(model.control.JobFor.isBlank());
+    chosen = 1;
+    EXPECT_EQ(read(text), 0);
+    EXPECT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(model.control.XTxLength, 400.0F);
+    EXPECT_EQ(model.control.TxRamp, 500.0F);
+    EXPECT_EQ(model.control.JobFor.view(), "B");
+}
+
+TEST_F(AmiraTest, ALineColumnMakesLines) {
+    EXPECT_EQ(read(Head + "LINE STATION CH1 CH2\nL1200E 1 5 5\n\"L 1300 W\" 2 6 6\nL1200E 3 7 7\n"),
+              0);
+    EXPECT_EQ(model.lines.entries[1].LineLabel.view(), "L1300W INL");
+    EXPECT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(model.control.LineNumber, 1200.0F);
+    EXPECT_EQ(model.control.LineName.view(), "L1200E");
+}
+
+TEST_F(AmiraTest, LabelsAmongTheRowsCanOrderThemAnew) {
+    EXPECT_EQ(read(Head + Labels + "1 Z 10 20 30\nCOMP STATION CH1 CH2 CH3\nZ 2 40 50 60\n"), 0);
+    EXPECT_EQ(model.lines.entries[0].Transients, 2);
+    EXPECT_THAT(values(1), ElementsAre(40, 50, 60));
+    EXPECT_THAT(messages.errors, IsEmpty());
+}
+
+TEST_F(AmiraTest, APositionIsTakenFromRowsOfTheStationOnly) {
+    EXPECT_EQ(read(Head + "STATION EAST NORTH COMP CH1\n"
+                          "1 100 7 Z 5\n1 * * Z 5\n2 * north Z 5\n"),
+              0);
+    EXPECT_EQ(sounding(0).East, 100.0);
+    EXPECT_FALSE(isPresent(sounding(1).East));
+    EXPECT_FALSE(isPresent(sounding(1).Elevation));
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("cells that cannot be read: 1, the first on "
+                                                      "line 9 of x.tem|2 * north Z 5")));
+}
+
+TEST_F(AmiraTest, StationsAreRescaledAndLoopsOfMovingArraysToo) {
+    information = "$ Stn.Beg = 100\n$ Stn.Inc = 10\n$ Stn.QdrBeg = 1\n";
+    EXPECT_EQ(read("/CONFIG: SLINGRAM\n/TEMUNIT: nV/Am2\nSTATION LOOP CH1\n3 2 5\n"), 0);
+    EXPECT_EQ(sounding(0).RxStn, 120.0);
+    EXPECT_EQ(sounding(0).TxStn, 110.0);
+    EXPECT_EQ(read("/CONFIG: FXL\n/TEMUNIT: nV/Am2\nSTATION LOOP CH1\n3 2 5\n"), 0);
+    EXPECT_EQ(sounding(0).TxStn, 2.0);
+    // Without a loop number the half way between station and loop would be no place.
+    EXPECT_EQ(read("/CONFIG: SLINGRAM\n/TEMUNIT: nV/Am2\nSTATION CH1\n3 5\n"), 0);
+    EXPECT_EQ(sounding(0).TxStn, 120.0);
+    EXPECT_THAT(messages.warnings.back(), HasSubstr("Rows without a loop number"));
+}
+
+TEST_F(AmiraTest, RowsThatCannotBeReadAreTold) {
+    EXPECT_EQ(read(Head + Labels +
+                   "* Z 1 2 3\n12+50 Z 1 2 3\n1 Z 1 2 x\n2 Z 12:30 2 3\n"
+                   "3 Z 4 1E30 6\n4 Z \"4 5 6\n"),
+              0);
+    EXPECT_EQ(model.SoundingCount, 3);
+    EXPECT_THAT(values(1), ElementsAre(4, 6));
+    EXPECT_THAT(values(2), ElementsAre(4)); // what an open quote holds is one cell
+    EXPECT_THAT(messages.errors,
+                ElementsAre("WARNING: Could not read station number in:|* Z 1 2 3",
+                            "WARNING: Could not read number from 12+50|Record # 8",
+                            "WARNING: Could not read station number in:|12+50 Z 1 2 3"));
+    EXPECT_THAT(
+        messages.warnings,
+        ElementsAre("WARNING: Rows whose channels and times differ in number: 1, the first "
+                    "on line 12 of x.tem|4 Z \"4 5 6|Only channels with a value and a time "
+                    "are read.",
+                    HasSubstr("Rows with cells that cannot be read: 2, the first on line 9"),
+                    HasSubstr("Rows that hold \":\" or \"=\": 1")));
+}
+
+TEST_F(AmiraTest, FailuresHaveTheirWords) {
+    EXPECT_EQ(AMR_Count(model, directory.path("none.tem")), 1);
+    EXPECT_EQ(messages.errors.back(), "ERROR: Could not find file none.tem");
+    EXPECT_EQ(read(Head + "1 2 3\n"), 1);
+    EXPECT_EQ(messages.errors.back(), "ERROR: Did not locate expected column labels in x.tem");
+    EXPECT_EQ(read(Head + "EAST NORTH\n"), 1);
+    EXPECT_EQ(messages.errors.back(), "WARNING: Could not find STATION column.|"
+                                      "WARNING: Could not find CH1 column.|In: EAST NORTH");
+    EXPECT_EQ(read(Head + Labels + "1 A 5 5 5\n"), 1);
+    EXPECT_EQ(messages.errors.back(), "AMR_Count.WARNING: found no TEM data|"
+                                      "Found 0 lines and 0 TEM transients.");
+    EXPECT_EQ(read(Head + "STATION NCH CH1\n1 x 5\n2 0 5\n"), 1);
+    EXPECT_EQ(messages.errors.back(), "ERROR: No valid I- or Z-component data found in x.tem");
+    model = SurveyModel{};
+    capacity = 1;
+    EXPECT_EQ(read(Head + Labels + "1 Z 5 5 5\n2 Z 5 5 5\n1 Z 7 7 7\n"), 0);
+    EXPECT_EQ(messages.errors.back(), "AMR_Read_Data.ERROR|WARNING: More than 1 soundings in x.tem|"
+                                      "Data will be skipped after line 8");
+    EXPECT_EQ(sounding(0).RxStn, 1.0);
+}
+
+TEST_F(AmiraTest, SoundingsWithoutAWindowAreDropped) {
+    EXPECT_EQ(read(Head + Labels + "1 Z 5 5 5\n2 X 5 5 5\n3 Z * * *\n"), 0);
+    EXPECT_EQ(model.SoundingCount, 1);
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("2 soundings without a usable window")));
+}
+
+TEST_F(AmiraTest, HostileBytesEndInAFailureOrInData) {
+    EXPECT_EQ(read(""), 1);
+    EXPECT_EQ(read(std::string(1'000'000, 'A')), 1);
+    EXPECT_EQ(read(std::string("\0\x1A\xFF\x80", 4)), 1);
+    EXPECT_EQ(read(Head + Labels + "1 Z 5" + std::string(500'000, ' ') +
+                   "6\n2 Z 5 5 5\n\x1A"
+                   "3 Z\n"),
+              0);
+    EXPECT_EQ(AMR_Count(model, directory.path()), 1);
+}
+
+} // namespace
+} // namespace keldrin
