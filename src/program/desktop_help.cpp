@@ -18,9 +18,11 @@ constexpr std::array Usage = {
               "Opens the window. FILE is a project (*.std), shown with the layered models (*.m1d) "
               "beside it, or field data (*.avg, *.z, *.amr, *.tem, *.dat), of which a project is "
               "made. A name without a point receives .std. Without FILE the program asks for one."},
-    HelpEntry{"keldrin --export FORMAT --out DIR [--soundings LIST] [--plan] PROJECT...",
-              "Writes the plots of projects to files in DIR. Opens no window and needs no display. "
-              "Projects are not changed."},
+    HelpEntry{"keldrin --export FORMATS [--soundings LIST] [--plan] [--all-in-one] [--out DIR] "
+              "PROJECT...",
+              "Writes the plots of the soundings of each project (*.std), beside it or in DIR, as "
+              "BASE0001.png and so on. Opens no window and needs no display. Projects are not "
+              "changed."},
     HelpEntry{"keldrin --drive SCENARIO [FILE]",
               "Does in the window what the lines of a scenario file say that a user does, and "
               "prints the transcript of what the user has seen."},
@@ -28,11 +30,14 @@ constexpr std::array Usage = {
 };
 
 constexpr std::array Options = {
-    HelpEntry{"--export FORMAT", "Kind of the plot files: png, pdf, svg, hpgl or wmf."},
-    HelpEntry{"--out DIR", "Directory of the plot files; it is made if need be."},
+    HelpEntry{
+        "--export FORMATS",
+        "Kinds of the plot files, with commas between them: png, pdf, svg, hpgl (.hpg), wmf."},
     HelpEntry{"--soundings LIST",
-              "Soundings to plot: all, which is the default, ordinals such as 1-5,9, or none."},
-    HelpEntry{"--plan", "Plot the map of the survey too."},
+              "Soundings to plot: all, which is the default, or ordinals such as 1-5,9, or none."},
+    HelpEntry{"--plan", "Plot the map of the survey too, as BASE_plan.png."},
+    HelpEntry{"--all-in-one", "Put all pages of a project into one PDF, BASE.pdf."},
+    HelpEntry{"--out DIR", "Directory of the plot files; it is made if need be."},
     HelpEntry{"--drive SCENARIO", "Play a scenario in the window."},
     HelpEntry{"--help, -h", "Print this text."},
     HelpEntry{"--version", "Print the version."},
@@ -58,7 +63,7 @@ constexpr std::array Sections = {
     HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2],
     HelpSection{"files", Files},     ExitCodeSection};
 
-constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "FORMAT",
+constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "FORMATS",
                                                           "LIST", "PROJECT", "SCENARIO"};
 constexpr std::array<std::string_view, 1> SeeAlso = {"keldrin-batch"};
 
