@@ -28,7 +28,8 @@ void startOpenPaintClose(benchmark::State &state) {
     const std::string scenario = "keldrin_desktop_bench.scn";
     std::ofstream(scenario) << "close\n";
     for (auto _ : state) {
-        const RunResult result = runChild({KELDRIN_PROGRAM, "--drive", scenario, Project}, "");
+        const RunResult result =
+            runChild({"keldrin", "--drive", scenario, Project}, KELDRIN_PROGRAM_DIR);
         if (result.exitCode != 0 || result.toolkitError != 0) {
             state.SkipWithError("the program did not run");
         }

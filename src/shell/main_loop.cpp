@@ -67,7 +67,7 @@ void commandOpen(Shell &shell) {
 
 void commandInvert(Shell &shell) {
     leaveIfClosed(Invert(shell.model, shell.ProjectPath));
-    showEngineStatus(); // it may have come or gone since the start
+    showEngineStatus();      // it may have come or gone since the start
     showProjectTitle(shell); // reading offers another file when the project is gone
 }
 
@@ -151,6 +151,13 @@ void settleMenuAndView(const Shell &shell) {
     }
 }
 
+// The log's letters keep their size, so another window holds other lines.
+void layOutLog(const Shell &shell) {
+    if (shell.model.SoundingCount < 1 && !messageLog().LogLineBuffer.empty()) {
+        LogText_Update();
+    }
+}
+
 void serveMenu(Shell &shell, int number) {
     const auto *command = std::find_if(Commands.begin(), Commands.end(),
                                        [number](const auto &c) { return c.number == number; });
@@ -188,6 +195,8 @@ void runProgram(SurveyModel &model) {
         }
         if (event.type == EventMenu) {
             serveMenu(shell, event.value);
+        } else if (event.type == EventResize) {
+            layOutLog(shell);
         }
     }
 }

@@ -18,7 +18,7 @@ namespace keldrin {
 namespace {
 
 /// The name of the desktop entry, by which the desktop knows the window.
-constexpr auto DesktopId = "keldrin";
+constexpr auto DesktopId = "internal.keldrin.keldrin";
 
 /// Qt keeps the count and the words of its command line by reference.
 struct DesktopRun {

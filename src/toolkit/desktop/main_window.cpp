@@ -53,9 +53,11 @@ void MainWindow::makeMenu() {
 }
 
 void MainWindow::makeStatusBar() {
+    const int margin = fontMetrics().horizontalAdvance('x');
     for (QLabel *&label : status_) {
         label = new QLabel(this);
         label->setTextFormat(Qt::PlainText);
+        label->setContentsMargins(margin, 0, margin, 0);
         label->hide();
     }
     statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)], 1);
