@@ -53,11 +53,14 @@ int main(int argc, char **argv) {
     if (first == "--export") {
         return keldrin::exportCommand(argc, argv);
     }
+    if (first.substr(0, 2) == "--" && first != "--drive") {
+        return usage("unknown option " + first);
+    }
+    if (!keldrin::hasDisplay()) {
+        return usage("there is no display; keldrin-batch works without one");
+    }
     if (first == "--drive") {
         return drive(words);
-    }
-    if (first.substr(0, 2) == "--") {
-        return usage("unknown option " + first);
     }
     if (words.size() > 2) {
         return usage("opens one file at a time");

@@ -27,6 +27,7 @@ DesktopBackend::DesktopBackend(DesktopSettings settings) : settings_(settings) {
 DesktopBackend::~DesktopBackend() = default;
 
 int DesktopBackend::stop() {
+    work_.reset();
     dialogs_.clear();
     if (window_ != nullptr && !window_->isMaximized()) {
         settings_.keepWindowSize(window_->size());

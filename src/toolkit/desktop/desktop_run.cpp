@@ -10,6 +10,7 @@
 
 #include <locale.h> // NOLINT: the C++ header does not tell of setlocale in the global namespace
 
+#include <algorithm>
 #include <array>
 #include <memory>
 
@@ -56,6 +57,16 @@ void startApplication() {
 }
 
 } // namespace
+
+bool hasDisplay() {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+    constexpr std::array variables = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    return std::any_of(variables.begin(), variables.end(),
+                       [](const char *name) { return !qEnvironmentVariableIsEmpty(name); });
+#else
+    return true;
+#endif
+}
 
 void startDesktop(std::vector<std::string> arguments) {
     startApplication();

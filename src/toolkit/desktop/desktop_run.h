@@ -9,6 +9,9 @@ namespace keldrin {
 // The program in a real window. Each starts the toolkit; the program then runs as ever and
 // ToolkitClose() gives its exit code.
 
+/// False where no window can be shown, because the session has no display.
+bool hasDisplay();
+
 /// arguments  the program's own command line; [0] is its own path
 void startDesktop(std::vector<std::string> arguments);
 
