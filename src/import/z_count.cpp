@@ -1,6 +1,7 @@
 #include "import/import_steps.h"
 #include "import/z_file.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
 
 namespace keldrin {
@@ -52,9 +53,13 @@ int Z_Count(SurveyModel &model, const std::string &fileName) {
     if (!walk.open(fileName)) {
         return 1;
     }
+    WatchedReading watched(walk.reader, fileName);
     LineEntry &entry = onlyLine(model);
     if (walk.scanHead()) {
         countReadings(walk, entry);
+    }
+    if (watched.stopped()) {
+        return 1;
     }
     if (walk.ended) {
         warnOfReadingsBehindEnd(walk);

@@ -1,6 +1,7 @@
 #include "import/window_tables.h"
 #include "import/z_file.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 
 #include <array>
 #include <cmath>
@@ -123,8 +124,13 @@ int Z_Read(SurveyModel &model, const std::string &fileName, std::string_view /*l
     if (!pass.walk.open(fileName)) {
         return 1;
     }
+    WatchedReading watched(pass.walk.reader, fileName);
     if (pass.walk.scanHead()) {
         readReadings(pass, model);
+    }
+    if (watched.stopped()) {
+        model.SoundingCount = 0;
+        return 1;
     }
     setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
     if (model.SoundingCount < 1) {

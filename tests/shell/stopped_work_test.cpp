@@ -74,15 +74,15 @@ class StoppedWork : public testing::Test {
             return backend.works.size() == number;
         };
     }
-    int build() {
-        path = directory.path("inloop.avg");
+    int build(const std::string &name = "inloop.avg") {
+        path = directory.path(name);
         return BuildNewModel(model, path);
     }
-    /// The example survey with a pause in its middle, in which it can be stopped.
-    void putLongSurvey() {
-        std::string text = fileContent(Examples + "inloop.avg");
-        text.insert(text.find('\n', text.size() / 2) + 1, manyComments());
-        putFile(directory.path("inloop.avg"), text);
+    /// An example survey with a pause in its middle, in which it can be stopped.
+    void putLongSurvey(const std::string &name, const std::string &pause) {
+        std::string text = fileContent(Examples + name);
+        text.insert(text.find('\n', text.size() / 2) + 1, pause);
+        putFile(directory.path(name), text);
     }
 
     TemporaryDirectory directory;
@@ -126,29 +126,42 @@ TEST_F(StoppedWork, AtTheVeryLastSoundingNothingIsMissing) {
 }
 
 TEST_F(StoppedWork, HalfAFieldDataFileIsNoSurvey) {
-    putLongSurvey();
-    putFile(directory.path("inloop.std"), "old project\n");
-    for (const std::size_t pass : {1U, 2U}) {
-        stopWork(pass);
-        messages.infos.clear();
-        messages.errors.clear();
-        EXPECT_EQ(build(), 1) << "pass " << pass;
-        EXPECT_THAT(backend.works, SizeIs(pass));
-        EXPECT_EQ(backend.works.back().caption, "Reading inloop.avg");
-        EXPECT_EQ(model.SoundingCount, 0);
-        EXPECT_EQ(path, "");
-        EXPECT_EQ(fileContent(directory.path("inloop.std")), "old project\n");
-        EXPECT_THAT(messages.infos,
-                    Contains("Reading of inloop.avg was stopped; nothing of it is used.").Times(1));
-        EXPECT_THAT(messages.errors, IsEmpty()) << "the caller reports";
+    const struct {
+        std::string name;
+        std::string pause;
+        int soundings;
+    } surveys[] = {
+        {"inloop.avg", manyComments(), 24},
+        {"coincident.z", std::string(800000, '\n'), 15},
+    };
+    for (const auto &survey : surveys) {
+        putLongSurvey(survey.name, survey.pause);
+        const std::string project =
+            directory.path(survey.name.substr(0, survey.name.find('.'))) + ".std";
+        putFile(project, "old project\n");
+        for (const std::size_t pass : {1U, 2U}) {
+            stopWork(pass);
+            messages.infos.clear();
+            messages.errors.clear();
+            EXPECT_EQ(build(survey.name), 1) << survey.name << ", pass " << pass;
+            EXPECT_THAT(backend.works, SizeIs(pass));
+            EXPECT_EQ(backend.works.back().caption, "Reading " + survey.name);
+            EXPECT_EQ(model.SoundingCount, 0);
+            EXPECT_EQ(path, "");
+            EXPECT_EQ(fileContent(project), "old project\n");
+            EXPECT_THAT(messages.infos, Contains("Reading of " + survey.name +
+                                                 " was stopped; nothing of it is used.")
+                                            .Times(1));
+            EXPECT_THAT(messages.errors, IsEmpty()) << "the caller reports";
+        }
+        backend.stops = {};
+        EXPECT_EQ(build(survey.name), 0);
+        EXPECT_EQ(model.SoundingCount, survey.soundings);
     }
-    backend.stops = {};
-    EXPECT_EQ(build(), 0);
-    EXPECT_EQ(model.SoundingCount, 24);
 }
 
 TEST_F(StoppedWork, HalfAProjectIsNoProject) {
-    putLongSurvey();
+    putLongSurvey("inloop.avg", "");
     ASSERT_EQ(build(), 0);
     const std::string project = fileContent(path);
     putFile(path, project + manyComments());
