@@ -24,6 +24,7 @@
 #include <QWindow>
 
 #include <algorithm>
+#include <map>
 
 namespace keldrin {
 
@@ -50,6 +51,7 @@ QMargins frameMargins(const QWidget &window) {
 
 // What a hidden widget wants reaches those around it only when it is asked for, from within.
 void measureAgain(QWidget &widget) {
+    widget.ensurePolished();
     for (QObject *child : widget.children()) {
         if (child->isWidgetType()) {
             measureAgain(*static_cast<QWidget *>(child));
@@ -91,15 +93,15 @@ void DialogWindow::build(const DialogSpec &spec) {
     auto *body = new QVBoxLayout(form);
     body->setContentsMargins(0, 0, 0, 0);
     fields_ = makeFields(spec, form);
-    buttonRow_ = new QHBoxLayout;
-    buttonRow_->addStretch(1);
-    frames_ = layOutFields(fields_, *body, *buttonRow_);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    frames_ = layOutFields(fields_, *body, *buttons);
     if (frame_ != nullptr) {
         all->addWidget(form);
     } else {
         all->addWidget(new FormScroll(form, this));
     }
-    all->addLayout(buttonRow_);
+    all->addLayout(buttons);
     giveMnemonics();
     orderTabs();
     for (const DialogField &field : fields_) {
@@ -136,14 +138,15 @@ void DialogWindow::orderTabs() {
     }
 }
 
-// The buttons at the lower edge are equally wide.
+// Buttons that stand together are equally wide.
 void DialogWindow::evenButtons() {
-    int widest = 0;
-    for (int round = 0; round < 2; ++round) {
-        for (int i = 0; i < buttonRow_->count(); ++i) {
-            if (QWidget *button = buttonRow_->itemAt(i)->widget()) {
-                button->setMinimumWidth(widest);
-                widest = std::max(widest, button->sizeHint().width());
+    std::map<const QObject *, int> widest; // by what they stand in
+    for (const bool measuring : {true, false}) {
+        for (const DialogField &field : fields_) {
+            if (auto *button = qobject_cast<QPushButton *>(field.widget)) {
+                int &width = widest[button->parent()];
+                button->setMinimumWidth(measuring ? 0 : width);
+                width = std::max(width, button->sizeHint().width());
             }
         }
     }
@@ -260,10 +263,12 @@ void DialogWindow::report(Edit edit) {
 
 // A pasted text can hold line ends and other control characters, which no field takes.
 void DialogWindow::typed(int id, const QString &text) {
+    const auto endsLine = [](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+               c.category() == QChar::Separator_Paragraph;
+    };
     QString line = text;
-    std::replace_if(
-        line.begin(), line.end(), [](QChar c) { return c.category() == QChar::Other_Control; },
-        QChar(' '));
+    std::replace_if(line.begin(), line.end(), endsLine, QChar(' '));
     report([&] { typeText(dialog_, id, plainText(line)); });
 }
 
@@ -408,6 +413,20 @@ QMargins DialogWindow::systemFrame() const {
                                                      : own;
 }
 
+// Of the screen that the root window is on, whichever that is.
+QRect DialogWindow::roomOnScreen() const {
+    const QWidget *root = parentWidget();
+    return (root != nullptr ? root : this)->screen()->availableGeometry();
+}
+
+QPoint DialogWindow::heldOnScreen(QPoint corner) const {
+    const QRect room = roomOnScreen();
+    const QSize spare = room.size() - size().grownBy(systemFrame());
+    const QPoint last = room.topLeft() + QPoint(spare.width(), spare.height());
+    return {std::max(std::min(corner.x(), last.x()), room.x()),
+            std::max(std::min(corner.y(), last.y()), room.y())};
+}
+
 void DialogWindow::settleLayout() {
     evenButtons();
     for (const std::vector<QGridLayout *> &grids : frames_) {
@@ -425,10 +444,11 @@ QSize DialogWindow::wantedSize() const {
     const int besideCaption = 4 * style()->pixelMetric(QStyle::PM_TitleBarHeight); // its buttons
     const int caption = fontMetrics().horizontalAdvance(windowTitle()) + besideCaption;
     wanted = wanted.expandedTo(QSize(caption, 0));
-    const QSize most = screen()->availableGeometry().size().shrunkBy(systemFrame());
-    const int bar =
-        wanted.height() > most.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
-    return (wanted + QSize(bar, 0)).boundedTo(most);
+    const QSize most = roomOnScreen().size().shrunkBy(systemFrame());
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const QSize bars(wanted.height() > most.height() ? bar : 0,
+                     wanted.width() > most.width() ? bar : 0);
+    return (wanted + bars).boundedTo(most);
 }
 
 // Grows when the content does; what the user has made smaller stays so otherwise.
@@ -441,6 +461,9 @@ void DialogWindow::fitSize() {
     if (wanted != fitted_) {
         fitted_ = wanted;
         resize(isVisible() ? size().expandedTo(wanted) : wanted);
+        if (isVisible()) {
+            move(heldOnScreen(frameGeometry().topLeft()));
+        }
     }
 }
 
@@ -449,20 +472,15 @@ void DialogWindow::place(DialogPlacement placement) {
     const QWidget *below = parentWidget();
     if (frame_ != nullptr) {
         const QPoint centre((below->width() - width()) / 2, (below->height() - height()) / 2);
-        frame_->moveTo(middle ? centre : below->mapFromGlobal(QPoint(placement.x, placement.y)));
+        const QPoint told = below->mapFromGlobal(QPoint(placement.x, placement.y));
+        frame_->moveTo(middle ? centre : QPoint(std::max(told.x(), 0), std::max(told.y(), 0)));
         return;
     }
-    const QRect room = screen()->availableGeometry();
     const QSize all = size().grownBy(systemFrame());
     const bool overParent = below != nullptr && below->window()->isVisible();
-    const QRect around = overParent ? below->window()->frameGeometry() : room;
-    const QPoint corner = middle ? around.center() - QPoint(all.width(), all.height()) / 2
-                                 : QPoint(placement.x, placement.y);
-    const auto held = [](int place, int low, int high) {
-        return std::max(std::min(place, high), low);
-    };
-    move(held(corner.x(), room.left(), room.right() + 1 - all.width()),
-         held(corner.y(), room.top(), room.bottom() + 1 - all.height()));
+    const QRect around = overParent ? below->window()->frameGeometry() : roomOnScreen();
+    const QPoint centred = around.center() - QPoint(all.width(), all.height()) / 2;
+    move(heldOnScreen(middle ? centred : QPoint(placement.x, placement.y)));
 }
 
 bool DialogWindow::event(QEvent *event) {

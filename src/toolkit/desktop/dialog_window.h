@@ -10,7 +10,6 @@
 #include <functional>
 #include <vector>
 
-class QBoxLayout;
 class QGridLayout;
 
 namespace keldrin {
@@ -85,7 +84,9 @@ class DialogWindow : public QDialog {
 
     void giveFocus();
     [[nodiscard]] QMargins systemFrame() const;
+    [[nodiscard]] QRect roomOnScreen() const;
     [[nodiscard]] QSize wantedSize() const;
+    [[nodiscard]] QPoint heldOnScreen(QPoint corner) const;
     void settleLayout();
     void fitSize();
     void place(DialogPlacement placement);
@@ -93,7 +94,6 @@ class DialogWindow : public QDialog {
     DialogModel &dialog_;
     std::vector<DialogField> fields_; ///< in the order of the model
     Mnemonics mnemonics_;
-    QBoxLayout *buttonRow_ = nullptr;                ///< at the lower edge
     std::vector<std::vector<QGridLayout *>> frames_; ///< whose fields are in line
     PanelFrame *frame_ = nullptr;                    ///< of a panel
     QSize fitted_;                                   ///< size that the content wanted last

@@ -13,8 +13,9 @@ namespace keldrin {
 
 namespace {
 
+// A panel larger than the room for it can be moved until its other end is seen.
 int held(int corner, int size, int room) {
-    return std::max(std::min(corner, room - size), 0);
+    return std::clamp(corner, std::min(room - size, 0), std::max(room - size, 0));
 }
 
 } // namespace
@@ -49,8 +50,11 @@ QWidget *PanelFrame::makeTitle() {
     caption_->setForegroundRole(QPalette::HighlightedText);
     auto *close = new QToolButton(title_);
     close->setObjectName("close");
-    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    close->setText(QString(QChar(0x00D7))); // a cross, in the colour of the caption
     close->setAutoRaise(true);
+    QPalette colours;
+    colours.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+    close->setPalette(colours);
     close->setFocusPolicy(Qt::NoFocus);
     close->setCursor(Qt::ArrowCursor);
     close->setAccessibleName("Close");
@@ -81,13 +85,15 @@ void PanelFrame::moveTo(QPoint corner) {
 }
 
 void PanelFrame::keepDistance() {
-    const QSize spare = panel_->parentWidget()->size() - panel_->size();
+    const QSize room = panel_->parentWidget()->size();
+    const QSize size = panel_->size();
+    const QSize spare = room - size;
     const bool right = fromBottomRight_.x() < fromTopLeft_.x();
     const bool bottom = fromBottomRight_.y() < fromTopLeft_.y();
     const QPoint corner(right ? spare.width() - fromBottomRight_.x() : fromTopLeft_.x(),
                         bottom ? spare.height() - fromBottomRight_.y() : fromTopLeft_.y());
-    panel_->move(held(corner.x(), 0, std::max(spare.width(), 0)),
-                 held(corner.y(), 0, std::max(spare.height(), 0)));
+    panel_->move(held(corner.x(), size.width(), room.width()),
+                 held(corner.y(), size.height(), room.height()));
 }
 
 void PanelFrame::fit() {
