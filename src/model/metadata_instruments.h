@@ -45,8 +45,8 @@ struct QdrMetadata {
     SourcedList<int> Number;
     SourcedList<int> Ch;
     SourcedValueText Date;
-    SourcedDouble Time;                ///< hours
-    SourcedDoubles<2> Blk{{1.0, 0.0}}; ///< first and last block
+    SourcedDouble Time; ///< hours
+    SourcedDoubles<2> Blk{{1.0, 0.0}};
     SourcedInt Setup;
     SourcedInt AcqMethod;
     SourcedInt GainMode;
