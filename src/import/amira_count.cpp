@@ -1,5 +1,6 @@
 #include "import/amira_file.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
 
 #include <algorithm>
@@ -56,6 +57,7 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     if (status != 0) {
         return status;
     }
+    WatchedReading watched(pass.walk.reader, fileName);
     ReportInfoLine("Reading header lines.");
     status = pass.walk.readHeader();
     if (status != 0) {
@@ -68,6 +70,9 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     }
     if (pass.walk.stopStatus >= StopsFile) {
         return pass.walk.stopStatus;
+    }
+    if (watched.stopped()) {
+        return 1;
     }
     noteEndMark(pass.walk.reader);
     status = finishCount(model.lines, pass.readings, "AMR_Count");

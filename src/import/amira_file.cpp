@@ -74,7 +74,9 @@ int AmiraWalk::readHeader() {
     for (;;) {
         const LineStatus status = reader.next(line);
         if (status == LineStatus::End) {
-            ReportError({"ERROR: Did not locate expected column labels in " + name});
+            if (!reader.stopped()) {
+                ReportError({"ERROR: Did not locate expected column labels in " + name});
+            }
             return 1;
         }
         if (status == LineStatus::Fault) {

@@ -74,15 +74,15 @@ inline constexpr int AmiraLastCode = 5;
 /// Counting pass: finds every survey line and counts its readings into the line table, then takes
 /// the coil areas into the preset. Control values end as they began.
 /// returns  0; 1 when the file cannot be read or holds no data; 2 for data of another kind
-///          (reported)
+///          (reported); 1 too when the user has stopped the reading
 int AMR_Count(SurveyModel &model, const std::string &fileName);
 
 /// Reading pass over the rows of one LineLabel, after STD_Allocate_hTrn. Fills the soundings and
 /// their count, and the control values from the keywords in force at the line's last row. Readings
 /// of a station are averaged, channel by channel. Starts from the keywords that the count pass
 /// started from: what sections of other lines have said must not reach the chosen one.
-/// returns  0; 1 when nothing was read (reported); 2 without times of channels, or for data of
-///          another kind
+/// returns  0; 1 when nothing was read (reported) or the user has stopped the reading; 2 without
+///          times of channels, or for data of another kind
 int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel);
 
 /// The one walk over a file that both passes make.
@@ -101,7 +101,8 @@ struct AmiraWalk {
     int open(const SurveyModel &model, const std::string &fileName);
 
     /// Reads on to the first label line.
-    /// returns  0; 1 without a usable one (reported); the status of a keyword that stops the file
+    /// returns  0; 1 without a usable one (reported) or when the user has stopped the reading; the
+    ///          status of a keyword that stops the file
     int readHeader();
 
     /// Goes to the next row, on the way taking keywords, and splits it.

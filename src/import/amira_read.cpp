@@ -3,6 +3,7 @@
 #include "import/amira_times.h"
 #include "import/window_tables.h"
 #include "messages/message_log.h"
+#include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
 #include "text/cell_report.h"
 #include "text/value_readers.h"
@@ -332,9 +333,11 @@ void reportNotices(const ReadPass &pass) {
 int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel) {
     ReadPass pass;
     int status = pass.walk.open(model, fileName);
-    if (status == 0) {
-        status = pass.walk.readHeader();
+    if (status != 0) {
+        return status;
     }
+    WatchedReading watched(pass.walk.reader, fileName);
+    status = pass.walk.readHeader();
     if (status == 0) {
         status = readChannelTimes(fileName, pass.walk.record);
     }
@@ -354,6 +357,10 @@ int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view l
     }
     if (pass.walk.stopStatus >= StopsFile) {
         return pass.walk.stopStatus;
+    }
+    if (watched.stopped()) {
+        model.SoundingCount = 0;
+        return 1;
     }
     noteEndMark(pass.walk.reader);
     reportNotices(pass);

@@ -14,6 +14,9 @@ class WatchedReading {
   public:
     /// Watches a reader that has just been opened.
     WatchedReading(LineReader &reader, std::string_view path);
+    WatchedReading(const WatchedReading &) = delete;
+    WatchedReading &operator=(const WatchedReading &) = delete;
+    ~WatchedReading() { stopped(); }
 
     /// True when the user has stopped the reading, which is logged once. To be asked before what
     /// was read is judged.

@@ -133,7 +133,9 @@ TEST_F(StoppedWork, HalfAFieldDataFileIsNoSurvey) {
     } surveys[] = {
         {"inloop.avg", manyComments(), 24},
         {"coincident.z", std::string(800000, '\n'), 15},
+        {"amira_nt.tem", std::string(800000, '\n'), 25},
     };
+    std::filesystem::copy(Examples + "amira_nt.chn", directory.path("amira_nt.chn"));
     for (const auto &survey : surveys) {
         putLongSurvey(survey.name, survey.pause);
         const std::string project =
