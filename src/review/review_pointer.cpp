@@ -1,5 +1,6 @@
 #include "review/review_pointer.h"
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
 #include "review/page_layout.h"
@@ -59,7 +60,7 @@ std::string fourDigits(float value) {
 }
 
 std::string oneDecimal(double value) {
-    return Number_Text(value, "(F14.1)");
+    return std::string(trimBlanks(formatReal("(F14.1)", value)));
 }
 
 // ---- Data plot

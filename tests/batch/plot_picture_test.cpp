@@ -1,5 +1,4 @@
 #include "batch/command.h"
-#include "batch/picture.h"
 
 #include "base/clock.h"
 #include "messages/message_log.h"
@@ -7,6 +6,7 @@
 #include "review/sounding_plot.h"
 #include "shell/open_project.h"
 #include "support/files.h"
+#include "support/picture.h"
 #include "support/temporary_directory.h"
 #include "toolkit/drawing.h"
 
@@ -52,49 +52,6 @@ const Reader Readers[] = {
 
 bool runs(const std::string &command) {
     return std::system(("(" + command + ") >/dev/null 2>&1").c_str()) == 0;
-}
-
-// Of all cells; 1 when one map is the other but for a factor.
-double correlation(const InkMap &a, const InkMap &b) {
-    const double meanA = a.total() / static_cast<double>(a.ink.size());
-    const double meanB = b.total() / static_cast<double>(b.ink.size());
-    double product = 0.0;
-    double squareA = 0.0;
-    double squareB = 0.0;
-    for (std::size_t i = 0; i < a.ink.size(); ++i) {
-        product += (a.ink[i] - meanA) * (b.ink[i] - meanB);
-        squareA += (a.ink[i] - meanA) * (a.ink[i] - meanA);
-        squareB += (b.ink[i] - meanB) * (b.ink[i] - meanB);
-    }
-    return product / std::sqrt(squareA * squareB);
-}
-
-// The most ink of a cell and those around it: a line on the edge of two cells may lie in either.
-double mostAround(const InkMap &map, std::size_t column, std::size_t row) {
-    double most = 0.0;
-    for (std::size_t r = row - std::min<std::size_t>(row, 1); r < std::min(row + 2, map.Down);
-         ++r) {
-        for (std::size_t c = column - std::min<std::size_t>(column, 1);
-             c < std::min(column + 2, map.Across); ++c) {
-            most = std::max(most, map.at(c, r));
-        }
-    }
-    return most;
-}
-
-// Cells with ink in one map and none in or beside them in the other.
-std::string inkWithoutCounterpart(const InkMap &a, const InkMap &b) {
-    constexpr double some = 0.01;
-    constexpr double trace = 0.001;
-    std::string places;
-    for (std::size_t row = 0; row < InkMap::Down; ++row) {
-        for (std::size_t column = 0; column < InkMap::Across; ++column) {
-            if (a.at(column, row) > some && mostAround(b, column, row) < trace) {
-                places += " " + std::to_string(column) + "," + std::to_string(row);
-            }
-        }
-    }
-    return places;
 }
 
 class PlotPicture : public testing::TestWithParam<Reader> {

@@ -3,8 +3,10 @@
 #include "review_line.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
+#include "support/paged_document.h"
 #include "support/temporary_directory.h"
 #include "toolkit/drawing.h"
+#include "toolkit/hardcopy.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/toolkit_state.h"
@@ -14,22 +16,52 @@
 
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 namespace keldrin {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 /// What a scenario that does not fit throws in place of ending the process.
 struct Stopped {};
 
 constexpr std::array<TestWindow, 3> Windows = {
     TestWindow{0.2F, 5000.0F, 100.0F}, TestWindow{1.0F, 300.0F, 50.0F}, TestWindow{10.0F, 4.0F}};
+
+/// A scripted toolkit that has PDF and a status bar.
+class WindowBackend : public ScriptedBackend {
+  public:
+    using ScriptedBackend::ScriptedBackend;
+
+    std::unique_ptr<DocumentSurface> document(int driver) override {
+        return driver == DriverPdf ? std::make_unique<PagedDocument>() : nullptr;
+    }
+    void setStatus(StatusPart part, std::string_view text) override {
+        if (part == StatusPart::Marks && (statuses.empty() || statuses.back() != text)) {
+            statuses.emplace_back(text);
+        }
+    }
+    // The mouse rests on the middle of the data plot.
+    void setPointerText(PointerText text) override { pointer = std::move(text); }
+    RawEvent wait() override {
+        readings.push_back(pointer ? pointer(0.25, 0.5) : "none");
+        return ScriptedBackend::wait();
+    }
+
+    std::vector<std::string> statuses;
+    std::vector<std::string> readings; ///< under the mouse, at each wait
+    PointerText pointer;
+};
 
 /// A line of three like soundings, whose page shows 0.1 to 1000 msec and 0 to 1e4.
 class ReviewTest : public testing::Test {
@@ -48,7 +80,7 @@ class ReviewTest : public testing::Test {
         Script script;
         EXPECT_TRUE(parseScript(text, script).empty()) << text;
         std::ostringstream out;
-        ScriptedBackend backend(std::move(script), out);
+        WindowBackend backend(std::move(script), out);
         backend.stopRun = [](int) {
             throw Stopped{};
         };
@@ -65,6 +97,9 @@ class ReviewTest : public testing::Test {
         }
         transcript = out.str();
         EXPECT_EQ(ToolkitDialogInfo(2), 0) << "no dialog is left";
+        EXPECT_FALSE(backend.pointer) << "nor anybody who reads the mouse";
+        statuses = backend.statuses;
+        readings = backend.readings;
         ToolkitClose();
         return status;
     }
@@ -104,6 +139,8 @@ class ReviewTest : public testing::Test {
     int reloads = 0;
     int reloadStatus = 0;
     std::string transcript;
+    std::vector<std::string> statuses; ///< of unsaved marks, each change
+    std::vector<std::string> readings;
 };
 
 TEST_F(ReviewTest, KeysButtonsWheelAndTrackbarWalkTheSoundings) {
@@ -112,13 +149,11 @@ TEST_F(ReviewTest, KeysButtonsWheelAndTrackbarWalkTheSoundings) {
         int from;
         int to;
     } cases[] = {
-        {"key n", 1, 2},        {"key N", 2, 3},      {"key Down", 1, 2},
-        {"key Right", 3, 3},    {"key p", 3, 2},      {"key P", 2, 1},
-        {"key Up", 1, 1},       {"key Left", 3, 2},   {"press &Next", 1, 2},
-        {"press 1058", 3, 2},   {"set 1057 3", 1, 3}, {"wheel up 1", 2, 1},
-        {"wheel down 5", 1, 3}, {"key Ctrl+P", 3, 3}, {"key Enter", 2, 2},
-        {"key q", 2, 2},        {"expose", 2, 2},     {"resize 800 600", 2, 2},
-        {"menu Exit", 2, 2},
+        {"key n", 1, 2},          {"key N", 2, 3},      {"key Down", 1, 2},   {"key Right", 3, 3},
+        {"key p", 3, 2},          {"key P", 2, 1},      {"key Up", 1, 1},     {"key Left", 3, 2},
+        {"press &Next", 1, 2},    {"press 1058", 3, 2}, {"set 1057 3", 1, 3}, {"wheel up 1", 2, 1},
+        {"wheel down 5", 1, 3},   {"key Enter", 2, 2},  {"key q", 2, 2},      {"expose", 2, 2},
+        {"resize 800 600", 2, 2}, {"menu Exit", 2, 2},
     };
     for (const auto &c : cases) {
         state = {c.from, survey.SoundingCount};
@@ -242,6 +277,53 @@ TEST_F(ReviewTest, ChangesOfMarksCanBeTakenBack) {
     EXPECT_TRUE(wasWritten());
 }
 
+TEST_F(ReviewTest, UnsavedMarksAreCountedInTheStatusBar) {
+    review({leftClick(Windows[1]), "key n", "drag left 1.6 1.6 11.4 17.4", "key Ctrl+Z",
+            "key Ctrl+Y", "click right " + at(Windows[0]), "key x"});
+    EXPECT_THAT(statuses,
+                ElementsAre("", "1 window changed, not saved", "4 windows changed, not saved",
+                            "1 window changed, not saved", "4 windows changed, not saved",
+                            "3 windows changed, not saved", ""));
+    wasWritten();
+    review({"click left 5 16.5", leftClick(Windows[0]), "click right " + at(Windows[0]),
+            leftClick(Windows[0]), "key Escape"});
+    EXPECT_THAT(statuses, ElementsAre("", "1 window changed, not saved", "",
+                                      "1 window changed, not saved", ""))
+        << "a miss changes nothing, nor does a mark set and cleared";
+    review({"click right " + at(Windows[2]), "close"});
+    EXPECT_THAT(statuses, ElementsAre("", "1 window changed, not saved", ""));
+}
+
+TEST_F(ReviewTest, TheMouseIsReadForTheSoundingOnShow) {
+    survey.hTrn[1] = soundingOf(std::span(Windows).first(1));
+    survey.control.TEMUnits = "nV/Am2";
+    review({"key n", "press Edit Plot Limits", "set 1063 1", "set 1062 1.0E4", "press Continue",
+            "key x"});
+    // The page begins at 0.1, then at 1 msec; 6 cm are 1.8 decades behind its left edge.
+    EXPECT_THAT(readings.front(), StartsWith("Time 6.31 msec   Resistivity "));
+    EXPECT_THAT(readings.front(), HasSubstr("Window 2: "));
+    EXPECT_THAT(readings[1], HasSubstr("Window 1: "));
+    EXPECT_THAT(readings.back(), StartsWith("Time 63.1 msec"));
+}
+
+TEST_F(ReviewTest, PagesGoToFilesOfEveryKindThatThereIs) {
+    const auto has = [this](const std::string &name) {
+        return std::filesystem::exists(directory.path(name));
+    };
+    review({"key n", "press To SVG File", "press To PDF File", "press All to PDF", "key x"});
+    EXPECT_TRUE(has("line0002.svg"));
+    EXPECT_EQ(countOf("<svg", fileContent(directory.path("line0002.pdf"))), 1U);
+    EXPECT_EQ(countOf("<svg", fileContent(directory.path("line.pdf"))), 3U);
+    EXPECT_THAT(messages.errors, IsEmpty());
+    EXPECT_EQ(drawings(), 5) << "the page comes back behind the log";
+
+    review({"press To PNG File", "box ok", "key n", "key x"});
+    EXPECT_THAT(messages.errors, ElementsAre("Graphics ERROR: from Plot_HardcopyOpen|There is no "
+                                             "such output device."));
+    EXPECT_FALSE(has("line0002.png"));
+    EXPECT_EQ(state.ReviewStation, 3) << "the review goes on";
+}
+
 TEST_F(ReviewTest, TheReviewGoesOnBehindOtherDialogsAndPlots) {
     // The second window, at 4 cm before, is then at 3 cm.
     const std::string y = std::to_string(placeOf(1.0F, Windows[1].observed, 0.1F).y);
@@ -252,6 +334,8 @@ TEST_F(ReviewTest, TheReviewGoesOnBehindOtherDialogsAndPlots) {
     review({"press 1081", "press Cancel", "key p", "press Printer Plot", "printer cancel",
             "press To WMF File", "press 1075", leftClick(Windows[2]), "key x"});
     EXPECT_EQ(marks(1), "011");
+    review({"key Ctrl+P", "printer 720 540", "key x"});
+    EXPECT_THAT(transcript, HasSubstr("got printer 720 540\n"));
     EXPECT_TRUE(std::filesystem::exists(directory.path("line0001.wmf")));
     EXPECT_TRUE(std::filesystem::exists(directory.path("line0001.hpg")));
 }

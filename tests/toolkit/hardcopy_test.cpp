@@ -1,6 +1,7 @@
 #include "toolkit/hardcopy.h"
 
 #include "support/files.h"
+#include "support/paged_document.h"
 #include "support/printer_backend.h"
 #include "support/temporary_directory.h"
 #include "toolkit/drawing.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace keldrin {
@@ -182,6 +184,60 @@ TEST_F(HardcopyTest, DevicesThatAreNotThereAreRefused) {
     open(DriverHpgl, -5);
     EXPECT_EQ(onScreen(), 0U);
     EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+/// Has a document of several pages.
+class DocumentBackend : public PrinterBackend {
+  public:
+    std::unique_ptr<DocumentSurface> document(int driver) override {
+        return driver == DriverPdf ? std::make_unique<PagedDocument>() : nullptr;
+    }
+};
+
+TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("a.pdf");
+    DocumentBackend backend;
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(7, -1, -1, 800, 600);
+    ToolkitNextPage(); // of nothing
+    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+
+    ToolkitHardcopySelect(1, DriverPdf);
+    IGrHardcopy(path);
+    ToolkitMoveTo(0.0F, 0.0F);
+    ToolkitLineTo(24.0F, 18.0F);
+    ToolkitNextPage();
+    ToolkitNextPage();
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    ToolkitDropHardcopy();
+    EXPECT_TRUE(ToolkitHasSurface());
+    EXPECT_FALSE(std::filesystem::exists(path));
+
+    ToolkitHardcopySelect(1, DriverPdf);
+    IGrHardcopy(path);
+    ToolkitNextPage();
+    IGrHardcopy("S");
+    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(countOf("<svg", fileContent(path)), 2U);
+    ToolkitDropHardcopy(); // nothing is open
+    EXPECT_TRUE(std::filesystem::exists(path));
+
+    ToolkitHardcopySelect(1, DriverSvg);
+    IGrHardcopy(directory.path("a.svg"));
+    ToolkitNextPage();
+    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice) << "one page a file";
+    IGrHardcopy("S");
+    EXPECT_EQ(countOf("<svg", fileContent(directory.path("a.svg"))), 1U);
+
+    ToolkitHardcopySelect(1, DriverPng);
+    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    IGrHardcopy(directory.path("a.png")); // not the device chosen before
+    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    EXPECT_NE(ToolkitHardcopyFault(), "");
+    IGrHardcopy("S");
+    EXPECT_FALSE(std::filesystem::exists(directory.path("a.png")));
+    ToolkitClose();
 }
 
 TEST(HardcopyWithoutWindow, PagesAreWrittenAllTheSame) {

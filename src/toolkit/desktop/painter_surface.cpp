@@ -147,21 +147,26 @@ QPolygonF PainterSurface::markerPath(std::span<const PagePoint> points) const {
     return line;
 }
 
-void PainterSurface::selectPen(bool alongAxes) {
-    QPen pen(colourOf(colour_), pen_);
-    pen.setCapStyle(alongAxes ? Qt::SquareCap : Qt::RoundCap);
-    pen.setJoinStyle(alongAxes ? Qt::MiterJoin : Qt::RoundJoin);
-    painter_.setPen(pen);
+// Lines along the axes are drawn one by one: square ends fill their corners, joins would not.
+void PainterSurface::drawLine(const QPolygonF &line) {
+    const bool alongAxes = isAlongAxes(line);
+    painter_.setPen(QPen(colourOf(colour_), pen_, Qt::SolidLine,
+                         alongAxes ? Qt::SquareCap : Qt::RoundCap, Qt::RoundJoin));
     painter_.setBrush(Qt::NoBrush);
+    if (!alongAxes) {
+        painter_.drawPolyline(line);
+        return;
+    }
+    for (qsizetype i = 1; i < line.size(); ++i) {
+        painter_.drawLine(line[i - 1], line[i]);
+    }
 }
 
 void PainterSurface::polyline(std::span<const PagePoint> points) {
     if (points.empty()) {
         return;
     }
-    const QPolygonF line = marker_ != 0 ? markerPath(points) : path(points, false);
-    selectPen(isAlongAxes(line));
-    painter_.drawPolyline(line);
+    drawLine(marker_ != 0 ? markerPath(points) : path(points, false));
 }
 
 void PainterSurface::drawDot(std::span<const PagePoint> outline) {
@@ -180,9 +185,7 @@ void PainterSurface::polygon(std::span<const PagePoint> points, bool filled) {
         return;
     }
     if (!filled) {
-        const QPolygonF line = path(points, true);
-        selectPen(isAlongAxes(line));
-        painter_.drawPolygon(line);
+        drawLine(path(points, true));
         return;
     }
     painter_.setPen(Qt::NoPen);
@@ -211,6 +214,7 @@ void PainterSurface::text(PagePoint at, std::string_view string, float charWidth
 
     QFont font = programFont();
     font.setHintingPreference(QFont::PreferVerticalHinting);
+    font.setStyleStrategy(QFont::PreferNoShaping); // a ligature is not found by its letters
     font.setPixelSize(std::max(1, static_cast<int>(std::lround(std::min(emWidth, emHeight)))));
     const double told = static_cast<double>(textWidthInEms(string)) * emWidth;
     const double natural = QFontMetricsF(font, painter_.device()).horizontalAdvance(shown);

@@ -44,7 +44,7 @@ class PainterSurface : public Surface {
     [[nodiscard]] QPolygonF path(std::span<const PagePoint> points, bool closed) const;
     [[nodiscard]] QPolygonF markerPath(std::span<const PagePoint> points) const;
     void drawDot(std::span<const PagePoint> outline);
-    void selectPen(bool alongAxes);
+    void drawLine(const QPolygonF &line);
 
     // All of it in device pixels: the painter's units are made so.
     QPainter &painter_;

@@ -163,4 +163,47 @@ inline Picture pictureOf(const RecordSurface &page) {
     return picture;
 }
 
+/// Of all cells; 1 when one map is the other but for a factor.
+inline double correlation(const InkMap &a, const InkMap &b) {
+    const double meanA = a.total() / static_cast<double>(a.ink.size());
+    const double meanB = b.total() / static_cast<double>(b.ink.size());
+    double product = 0.0;
+    double squareA = 0.0;
+    double squareB = 0.0;
+    for (std::size_t i = 0; i < a.ink.size(); ++i) {
+        product += (a.ink[i] - meanA) * (b.ink[i] - meanB);
+        squareA += (a.ink[i] - meanA) * (a.ink[i] - meanA);
+        squareB += (b.ink[i] - meanB) * (b.ink[i] - meanB);
+    }
+    return product / std::sqrt(squareA * squareB);
+}
+
+/// The most ink of a cell and those around it: a line on the edge of two cells may lie in either.
+inline double mostAround(const InkMap &map, std::size_t column, std::size_t row) {
+    double most = 0.0;
+    for (std::size_t r = row - std::min<std::size_t>(row, 1); r < std::min(row + 2, map.Down);
+         ++r) {
+        for (std::size_t c = column - std::min<std::size_t>(column, 1);
+             c < std::min(column + 2, map.Across); ++c) {
+            most = std::max(most, map.at(c, r));
+        }
+    }
+    return most;
+}
+
+/// Cells with ink in one map and none in or beside them in the other.
+inline std::string inkWithoutCounterpart(const InkMap &a, const InkMap &b) {
+    constexpr double some = 0.01;
+    constexpr double trace = 0.001;
+    std::string places;
+    for (std::size_t row = 0; row < InkMap::Down; ++row) {
+        for (std::size_t column = 0; column < InkMap::Across; ++column) {
+            if (a.at(column, row) > some && mostAround(b, column, row) < trace) {
+                places += " " + std::to_string(column) + "," + std::to_string(row);
+            }
+        }
+    }
+    return places;
+}
+
 } // namespace keldrin
