@@ -2,6 +2,7 @@
 #include "messages/message_log.h"
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 namespace keldrin {
@@ -130,8 +131,11 @@ void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control) {
     setPresent(control.LineNumber, record.LineNumber);
     setPresent(control.LineAzimuth, record.Azimuth);
     setPresent(control.TxAzimuth, record.Azimuth);
-    if (!isPresent(control.TxAzimuth)) { // else a turned loop would be taken to lie along the line
+    if (!isPresent(control.TxAzimuth) && isPresent(record.sideAzimuth)) {
+        // Else a turned loop would be taken to lie along the line.
         control.TxAzimuth = record.sideAzimuth;
+        ReportInfoLine("The azimuth of the loop is that of its first side, " +
+                       std::to_string(nearestInt(record.sideAzimuth)) + " degrees.");
     }
     if (record.unitIndex < 1 || record.unitIndex > static_cast<int>(AmiraUnitNames.size())) {
         ReportError({"AMIRA input ERROR:",

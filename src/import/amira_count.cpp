@@ -2,8 +2,10 @@
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
+#include "text/cell_report.h"
 
 #include <algorithm>
+#include <array>
 
 namespace keldrin {
 
@@ -15,6 +17,7 @@ struct CountPass {
     AmiraWalk walk;
     LineEntry *entry = nullptr; ///< row of the line in force; set at the first reading
     SoundingCounter soundings;
+    std::array<bool, MaxSurveyLines> carriesLoop{}; ///< of lines where a row goes on with a loop
     int readings = 0;
 };
 
@@ -32,12 +35,25 @@ void countRow(CountPass &pass, LineTable &lines) {
     ++pass.entry->Transients;
     const int axis = std::min(record.componentCode, ComponentAxes) - 1;
     ++pass.entry->ComponentTransients[static_cast<std::size_t>(axis)];
+    const auto line = static_cast<std::size_t>(pass.entry - lines.entries.data());
+    pass.carriesLoop[line] =
+        pass.carriesLoop[line] || (walk.hasColumn(AmiraLoop) && isEmptyCell(walk.cell(AmiraLoop)));
     // The read pass reports a station or loop that cannot be read.
     double station = MissingValue;
     double loop = record.LoopNumber;
     if (Cell_to_AmiraNumber(walk.cell(AmiraStation), station) == CellRead) {
         Cell_to_AmiraNumber(walk.cell(AmiraLoop), loop);
         pass.soundings.count(lines, *pass.entry, loop, station, record.TxFreq);
+    }
+}
+
+// A row without a loop goes on with the one before it, which depends on the lines that are read:
+// all that is sure is that no more soundings than rows come of it.
+void forgetUnsureCounts(const CountPass &pass, LineTable &lines) {
+    for (std::size_t i = 0; i < pass.carriesLoop.size(); ++i) {
+        if (pass.carriesLoop[i]) {
+            lines.entries[i].Soundings = 0;
+        }
     }
 }
 
@@ -75,6 +91,7 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
         return 1;
     }
     noteEndMark(pass.walk.reader);
+    forgetUnsureCounts(pass, model.lines);
     status = finishCount(model.lines, pass.readings, "AMR_Count");
     if (status == 0) {
         model.preset.RxAreaXYZ = pass.walk.record.RxAreaXYZ;

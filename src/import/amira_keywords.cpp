@@ -262,7 +262,7 @@ constexpr auto Keywords = std::to_array<AmiraKeyword>({
     {"ONTIME", readNumber<&AmiraRecord::OnTime>, 1000.0F},
     {"OFFTIME", readNumber<&AmiraRecord::OffTime>, 1000.0F},
     {"TURNON", readNumber<&AmiraRecord::TurnOn>},
-    {"TURNOFF", readSize<&AmiraRecord::TurnOff>},
+    {"TURNOFF", readNumber<&AmiraRecord::TurnOff>},
     {"CURRENT", readNumber<&AmiraRecord::Current>, 1.0F},
     {"XCOLLAR", readNumber<&AmiraRecord::XCollar>, Absent},
     {"YCOLLAR", readNumber<&AmiraRecord::YCollar>, Absent},

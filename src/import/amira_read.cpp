@@ -182,7 +182,7 @@ Conversion conversionOfRow(ReadPass &pass, const ImportPreset &preset, int axis,
                            std::string_view line) {
     const AmiraRecord &record = pass.walk.record;
     if (record.unitIndex == AmiraMicrovolts) {
-        return {1000.0F, preset.RxAreaXYZ[static_cast<std::size_t>(axis)]};
+        return {1000.0F / preset.RxAreaXYZ[static_cast<std::size_t>(axis)], 1.0F};
     }
     if (record.unitIndex != AmiraNanotesla) {
         return {};
@@ -310,9 +310,34 @@ void warnOfTurnedLoop(const AmiraRecord &record, const ControlValues &control) {
     }
 }
 
-void finishControlValues(ReadPass &pass, SurveyModel &model) {
-    // What stands behind the last row of the chosen line belongs to it if no other line follows.
-    AmiraRecord &record = pass.inChosenLine ? pass.walk.record : pass.chosen;
+// What stands behind the last row of the chosen line belongs to it if no other line follows, but
+// for what the rows were read by.
+AmiraRecord closingRecord(const ReadPass &pass) {
+    const AmiraRecord &chosen = pass.chosen;
+    if (!pass.inChosenLine) {
+        return chosen;
+    }
+    AmiraRecord record = pass.walk.record;
+    if (record.unitIndex != chosen.unitIndex || record.TurnOff != chosen.TurnOff ||
+        record.InitDelay != chosen.InitDelay || record.Current != chosen.Current ||
+        record.TxFreq != chosen.TxFreq) {
+        ReportWarning({"AMIRA input WARNING: keywords behind the last row of " + pass.walk.name,
+                       "change unit, times, current or frequency. They come too late for the rows "
+                       "and are not used."});
+    }
+    record.Line = chosen.Line;
+    record.LineNumber = chosen.LineNumber;
+    record.Config = chosen.Config;
+    record.arrayIndex = chosen.arrayIndex;
+    record.TEMUnit = chosen.TEMUnit;
+    record.unitIndex = chosen.unitIndex;
+    record.TurnOff = chosen.TurnOff;
+    record.TxFreq = chosen.TxFreq;
+    return record;
+}
+
+void finishControlValues(const ReadPass &pass, SurveyModel &model) {
+    AmiraRecord record = closingRecord(pass);
     const auto unit = static_cast<std::size_t>(model.control.LengthUnitsIndex - 1);
     AMR_Loop_Geometry(record, static_cast<double>(LengthUnitMetres[unit]));
     settleLoopSides(record);

@@ -205,5 +205,33 @@ TEST_F(AmiraTest, HostileBytesEndInAFailureOrInData) {
     EXPECT_EQ(AMR_Count(model, directory.path()), 1);
 }
 
+TEST_F(AmiraTest, KeywordsBehindTheLastRowDoNotChangeWhatWasRead) {
+    EXPECT_EQ(read(Head + Labels + "1 Z 10 20 30\n/TEMUNIT: uV/A\n/TURNOFF: 0.1\n" +
+                   "/LINE: 8\n/CONFIG: FIXEDLOOP\n/JOBFOR: late\n"),
+              0);
+    EXPECT_THAT(values(0), ElementsAre(10, 20, 30));
+    EXPECT_EQ(model.control.LineName.view(), "7");
+    EXPECT_EQ(model.control.SurveyTypeIndex, InLoop);
+    EXPECT_EQ(model.control.TxRamp, 0.0F);
+    EXPECT_EQ(model.control.JobFor.view(), "late");
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("behind the last row")));
+}
+
+TEST_F(AmiraTest, ARowWithoutALoopGoesOnWithTheOneBeforeIt) {
+    EXPECT_EQ(read("/TEMUNIT: nV/Am2\nLOOP STATION COMP CH1 CH2 CH3\n"
+                   "5 1 Z 1 1 1\n* 2 Z 2 2 2\n0 2 Z 3 3 3\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 3); // loop 5 at 1 and 2, loop 0 at 2
+    EXPECT_EQ(sounding(1).TxStn, 5.0);
+    EXPECT_EQ(sounding(2).TxStn, 0.0);
+    EXPECT_THAT(messages.errors, IsEmpty());
+}
+
+TEST_F(AmiraTest, ANegativeTurnOffKeepsItsSign) {
+    EXPECT_EQ(read(Head + "/TURNOFF: -0.5\n" + Labels + "1 Z 1 1 1\n"), 0);
+    EXPECT_THAT(times(0), ElementsAre(1.5F, 2.5F, 4.5F));
+    EXPECT_EQ(model.control.TxRamp, 50.0F); // only a ramp of 0 or more is taken
+}
+
 } // namespace
 } // namespace keldrin
