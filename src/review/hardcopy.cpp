@@ -158,6 +158,14 @@ int Plot_HardcopyOpen(int iPlt, const std::string &path) {
     return 0;
 }
 
+void tellWhereHardcopyWent(std::string_view path) {
+    if (ToolkitHardcopyFault().empty()) {
+        const bool printed = trimBlanks(path).empty();
+        ToolkitStatus(StatusPart::Pointer, printed ? "Sent to the printer."
+                                                   : "Saved in " + std::string(fileNameOf(path)));
+    }
+}
+
 int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int iPlt, int station,
                       std::string_view path, std::string_view date, std::string_view time) {
     std::string plotPath;
@@ -175,6 +183,7 @@ int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int i
     }
     Plot_Sounding(survey, limits, station, path, date, time);
     IGrHardcopy("S");
+    tellWhereHardcopyWent(plotPath);
     CheckGraphicsError("QCC_Plot_Hardcopy");
     return 0;
 }

@@ -3,6 +3,7 @@
 #include "base/paths.h"
 #include "base/version.h"
 #include "messages/message_log.h"
+#include "review/hardcopy.h"
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/hardcopy.h"
@@ -101,6 +102,7 @@ int Plot_AllSoundings(const SurveyModel &survey, const PlotLimits &limits, std::
         ReportInfoLine("Stopped; no file has been written.");
         return 1;
     }
+    tellWhereHardcopyWent(document);
     CheckGraphicsError("Plot_AllSoundings");
     return 0;
 }

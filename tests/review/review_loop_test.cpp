@@ -47,6 +47,9 @@ class WindowBackend : public ScriptedBackend {
         return driver == DriverPdf ? std::make_unique<PagedDocument>() : nullptr;
     }
     void setStatus(StatusPart part, std::string_view text) override {
+        if (part == StatusPart::Pointer && !text.empty()) {
+            told.emplace_back(text);
+        }
         if (part == StatusPart::Marks && (statuses.empty() || statuses.back() != text)) {
             statuses.emplace_back(text);
         }
@@ -59,6 +62,7 @@ class WindowBackend : public ScriptedBackend {
     }
 
     std::vector<std::string> statuses;
+    std::vector<std::string> told;     ///< where plots have gone
     std::vector<std::string> readings; ///< under the mouse, at each wait
     PointerText pointer;
 };
@@ -100,6 +104,7 @@ class ReviewTest : public testing::Test {
         EXPECT_FALSE(backend.pointer) << "nor anybody who reads the mouse";
         statuses = backend.statuses;
         readings = backend.readings;
+        told = backend.told;
         ToolkitClose();
         return status;
     }
@@ -141,6 +146,7 @@ class ReviewTest : public testing::Test {
     std::string transcript;
     std::vector<std::string> statuses; ///< of unsaved marks, each change
     std::vector<std::string> readings;
+    std::vector<std::string> told;
 };
 
 TEST_F(ReviewTest, KeysButtonsWheelAndTrackbarWalkTheSoundings) {
@@ -315,12 +321,15 @@ TEST_F(ReviewTest, PagesGoToFilesOfEveryKindThatThereIs) {
     EXPECT_EQ(countOf("<svg", fileContent(directory.path("line0002.pdf"))), 1U);
     EXPECT_EQ(countOf("<svg", fileContent(directory.path("line.pdf"))), 3U);
     EXPECT_THAT(messages.errors, IsEmpty());
+    EXPECT_THAT(told,
+                ElementsAre("Saved in line0002.svg", "Saved in line0002.pdf", "Saved in line.pdf"));
     EXPECT_EQ(drawings(), 5) << "the page comes back behind the log";
 
     review({"press To PNG File", "box ok", "key n", "key x"});
     EXPECT_THAT(messages.errors, ElementsAre("Graphics ERROR: from Plot_HardcopyOpen|There is no "
                                              "such output device."));
     EXPECT_FALSE(has("line0002.png"));
+    EXPECT_THAT(told, IsEmpty());
     EXPECT_EQ(state.ReviewStation, 3) << "the review goes on";
 }
 
@@ -336,6 +345,7 @@ TEST_F(ReviewTest, TheReviewGoesOnBehindOtherDialogsAndPlots) {
     EXPECT_EQ(marks(1), "011");
     review({"key Ctrl+P", "printer 720 540", "key x"});
     EXPECT_THAT(transcript, HasSubstr("got printer 720 540\n"));
+    EXPECT_THAT(told, ElementsAre("Sent to the printer."));
     EXPECT_TRUE(std::filesystem::exists(directory.path("line0001.wmf")));
     EXPECT_TRUE(std::filesystem::exists(directory.path("line0001.hpg")));
 }

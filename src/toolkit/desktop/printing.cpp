@@ -7,7 +7,6 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QWidget>
 
 #include <utility>
 
@@ -42,17 +41,18 @@ class PrintedPage : public PageList {
 std::unique_ptr<Surface> choosePrinter(QWidget *parent, PrinterPage &page) {
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     printer->setPageOrientation(QPageLayout::Landscape); // as the page is
-    printer->setFullPage(true); // the page's place is told from the edges of the paper
-    if (parent != nullptr) {
-        printer->setDocName(parent->windowTitle());
-    }
+    printer->setDocName(QStringLiteral("KELDRIN plot")); // names the PDF that the dialog offers
     QPrintDialog dialog(printer.get(), parent);
     dialog.setOption(QAbstractPrintDialog::PrintToFile);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     if (dialog.exec() != QDialog::Accepted) {
         return nullptr;
     }
-    printer->setFullPage(true);
+    return printerSurface(std::move(printer), page);
+}
+
+std::unique_ptr<Surface> printerSurface(std::unique_ptr<QPrinter> printer, PrinterPage &page) {
+    printer->setFullPage(true); // the page's place is told from the edges of the paper
     const QRectF paper = printer->paperRect(QPrinter::Point);
     page = {paper.width(), paper.height()};
     return std::make_unique<PrintedPage>(std::move(printer));

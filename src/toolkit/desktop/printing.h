@@ -5,6 +5,7 @@
 
 #include <memory>
 
+class QPrinter;
 class QWidget;
 
 namespace keldrin {
@@ -13,5 +14,8 @@ namespace keldrin {
 /// page     the paper, whole, in points
 /// returns  the paper to draw on, which is printed at its end; null when the user declined
 std::unique_ptr<Surface> choosePrinter(QWidget *parent, PrinterPage &page);
+
+/// The whole paper of a printer, as choosePrinter() gives it.
+std::unique_ptr<Surface> printerSurface(std::unique_ptr<QPrinter> printer, PrinterPage &page);
 
 } // namespace keldrin
