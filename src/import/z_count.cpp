@@ -32,15 +32,15 @@ void countReadings(ZWalk &walk, LineEntry &entry) {
 
 // A station 9999.0 ends a file as its end line does; what stands behind is not lost in silence.
 void warnOfReadingsBehindEnd(ZWalk &walk) {
-    ZNotice notice;
+    LineNotice notice;
     ZReading reading;
     std::string_view line;
     while (walk.reader.next(line) == LineStatus::Line) {
         if (readZFields(line, reading) && reading.code == ZReadingCode) {
-            notice.note(walk, line);
+            notice.note(walk.reader.lineNumber(), line);
         }
     }
-    notice.report(walk, "Readings behind the line that ends the data", "They are not read.");
+    notice.report(walk.name, "Readings behind the line that ends the data", "They are not read.");
 }
 
 } // namespace

@@ -130,20 +130,4 @@ bool ZWalk::nextReading(ZReading &reading, std::string_view &line) {
     }
 }
 
-void ZNotice::note(const ZWalk &walk, std::string_view line) {
-    if (++count == 1) {
-        firstRecord = walk.reader.lineNumber();
-        firstLine = trimBlanks(line);
-    }
-}
-
-void ZNotice::report(const ZWalk &walk, std::string_view what, std::string_view consequence) const {
-    if (count > 0) {
-        ReportWarning({"WARNING: " + std::string(what) + ": " + std::to_string(count) +
-                           ", the first on line " + std::to_string(firstRecord) + " of " +
-                           walk.name,
-                       firstLine, consequence});
-    }
-}
-
 } // namespace keldrin

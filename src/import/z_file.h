@@ -60,18 +60,6 @@ struct ZWalk {
 /// Reads the four fields of a line. False when one of them holds anything but a number.
 bool readZFields(std::string_view line, ZReading &reading);
 
-/// Readings of which the user must know one thing; it is told once for all of them.
-struct ZNotice {
-    int count = 0;
-    int firstRecord = 0;
-    std::string firstLine;
-
-    void note(const ZWalk &walk, std::string_view line);
-    /// One warning: what they are, their count, the first of them and what becomes of them. Nothing
-    /// without a reading.
-    void report(const ZWalk &walk, std::string_view what, std::string_view consequence) const;
-};
-
 /// Counting pass: one line, named by the survey information file, with its transients.
 /// returns  0, or 1 when the file holds no reading or cannot be read (reported) or the user has
 ///          stopped the reading

@@ -1,3 +1,4 @@
+#include "import/import_steps.h"
 #include "import/window_tables.h"
 #include "import/z_file.h"
 #include "messages/message_log.h"
@@ -37,7 +38,11 @@ constexpr std::array<NoticeWords, Notices> Words = {{
 struct ReadPass {
     ZWalk walk;
     double lastStation = MissingValue;
-    std::array<ZNotice, Notices> notices;
+    std::array<LineNotice, Notices> notices;
+
+    void note(Notice notice, std::string_view line) {
+        notices[notice].note(walk.reader.lineNumber(), line);
+    }
 };
 
 // Opens the next sounding. False when the table is full (reported).
@@ -77,11 +82,11 @@ bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
                  std::string_view line) {
     const float dBdt = 1000.0F * reading.magnitude / model.preset.RxAreaXYZ[AxisZ];
     if (!(reading.time > 0.0F)) {
-        pass.notices[NoTime].note(pass.walk, line);
+        pass.note(NoTime, line);
         return true;
     }
     if (!isPossible(rescaledStation(model.preset, reading.station), reading.time, dBdt)) {
-        pass.notices[Impossible].note(pass.walk, line);
+        pass.note(Impossible, line);
         return true;
     }
     const bool opens =
@@ -90,11 +95,11 @@ bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
         return false;
     }
     if (reading.hasEmptyField) {
-        pass.notices[EmptyField].note(pass.walk, line);
+        pass.note(EmptyField, line);
     }
     const auto sounding = static_cast<std::size_t>(model.SoundingCount - 1);
     if (!addWindow(model.hTrn[sounding], reading.time, dBdt)) {
-        pass.notices[WindowsFull].note(pass.walk, line);
+        pass.note(WindowsFull, line);
     }
     return true;
 }
@@ -106,7 +111,7 @@ void readReadings(ReadPass &pass, SurveyModel &model) {
     while (pass.walk.nextReading(reading, line) && takeReading(pass, model, reading, line)) {
     }
     for (std::size_t i = 0; i < Notices; ++i) {
-        pass.notices[i].report(pass.walk, Words[i].what, Words[i].consequence);
+        pass.notices[i].report(pass.walk.name, Words[i].what, Words[i].consequence);
     }
     if (pass.walk.linesOfOtherCode > 0) {
         ReportInfoLine("Lines that are no readings, passed over in " + pass.walk.name + ": " +
