@@ -55,8 +55,8 @@ constexpr KeywordRow answer(std::string_view keyword, std::string_view label) {
 constexpr Limits LabRange = between(LengthRange.low, MostReal);
 constexpr Limits VoltRange = between(-10000.0, 10000.0);
 constexpr Limits GainRange = between(0.01, MostReal);
-constexpr Limits ExtGainRange =
-    inWords(above(0.01, std::numeric_limits<float>::max()), " <= 0.01 or > ");
+constexpr auto MostFloat = static_cast<double>(std::numeric_limits<float>::max());
+constexpr Limits ExtGainRange = inWords(above(0.01, MostFloat), " <= 0.01 or > ");
 
 // Angles and lengths of channels are plain numbers here: no bearings, no units.
 constexpr auto ChRows = std::to_array<KeywordRow>({
