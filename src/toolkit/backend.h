@@ -165,7 +165,7 @@ class Backend {
     /// Another text for a part of the status bar; blank clears it.
     virtual void setStatus(StatusPart /*part*/, std::string_view /*text*/) {}
     /// Asked for the text of the pointer's part whenever the mouse moves; empty asks no more.
-    virtual void setPointerText(PointerText /*text*/) {}
+    virtual void setPointerText(const PointerText & /*text*/) {}
     /// Long work begins; makeWorkDialog() gives its dialog, to be shown once the work has taken a
     /// while. Until endWork() the program draws, runs a child and asks for nothing else.
     virtual void beginWork(const WorkRequest & /*request*/) {}

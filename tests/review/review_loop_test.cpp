@@ -55,7 +55,7 @@ class WindowBackend : public ScriptedBackend {
         }
     }
     // The mouse rests on the middle of the data plot.
-    void setPointerText(PointerText text) override { pointer = std::move(text); }
+    void setPointerText(const PointerText &text) override { pointer = text; }
     RawEvent wait() override {
         readings.push_back(pointer ? pointer(0.25, 0.5) : "none");
         return ScriptedBackend::wait();

@@ -14,6 +14,8 @@ namespace keldrin {
 
 namespace {
 
+constexpr QSize ChooserSize(820, 500); ///< wide enough for whole sizes and dates
+
 // "*.std *.STD": field computers write names in capitals.
 QString nameFilter(const FileFilter &filter) {
     QStringList patterns;
@@ -60,6 +62,7 @@ void prepareChooser(QFileDialog &chooser, const FileRequest &request,
     chooser.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     chooser.setNameFilters({nameFilter(filter), "All files (*)"});
     chooser.setDirectory(startDirectory(start, given, settings));
+    chooser.resize(ChooserSize);
     chooser.setSidebarUrls(placesOf(settings));
     if (request.save && !filter.patterns.empty()) {
         chooser.setDefaultSuffix(QFileInfo(qtText(filter.patterns.front())).suffix());

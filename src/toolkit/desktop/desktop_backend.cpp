@@ -17,6 +17,7 @@
 #include <QIcon>
 #include <QMenu>
 #include <QScreen>
+#include <QWindow>
 
 #include <cmath>
 
@@ -61,6 +62,18 @@ void DesktopBackend::openRoot(const RootSpec &spec) {
         settings_.addRecentFile(qtText(ToolkitArgument(1)));
     }
     window_->show();
+    waitForScreen();
+}
+
+// A dialog that comes before the window has its place would miss it.
+void DesktopBackend::waitForScreen() {
+    constexpr qint64 longest = 250; // msec
+    QElapsedTimer waited;
+    waited.start();
+    while (!window_->windowHandle()->isExposed() && waited.elapsed() < longest) {
+        constexpr int pause = 5;
+        QCoreApplication::processEvents(QEventLoop::AllEvents, pause);
+    }
     settle();
 }
 
@@ -154,8 +167,8 @@ void DesktopBackend::setStatus(StatusPart part, std::string_view text) {
     }
 }
 
-void DesktopBackend::setPointerText(PointerText text) {
-    pointerText_ = std::move(text);
+void DesktopBackend::setPointerText(const PointerText &text) {
+    pointerText_ = text;
 }
 
 std::unique_ptr<DocumentSurface> DesktopBackend::document(int driver) {

@@ -56,7 +56,7 @@ class DesktopBackend : public Backend {
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
 
     void setStatus(StatusPart part, std::string_view text) override;
-    void setPointerText(PointerText text) override;
+    void setPointerText(const PointerText &text) override;
     void beginWork(const WorkRequest &request) override;
     bool workStep(double fraction) override;
     void endWork() override;
@@ -80,6 +80,7 @@ class DesktopBackend : public Backend {
 
   private:
     void connectWindow();
+    void waitForScreen();
     void waitUntil(const std::function<bool()> &done);
     void mouse(int type, int button, double pageX, double pageY);
     void key(int code);

@@ -54,8 +54,8 @@ void DrivenBackend::setStatus(StatusPart part, std::string_view text) {
     desktop_.setStatus(part, text);
 }
 
-void DrivenBackend::setPointerText(PointerText text) {
-    desktop_.setPointerText(std::move(text));
+void DrivenBackend::setPointerText(const PointerText &text) {
+    desktop_.setPointerText(text);
 }
 
 std::unique_ptr<DocumentSurface> DrivenBackend::document(int driver) {
