@@ -34,8 +34,8 @@ class LineReader {
     /// (a directory); errorText() then says why.
     bool open(const std::string &path);
 
-    /// Asked whenever the reader has taken another piece of its file from the disk: bytes so far and
-    /// bytes in all, 0 where the system does not tell. False stops the reading, see stopped().
+    /// Asked whenever the reader has taken another piece of its file from the disk: bytes so far
+    /// and bytes in all, 0 where the system does not tell. False stops the reading, see stopped().
     using Watch = std::function<bool(std::uintmax_t done, std::uintmax_t total)>;
     void watch(Watch watch) { watch_ = std::move(watch); }
 
@@ -51,8 +51,8 @@ class LineReader {
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
-    /// True once the watch has stopped the reading: what was not yet given never will be, and next()
-    /// gives End.
+    /// True once the watch has stopped the reading: what was not yet given never will be, and
+    /// next() gives End.
     [[nodiscard]] bool stopped() const { return stopped_; }
 
     [[nodiscard]] const std::string &errorText() const { return errorText_; }
