@@ -7,9 +7,9 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::array Dialogs = {&DataInputDialog,  &ReviewDialog,        &PlotLimitsDialog,
-                                &AutoSkipDialog,   &MatchingLabelDialog, &ConfigurationDialog,
-                                &LineAzimuthDialog, &EngineDialog,     &ProgressDialog};
+constexpr std::array Dialogs = {&DataInputDialog,   &ReviewDialog,        &PlotLimitsDialog,
+                                &AutoSkipDialog,    &MatchingLabelDialog, &ConfigurationDialog,
+                                &LineAzimuthDialog, &EngineDialog,        &ProgressDialog};
 
 } // namespace
 
