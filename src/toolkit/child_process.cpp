@@ -34,6 +34,7 @@ RunResult cannotRun(int systemError) {
 
 #ifdef _WIN32
 
+// Without the watch: the child keeps its console and runs to its end.
 RunResult runWatched(const std::string &program, const std::vector<const char *> &arguments,
                      const ChildWatch & /*watch*/) {
     const auto code = _spawnv(_P_WAIT, program.c_str(), arguments.data());

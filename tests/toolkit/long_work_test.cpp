@@ -8,13 +8,14 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <chrono>
 #include <string>
 
 namespace keldrin {
 namespace {
 
 using testing::ElementsAre;
-using testing::Le;
 using testing::SizeIs;
 
 class LongWorks : public testing::Test {
