@@ -36,7 +36,8 @@ endfunction()
 
 # keldrin_floor(NAME SOURCES ... BELOW ...): the library keldrin_NAME of the folder src/NAME.
 # BELOW lists the folders that it may include from; linking is how that rule is kept. A folder
-# with compiler options of its own says OWN_OPTIONS, for it cannot share precompiled headers.
+# with compiler options of its own, as Qt asks for, says OWN_OPTIONS, for it cannot share
+# precompiled headers.
 function(keldrin_floor name)
     cmake_parse_arguments(arg "OWN_OPTIONS" "" "SOURCES;BELOW" ${ARGN})
     add_library(keldrin_${name} STATIC ${arg_SOURCES})
@@ -47,16 +48,19 @@ function(keldrin_floor name)
     endif()
 endfunction()
 
-# keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder.
+# keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder; OWN_OPTIONS as
+# above.
 function(keldrin_test name)
-    cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
+    cmake_parse_arguments(arg "OWN_OPTIONS" "" "SOURCES;USES" ${ARGN})
     add_executable(keldrin_test_${name} ${arg_SOURCES})
     list(TRANSFORM arg_USES PREPEND keldrin_)
     target_link_libraries(keldrin_test_${name} PRIVATE ${arg_USES} GTest::gmock_main)
     target_include_directories(keldrin_test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_compile_definitions(keldrin_test_${name} PRIVATE
         KELDRIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    keldrin_precompile(keldrin_test_${name} keldrin_test_base ${KELDRIN_COMMON_HEADERS}
-                       <gmock/gmock.h>)
+    if(NOT arg_OWN_OPTIONS)
+        keldrin_precompile(keldrin_test_${name} keldrin_test_base ${KELDRIN_COMMON_HEADERS}
+                           <gmock/gmock.h>)
+    endif()
     gtest_discover_tests(keldrin_test_${name} DISCOVERY_TIMEOUT 60)
 endfunction()
