@@ -356,7 +356,16 @@ TEST_F(ReviewPanel, LiesInTheLowerRightCornerOfThePage) {
     EXPECT_EQ(panel.y(), page.height() - panel.height() - 100);
     backend.root.resize(600, 480);
     EXPECT_GE(panel.y(), 0);
-    QTest::mouseClick(panel.findChild<QAbstractButton *>("close"), Qt::LeftButton);
+
+    const QSize whole = panel.size();
+    QTest::mouseDClick(&title, Qt::LeftButton, Qt::NoModifier, QPoint(20, 5));
+    EXPECT_EQ(panel.width(), whole.width());
+    EXPECT_LE(panel.height(), title.height() + 4) << "rolled up";
+    QTest::mouseClick(panel.findChild<QAbstractButton *>("roll"), Qt::LeftButton);
+    EXPECT_EQ(panel.size(), whole);
+    auto *close = panel.findChild<QAbstractButton *>("close");
+    EXPECT_EQ(close->toolTip(), "Cancel Changes") << "it says what it does";
+    QTest::mouseClick(close, Qt::LeftButton);
     EXPECT_EQ(backend.events(), Events{"3:1084"});
 }
 

@@ -60,9 +60,8 @@ QWidget *makeList(const ControlSpec &spec, QWidget *parent) {
     if (spec.rows > 0) {
         return new OpenList(spec.rows, parent);
     }
-    auto *list = new QComboBox(parent);
+    auto *list = new DropList(parent);
     list->setMaxVisibleItems(std::max(list->maxVisibleItems(), spec.length));
-    list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list->setFocusPolicy(Qt::StrongFocus); // the wheel alone does not bring the focus
     return list;
 }
@@ -125,6 +124,7 @@ void showEntries(QComboBox &list, const ControlState &control) {
     if (shown != entries) {
         list.clear();
         list.addItems(entries);
+        list.updateGeometry();
     }
     list.setCurrentIndex(control.index - 1);
 }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <map>
 #include <span>
+#include <utility>
 
 namespace keldrin {
 
@@ -62,7 +63,8 @@ int unitColumn(int place) {
 
 class PartGrid {
   public:
-    PartGrid(QWidget *parent, QGridLayout *grid) : parent_(parent), grid_(grid) {}
+    PartGrid(QWidget *parent, QGridLayout *grid, QString title)
+        : parent_(parent), grid_(grid), title_(std::move(title)) {}
 
     void fill(Fields part);
 
@@ -80,6 +82,7 @@ class PartGrid {
 
     QWidget *parent_;
     QGridLayout *grid_;
+    QString title_; ///< of the part
     int row_ = 0;
     int places_ = 0;                        ///< most fields of a row so far
     std::map<int, std::string_view> heads_; ///< above the fields of a place
@@ -245,7 +248,9 @@ void PartGrid::addFilledRow(Fields row) {
     for (DialogField &field : row) {
         line->addWidget(field.widget, stretchOf(field));
         stretch += stretchOf(field);
-        if (isField(field.spec.kind)) {
+        if (field.spec.kind == ControlKind::Trackbar) {
+            field.widget->setAccessibleName(title_);
+        } else if (isField(field.spec.kind)) {
             field.widget->setAccessibleName(qtText(rowName_));
         } else if (!field.spec.label.empty() && field.spec.look != StaticLook::Unit) {
             rowName_ = field.spec.label;
@@ -278,19 +283,24 @@ QGroupBox *frameOf(Fields &part) {
     return frame;
 }
 
+QString titleOf(Fields part) {
+    const ControlSpec &first = part.front().spec;
+    const bool own = hasLook(part.front(), StaticLook::GroupTitle);
+    return qtText(own ? first.label : first.partTitle);
+}
+
 QGridLayout *layOutPart(Fields part) {
-    const QString title = qtText(part.front().spec.partTitle);
+    const QString title = titleOf(part);
     QWidget *all = part.front().widget->parentWidget();
     QGroupBox *frame = frameOf(part);
     QWidget *box = frame != nullptr ? frame : new QWidget(all);
-    if (frame != nullptr && !title.isEmpty()) {
-        frame->setTitle(title);
-    }
     auto *grid = new QGridLayout(box);
-    if (frame == nullptr) {
+    if (frame != nullptr) {
+        frame->setTitle(title);
+    } else {
         grid->setContentsMargins(0, 0, 0, 0);
     }
-    PartGrid(box, grid).fill(part);
+    PartGrid(box, grid, title).fill(part);
     return grid;
 }
 

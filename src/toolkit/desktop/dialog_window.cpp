@@ -6,6 +6,7 @@
 #include "toolkit/desktop/keys.h"
 #include "toolkit/desktop/panel_frame.h"
 #include "toolkit/desktop/qt_text.h"
+#include "toolkit/menu.h"
 #include "toolkit/user_edits.h"
 
 #include <QApplication>
@@ -63,6 +64,21 @@ void measureAgain(QWidget &widget) {
     widget.updateGeometry();
 }
 
+// What lies upon the page covers no more of it than it must.
+void tighten(QLayout &layout) {
+    constexpr int gap = 4;
+    const bool framed = qobject_cast<QGroupBox *>(layout.parent()) != nullptr; // no row in it
+    layout.setSpacing(gap);
+    layout.setContentsMargins(framed ? QMargins(gap, gap, gap, gap) : QMargins());
+    for (int i = 0; i < layout.count(); ++i) {
+        QLayoutItem *item = layout.itemAt(i);
+        QLayout *inner = item->widget() != nullptr ? item->widget()->layout() : item->layout();
+        if (inner != nullptr) {
+            tighten(*inner);
+        }
+    }
+}
+
 bool leavesField(Qt::FocusReason reason) {
     return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
            reason != Qt::MenuBarFocusReason;
@@ -83,6 +99,10 @@ DialogWindow::DialogWindow(DialogModel &dialog, QWidget *parent)
         };
     }
     build(spec);
+    if (const ControlState *button = findControl(dialog_, closeButtonOf(dialog_));
+        button != nullptr && frame_ != nullptr) {
+        frame_->setCloseHint(qtText(withoutMnemonic(button->label)));
+    }
     const QSize size = wantedSize().grownBy(frame_ != nullptr ? QMargins() : systemFrame());
     dialog_.size = {size.width(), size.height()};
 }
@@ -102,6 +122,9 @@ void DialogWindow::build(const DialogSpec &spec) {
         all->addWidget(new FormScroll(form, this));
     }
     all->addLayout(buttons);
+    if (frame_ != nullptr) {
+        tighten(*body);
+    }
     giveMnemonics();
     orderTabs();
     for (const DialogField &field : fields_) {
@@ -146,7 +169,8 @@ void DialogWindow::evenButtons() {
             if (auto *button = qobject_cast<QPushButton *>(field.widget)) {
                 int &width = widest[button->parent()];
                 button->setMinimumWidth(measuring ? 0 : width);
-                width = std::max(width, button->sizeHint().width());
+                const int air = button->fontMetrics().averageCharWidth();
+                width = std::max(width, button->sizeHint().width() + air);
             }
         }
     }
@@ -335,31 +359,23 @@ void DialogWindow::keyPressEvent(QKeyEvent *event) {
     event->accept(); // a panel's keys end here
 }
 
-bool DialogWindow::eventFilter(QObject *watched, QEvent *event) {
-    auto *edit = dynamic_cast<FieldEdit *>(watched);
-    switch (event->type()) {
-    case QEvent::FocusOut:
-        if (edit != nullptr && leavesField(static_cast<QFocusEvent *>(event)->reason())) {
-            leaveField(edit);
-        }
-        break;
-    case QEvent::KeyPress: {
-        auto &key = *static_cast<QKeyEvent *>(event);
-        const bool forButton =
-            key.key() == Qt::Key_Space || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
-        const bool forControl = leavesKeys()
-                                    ? edit != nullptr || forButton
-                                    : qobject_cast<QPushButton *>(watched) == nullptr || forButton;
-        return !forControl && takesKey(key);
+// A button needs Space and Tab; while the root window is served, a text field needs all it can use.
+bool DialogWindow::isForControl(const QObject *watched, const QKeyEvent &key) const {
+    if (key.key() == Qt::Key_Space || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
+        return true;
     }
-    case QEvent::Wheel:
-        if (auto *list = qobject_cast<QComboBox *>(watched); list != nullptr && !list->hasFocus()) {
-            event->ignore(); // the wheel scrolls; it does not change what it passes over
-            return true;
-        }
-        break;
-    default:
-        break;
+    return leavesKeys() ? dynamic_cast<const FieldEdit *>(watched) != nullptr
+                        : qobject_cast<const QPushButton *>(watched) == nullptr;
+}
+
+bool DialogWindow::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::FocusOut &&
+        leavesField(static_cast<QFocusEvent *>(event)->reason())) {
+        leaveField(watched);
+    }
+    if (event->type() == QEvent::KeyPress) {
+        auto &key = *static_cast<QKeyEvent *>(event);
+        return !isForControl(watched, key) && takesKey(key);
     }
     return QDialog::eventFilter(watched, event);
 }

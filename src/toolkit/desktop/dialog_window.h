@@ -79,6 +79,7 @@ class DialogWindow : public QDialog {
     void leaveField(const QObject *widget);
 
     [[nodiscard]] bool leavesKeys() const;
+    [[nodiscard]] bool isForControl(const QObject *watched, const QKeyEvent &key) const;
     bool takesKey(QKeyEvent &key);
     void pressEnter();
 

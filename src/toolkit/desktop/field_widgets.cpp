@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -59,6 +60,28 @@ void FieldEdit::changeEvent(QEvent *event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && look_ != Look::Usual && !colouring_) {
         colour();
+    }
+}
+
+QSize DropList::sizeHint() const {
+    constexpr int leastColumns = 6;
+    constexpr int air = 2; // pixels above and below the text
+    const QFontMetrics metrics(font());
+    int width = metrics.horizontalAdvance(QString(leastColumns, 'x'));
+    for (int i = 0; i < count(); ++i) {
+        width = std::max(width, metrics.horizontalAdvance(itemText(i)));
+    }
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QSize content(width, metrics.height() + air);
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, content, this);
+}
+
+void DropList::wheelEvent(QWheelEvent *event) {
+    if (hasFocus()) {
+        QComboBox::wheelEvent(event);
+    } else {
+        event->ignore(); // it scrolls what the list stands in
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QSlider>
@@ -31,6 +32,19 @@ class FieldEdit : public QLineEdit {
     int columns_ = 0;
     Look look_ = Look::Usual;
     bool colouring_ = false;
+};
+
+/// A list that drops down, as wide as the widest of its entries. Only what has the focus turns with
+/// the wheel.
+class DropList : public QComboBox {
+  public:
+    explicit DropList(QWidget *parent) : QComboBox(parent) {}
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+  protected:
+    void wheelEvent(QWheelEvent *event) override;
 };
 
 /// A list that is as high as its entries, up to a number of rows, and as wide as the widest.

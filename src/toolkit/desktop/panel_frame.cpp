@@ -1,5 +1,6 @@
 #include "toolkit/desktop/panel_frame.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
@@ -33,9 +34,21 @@ PanelFrame::PanelFrame(QWidget *panel) : QFrame(panel), panel_(panel) {
     inside->setContentsMargins(0, 0, 0, 0);
     inside->setSpacing(0);
     inside->addWidget(makeTitle());
-    content_ = new QVBoxLayout;
+    inside->addWidget(body_ = new QWidget(this));
+    content_ = new QVBoxLayout(body_);
     content_->setContentsMargins(9, 6, 9, 9);
-    inside->addLayout(content_);
+    colourTitle();
+}
+
+QToolButton *PanelFrame::addTitleButton(const char *name, std::function<void()> action) {
+    auto *button = new QToolButton(title_);
+    button->setObjectName(name);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setCursor(Qt::ArrowCursor);
+    title_->layout()->addWidget(button);
+    connect(button, &QToolButton::clicked, this, std::move(action));
+    return button;
 }
 
 QWidget *PanelFrame::makeTitle() {
@@ -48,26 +61,59 @@ QWidget *PanelFrame::makeTitle() {
     caption_->setObjectName("caption");
     caption_->setTextFormat(Qt::PlainText);
     caption_->setForegroundRole(QPalette::HighlightedText);
-    auto *close = new QToolButton(title_);
-    close->setObjectName("close");
-    close->setText(QString(QChar(0x00D7))); // a cross, in the colour of the caption
-    close->setAutoRaise(true);
-    QPalette colours;
-    colours.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
-    close->setPalette(colours);
-    close->setFocusPolicy(Qt::NoFocus);
-    close->setCursor(Qt::ArrowCursor);
-    close->setAccessibleName("Close");
-    connect(close, &QToolButton::clicked, this, [this] {
+    auto *row = new QHBoxLayout(title_);
+    row->setContentsMargins(9, 2, 2, 2);
+    row->setSpacing(0);
+    row->addWidget(caption_, 1);
+    roll_ = addTitleButton("roll", [this] { rollUp(!rolledUp_); });
+    close_ = addTitleButton("close", [this] {
         if (onClose) {
             onClose();
         }
     });
-    auto *row = new QHBoxLayout(title_);
-    row->setContentsMargins(9, 2, 2, 2);
-    row->addWidget(caption_, 1);
-    row->addWidget(close);
+    close_->setText(QString(QChar(0x00D7))); // a cross
+    showRolled();
     return title_;
+}
+
+// The buttons are drawn in the colour of the caption.
+void PanelFrame::colourTitle() {
+    QPalette colours = palette();
+    for (const QPalette::ColorRole role : {QPalette::ButtonText, QPalette::WindowText}) {
+        colours.setColor(role, colours.color(QPalette::HighlightedText));
+    }
+    roll_->setPalette(colours);
+    close_->setPalette(colours);
+}
+
+void PanelFrame::changeEvent(QEvent *event) {
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && close_ != nullptr) {
+        colourTitle();
+    }
+}
+
+void PanelFrame::showRolled() {
+    roll_->setArrowType(rolledUp_ ? Qt::DownArrow : Qt::UpArrow);
+    roll_->setToolTip(rolledUp_ ? "Show the dialog" : "Show the title bar only");
+    roll_->setAccessibleName(roll_->toolTip());
+}
+
+void PanelFrame::rollUp(bool rolledUp) {
+    rolledUp_ = rolledUp;
+    title_->setMinimumWidth(rolledUp ? title_->width() : 0);
+    if (rolledUp && panel_->isAncestorOf(QApplication::focusWidget())) {
+        panel_->parentWidget()->setFocus(); // which is seen
+    }
+    body_->setVisible(!rolledUp);
+    layout()->activate();
+    showRolled();
+    fit();
+}
+
+void PanelFrame::setCloseHint(const QString &hint) {
+    close_->setToolTip(hint);
+    close_->setAccessibleName(hint);
 }
 
 void PanelFrame::setCaption(const QString &caption) {
@@ -106,6 +152,9 @@ bool PanelFrame::dragTitle(QEvent &event) {
         return static_cast<QMouseEvent &>(event).globalPosition().toPoint();
     };
     switch (event.type()) {
+    case QEvent::MouseButtonDblClick:
+        rollUp(!rolledUp_);
+        return true;
     case QEvent::MouseButtonPress:
         dragging_ = static_cast<QMouseEvent &>(event).button() == Qt::LeftButton;
         grabbed_ = place() - panel_->pos();
