@@ -114,7 +114,7 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
     presetFromMetadata(model);
     // The read pass starts where this one did: what the sections of other lines have said must not
     // reach the chosen line.
-    model.metadata = before;
+    MD_Restore(model.metadata, before);
     return finishCount(model.lines, pass.transients, "AVG_Count");
 }
 

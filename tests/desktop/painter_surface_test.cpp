@@ -129,6 +129,11 @@ TEST(PainterSurfaceText, KeepsItsShapeAndItsAnchorOnAWidePage) {
     EXPECT_NEAR(left.left(), 640.0, 2.0);
     EXPECT_NEAR(centred.left() + centred.right(), 2.0 * (640.0 + told / 2.0), 4.0);
     EXPECT_NEAR(right.right(), 640.0 + told, 3.0);
+    const QRect low = drawnText({500, 900}, text, letters, 0.0F, 0.0F);
+    const double capital = static_cast<double>(CapitalHeight * letters.height) * 900.0;
+    EXPECT_LT(low.height(), 0.6 * capital);
+    EXPECT_NEAR(low.top() + low.bottom(), 2.0 * (450.0 - capital / 2.0), 4.0)
+        << "in the middle of its line";
     const QRect natural = drawnText({960, 720}, text, letters, 0.0F, 0.0F);
     const QRect upright = drawnText({960, 720}, text, letters, 90.0F, 0.0F);
     EXPECT_NEAR(natural.width(), upright.height(), 2);

@@ -222,7 +222,9 @@ void PainterSurface::text(PagePoint at, std::string_view string, float charWidth
     const QPointF start = place(at);
     painter_.translate(std::round(start.x()), std::round(start.y()));
     painter_.rotate(-std::atan2(up, right) * 180.0 / std::numbers::pi);
-    painter_.translate(anchor_ * std::max(0.0, told - natural), 0.0);
+    // Letters that are lower than told stand in the middle of their line.
+    const double lower = static_cast<double>(CapitalHeight) * (emHeight - font.pixelSize());
+    painter_.translate(anchor_ * std::max(0.0, told - natural), -std::round(lower / 2.0));
     painter_.scale(natural > told ? told / natural : 1.0, 1.0);
     painter_.setPen(colourOf(colour_));
     painter_.setFont(font);
