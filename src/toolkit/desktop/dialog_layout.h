@@ -18,7 +18,4 @@ namespace keldrin {
 std::vector<std::vector<QGridLayout *>> layOutFields(std::vector<DialogField> &fields,
                                                      QBoxLayout &body, QBoxLayout &buttons);
 
-/// Makes the labels at the left of some grids equally wide, so that their fields are in line.
-void alignLabels(const std::vector<QGridLayout *> &grids);
-
 } // namespace keldrin
