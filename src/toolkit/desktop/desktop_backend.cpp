@@ -17,6 +17,7 @@
 #include <QIcon>
 #include <QMenu>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 #include <cmath>
@@ -200,7 +201,7 @@ void DesktopBackend::waitUntil(const std::function<bool()> &done) {
         QEventLoop loop;
         waiting_ = &loop;
         if (onIdle) {
-            QMetaObject::invokeMethod(&loop, onIdle, Qt::QueuedConnection);
+            QTimer::singleShot(0, &loop, onIdle);
         }
         loop.exec();
     }
