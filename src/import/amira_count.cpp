@@ -2,7 +2,6 @@
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
-#include "text/cell_report.h"
 
 #include <algorithm>
 #include <array>
@@ -35,14 +34,13 @@ void countRow(CountPass &pass, LineTable &lines) {
     ++pass.entry->Transients;
     const int axis = std::min(record.componentCode, ComponentAxes) - 1;
     ++pass.entry->ComponentTransients[static_cast<std::size_t>(axis)];
-    const auto line = static_cast<std::size_t>(pass.entry - lines.entries.data());
-    pass.carriesLoop[line] =
-        pass.carriesLoop[line] || (walk.hasColumn(AmiraLoop) && isEmptyCell(walk.cell(AmiraLoop)));
     // The read pass reports a station or loop that cannot be read.
     double station = MissingValue;
     double loop = record.LoopNumber;
+    const bool hasLoop = Cell_to_AmiraNumber(walk.cell(AmiraLoop), loop) == CellRead;
+    const auto line = static_cast<std::size_t>(pass.entry - lines.entries.data());
+    pass.carriesLoop[line] = pass.carriesLoop[line] || (walk.hasColumn(AmiraLoop) && !hasLoop);
     if (Cell_to_AmiraNumber(walk.cell(AmiraStation), station) == CellRead) {
-        Cell_to_AmiraNumber(walk.cell(AmiraLoop), loop);
         pass.soundings.count(lines, *pass.entry, loop, station, record.TxFreq);
     }
 }

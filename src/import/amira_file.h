@@ -40,7 +40,8 @@ namespace keldrin {
 //   CH1         real*4           channel 1, the others follow; required
 //
 // A column that is absent, and a cell that holds nothing to read, leaves what a keyword has said;
-// so a position of another row never reaches a sounding.
+// so a position of another row never reaches a sounding. Line, loop, current, ramp and side of a
+// row stay in force for the rows below.
 
 enum AmiraVariable : std::size_t {
     AmiraStation,
