@@ -82,7 +82,8 @@ TEST_F(ChildProcess, EveryLineArrivesInOrderAndTheLastOneWithoutItsEnd) {
         ASSERT_EQ(lines[i], std::to_string(i + 1));
     }
     EXPECT_EQ(lines.back(), "end");
-    EXPECT_GT(looks, 10) << "the watch is asked between the lines too";
+    // 575 KiB come in pieces of at most 64, however fast the child is.
+    EXPECT_GT(looks, 5) << "the watch is asked between the lines too";
 }
 
 TEST_F(ChildProcess, HasNothingToRead) {
