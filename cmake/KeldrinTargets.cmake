@@ -48,6 +48,16 @@ function(keldrin_floor name)
     endif()
 endfunction()
 
+# keldrin_program(NAME SOURCES ... USES ...): a program that users run. All of them lie in one folder
+# of the build tree, as they do when installed, so that each finds the others beside itself.
+function(keldrin_program name)
+    cmake_parse_arguments(arg "" "" "SOURCES;USES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    list(TRANSFORM arg_USES PREPEND keldrin_)
+    target_link_libraries(${name} PRIVATE ${arg_USES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+endfunction()
+
 # keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder; OWN_OPTIONS as
 # above.
 function(keldrin_test name)
