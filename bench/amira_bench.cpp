@@ -1,6 +1,6 @@
 #include "bench_survey.h"
 
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 #include "import/survey_information.h"
 #include "messages/message_log.h"
 #include "projectfile/project_file.h"

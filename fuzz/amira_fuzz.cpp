@@ -7,7 +7,7 @@
 #include "conditioning/data_cutoff.h"
 #include "conditioning/duplicates.h"
 #include "conditioning/window_widths.h"
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 #include "import/import_steps.h"
 #include "import/survey_information.h"
 #include "messages/message_log.h"

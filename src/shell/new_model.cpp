@@ -11,7 +11,7 @@
 #include "conditioning/line_azimuth_dialog.h"
 #include "conditioning/survey_configuration.h"
 #include "conditioning/window_widths.h"
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 #include "import/avg_file.h"
 #include "import/import_steps.h"
 #include "import/station_file.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 #include "import/window_tables.h"
 
 #include <array>

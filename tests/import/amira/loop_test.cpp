@@ -1,4 +1,4 @@
-#include "amira_fixture.h"
+#include "import/amira/fixture.h"
 
 namespace keldrin {
 namespace {

@@ -1,4 +1,4 @@
-#include "import/amira_keywords.h"
+#include "import/amira/keywords.h"
 #include "support/message_recorder.h"
 #include "text/enumeration.h"
 

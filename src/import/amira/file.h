@@ -1,7 +1,7 @@
 #pragma once
 
 #include "base/line_reader.h"
-#include "import/amira_keywords.h"
+#include "import/amira/keywords.h"
 #include "import/import_steps.h"
 #include "model/survey_model.h"
 #include "text/columns.h"
@@ -14,12 +14,12 @@ namespace keldrin {
 
 // AMIRA TEM text (*.amr, *.tem, *.dat): a title line, keywords, a line of column labels, then one
 // row for each reading with all its channels, and keywords in between. The times of the channels
-// stand in a channel file beside it or in keyword lists (import/amira_times.h).
+// stand in a channel file beside it or in keyword lists (import/amira/times.h).
 //
 //   line                                 kind
 //   the first                            title, passed over
 //   \ ! and, above the labels, "/ "      comment
-//   /                                    keyword (import/amira_keywords.h)
+//   /                                    keyword (import/amira/keywords.h)
 //   ":" or "=" behind its first byte     keywords
 //   a code from `A` to `z`               labels, above the rows; among them when they name both
 //                                        required columns

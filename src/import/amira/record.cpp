@@ -1,4 +1,4 @@
-#include "import/amira_record.h"
+#include "import/amira/record.h"
 
 #include "base/ascii.h"
 #include "base/free_form.h"

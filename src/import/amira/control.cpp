@@ -1,4 +1,4 @@
-#include "import/amira_record.h"
+#include "import/amira/record.h"
 #include "messages/message_log.h"
 
 #include <algorithm>

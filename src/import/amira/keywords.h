@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/amira_record.h"
+#include "import/amira/record.h"
 #include "text/columns.h"
 #include "text/value_readers.h"
 

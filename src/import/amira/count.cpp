@@ -1,4 +1,4 @@
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
 #include "projectfile/table_file.h"

@@ -1,4 +1,4 @@
-#include "import/amira_keywords.h"
+#include "import/amira/keywords.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/amira_record.h"
+#include "import/amira/record.h"
 
 #include <string>
 #include <string_view>

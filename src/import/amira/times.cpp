@@ -1,10 +1,10 @@
-#include "import/amira_times.h"
+#include "import/amira/times.h"
 
 #include "base/ascii.h"
 #include "base/line_reader.h"
 #include "base/number_text.h"
 #include "base/paths.h"
-#include "import/amira_keywords.h"
+#include "import/amira/keywords.h"
 #include "messages/message_log.h"
 #include "projectfile/table_file.h"
 #include "text/columns.h"

@@ -1,8 +1,8 @@
-#include "import/amira_keywords.h"
+#include "import/amira/keywords.h"
 
 #include "base/ascii.h"
 #include "base/number_text.h"
-#include "import/amira_times.h"
+#include "import/amira/times.h"
 #include "messages/message_log.h"
 #include "text/enumeration.h"
 

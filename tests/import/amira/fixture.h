@@ -1,6 +1,6 @@
 #pragma once
 
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 #include "import/survey_information.h"
 #include "projectfile/project_file.h"
 #include "support/files.h"

@@ -1,4 +1,4 @@
-#include "import/amira_file.h"
+#include "import/amira/file.h"
 
 #include "base/ascii.h"
 #include "base/paths.h"

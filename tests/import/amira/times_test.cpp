@@ -1,5 +1,5 @@
-#include "amira_fixture.h"
-#include "import/amira_times.h"
+#include "import/amira/fixture.h"
+#include "import/amira/times.h"
 
 #include <filesystem>
 

@@ -1,7 +1,7 @@
-#include "import/amira_rows.h"
+#include "import/amira/rows.h"
 
 #include "base/free_form.h"
-#include "import/amira_times.h"
+#include "import/amira/times.h"
 #include "messages/message_log.h"
 #include "text/cell_report.h"
 #include "text/value_readers.h"
