@@ -161,7 +161,7 @@ int Plot_HardcopyOpen(int iPlt, const std::string &path) {
 void tellWhereHardcopyWent(std::string_view path) {
     if (ToolkitHardcopyFault().empty()) {
         const bool printed = trimBlanks(path).empty();
-        ToolkitStatus(StatusPart::Pointer, printed ? "Sent to the printer."
+        ToolkitStatus(StatusPart::Notice, printed ? "Sent to the printer."
                                                    : "Saved in " + std::string(fileNameOf(path)));
     }
 }

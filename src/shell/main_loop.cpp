@@ -162,6 +162,7 @@ void serveMenu(Shell &shell, int number) {
     const auto *command = std::find_if(Commands.begin(), Commands.end(),
                                        [number](const auto &c) { return c.number == number; });
     if (command != Commands.end()) {
+        ToolkitStatus(StatusPart::Notice, ""); // of the command before
         command->run(shell);
     }
 }

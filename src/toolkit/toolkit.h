@@ -86,6 +86,7 @@ bool ToolkitHasSurface();
 
 /// The parts of the status bar beside the hints of the menu.
 enum class StatusPart {
+    Notice,  ///< the last thing that the user has to know
     Program, ///< what the program found at its start
     Marks,   ///< changes that are not saved
     Pointer, ///< what lies under the mouse

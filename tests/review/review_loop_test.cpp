@@ -47,7 +47,7 @@ class WindowBackend : public ScriptedBackend {
         return driver == DriverPdf ? std::make_unique<PagedDocument>() : nullptr;
     }
     void setStatus(StatusPart part, std::string_view text) override {
-        if (part == StatusPart::Pointer && !text.empty()) {
+        if ((part == StatusPart::Pointer || part == StatusPart::Notice) && !text.empty()) {
             told.emplace_back(text);
         }
         if (part == StatusPart::Marks && (statuses.empty() || statuses.back() != text)) {

@@ -60,7 +60,10 @@ void MainWindow::makeStatusBar() {
         label->setContentsMargins(margin, 0, margin, 0);
         label->hide();
     }
-    statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)], 1);
+    QLabel *notice = status_[static_cast<std::size_t>(StatusPart::Notice)];
+    notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long one is cut
+    statusBar()->addWidget(notice, 1);
+    statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)]);
     statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(StatusPart::Marks)]);
     statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(StatusPart::Program)]);
 }
@@ -68,6 +71,7 @@ void MainWindow::makeStatusBar() {
 void MainWindow::setStatus(StatusPart part, const QString &text) {
     QLabel *label = status_[static_cast<std::size_t>(part)];
     label->setText(text);
+    label->setToolTip(text);
     label->setVisible(!text.isEmpty());
 }
 

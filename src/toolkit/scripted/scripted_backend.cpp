@@ -175,6 +175,24 @@ void ScriptedBackend::setMenu(int command, bool on) {
     transcript_.fact((on ? "menu on " : "menu off ") + withoutMnemonic(entry->label));
 }
 
+// One line for the whole bar. What lies under the mouse is left out: only a real mouse moves.
+void ScriptedBackend::setStatus(StatusPart part, std::string_view text) {
+    const auto before = status_;
+    if (part == StatusPart::Pointer || text.empty()) {
+        status_.erase(part);
+    } else {
+        status_[part] = text;
+    }
+    if (status_ == before) {
+        return;
+    }
+    std::string bar = "status";
+    for (const auto &[shown, words] : status_) {
+        bar.append(shown == status_.begin()->first ? " " : " | ").append(words);
+    }
+    transcript_.fact(bar);
+}
+
 void ScriptedBackend::trace(std::string_view kind, std::string_view text) {
     const std::string fact = std::string(kind) + " " + std::string(text);
     if (kind == "info") {

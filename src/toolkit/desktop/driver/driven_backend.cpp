@@ -51,6 +51,7 @@ void DrivenBackend::flush() {
 }
 
 void DrivenBackend::setStatus(StatusPart part, std::string_view text) {
+    ScriptedBackend::setStatus(part, text);
     desktop_.setStatus(part, text);
 }
 
