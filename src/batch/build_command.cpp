@@ -57,16 +57,16 @@ std::string oneLine(std::span<const MessageLine> lines) {
     return text;
 }
 
-// Counts what a user should look at, and keeps the first error as the reason of a failure.
-void watchMessages(BuildResult &result, bool &writeFailed) {
-    messageLog().observer = [&](MessageKind kind, std::span<const MessageLine> lines) {
-        if (kind == MessageKind::Info) {
-            return;
-        }
-        ++result.warnings;
-        if (kind == MessageKind::Error && result.reason.empty()) {
-            result.reason = oneLine(lines);
-        }
+// The first error is the reason of a failure.
+void countMessages(BuildResult &result) {
+    const MessageRecord &record = messageLog().record;
+    result.warnings = record.warnings + record.errors;
+    result.reason = oneLine(record.firstError);
+}
+
+// Keeps the words of a failed write.
+void watchWrites(BuildResult &result, bool &writeFailed) {
+    messageLog().observer = [&](MessageKind /*kind*/, std::span<const MessageLine> lines) {
         if (!lines.empty() && lines.front() == WriteFailureText) {
             writeFailed = true;
             result.reason = oneLine(lines);
@@ -124,7 +124,7 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
     BuildResult result;
     bool writeFailed = false;
     startAfresh(file, options);
-    watchMessages(result, writeFailed);
+    watchWrites(result, writeFailed);
     SurveyModel model;
     bool lineMissing = false;
     backend.beforeAnswer = [&](AnsweringBackend &answers, int dialog) {
@@ -146,6 +146,9 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
     result.project = file;
     const int status = BuildNewModel(model, result.project, {options.outputDirectory});
     result.built = status == 0 && !writeFailed;
+    if (!writeFailed) {
+        countMessages(result);
+    }
     if (result.built) {
         countWindows(model, result);
         nameLogsAfter(result.project);

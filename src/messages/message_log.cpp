@@ -114,16 +114,21 @@ void appendToLog(std::string_view text) {
     }
 }
 
-// Cancel ends the program at once, so the whole message has been written before the box.
-void ShowErrorBox(std::span<const MessageLine> lines) {
-    if (messageLog().quiet) {
-        ReportInfoLine("");
-        for (const MessageLine &line : lines) {
-            ReportInfoLine(line.view());
-        }
-        ReportInfoLine("");
-        return;
+void countError(std::span<const MessageLine> lines) {
+    MessageRecord &record = messageLog().record;
+    if (record.errors++ == 0) {
+        record.firstError.assign(lines.begin(), lines.end());
     }
+}
+
+void logLines(std::span<const MessageLine> lines) {
+    for (const MessageLine &line : lines) {
+        ReportInfoLine(line.view());
+    }
+}
+
+// Cancel ends the program at once, so the whole message has been written before the box.
+void ShowErrorBox(std::span<const MessageLine> lines, BoxDuty duty) {
     std::string text;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         text.append(i == 0 ? "" : "\r").append(lines[i].view());
@@ -131,7 +136,7 @@ void ShowErrorBox(std::span<const MessageLine> lines) {
     constexpr int okAndCancel = 1;
     constexpr int errorIcon = 2;
     constexpr int okIsDefault = 1;
-    if (WMessageBox(okAndCancel, errorIcon, okIsDefault, text, "ERROR") == 0) {
+    if (WMessageBox(okAndCancel, errorIcon, okIsDefault, text, "ERROR", duty) == 0) {
         ShutDown();
     }
 }
@@ -152,7 +157,7 @@ int OpenLogFiles(std::string_view name) {
     const std::string base = joinPath(directory, trimRight(baseNameOf(name)));
     log.logPath = base + ".log";
     log.errorPath = base + ".err";
-    log.RejectedMessageCount = 0;
+    log.record = {};
     const int logStatus = deleteIfPresent(log.logPath);
     return logStatus != 0 ? logStatus : deleteIfPresent(log.errorPath);
 }
@@ -172,11 +177,10 @@ void ReportInfoLine(std::string_view text) {
 
 void ReportWarning(std::span<const MessageLine> lines) {
     observe(MessageKind::Warning, lines);
-    MessageLog &log = messageLog();
-    ++log.RejectedMessageCount;
-    if (log.RejectedMessageCount < MessageLog::MostWarnings) {
+    const int count = ++messageLog().record.warnings;
+    if (count < MessageLog::MostWarnings) {
         appendToErrorFile(atMostFive(lines), true);
-    } else if (log.RejectedMessageCount == MessageLog::MostWarnings) {
+    } else if (count == MessageLog::MostWarnings) {
         const MessageLine notice = "More than " + std::to_string(MessageLog::MostWarnings) +
                                    " error messages, no further messages will be logged.";
         appendToErrorFile({&notice, 1}, false);
@@ -189,12 +193,41 @@ void ReportWarning(std::initializer_list<MessageLine> lines) {
 
 void ReportError(std::span<const MessageLine> lines) {
     observe(MessageKind::Error, lines);
+    countError(lines);
     appendToErrorFile(atMostFive(lines), true);
-    ShowErrorBox(atMostFive(lines));
+    if (messageLog().quiet) {
+        ReportInfoLine("");
+        logLines(atMostFive(lines));
+        ReportInfoLine("");
+        return;
+    }
+    ShowErrorBox(atMostFive(lines), BoxDuty::MayBeQuieted);
 }
 
 void ReportError(std::initializer_list<MessageLine> lines) {
     ReportError(std::span(lines.begin(), lines.size()));
+}
+
+void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines) {
+    const std::span<const MessageLine> said = atMostFive(lines);
+    if (said.empty()) {
+        return;
+    }
+    logLines(said);
+    if (level == NoticeLevel::Log) {
+        return;
+    }
+    ToolkitStatus(StatusPart::Notice, said.front().view());
+    if (level == NoticeLevel::Box) {
+        observe(MessageKind::Error, said);
+        countError(said);
+        appendToErrorFile(said, true);
+        ShowErrorBox(said, BoxDuty::AlwaysShown);
+    }
+}
+
+void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines) {
+    ReportNotice(level, std::span(lines.begin(), lines.size()));
 }
 
 void CheckGraphicsError(std::string_view tag) {

@@ -22,6 +22,21 @@ using MessageLine = FixedText<128>;
 
 enum class MessageKind { Info, Warning, Error };
 
+/// How far a notice goes.
+enum class NoticeLevel {
+    Log,    ///< the log
+    Status, ///< the log, and its first line in the status bar until the next command
+    Box,    ///< data are at stake: these two, the error file, and a box that is shown even when the
+            ///< user wants to see no further messages
+};
+
+/// What was reported since the files of the log were opened, for summaries.
+struct MessageRecord {
+    int warnings = 0;                    ///< warnings, those past the limit of the file included
+    int errors = 0;                      ///< errors and notices of level Box
+    std::vector<MessageLine> firstError; ///< the lines of the first of these errors
+};
+
 /// State of the message log. One per process, see messageLog().
 struct MessageLog {
     static constexpr int BufferLines = 48;
@@ -33,10 +48,10 @@ struct MessageLog {
     std::string logPath;                    ///< full path of the log file
     std::string errorPath;                  ///< full path of the error file
     std::string movedNotice;                ///< first log line when the files lie elsewhere
-    int RejectedMessageCount = 0;           ///< warnings so far
-    int GraphicsErrorCount = 0;             ///< toolkit errors so far, never reset during a run
-    bool quiet = false;                     ///< errors go to ReportInfoLine in place of the box
-    /// Called with every message before it is written, for summaries and tests.
+    MessageRecord record;
+    int GraphicsErrorCount = 0; ///< toolkit errors so far, never reset during a run
+    bool quiet = false;         ///< errors go to ReportInfoLine in place of the box
+    /// Called with every message before it is written, for tests.
     std::function<void(MessageKind, std::span<const MessageLine>)> observer;
 
     struct CloseFile {
@@ -65,6 +80,14 @@ void ReportWarning(std::initializer_list<MessageLine> lines);
 /// the program.
 void ReportError(std::span<const MessageLine> lines);
 void ReportError(std::initializer_list<MessageLine> lines);
+
+/// Tells the user what must not pass unseen: a kept copy, a stale model, a failed write.
+///
+/// The one road for it: a caller chooses the level by what is at stake and says it once for its
+/// cause. Cancel on the box of level Box ends the program, as it does for an error.
+/// lines  at most 5; every line goes to the log
+void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines);
+void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines);
 
 /// Reads and clears the toolkit's error state; a state other than 0 is reported as an error, and
 /// the 21st ends the program.

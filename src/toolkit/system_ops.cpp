@@ -56,15 +56,16 @@ bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
 }
 
 int WMessageBox(int /*buttons*/, int icon, int defaultButton, std::string_view text,
-                std::string_view title) {
+                std::string_view title, BoxDuty duty) {
     ToolkitState &state = toolkitState();
-    if (state.backend == nullptr || state.boxesQuiet) {
+    const bool isQuieted = state.boxesQuiet && duty == BoxDuty::MayBeQuieted;
+    if (state.backend == nullptr || isQuieted) {
         return 1;
     }
     const WorkPause pause;
     const BoxResult result =
         state.backend->messageBox({std::string(title), splitLines(text), icon, defaultButton});
-    state.boxesQuiet = result.quietFurther;
+    state.boxesQuiet = state.boxesQuiet || result.quietFurther;
     return result.button;
 }
 

@@ -180,9 +180,12 @@ void WDialogRangeTrackbar(int id, int low, int high, int step);
 bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
                         std::string_view title);
 
+/// Whether a box stays away once the user wants no further messages of this command.
+enum class BoxDuty { MayBeQuieted, AlwaysShown };
+
 /// A message box with OK and Cancel. Lines are joined by carriage returns. Returns 0 Cancel, 1 OK.
 int WMessageBox(int buttons, int icon, int defaultButton, std::string_view text,
-                std::string_view title);
+                std::string_view title, BoxDuty duty = BoxDuty::MayBeQuieted);
 
 /// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended; the user
 /// may end it before. A program that cannot be started leaves error state 13.

@@ -12,6 +12,7 @@
 namespace keldrin {
 namespace {
 
+using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
@@ -82,6 +83,35 @@ TEST_F(MessageLogTest, QuietErrorsGoToTheLogBetweenBlankLines) {
     messageLog().quiet = true;
     ReportError({"one", "two"});
     EXPECT_THAT(logText(), EndsWith("\n\none\ntwo\n\n"));
+}
+
+TEST_F(MessageLogTest, TheLevelOfANoticeSaysHowFarItGoes) {
+    MessageRecorder recorder;
+    OpenLogFiles(directory.path("keldrin "));
+    ReportNotice(NoticeLevel::Log, {"one", "two"});
+    ReportNotice(NoticeLevel::Status, {"three"});
+    EXPECT_THAT(recorder.infos, ElementsAre("one", "two", "three"));
+    EXPECT_EQ(messageLog().record.errors, 0);
+    messageLog().quiet = true;
+    ReportNotice(NoticeLevel::Box, {"four", "five"});
+    EXPECT_THAT(logText(), EndsWith("\none\ntwo\nthree\nfour\nfive\n"));
+    EXPECT_THAT(errText(), EndsWith("\n\n four\n five\n"));
+    EXPECT_EQ(messageLog().record.errors, 1);
+}
+
+TEST_F(MessageLogTest, TheRecordCountsWarningsAndKeepsTheFirstError) {
+    ReportInfoLine("not counted");
+    for (int i = 0; i < 200; ++i) {
+        ReportWarning({"warning"});
+    }
+    ReportError({"first", "why"});
+    ReportError({"second"});
+    EXPECT_EQ(messageLog().record.warnings, 200);
+    EXPECT_EQ(messageLog().record.errors, 2);
+    EXPECT_THAT(messageLog().record.firstError,
+                ElementsAre(MessageLine("first"), MessageLine("why")));
+    OpenLogFiles(directory.path("keldrin "));
+    EXPECT_EQ(messageLog().record.warnings + messageLog().record.errors, 0);
 }
 
 TEST_F(MessageLogTest, AToolkitErrorIsReportedOnceWithItsPlace) {

@@ -146,6 +146,9 @@ TEST(ToolkitBoxes, QuietLastsToTheNextCommand) {
     backend.box = {0, false};
     EXPECT_EQ(WMessageBox(1, 2, 1, "three", "ERROR"), 1);
     EXPECT_EQ(backend.boxes, 1);
+    EXPECT_EQ(WMessageBox(1, 2, 1, "data lost", "ERROR", BoxDuty::AlwaysShown), 0);
+    EXPECT_EQ(WMessageBox(1, 2, 1, "still quiet", "ERROR"), 1);
+    EXPECT_EQ(backend.boxes, 2);
     ToolkitEvent event;
     queueEvent({EventKey, 'x', 0, 0.0, 0.0});
     ToolkitNextEvent(event);
