@@ -23,7 +23,7 @@ float lateTimeResistivity(float area, float t, float v) {
 }
 
 // The solve against the plain response starts the one against the averaged response.
-AResRoot solveWindow(const ARes_Context &context, float rho, int &unsolved) {
+AResRoot solveWindow(const ARes_Context &context, float rho, AResOutcome &outcome) {
     const auto atCentre = [&](float x) {
         return ARes_ResidCenter(context, x);
     };
@@ -32,7 +32,8 @@ AResRoot solveWindow(const ARes_Context &context, float rho, int &unsolved) {
     };
     const AResRoot start = ARes_Newton(-std::log(rho), LowestX, HighestX, atCentre);
     const AResRoot root = ARes_Newton(start.x, LowestX, HighestX, averaged);
-    unsolved += (start.error != 0 ? 1 : 0) + (root.error != 0 ? 1 : 0);
+    outcome.unsolved += (start.error != 0 ? 1 : 0) + (root.error != 0 ? 1 : 0);
+    outcome.unfitted += std::fabs(root.residual) <= AResPoorFit ? 0 : 1; // a NaN fits nothing
     return root;
 }
 
@@ -52,15 +53,15 @@ AResOutcome ARes_dBdt(const AResInput &input, std::span<const float> dbdt, std::
     for (std::size_t k = static_cast<std::size_t>(input.ntw); k-- > 0;) {
         const float v = dbdt[k] * 1.0e-9F;
         context.window = k;
-        if (std::isnan(v) || floorResponse(context) > v) {
-            continue; // the solution in hand stays the start of the next window
+        if (!(v > floorResponse(context))) {
+            continue; // the current solution remains the starting value of the next window
         }
         context.target = ArcSinh(dbdt[k]);
         if (!started) {
             rho = lateTimeResistivity(context.area, context.centre[k], v);
             started = true;
         }
-        const AResRoot root = solveWindow(context, rho, outcome.unsolved);
+        const AResRoot root = solveWindow(context, rho, outcome);
         rho = std::exp(-root.x);
         ares[k] = rho;
         outcome.error = root.error; // that of the earliest window is left at the end
@@ -68,10 +69,7 @@ AResOutcome ARes_dBdt(const AResInput &input, std::span<const float> dbdt, std::
     return outcome;
 }
 
-void ARes_Report(const AResOutcome &outcome) {
-    if (outcome.failure.fault != AResFault::None) {
-        ReportError({"ARes_dBdt.ERROR", failureText(outcome.failure)});
-    }
+void ARes_ReportUnsolved(const AResOutcome &outcome) {
     for (int i = 0; i < outcome.unsolved; ++i) {
         // 16 though 17 passes ran: the number is part of the message.
         ReportError({"WARNING:", "No apparent resistivity solution after 16 iterations",

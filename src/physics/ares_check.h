@@ -25,6 +25,7 @@ struct AResFailure {
     AResFault fault = AResFault::None;
     float value = 0.0F; ///< the number that the message shows
     int count = 0;      ///< the same for WindowCount
+    bool operator==(const AResFailure &) const = default;
 };
 
 /// Tests a sounding's input in a fixed order and stops at the first fault. NaN is out of range.

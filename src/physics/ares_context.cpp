@@ -4,6 +4,7 @@
 #include "physics/gauss_rules.h"
 #include "physics/loop_center.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 
@@ -137,7 +138,7 @@ float floorResponse(const ARes_Context &context) {
     case CoincidentLoop:
         return Loop_CoincidentFloor(context.radius, t, floorConductivity);
     default:
-        return stepResponse(context, t, floorConductivity).R;
+        return std::max(stepResponse(context, t, floorConductivity).R, LeastLoopField);
     }
 }
 

@@ -66,7 +66,8 @@ AResResidual ARes_ResidCenter(const ARes_Context &context, float x);
 AResResidual ARes_ResidWindow(const ARes_Context &context, float x);
 
 /// The response that no value can fall below, of a half-space of 1e-6 S/m, at the centre of the
-/// window in hand. That of the coincident loop is not divided by the area.
+/// window in hand. That of the coincident loop is not divided by the area; that of a loop's field
+/// is at least LeastLoopField, for a smaller value would start the search where it has no slope.
 float floorResponse(const ARes_Context &context);
 
 } // namespace keldrin

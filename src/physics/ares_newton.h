@@ -11,9 +11,10 @@ namespace keldrin {
 /// Where a search ended.
 struct AResRoot {
     float x = 0.0F;
-    float slope = 0.0F; ///< of the residual at x
-    int iterations = 0; ///< calls of the residual
-    int error = 0;      ///< 2 when no solution was found in the passes allowed
+    float residual = 0.0F; ///< at x
+    float slope = 0.0F;    ///< of the residual at x
+    int iterations = 0;    ///< calls of the residual
+    int error = 0;         ///< 2 when no solution was found in the passes allowed
 };
 
 inline constexpr int AResMostPasses = 17;
@@ -37,6 +38,7 @@ AResRoot ARes_Newton(float x, float xLow, float xHigh, Residual residual) {
     AResRoot root;
     root.x = limited(x, xLow, xHigh);
     auto [f, d] = residual(root.x);
+    root.residual = f;
     root.slope = d;
     root.iterations = 1;
     if (std::fabs(f) <= tolerance) {
@@ -62,6 +64,7 @@ AResRoot ARes_Newton(float x, float xLow, float xHigh, Residual residual) {
             const bool solved = std::fabs(fNew) <= tolerance;
             if (solved || std::fabs(fNew) < std::fabs(f)) {
                 root.x = trial;
+                root.residual = fNew;
                 root.slope = dNew;
                 if (solved) {
                     return root;

@@ -1,5 +1,6 @@
 #include "physics/apparent_resistivity.h"
 
+#include "base/number_text.h"
 #include "messages/message_log.h"
 #include "physics/ordered_work.h"
 
@@ -9,6 +10,7 @@
 #include <cstddef>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace keldrin {
 
@@ -120,15 +122,60 @@ void computeSounding(const ControlValues &control, const LineGeometry &line,
     }
 }
 
+/// A value that the check refuses, and the soundings that have it.
+struct Refusal {
+    AResFailure failure;
+    int soundings = 0;
+    double firstStation = MissingValue;
+};
+
+/// What is said after the last sounding.
+struct LineSummary {
+    std::vector<Refusal> refusals;
+    int windows = 0;  ///< of observed data that were solved or at the floor
+    int unfitted = 0; ///< that no half-space fits
+};
+
+void noteRefusal(LineSummary &summary, const AResFailure &failure, const SoundingRecord &record) {
+    if (failure.fault == AResFault::None) {
+        return;
+    }
+    const auto same = [&](const Refusal &refusal) {
+        return refusal.failure == failure;
+    };
+    auto refusal = std::find_if(summary.refusals.begin(), summary.refusals.end(), same);
+    if (refusal == summary.refusals.end()) {
+        const double station = isPresent(record.Station) ? record.Station : record.RxStn;
+        refusal = summary.refusals.insert(refusal, {failure, 0, station});
+    }
+    ++refusal->soundings;
+}
+
+void reportSummary(const LineSummary &summary) {
+    for (const Refusal &refusal : summary.refusals) {
+        ReportError(
+            {"ARes_dBdt.ERROR", failureText(refusal.failure),
+             "Soundings without apparent resistivities: " + std::to_string(refusal.soundings) +
+                 ", the first at station " + messageNumber(refusal.firstStation)});
+    }
+    if (summary.unfitted > 0) {
+        ReportInfoLine("Windows that no half-space fits (more than 0.1 left in ArcSinh): " +
+                       std::to_string(summary.unfitted) + " of " + std::to_string(summary.windows));
+    }
+}
+
 // Stores and reports one sounding; returns its error.
-int finishSounding(SurveyModel &model, int item, const SoundingARes &result) {
+int finishSounding(SurveyModel &model, int item, const SoundingARes &result, LineSummary &summary) {
     SoundingRecord &record = model.hTrn[static_cast<std::size_t>(item)];
-    ARes_Report(result.observed);
+    noteRefusal(summary, result.observed.failure, record);
+    summary.windows += result.observed.error == 1 ? 0 : record.NumTW;
+    summary.unfitted += result.observed.unfitted;
+    ARes_ReportUnsolved(result.observed);
     if (result.observed.error != 0) {
         return result.observed.error;
     }
     std::copy_n(result.obs.begin(), record.NumTW, record.AResObs.begin());
-    ARes_Report(result.calculated);
+    ARes_ReportUnsolved(result.calculated);
     if (result.calculated.error != 0) {
         return result.calculated.error;
     }
@@ -149,6 +196,7 @@ int threadsFor(int soundings) {
 
 int ARes_Survey(SurveyModel &model, const AResProgress &progress) {
     int error = 0;
+    LineSummary summary;
     const LineGeometry line = lineGeometry(model.control);
     const int count = std::min(model.SoundingCount, model.SoundingCapacity());
     OrderedWork<SoundingARes> work(
@@ -158,10 +206,11 @@ int ARes_Survey(SurveyModel &model, const AResProgress &progress) {
                             result);
         },
         [&](int item, const SoundingARes &result) {
-            error = finishSounding(model, item, result);
+            error = finishSounding(model, item, result, summary);
             return !progress.step || progress.step(item + 1, count);
         });
     work.run(threadsFor(count));
+    reportSummary(summary);
     return error;
 }
 

@@ -18,6 +18,10 @@ using ComponentWords = std::array<float, 3>;
 Response Loop_Field(float x, float y, float Lx, float Ly, float t, const ComponentWords &words,
                     float s);
 
+/// Magnitudes below this one come out as 0, for the squares of their components underflow: the root
+/// of the smallest normal number, V/(A m2).
+inline constexpr float LeastLoopField = 1.0842022e-19F;
+
 /// Horizontal components; 0 nearer than 0.01 m to the axis on which they vanish.
 Response Loop_FieldX(float x, float y, float Lx, float Ly, float t, float s);
 Response Loop_FieldY(float x, float y, float Lx, float Ly, float t, float s);

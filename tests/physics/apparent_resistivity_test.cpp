@@ -184,6 +184,34 @@ TEST(AResDBdt, FindsTheHalfSpaceForEveryArray) {
                           {50.0F});
 }
 
+// The response falls by orders of magnitude over a ramp that is longer than the time after it: the
+// nine points of the longest ramps follow it, the five of shorter ones would not.
+TEST(AResResidWindow, LongRampsAreAveragedAtNinePoints) {
+    const auto step = [](double t) {
+        return 8.0 * exact::wireSide(-50, 50, t, Sigma);
+    };
+    struct Case {
+        float centre; ///< msec
+        float ramp;   ///< usec
+        double error; ///< largest, relative
+    };
+    for (const auto &[centre, ramp, error] :
+         {Case{0.01F, 200.0F, 0.001}, Case{0.02F, 400.0F, 0.01}, Case{0.3F, 400.0F, 0.001}}) {
+        Sounding sounding(InLoop, {centre});
+        sounding.input.ramp = ramp;
+        sounding.width = {0.2F * centre};
+        sounding.input.ntw = 1;
+        sounding.input.twCenter = sounding.centre;
+        sounding.input.twWidth = sounding.width;
+        sounding.input.weights = sounding.weights;
+        const ARes_Context context = contextOf(sounding.input);
+        const float f = ARes_ResidWindow(context, std::log(static_cast<float>(Sigma))).f;
+        const auto c = static_cast<double>(centre);
+        const double mean = windowMean(step, c, 0.2 * c, static_cast<double>(ramp));
+        EXPECT_NEAR(std::sinh(static_cast<double>(f)) / mean, 1.0, error) << ramp;
+    }
+}
+
 // At early times two half-spaces give one value. The solution of the later window leads to the
 // right one, the late-time formula to the other.
 TEST(AResDBdt, StartsEachWindowFromTheSolutionOfTheNextLaterOne) {
@@ -261,6 +289,35 @@ TEST(AResDBdt, ValuesBelowTheFloorGiveZeroAndDoNotDisturbTheirNeighbours) {
     }
 }
 
+// Far from the loop, or late, the floor itself underflows; a zero reading is at it all the same.
+TEST(AResDBdt, AZeroInALateWindowLeavesTheEarlierOnesAlone) {
+    for (const int array : {FixedLoop, MovingLoop, InLoop, CoincidentLoop}) {
+        Sounding whole(array, {0.1F, 0.3F, 1.0F, 3.0F, 10.0F, 30.0F, 5000.0F});
+        whole.input.xLength = whole.input.yLength = 20.0F;
+        whole.input.rxX = 30.0F;
+        const std::size_t late = whole.centre.size() - 1;
+        for (std::size_t k = 0; k < late; ++k) {
+            whole.dbdt[k] = 2.0F * std::pow(whole.centre[k], -2.5F);
+        }
+        whole.dbdt[late] = -1.0F; // below every floor
+        const int unfitted = whole.solve().unfitted;
+        for (const float zero : {0.0F, -0.0F, 1.0e-38F, 1.0e-20F}) {
+            Sounding zeros = whole;
+            zeros.dbdt[late] = zero;
+            EXPECT_EQ(zeros.solve().unfitted, unfitted);
+            EXPECT_EQ(zeros.ares, whole.ares) << "array " << array << ", reading " << zero;
+        }
+    }
+}
+
+TEST(AResDBdt, CountsTheWindowsThatNoHalfSpaceFits) {
+    Sounding sounding(InLoop, Centres);
+    sounding.dbdt = {3.0e8F, 1.0e3F, 10.0F, 0.1F}; // more than any half-space gives at 0.05 msec
+    const AResOutcome outcome = sounding.solve();
+    EXPECT_EQ(outcome.error, 0);
+    EXPECT_EQ(outcome.unfitted, 1);
+}
+
 TEST(AResDBdt, ExtremeValuesEnd) {
     constexpr float inf = std::numeric_limits<float>::infinity();
     for (const int array : {FixedLoop, MovingLoop, InLoop, CoincidentLoop}) {
@@ -281,7 +338,6 @@ TEST(AResDBdt, ExtremeValuesEnd) {
 }
 
 TEST(AResCheck, NamesTheFirstLimitThatIsBroken) {
-    MessageRecorder messages;
     struct Case {
         std::function<void(Sounding &)> spoil;
         const char *text;
@@ -312,8 +368,7 @@ TEST(AResCheck, NamesTheFirstLimitThatIsBroken) {
         const AResOutcome outcome = sounding.solve();
         EXPECT_EQ(outcome.error, 1);
         EXPECT_THAT(sounding.ares, Each(0.0F));
-        ARes_Report(outcome);
-        EXPECT_EQ(messages.errors.back(), std::string("ARes_dBdt.ERROR|") + c.text);
+        EXPECT_EQ(failureText(outcome.failure), c.text);
     }
     Sounding notANumber(InLoop);
     notANumber.input.xLength = nan;
@@ -328,7 +383,7 @@ TEST(AResReport, SaysSixteenForEverySolveThatFailed) {
     MessageRecorder messages;
     AResOutcome outcome;
     outcome.unsolved = 2;
-    ARes_Report(outcome);
+    ARes_ReportUnsolved(outcome);
     EXPECT_THAT(messages.errors,
                 ElementsAre("WARNING:|No apparent resistivity solution after 16 iterations|while "
                             "calculating TEM apparent resistivities.",

@@ -13,8 +13,10 @@
 namespace keldrin {
 namespace {
 
+using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
+using testing::Not;
 
 constexpr std::size_t Windows = 6;
 
@@ -22,6 +24,7 @@ constexpr std::size_t Windows = 6;
 SoundingRecord exampleRecord(int number) {
     SoundingRecord record;
     record.NumTW = Windows;
+    record.Station = number;
     record.AResObs.fill(-5.0F);
     record.AResCalc.fill(-6.0F);
     for (std::size_t k = 0; k < Windows; ++k) {
@@ -59,9 +62,13 @@ AResInput inputOf(const ControlValues &control, const SoundingRecord &record) {
     return input;
 }
 
-std::vector<float> resistivities(const AResInput &input, std::span<const float> dbdt) {
+std::vector<float> resistivities(const AResInput &input, std::span<const float> dbdt,
+                                 int *unfitted = nullptr) {
     std::vector<float> ares(static_cast<std::size_t>(input.ntw));
-    ARes_dBdt(input, dbdt, ares);
+    const AResOutcome outcome = ARes_dBdt(input, dbdt, ares);
+    if (unfitted != nullptr) {
+        *unfitted += outcome.unfitted;
+    }
     return ares;
 }
 
@@ -78,29 +85,58 @@ TEST(AResSurvey, ManySoundingsGiveWhatEachGivesAloneInTheOrderOfTheLine) {
     SurveyModel model = exampleModel(InLoop, 100);
     model.hTrn[3].NumTW = 0;
     model.hTrn[57].TWcenter[2] = 2.0e4F;
+    int unfitted = 0;
     std::vector<std::string> expected;
     for (int i = 1; i <= 100; ++i) {
-        expected.push_back(i == 4    ? "NTW=0 is < 1 or > 128"
-                           : i == 58 ? "Time-window Center =20000 is < 1.0E-4 or > 1.0E4 msec"
-                                     : "Stn " + std::to_string(i) + "/100 ARes done");
+        if (i != 4 && i != 58) {
+            expected.push_back("Stn " + std::to_string(i) + "/100 ARes done");
+        }
     }
+    expected.emplace_back("Soundings without apparent resistivities: 1, the first at station 3");
+    expected.emplace_back("Soundings without apparent resistivities: 1, the first at station 57");
     EXPECT_EQ(ARes_Survey(model), 0);
+    const std::string last = said.back();
+    said.pop_back();
     EXPECT_EQ(said, expected);
     for (const SoundingRecord &record : model.hTrn) {
         if (record.NumTW == 0 || record.TWcenter[2] > 1.0e4F) {
             EXPECT_THAT(record.AResObs, Each(-5.0F));
         } else {
             EXPECT_EQ(firstWindows(record.AResObs),
-                      resistivities(inputOf(model.control, record), record.TEMobs));
+                      resistivities(inputOf(model.control, record), record.TEMobs, &unfitted));
             EXPECT_EQ(record.AResObs[Windows], -5.0F);
         }
         EXPECT_THAT(record.AResCalc, Each(-6.0F)); // nothing calculated yet
     }
+    EXPECT_GT(unfitted, 0);
+    EXPECT_EQ(last, "Windows that no half-space fits (more than 0.1 left in ArcSinh): " +
+                        std::to_string(unfitted) + " of 588");
     model.hTrn[99].NumTW = 129;
     EXPECT_EQ(ARes_Survey(model), 1) << "the last sounding's";
-    EXPECT_EQ(said.back(), "NTW=129 is < 1 or > 128");
     model.SoundingCount = 0;
     EXPECT_EQ(ARes_Survey(model), 0);
+}
+
+TEST(AResSurvey, WhatAllSoundingsLackIsSaidOnce) {
+    MessageRecorder messages;
+    SurveyModel model = exampleModel(InLoop, 40);
+    model.control.TxFreq = 0.0F;
+    EXPECT_EQ(ARes_Survey(model), 1);
+    EXPECT_THAT(messages.errors,
+                ElementsAre("ARes_dBdt.ERROR|Tx Freq=0 is < 0.001 or > 1000 hertz|Soundings "
+                            "without apparent resistivities: 40, the first at station 0"));
+    // Soundings with the same fault are told together, another fault by itself.
+    model.control.TxFreq = 8.0F;
+    model.hTrn[7].NumTW = model.hTrn[9].NumTW = 0;
+    model.hTrn[8].TWcenter[0] = 2.0e4F;
+    messages.errors.clear();
+    EXPECT_EQ(ARes_Survey(model), 0);
+    EXPECT_THAT(messages.errors,
+                ElementsAre("ARes_dBdt.ERROR|NTW=0 is < 1 or > 128|Soundings without apparent "
+                            "resistivities: 2, the first at station 7",
+                            "ARes_dBdt.ERROR|Time-window Center =20000 is < 1.0E-4 or > 1.0E4 "
+                            "msec|Soundings without apparent resistivities: 1, the first at "
+                            "station 8"));
 }
 
 // At a high repetition rate the response of a coincident loop turns around with conductivity, and
@@ -130,12 +166,12 @@ TEST(AResSurvey, AFailedSolveIsSaidAndCountsOnlyInTheEarliestWindow) {
     ASSERT_LT(late, 1.0e5F) << "no such value";
     EXPECT_EQ(surveyWith(1, late), 2);
     EXPECT_EQ(record.AResObs[0], -5.0F);
-    EXPECT_TRUE(messages.infos.empty());
+    EXPECT_THAT(messages.infos, Not(Contains("Stn 1/1 ARes done")));
     ASSERT_EQ(messages.errors.size(), 1U);
     EXPECT_EQ(surveyWith(2, late), 0);
     EXPECT_GT(record.AResObs[0], 0.0F);
     EXPECT_GT(record.AResObs[1], 0.0F);
-    EXPECT_EQ(messages.infos.size(), 1U);
+    EXPECT_THAT(messages.infos, Contains("Stn 1/1 ARes done"));
     EXPECT_EQ(messages.errors.size(), 1U);
 }
 
