@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace keldrin {
 
@@ -17,14 +18,31 @@ const TableFormat &dataTableFormat();
 /// returns  0, or 1 when memory ran out; reported, and capacity and count are 0
 int STD_Allocate_hTrn(SurveyModel &model, int requested);
 
+/// Where the stored windows stand in the file, for a program that changes single cells of it.
+struct DataTableLines {
+    struct Labels {
+        int line = 0;            ///< of the file, from 1; 0: positions of a table without labels
+        std::vector<int> column; ///< of each column of the table, from 1; 0 the file has none
+    };
+    struct Row {
+        int line = 0;           ///< of the file, from 1
+        std::size_t labels = 0; ///< index of its labels
+    };
+    std::vector<Labels> labels;
+    std::vector<Row> rows;                         ///< of all windows, sounding by sounding
+    int unitsIndex = NanovoltPerAmpereSquareMetre; ///< of TEMobs and TEMcalc in the file
+};
+
 /// Reads the table on an open file, from the line behind the control block, into hTrn.
 /// Values come out in nV/(A m2), whatever the control block says. NumStn, or as many soundings as
 /// a file of this size can hold, sets the capacity; what goes beyond it is dropped with a report.
 /// path     the file's, for messages and its size
 /// changes  hTrn, SoundingCount, MaxTW, TimeRatio, ModelLayerCount, the control values TEMUnits
 ///          and, for a Fixed-Loop line, TxStn
+/// lines    out, unless null: where the windows stand
 /// returns  0, or 1 without memory or without a sounding
-int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path);
+int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path,
+                  DataTableLines *lines = nullptr);
 
 /// Rows that were written, and the soundings of other transmitters that were not.
 struct WrittenTable {

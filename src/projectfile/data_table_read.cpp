@@ -31,7 +31,20 @@ struct DataReading {
     SoundingRecord *current = nullptr; ///< takes the next window
     double lastRxStn = MissingValue;   ///< of the row that was stored last
     double lastTxStn = MissingValue;
+    DataTableLines *lines = nullptr; ///< where they are wanted
 };
+
+/// Notes where the window that was stored last stands.
+void noteLine(const DataReading &reading, const TableScan &scan) {
+    if (reading.lines == nullptr) {
+        return;
+    }
+    DataTableLines &lines = *reading.lines;
+    if (lines.labels.empty() || lines.labels.back().line != scan.labelLine) {
+        lines.labels.push_back({scan.labelLine, scan.map.iVarCol});
+    }
+    lines.rows.push_back({scan.reader.lineNumber(), lines.labels.size() - 1});
+}
 
 /// Soundings that a file of this size can hold at most, so that a senseless NumStn cannot take
 /// all memory.
@@ -104,7 +117,7 @@ bool startsSounding(const DataReading &reading, const RowValues &values) {
 }
 
 /// False when the row needs a record and there is none left.
-bool storeRow(DataReading &reading, const RowValues &values) {
+bool storeRow(DataReading &reading, const TableScan &scan, const RowValues &values) {
     SurveyModel &model = reading.model;
     if (startsSounding(reading, values)) {
         if (model.SoundingCount >= model.SoundingCapacity()) {
@@ -121,6 +134,7 @@ bool storeRow(DataReading &reading, const RowValues &values) {
     reading.current->AResSpare[window] = reading.current->TEMerr[window];
     reading.lastRxStn = values[ColRxStn];
     reading.lastTxStn = values[ColTxStn];
+    noteLine(reading, scan);
     return true;
 }
 
@@ -135,7 +149,7 @@ void readRows(DataReading &reading, LineReader &lines) {
             continue;
         }
         conditionWindow(control, values);
-        if (!storeRow(reading, values)) {
+        if (!storeRow(reading, scan, values)) {
             reportFullTable(reading.model, values, scan.lineCount);
             return;
         }
@@ -160,7 +174,8 @@ int STD_Allocate_hTrn(SurveyModel &model, int requested) {
     return status;
 }
 
-int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path) {
+int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path,
+                  DataTableLines *lines) {
     model.SoundingCount = 0;
     model.MaxTW = 0;
     model.ModelLayerCount = 0;
@@ -171,6 +186,10 @@ int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &pat
     ReportInfoLine("Reading TEM data from");
     ReportInfoLine(path);
     DataReading reading{model};
+    reading.lines = lines;
+    if (lines != nullptr) {
+        *lines = {{}, {}, model.control.TEMUnitsIndex};
+    }
     readRows(reading, reader);
     setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
     ReportInfoLine(std::to_string(model.SoundingCount) + " TEM soundings read from " +

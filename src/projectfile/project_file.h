@@ -18,6 +18,13 @@ namespace keldrin {
 ///          unless the user declined to choose a file or has stopped the reading
 int STD_File_Read(SurveyModel &model, std::string &path);
 
+/// The same from a reader that stands before the text's first line, for a program that has the text
+/// in memory. Nothing is asked for.
+/// path     the file's, for messages and its size
+/// lines    out: where the windows stand
+int STD_File_Read_Text(SurveyModel &model, LineReader &reader, const std::string &path,
+                       DataTableLines &lines);
+
 /// Writes a project file whole, or leaves the old one as it is.
 /// Of a Fixed-Loop line only the soundings of the selected transmitter are written; a line of the
 /// log tells how many were left out. A write without a data row first keeps an old file that has

@@ -45,6 +45,19 @@ void settleAzimuths(SurveyModel &model) {
     }
 }
 
+/// Reads the control block and the table.
+int readParts(SurveyModel &model, LineReader &reader, const std::string &path,
+              DataTableLines *lines) {
+    int status = STD_Namelist_Read(model, reader, path);
+    if (status == 0) {
+        status = STD_Data_Read(model, reader, path, lines);
+    }
+    if (status == 0) {
+        settleAzimuths(model);
+    }
+    return status;
+}
+
 int readProject(SurveyModel &model, const std::string &path) {
     LineReader reader(MostGroupLine);
     if (!reader.open(path)) {
@@ -52,21 +65,25 @@ int readProject(SurveyModel &model, const std::string &path) {
         return 1;
     }
     WatchedReading watched(reader, path);
-    int status = STD_Namelist_Read(model, reader, path);
-    if (status == 0) {
-        status = STD_Data_Read(model, reader, path);
-    }
+    const int status = readParts(model, reader, path, nullptr);
     if (watched.stopped()) {
         return 1;
     }
     noteEndMark(reader);
-    if (status == 0) {
-        settleAzimuths(model);
-    }
     return status;
 }
 
 } // namespace
+
+int STD_File_Read_Text(SurveyModel &model, LineReader &reader, const std::string &path,
+                       DataTableLines &lines) {
+    const int status = readParts(model, reader, path, &lines);
+    noteEndMark(reader);
+    if (status != 0) {
+        model.SoundingCount = 0;
+    }
+    return status;
+}
 
 int STD_File_Read(SurveyModel &model, std::string &path) {
     path = existingForm(path);

@@ -74,6 +74,7 @@ struct TableScan {
     std::vector<std::string_view> labels;
     bool labelsGood = true;
     int lineCount = 0;     ///< lines of the table so far
+    int labelLine = 0;     ///< line of the file with the labels in force; 0 without
     std::string_view line; ///< the present line without blanks around it
 };
 

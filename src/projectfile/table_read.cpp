@@ -49,6 +49,7 @@ void readLabels(TableScan &scan) {
         }
     }
     scan.labelsGood = true;
+    scan.labelLine = scan.reader.lineNumber();
     ReportInfoLine("Have found correct column labels, now reading numerical data.");
 }
 
@@ -86,7 +87,7 @@ void readRow(TableScan &scan, RowValues &values) {
 } // namespace
 
 TableScan beginTableScan(const TableFormat &format, LineReader &reader) {
-    TableScan scan{format, reader, {}, {}, {}, true, 0, {}};
+    TableScan scan{format, reader, {}, {}, {}, true, 0, 0, {}};
     for (const TableColumn &column : format.columns) {
         scan.labels.push_back(column.label);
         scan.map.iVarCol.push_back(column.position);

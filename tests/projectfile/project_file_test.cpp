@@ -1,3 +1,4 @@
+#include "projectfile/data_columns.h"
 #include "projectfile/project_case.h"
 
 #include <algorithm>
@@ -274,6 +275,39 @@ TEST_F(ProjectFile, AnEmptyModelKeepsTheOldRows) {
     putFile(path, "no project at all\n1,2,3\n");
     written();
     EXPECT_EQ(fileContent(path + "~"), "no project at all\n1,2,3\n");
+}
+
+TEST(ProjectLines, StandForStoredWindowsUnderTheLabelsInForce) {
+    const MessageRecorder messages;
+    const std::string head = "comment\n&KELDRIN SurveyType='In-Loop' TEMUnits='uV/A'\n/\n";
+    const std::string text = head + "1 2 3 4 .1 .05 5 3\r\n" // line 4, no labels yet
+                                    "\n"
+                                    "TEMcalc,Station,East,North,Elevation,TWcenter,TWwidth,TEMobs,"
+                                    "TEMerr\n"
+                                    "! a comment\n"
+                                    "9,1,2,3,4,.2,.05,4,3\n"
+                                    "9,1,2,3,4,.2,.05,*,3\n" // dropped
+                                    "9,7,2,3,4,.1,.05,4,3\n";
+    LineReader reader(256);
+    reader.openText(text);
+    SurveyModel model;
+    DataTableLines lines;
+    ASSERT_EQ(STD_File_Read_Text(model, reader, "none.std", lines), 0);
+    EXPECT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(lines.unitsIndex, MicrovoltPerAmpere);
+    std::vector<int> rows;
+    for (const DataTableLines::Row &row : lines.rows) {
+        rows.push_back(row.line);
+    }
+    EXPECT_EQ(rows, (std::vector<int>{4, 8, 10}));
+    ASSERT_EQ(lines.labels.size(), 2U);
+    EXPECT_EQ(lines.labels[0].line, 0);
+    EXPECT_EQ(lines.labels[0].column[ColTEMcalc], 12) << "the position without labels";
+    EXPECT_EQ(lines.labels[1].line, 6);
+    EXPECT_EQ(lines.labels[1].column[ColTEMcalc], 1);
+    EXPECT_EQ(lines.labels[1].column[ColAResCalc], 0);
+    EXPECT_EQ(lines.rows[0].labels, 0U);
+    EXPECT_EQ(lines.rows[2].labels, 1U);
 }
 
 } // namespace
