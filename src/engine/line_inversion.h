@@ -1,0 +1,62 @@
+#pragma once
+
+#include "engine/engine_run.h"
+#include "engine/smoothness.h"
+#include "engine/sounding_data.h"
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+
+/// One sounding of a line that is inverted.
+struct LineSounding {
+    const SoundingRecord *record = nullptr;
+    const SoundingPlan *plan = nullptr;
+    SoundingData data; ///< may be empty: the model then comes from neighbours and background
+    LayerPrior prior;
+    Eigen::VectorXd m; ///< in: starting model; out: the result; ln of ohm-m
+
+    // What is known of the result.
+    double misfit = 0.0;         ///< see misfitOf(); 0 without data
+    double scale = 1.0;          ///< by which errors had to be taken larger, at least 1
+    Eigen::VectorXd deviation;   ///< posterior standard deviation of m
+    Eigen::VectorXd sensitivity; ///< see invertLine()
+};
+
+struct LineInversion {
+    std::vector<LineSounding> soundings;
+    std::vector<double> links; ///< between neighbours, see lateralLinks()
+    SmoothnessWeights weights;
+    int iterations = 8; ///< at most
+};
+
+enum class LineResult { Done, Stopped, Failed };
+
+/// How an inversion went.
+struct LineSummary {
+    int iterations = 0;
+    bool converged = false;
+    double medianMisfit = 0.0; ///< of soundings with data
+    double largestMisfit = 0.0;
+};
+
+/// Fits the models of a line together: Gauss-Newton on the sum of the robust misfit of each
+/// sounding divided by the square of its scale, the smoothness of each model (smoothness.h), and
+/// the lateral links. Says the misfit after each iteration.
+///
+/// The scale of a sounding is max(1, 0.6 times its misfit), renewed with each iteration and never
+/// raised: it cools the first iterations, and keeps data that no model can meet from roughening
+/// the model. No iteration raises the objective. Ends when no ln(resistivity) moves by 0.01, or
+/// the objective falls by less than 0.2 percent.
+///
+/// Afterwards `deviation` is the square root of the diagonal of the inverse of the line's matrix,
+/// with scales of max(1, misfit). `sensitivity` of a layer is by how many standard deviations the
+/// data change when everything from this layer down changes by a factor e (idea: Christiansen and
+/// Auken 2012): it falls with depth, and below 3 the data hardly see.
+///
+/// returns  Failed when the equations could not be solved; models are then as they were
+LineResult invertLine(LineInversion &line, const EngineRun &run, LineSummary &summary);
+
+} // namespace keldrin
