@@ -23,15 +23,15 @@ constexpr double LargestNumber = 9.9E9;
 /// A rescaling number of the dialog and what it edits.
 struct ScaleField {
     int id;
-    StationScale ImportPreset::*scale;
+    StationScale LineScaling::*scale;
     double StationScale::*number;
 };
 
 constexpr std::array ScaleFields = {
-    ScaleField{1114, &ImportPreset::StnRescaleQdr, &StationScale::begin},
-    ScaleField{1115, &ImportPreset::StnRescaleQdr, &StationScale::increment},
-    ScaleField{1118, &ImportPreset::StnRescaleClient, &StationScale::begin},
-    ScaleField{1119, &ImportPreset::StnRescaleClient, &StationScale::increment},
+    ScaleField{1114, &LineScaling::StnRescaleQdr, &StationScale::begin},
+    ScaleField{1115, &LineScaling::StnRescaleQdr, &StationScale::increment},
+    ScaleField{1118, &LineScaling::StnRescaleClient, &StationScale::begin},
+    ScaleField{1119, &LineScaling::StnRescaleClient, &StationScale::increment},
 };
 
 // An increment of at least `least` in size; 0 counts as positive.
@@ -40,70 +40,103 @@ double heldIncrement(double increment, double least) {
                                         : increment;
 }
 
-void holdIncrements(ImportPreset &preset, double least) {
-    for (StationScale *scale : {&preset.StnRescaleQdr, &preset.StnRescaleClient}) {
+void holdIncrements(LineScaling &scaling, double least) {
+    for (StationScale *scale : {&scaling.StnRescaleQdr, &scaling.StnRescaleClient}) {
         scale->increment = heldIncrement(scale->increment, least);
     }
 }
 
-void bringIntoRange(ImportPreset &preset) {
-    for (float &area : preset.RxAreaXYZ) {
+void bringIntoRange(LineScaling &scaling) {
+    for (float &area : scaling.RxAreaXYZ) {
         area = limited(area, 0.1F, 9.9E9F);
     }
     for (const ScaleField &field : ScaleFields) {
-        double &number = preset.*field.scale.*field.number;
+        double &number = scaling.*field.scale.*field.number;
         number = limited(number, -LargestNumber, LargestNumber);
     }
-    holdIncrements(preset, 0.001);
+    holdIncrements(scaling, 0.001);
 }
 
-void fillDialog(const LineTable &lines, const ImportPreset &preset) {
+LineEntry &selectedEntry(LineTable &lines) {
+    return lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)];
+}
+
+void putLineList(const LineTable &lines) {
     std::vector<std::string> labels;
     labels.reserve(static_cast<std::size_t>(lines.LineCount));
     for (int i = 0; i < lines.LineCount; ++i) {
         labels.push_back(lines.entries[static_cast<std::size_t>(i)].LineLabel.str());
     }
     WDialogPutMenu(LineList, labels, lines.SelectedLine);
-    for (std::size_t axis = 0; axis < AreaFields.size(); ++axis) {
-        WDialogRangeReal(AreaFields[axis], 0.1F, 9.9E9F);
-        WDialogPutReal(AreaFields[axis], preset.RxAreaXYZ[axis], AreaFormat);
+}
+
+void setRanges() {
+    for (const int id : AreaFields) {
+        WDialogRangeReal(id, 0.1F, 9.9E9F);
     }
     for (const ScaleField &field : ScaleFields) {
         WDialogRangeDouble(field.id, -LargestNumber, LargestNumber);
-        WDialogPutDouble(field.id, preset.*field.scale.*field.number, ScaleFormat);
+    }
+}
+
+void putScaling(const LineScaling &scaling) {
+    for (std::size_t axis = 0; axis < AreaFields.size(); ++axis) {
+        WDialogPutReal(AreaFields[axis], scaling.RxAreaXYZ[axis], AreaFormat);
+    }
+    for (const ScaleField &field : ScaleFields) {
+        WDialogPutDouble(field.id, scaling.*field.scale.*field.number, ScaleFormat);
     }
     CheckGraphicsError("VerifyDataInput fill");
 }
 
 // A field that holds no number keeps its old value.
-void readDialog(LineTable &lines, ImportPreset &preset) {
-    WDialogGetMenu(LineList, lines.SelectedLine);
+void readScaling(LineScaling &scaling) {
     for (std::size_t axis = 0; axis < AreaFields.size(); ++axis) {
-        WDialogGetReal(AreaFields[axis], preset.RxAreaXYZ[axis]);
+        WDialogGetReal(AreaFields[axis], scaling.RxAreaXYZ[axis]);
     }
     for (const ScaleField &field : ScaleFields) {
-        WDialogGetDouble(field.id, preset.*field.scale.*field.number);
+        WDialogGetDouble(field.id, scaling.*field.scale.*field.number);
     }
-    holdIncrements(preset, 0.01);
+    holdIncrements(scaling, 0.01);
+}
+
+// The values shown are those of the selected line: another choice first keeps what was typed.
+void followSelection(LineTable &lines) {
+    int selected = lines.SelectedLine;
+    WDialogGetMenu(LineList, selected);
+    selected = std::clamp(selected, 1, std::max(lines.LineCount, 1));
+    if (selected == lines.SelectedLine) {
+        return;
+    }
+    readScaling(selectedEntry(lines).scaling);
+    lines.SelectedLine = selected;
+    bringIntoRange(selectedEntry(lines).scaling);
+    putScaling(selectedEntry(lines).scaling);
 }
 
 } // namespace
 
 int VerifyDataInput(SurveyModel &model) {
     CheckGraphicsError();
-    LineTable &lines = model.lines;
+    LineTable lines = model.lines; // a Cancel leaves the table as it was
     lines.SelectedLine = std::max(std::min(lines.SelectedLine, lines.LineCount), 1);
-    ImportPreset preset = model.preset;
-    bringIntoRange(preset);
+    bringIntoRange(selectedEntry(lines).scaling);
     WDialogLoad(Dialog::DataInput);
-    fillDialog(lines, preset);
+    putLineList(lines);
+    setRanges();
+    putScaling(selectedEntry(lines).scaling);
+    WDialogWatch([&lines](int id) {
+        if (id == LineList) {
+            followSelection(lines);
+        }
+    });
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
     const bool confirmed = ToolkitDialogInfo(1) == ButtonContinue;
     if (confirmed) {
-        readDialog(lines, preset);
-        preset.SelectedArrayIndex =
-            lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)].ArrayIndex;
-        model.preset = preset;
+        followSelection(lines);
+        readScaling(selectedEntry(lines).scaling);
+        model.lines = lines;
+        selectLine(model, lines.SelectedLine);
     }
     WDialogUnload();
     return confirmed ? 0 : 2;

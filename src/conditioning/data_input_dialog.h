@@ -4,8 +4,9 @@
 
 namespace keldrin {
 
-/// Lets the user choose the line, the coil areas and the station rescaling of an import
-/// (dialog 101), and stores the answers in the line table and the preset.
+/// Lets the user choose the line of an import and shows that line's coil areas and station
+/// rescaling to be changed (dialog 101). The answers go to the line table, those of the selected
+/// line to the preset too.
 /// returns  0, or 2 on Cancel with nothing stored
 int VerifyDataInput(SurveyModel &model);
 

@@ -86,6 +86,18 @@ void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReadin
     }
 }
 
+// Settles the line that a data line belongs to, and what is in force for it.
+void settleLine(CountPass &pass, SurveyModel &model) {
+    if (!pass.walk.HeaderChanged) {
+        return;
+    }
+    pass.walk.HeaderChanged = false;
+    if (pass.walk.identity.take(model.metadata)) {
+        pass.entry = &currentLineEntry(model.lines, pass.walk.identity, model.metadata);
+    }
+    pass.entry->scaling = scalingFromMetadata(model.metadata);
+}
+
 } // namespace
 
 int AVG_Count(SurveyModel &model, const std::string &fileName) {
@@ -98,10 +110,7 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
     WatchedReading watched(pass.walk.reader, fileName);
     std::string_view line;
     while (pass.walk.nextDataLine(model.metadata, line)) {
-        if (pass.walk.HeaderChanged && pass.walk.identity.take(model.metadata)) {
-            pass.entry = &currentLineEntry(model.lines, pass.walk.identity, model.metadata);
-        }
-        pass.walk.HeaderChanged = false;
+        settleLine(pass, model);
         const CountedReading reading = readCells(pass.walk, model.metadata, line);
         if (!reportUndefined(reading, pass.walk.record(), line) && reading.component > 0) {
             AVG_File_Input(pass, model.lines, reading);
@@ -111,6 +120,9 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
         return 1;
     }
     noteEndMark(pass.walk.reader);
+    if (model.lines.LineCount == 1) { // records behind its last row belong to it too
+        model.lines.entries[0].scaling = scalingFromMetadata(model.metadata);
+    }
     presetFromMetadata(model);
     // The read pass starts where this one did: what the sections of other lines have said must not
     // reach the chosen line.

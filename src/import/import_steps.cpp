@@ -81,13 +81,16 @@ void resetLines(LineTable &lines) {
     lines = LineTable{};
 }
 
+LineScaling scalingFromMetadata(const Metadata &metadata) {
+    const RxMetadata &rx = metadata.Rx;
+    return {{metadata.Stn.QdrBeg.value, metadata.Stn.QdrInc.value},
+            {metadata.Stn.Beg.value, metadata.Stn.Inc.value},
+            {rx.AreaX.value, rx.AreaY.value, rx.AreaZ.value}};
+}
+
 void presetFromMetadata(SurveyModel &model) {
-    const Metadata &metadata = model.metadata;
-    ImportPreset &preset = model.preset;
-    preset.SelectedArrayIndex = metadata.Survey.ArrayIndex;
-    preset.StnRescaleQdr = {metadata.Stn.QdrBeg.value, metadata.Stn.QdrInc.value};
-    preset.StnRescaleClient = {metadata.Stn.Beg.value, metadata.Stn.Inc.value};
-    preset.RxAreaXYZ = {metadata.Rx.AreaX.value, metadata.Rx.AreaY.value, metadata.Rx.AreaZ.value};
+    static_cast<LineScaling &>(model.preset) = scalingFromMetadata(model.metadata);
+    model.preset.SelectedArrayIndex = model.metadata.Survey.ArrayIndex;
 }
 
 int heldArrayIndex(int arrayIndex) {

@@ -49,6 +49,9 @@ LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity,
 /// Resets the table before a count pass.
 void resetLines(LineTable &lines);
 
+/// Station rescaling and coil areas that are in force now.
+LineScaling scalingFromMetadata(const Metadata &metadata);
+
 /// Array index, station rescaling and coil areas of the keyword records into the preset.
 void presetFromMetadata(SurveyModel &model);
 

@@ -69,6 +69,7 @@ int Z_Count(SurveyModel &model, const std::string &fileName) {
         ReportError({"ERROR while reading " + walk.name, "Found no valid data"});
         return 1;
     }
+    entry.scaling = model.preset;
     ReportInfoLine("Found 1 line and " + std::to_string(entry.Transients) + " transients in " +
                    walk.name);
     return 0;

@@ -10,6 +10,17 @@
 
 namespace keldrin {
 
+void selectLine(SurveyModel &model, int line) {
+    LineTable &lines = model.lines;
+    if (lines.LineCount < 1) {
+        return;
+    }
+    lines.SelectedLine = std::clamp(line, 1, lines.LineCount);
+    const LineEntry &entry = lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)];
+    static_cast<LineScaling &>(model.preset) = entry.scaling;
+    model.preset.SelectedArrayIndex = entry.ArrayIndex;
+}
+
 int allocateSoundings(SurveyModel &model, int requested) {
     if (model.SoundingCapacity() < requested) {
         try {

@@ -131,6 +131,19 @@ struct ControlValues {
     int TEMUnitsIndex = MicrovoltPerAmpere;
 };
 
+/// Station rescaling: begin and increment of one numbering.
+struct StationScale {
+    double begin = 0.0;
+    double increment = 1.0;
+};
+
+/// Station rescaling and coil areas of one survey line. The initialisers are the defaults.
+struct LineScaling {
+    StationScale StnRescaleQdr;    ///< numbers in the file
+    StationScale StnRescaleClient; ///< numbers on the line
+    std::array<float, ComponentAxes> RxAreaXYZ = {10000.0F, 10000.0F, 10000.0F}; ///< m^2
+};
+
 /// One survey line as the count pass of an import found it.
 struct LineEntry {
     FixedText<16> LineLabel; ///< text of the Select Line list
@@ -138,7 +151,8 @@ struct LineEntry {
     int ArrayIndex = 0;      ///< Survey.Array while counting
     int Transients = 0;
     std::array<int, ComponentAxes> ComponentTransients{}; ///< transients by component axis
-    int Soundings = 0; ///< distinct soundings at the most; 0 where the count pass cannot know
+    int Soundings = 0;   ///< distinct soundings at the most; 0 where the count pass cannot know
+    LineScaling scaling; ///< in force at the line's last row, until the user changes it
 };
 
 /// What the count pass found: at most 32 lines.
@@ -148,25 +162,16 @@ struct LineTable {
     int SelectedLine = 0; ///< 1-based; 0 before a choice
 };
 
-/// Station rescaling: begin and increment of one numbering.
-struct StationScale {
-    double begin = 0.0;
-    double increment = 1.0;
-};
-
-/// What the data input dialog shows and changes. The initialisers are the values at program start.
-struct ImportPreset {
+/// What an import takes from the data input dialog: array and scaling of the selected line.
+struct ImportPreset : LineScaling {
     int SelectedArrayIndex = 0;
-    StationScale StnRescaleQdr;    ///< numbers in the file
-    StationScale StnRescaleClient; ///< numbers on the line
-    std::array<float, ComponentAxes> RxAreaXYZ = {10000.0F, 10000.0F, 10000.0F}; ///< m^2
 };
 
 /// A station number of the file as a position on the line.
-inline double rescaledStation(const ImportPreset &preset, double station) {
-    return (station - preset.StnRescaleQdr.begin) * preset.StnRescaleClient.increment /
-               preset.StnRescaleQdr.increment +
-           preset.StnRescaleClient.begin;
+inline double rescaledStation(const LineScaling &scaling, double station) {
+    return (station - scaling.StnRescaleQdr.begin) * scaling.StnRescaleClient.increment /
+               scaling.StnRescaleQdr.increment +
+           scaling.StnRescaleClient.begin;
 }
 
 struct SurveyModel {
@@ -185,6 +190,10 @@ struct SurveyModel {
 
     [[nodiscard]] int SoundingCapacity() const { return static_cast<int>(hTrn.size()); }
 };
+
+/// Selects a line of the table, 1-based and held to the lines there are: its array and scaling
+/// become the preset. Without a line nothing changes.
+void selectLine(SurveyModel &model, int line);
 
 /// Makes room for at least `requested` records and resets them all; SoundingCount becomes 0.
 /// A table that is large enough is kept; a request below 1 without a table allocates nothing.

@@ -3,6 +3,7 @@
 #include "toolkit/backend.h"
 #include "toolkit/dialog_spec.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,6 +50,7 @@ struct DialogModel {
     int mode = 0;                       ///< DialogMode while shown, else 0
     int endButton = 0;                  ///< button that ended it while it blocks; 0 none yet
     PixelSize size;                     ///< filled by the backend
+    std::function<void(int id)> changed; ///< called after a change by the user while it blocks
 };
 
 /// A dialog with the state that its table gives. A unit becomes a static of its own behind its

@@ -140,6 +140,12 @@ void WDialogUnload(int /*option*/) {
     }
 }
 
+void WDialogWatch(std::function<void(int id)> changed) {
+    if (DialogModel *dialog = selectedDialog()) {
+        dialog->changed = std::move(changed);
+    }
+}
+
 void WDialogTitle(std::string_view caption) {
     DialogModel *dialog = selectedDialog();
     if (dialog == nullptr || dialog->caption == caption) {

@@ -145,6 +145,10 @@ void WDialogUnload(int option = 0);
 void WDialogTitle(std::string_view caption);
 void WDialogFieldState(int id, bool enabled);
 
+/// Calls `changed` with a control's id after each change that the user makes in the selected dialog
+/// while it blocks; one that does not block sends events instead.
+void WDialogWatch(std::function<void(int id)> changed);
+
 void WDialogPutString(int id, std::string_view text);
 void WDialogGetString(int id, std::string &text);
 void WDialogPutInteger(int id, int value);

@@ -7,7 +7,11 @@ namespace keldrin {
 namespace {
 
 void reportChange(const DialogModel &dialog, int id) {
-    if (toolkitState().fieldChangeEvents && dialog.mode != DialogModal) {
+    if (dialog.mode == DialogModal) {
+        if (dialog.changed) {
+            dialog.changed(id);
+        }
+    } else if (toolkitState().fieldChangeEvents) {
         queueEvent({EventFieldChange, id, dialog.number, 0.0, 0.0});
     }
 }

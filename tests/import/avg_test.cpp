@@ -36,7 +36,7 @@ class AvgTest : public testing::Test {
             return countStatus;
         }
         const LineEntry &entry = model.lines.entries[chosen];
-        model.preset.SelectedArrayIndex = entry.ArrayIndex;
+        selectLine(model, static_cast<int>(chosen) + 1);
         STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(entry));
         return AVG_Read(model, path, entry.LineLabel.view());
     }
@@ -145,6 +145,19 @@ TEST_F(AvgTest, OnlyTheChosenLineIsReadWithItsOwnHeader) {
     ASSERT_EQ(model.SoundingCount, 1);
     EXPECT_EQ(sounding(0).RxStn, 9.0);
     EXPECT_EQ(model.control.LineName.view(), "8 b");
+}
+
+TEST_F(AvgTest, CoilAreaAndStationScalingAreThoseOfTheChosenLine) {
+    const std::string text = Head + "$ Stn.Beg = 100\n" + Labels + "2 1 1 Hz 0.1 50 2\n" +
+                             "$ Line.Name = 8\n$ Rx.Area = 50\n$ Stn.Beg = 500\n" +
+                             "2 1 1 Hz 0.1 50 2\n";
+    EXPECT_EQ(read(text), 0);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 50.0F);
+    EXPECT_EQ(sounding(0).RxStn, 101.0);
+    chosen = 1;
+    EXPECT_EQ(read(text), 0);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 1000.0F);
+    EXPECT_EQ(sounding(0).RxStn, 501.0);
 }
 
 TEST_F(AvgTest, WhatOtherLinesSayDoesNotReachTheChosenOne) {

@@ -93,6 +93,9 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     status = finishCount(model.lines, pass.readings, "AMR_Count");
     if (status == 0) {
         model.preset.RxAreaXYZ = pass.walk.record.RxAreaXYZ;
+        for (LineEntry &entry : model.lines.entries) {
+            entry.scaling = model.preset;
+        }
         checkHeader(pass.walk.record, model.control);
     }
     return status;
