@@ -60,8 +60,8 @@ struct ResponsePlan {
 enum class PlanFault {
     None,
     Side,      ///< of the loop: not finite, or outside 1e-3 to 1e6 m
-    Receiver,  ///< not finite, farther away than 1e6 m, or on the wire
-    Waveform,  ///< fewer than two points, times that do not rise or lie after the origin
+    Receiver,  ///< not finite, or farther away than 1e6 m
+    Waveform,  ///< fewer than two points, times that fall or lie after the origin, no change
     Frequency, ///< negative or not finite
     Windows,   ///< none
     Window,    ///< edges outside 1e-7 to 1000 s, or the upper one before the lower one
