@@ -71,8 +71,7 @@ function(keldrin_test name)
     target_include_directories(keldrin_test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     # The tests themselves run once; compiling them without optimisation halves the build.
     target_compile_options(keldrin_test_${name} PRIVATE -O0)
-    target_compile_definitions(keldrin_test_${name} PRIVATE
-        KELDRIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    target_link_libraries(keldrin_test_${name} PRIVATE keldrin_test_support)
     if(arg_OWN_HEADERS)
         keldrin_precompile(keldrin_test_${name} keldrin_test_${name} ${KELDRIN_COMMON_HEADERS}
                            <gmock/gmock.h> ${arg_OWN_HEADERS})
