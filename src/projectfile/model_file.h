@@ -25,6 +25,10 @@ std::string modelPathOf(const std::string &projectPath);
 ///          when there is no file, or none that can be read (reported in the second case only)
 int M1D_File_Read(SurveyModel &model, const std::string &path);
 
+/// Appends the text of a whole model file. Soundings that the project file leaves out are left out.
+/// returns  the count of its layers
+int appendModelFile(const SurveyModel &model, std::string &out);
+
 /// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without
 /// layers has its row of the surface alone; those that the project file leaves out are left out.
 /// A write without a layer first keeps an old file that has some, as its path with "~" behind.

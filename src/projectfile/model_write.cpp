@@ -32,8 +32,16 @@ void appendSounding(std::string &out, const SoundingRecord &record) {
     }
 }
 
-/// Composes the whole file; returns the count of its layers.
-int composeModels(const SurveyModel &model, std::string &out) {
+bool holdsLayers(const std::string &path) {
+    LineReader reader(MostTableLine);
+    // What cannot be looked at is not thrown away.
+    return isRegularFile(path) &&
+           (!reader.open(path) || anyRowWith(ModelFormat, reader, ModelResInv));
+}
+
+} // namespace
+
+int appendModelFile(const SurveyModel &model, std::string &out) {
     appendLabelLine(out, ModelColumns);
     out.append("\"").append(writerStamp(clockNow())).append("\"").append(LineEnd);
     int layers = 0;
@@ -47,20 +55,11 @@ int composeModels(const SurveyModel &model, std::string &out) {
     return layers;
 }
 
-bool holdsLayers(const std::string &path) {
-    LineReader reader(MostTableLine);
-    // What cannot be looked at is not thrown away.
-    return isRegularFile(path) &&
-           (!reader.open(path) || anyRowWith(ModelFormat, reader, ModelResInv));
-}
-
-} // namespace
-
 int M1D_File_Write(const SurveyModel &model, const std::string &path) {
     std::string reason;
     try {
         std::string text;
-        const int layers = composeModels(model, text);
+        const int layers = appendModelFile(model, text);
         const bool safe = layers > 0 || !holdsLayers(path) || keepOldFile(path, reason);
         if (!safe || !writeWholeFile(path, text, reason)) {
             reportWriteFailure(path, reason);
