@@ -176,8 +176,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading)
     SoundingRecord &record = model.hTrn[static_cast<std::size_t>(pass.sounding)];
     record.TxFreq = reading.freq;
     record.Station = rx;
-    record.RxStn = rx;
-    record.TxStn = tx;
+    hTrn_Set_Stations(model, pass.sounding, tx, rx);
     record.East = metadata.Rx.East.value;
     record.North = metadata.Rx.North.value;
     record.Elevation = metadata.Rx.Elev.value;

@@ -122,20 +122,11 @@ int soundingsNeeded(const LineEntry &entry) {
 
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                                int &index) {
-    if (model.SoundingCapacity() < 1) {
-        return FindOrAdd::Full;
+    if (model.SoundingCount < model.SoundingCapacity()) {
+        return hTrn_Find_Or_Add(model, TxStn, TxFreq, RxStn, index);
     }
-    SoundingRecord &last = model.hTrn.back();
-    const double lastTx = last.TxStn;
-    const double lastRx = last.RxStn;
-    const float lastFreq = last.TxFreq;
-    const FindOrAdd result = hTrn_Find_Or_Add(model, TxStn, TxFreq, RxStn, index);
-    if (result == FindOrAdd::Full) {
-        last.TxStn = lastTx;
-        last.RxStn = lastRx;
-        last.TxFreq = lastFreq;
-    }
-    return result;
+    index = hTrn_Find(model, TxStn, TxFreq, RxStn);
+    return index < 0 ? FindOrAdd::Full : FindOrAdd::Found;
 }
 
 void LineNotice::note(int record, std::string_view line) {

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <cmath>
+#include <span>
 #include <string_view>
 
 namespace keldrin {
@@ -147,7 +148,7 @@ void readLines(StationReader &reader, StationTable &table) {
 void sortByStation(StationTable &table) {
     const std::vector<std::size_t> index = indexSort(table.stn);
     for (std::vector<double> *column : {&table.stn, &table.east, &table.north, &table.elev}) {
-        permuteByIndex(*column, index);
+        permuteByIndex(std::span(*column), index);
     }
 }
 
