@@ -51,6 +51,12 @@ class LineReader {
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
+    /// True when the text ended in a line that has no line end, and not at a 0x1A.
+    [[nodiscard]] bool endedInLine() const { return endedInLine_; }
+
+    /// Number of the first line that was longer than the limit and so was cut; 0 none yet.
+    [[nodiscard]] int firstCutLine() const { return firstCutLine_; }
+
     /// True once the watch has stopped the reading: what was not yet given never will be, and
     /// next() gives End.
     [[nodiscard]] bool stopped() const { return stopped_; }
@@ -81,6 +87,8 @@ class LineReader {
     bool fault_ = false;
     bool stopped_ = false;
     bool endedAtMark_ = false;
+    bool endedInLine_ = false;
+    int firstCutLine_ = 0;
     int lineNumber_ = 0;
     std::string errorText_;
 };
