@@ -62,7 +62,7 @@ void readAmiraFile(benchmark::State &state) {
         Mde_File_Input(model, bench::scratchPath("none.mde"));
         AMR_Count(model, path);
         const LineEntry &entry = model.lines.entries[0];
-        STD_Allocate_hTrn(model, soundingsNeeded(entry));
+        static_cast<void>(STD_Allocate_hTrn(model, soundingsNeeded(entry)));
         AMR_Read(model, path, entry.LineLabel.view());
         if (model.SoundingCount != Stations || model.hTrn[0].NumTW != Channels) {
             state.SkipWithError("not all soundings were read");

@@ -28,13 +28,13 @@ std::string makeProject(bool withResistivities) {
     AVG_Count(model, data);
     const LineEntry entry = model.lines.entries[0];
     model.preset.SelectedArrayIndex = entry.ArrayIndex;
-    STD_Allocate_hTrn(model, soundingsNeeded(entry));
+    static_cast<void>(STD_Allocate_hTrn(model, soundingsNeeded(entry)));
     AVG_Read(model, data, entry.LineLabel.view());
     if (withResistivities) {
         ARes_Survey(model);
     }
-    std::string path = bench::scratchPath("open.std");
-    STD_File_Write(model, path);
+    const std::string path = bench::scratchPath("open.std");
+    static_cast<void>(STD_File_Write(model, path));
     std::filesystem::remove(data);
     return path;
 }

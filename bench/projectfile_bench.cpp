@@ -19,7 +19,7 @@ SurveyModel largeProject() {
     SurveyModel model;
     STD_Init_Namelist(model);
     setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
-    STD_Allocate_hTrn(model, Soundings);
+    static_cast<void>(STD_Allocate_hTrn(model, Soundings));
     model.SoundingCount = Soundings;
     for (int i = 0; i < Soundings; ++i) {
         SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
@@ -52,7 +52,7 @@ void writeProject(benchmark::State &state) {
     SurveyModel model = largeProject();
     const std::string path = benchPath();
     while (state.KeepRunning()) {
-        STD_File_Write(model, path);
+        static_cast<void>(STD_File_Write(model, path));
     }
     const auto bytes = static_cast<std::int64_t>(std::filesystem::file_size(path));
     state.SetBytesProcessed(state.iterations() * bytes);
@@ -79,7 +79,7 @@ void readProject(benchmark::State &state) {
     messageLog().quiet = true;
     SurveyModel model = largeProject();
     std::string path = benchPath();
-    STD_File_Write(model, path);
+    static_cast<void>(STD_File_Write(model, path));
     while (state.KeepRunning()) {
         if (STD_File_Read(model, path) != 0) {
             state.SkipWithError("the project cannot be read");

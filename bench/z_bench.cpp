@@ -43,7 +43,8 @@ void readZFile(benchmark::State &state) {
         keldrin::STD_Init_Namelist(model);
         keldrin::Mde_File_Input(model, keldrin::bench::scratchPath("none.mde"));
         keldrin::Z_Count(model, path);
-        keldrin::STD_Allocate_hTrn(model, keldrin::soundingsNeeded(model.lines.entries[0]));
+        static_cast<void>(
+            keldrin::STD_Allocate_hTrn(model, keldrin::soundingsNeeded(model.lines.entries[0])));
         keldrin::Z_Read(model, path, "");
         if (model.SoundingCount != 2048 || model.hTrn[2047].NumTW != 30) {
             state.SkipWithError("not all soundings were read");

@@ -63,7 +63,7 @@ void readAsImport(SurveyModel &model, const std::string &path) {
     }
     const LineEntry entry = model.lines.entries[0];
     const int counted = soundingsNeeded(entry);
-    STD_Allocate_hTrn(model, counted);
+    static_cast<void>(STD_Allocate_hTrn(model, counted));
     const int status = AMR_Read(model, path, entry.LineLabel.view());
     require(model.SoundingCount <= counted && (status != 0 || model.SoundingCount > 0));
     if (status != 0) {
@@ -88,9 +88,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     readAsImport(model, storeFiles({reinterpret_cast<const char *>(data), size}));
     if (model.SoundingCount > 0) {
         std::string project = scratchPath(".std");
-        STD_File_Write(model, project);
+        static_cast<void>(STD_File_Write(model, project));
         SurveyModel again;
-        STD_File_Read(again, project);
+        static_cast<void>(STD_File_Read(again, project));
     }
     return 0;
 }

@@ -29,7 +29,7 @@ void readAsImport(keldrin::SurveyModel &model, const std::string &path) {
     }
     const keldrin::LineEntry entry = model.lines.entries[0];
     model.preset.SelectedArrayIndex = entry.ArrayIndex;
-    keldrin::STD_Allocate_hTrn(model, keldrin::soundingsNeeded(entry));
+    static_cast<void>(keldrin::STD_Allocate_hTrn(model, keldrin::soundingsNeeded(entry)));
     keldrin::AVG_Read(model, path, entry.LineLabel.view());
     keldrin::AverageDuplicateTransients(model);
     keldrin::SetWindowWidths(model);
@@ -48,9 +48,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     readAsImport(model, path);
     if (model.SoundingCount > 0) {
         std::string project = scratchPath(".std");
-        keldrin::STD_File_Write(model, project);
+        static_cast<void>(keldrin::STD_File_Write(model, project));
         keldrin::SurveyModel again;
-        keldrin::STD_File_Read(again, project);
+        static_cast<void>(keldrin::STD_File_Read(again, project));
     }
     return 0;
 }

@@ -26,7 +26,7 @@ using namespace keldrin::fuzz;
 /// Soundings at 100, 150 and 200, the last so high up that 32-bit elevations are whole metres.
 void makeProject(SurveyModel &model, int surveyType) {
     constexpr int soundings = 3;
-    STD_Allocate_hTrn(model, soundings);
+    static_cast<void>(STD_Allocate_hTrn(model, soundings));
     model.SoundingCount = soundings;
     model.ModelLayerCount = 2;
     setSurveyType(model.control, surveyType);
@@ -86,12 +86,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const int surveyType = size > 0 ? data[0] % 4 + 1 : InLoop;
     makeProject(model, surveyType);
     store(path, {reinterpret_cast<const char *>(data), size});
-    M1D_File_Read(model, path);
+    static_cast<void>(M1D_File_Read(model, path));
     requireLimits(model);
     const std::vector<SoundingRecord> before = model.hTrn;
-    M1D_File_Write(model, path);
+    static_cast<void>(M1D_File_Write(model, path));
     makeProject(model, surveyType);
-    M1D_File_Read(model, path);
+    static_cast<void>(M1D_File_Read(model, path));
     requireLimits(model);
     for (std::size_t i = 0; i < before.size(); ++i) {
         requireSameLayers(before[i], model.hTrn[i]);

@@ -45,12 +45,12 @@ std::string rewritten(SurveyModel &model, std::string &path) {
     if (STD_File_Read(model, path) != 0) {
         return {};
     }
-    STD_File_Write(model, path);
+    static_cast<void>(STD_File_Write(model, path));
     return load(path);
 }
 
 void requireFixedPoint(SurveyModel &model, std::string &path) {
-    STD_File_Write(model, path);
+    static_cast<void>(STD_File_Write(model, path));
     // The first pass may still lose what the format cannot hold: numbers too long for their
     // columns, blank first headers, stations that rounding brings together.
     const std::string second = rewritten(model, path);
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (STD_File_Read(model, path) == 0) {
         requireFixedPoint(model, path);
     } else {
-        STD_File_Write(model, path);
+        static_cast<void>(STD_File_Write(model, path));
     }
     std::error_code ignored;
     std::filesystem::remove(path, ignored);

@@ -43,7 +43,7 @@ void readAsImport(SurveyModel &model, const std::string &path) {
         return;
     }
     const int counted = soundingsNeeded(model.lines.entries[0]);
-    STD_Allocate_hTrn(model, counted);
+    static_cast<void>(STD_Allocate_hTrn(model, counted));
     const int status = Z_Read(model, path, "");
     require(model.SoundingCount <= counted && (status == 0) == (model.SoundingCount > 0));
     for (std::size_t i = 0; i < static_cast<std::size_t>(model.SoundingCount); ++i) {
@@ -68,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     }
     if (model.SoundingCount > 0) {
         std::string project = scratchPath(".std");
-        STD_File_Write(model, project);
+        static_cast<void>(STD_File_Write(model, project));
         SurveyModel again;
         require(STD_File_Read(again, project) == 0);
         require(again.SoundingCount > 0);

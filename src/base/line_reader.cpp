@@ -3,6 +3,7 @@
 #include "base/fixed_text.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -12,6 +13,7 @@ namespace keldrin {
 
 namespace {
 constexpr char EndMark = '\x1A';
+constexpr std::string_view Padding = " \r\n\t\x1A"; ///< no data behind an end mark
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 } // namespace
 
@@ -19,17 +21,11 @@ LineReader::LineReader(std::size_t limit, std::size_t bufferSize)
     : limit_(limit), buffer_(std::max(bufferSize, limit + 2)) {}
 
 bool LineReader::open(const std::string &path) {
+    file_ = openForReading(path, errorText_);
+    if (!file_.isOpen()) {
+        return false;
+    }
     std::error_code error;
-    if (std::filesystem::is_directory(path, error)) {
-        errorText_ = "is a directory";
-        return false;
-    }
-    file_.reset(std::fopen(path.c_str(), "rb"));
-    if (!file_) {
-        errorText_ = std::strerror(errno);
-        return false;
-    }
-    std::setvbuf(file_.get(), nullptr, _IONBF, 0);
     fileSize_ = std::filesystem::file_size(path, error);
     fileSize_ = error ? 0 : fileSize_;
     refill();
@@ -58,12 +54,13 @@ bool LineReader::refill() {
     if (kept > 0) {
         std::memmove(buffer_.data(), pending_.data(), kept);
     }
-    const std::size_t got =
-        std::fread(buffer_.data() + kept, 1, buffer_.size() - kept, file_.get());
+    const std::ptrdiff_t result = readSome(file_, buffer_.data() + kept, buffer_.size() - kept);
+    const std::size_t got = result > 0 ? static_cast<std::size_t>(result) : 0;
     if (got == 0) {
         sourceEnded_ = true;
-        if (std::ferror(file_.get()) != 0) {
+        if (result < 0) {
             fault_ = true;
+            failed_ = true;
             errorText_ = std::strerror(errno);
         }
     }
@@ -79,20 +76,36 @@ void LineReader::askWatch() {
         sourceEnded_ = true;
         inLongLine_ = false;
         pending_ = {};
-        file_.reset();
+        file_.close();
     }
 }
 
 void LineReader::stopAtMark(std::size_t markPosition) {
-    std::string_view rest = pending_.substr(markPosition + 1);
-    endedAtMark_ = rest.find_first_not_of(" \r\n\t\x1A") != std::string_view::npos;
+    const std::string_view rest = pending_.substr(markPosition + 1);
     pending_ = pending_.substr(0, markPosition);
+    endedAtMark_ = rest.find_first_not_of(Padding) != std::string_view::npos || anyDataLeft();
     sourceEnded_ = true;
-    file_.reset();
+    file_.close();
+}
+
+// Looks past the end mark at what has not been read yet.
+bool LineReader::anyDataLeft() {
+    std::array<char, 4096> piece{};
+    while (!sourceEnded_) {
+        const std::ptrdiff_t got = readSome(file_, piece.data(), piece.size());
+        if (got <= 0) {
+            break;
+        }
+        const std::string_view text(piece.data(), static_cast<std::size_t>(got));
+        if (text.find_first_not_of(Padding) != std::string_view::npos) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // Takes one line from what is pending. False when more must be read to see its end.
-bool LineReader::takeLine(std::string_view &line) {
+bool LineReader::takeLine(std::string_view &line, bool &hasEnd) {
     std::size_t end = pending_.find('\n');
     const std::size_t mark = pending_.substr(0, end).find(EndMark);
     if (mark != std::string_view::npos) {
@@ -102,11 +115,8 @@ bool LineReader::takeLine(std::string_view &line) {
     if (end == std::string_view::npos && !sourceEnded_) {
         return false;
     }
+    hasEnd = end != std::string_view::npos;
     line = pending_.substr(0, end);
-    if (end == std::string_view::npos && mark == std::string_view::npos &&
-        (inLongLine_ || line.find_first_not_of(" \t\r") != std::string_view::npos)) {
-        endedInLine_ = true;
-    }
     pending_.remove_prefix(std::min(pending_.size(), line.size() + 1));
     if (!line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
@@ -116,7 +126,8 @@ bool LineReader::takeLine(std::string_view &line) {
 
 LineStatus LineReader::next(std::string_view &line) {
     inLongLine_ = false;
-    while (!takeLine(line)) {
+    bool hasEnd = false;
+    while (!takeLine(line, hasEnd)) {
         if (pending_.size() == buffer_.size()) {
             // No line end in a full buffer: keep the head of the line, forget the rest.
             if (!inLongLine_) {
@@ -141,9 +152,7 @@ LineStatus LineReader::next(std::string_view &line) {
         return LineStatus::End;
     }
     ++lineNumber_;
-    if (firstCutLine_ == 0 && (inLongLine_ || line.size() > limit_)) {
-        firstCutLine_ = lineNumber_;
-    }
+    lineHadEnd_ = hasEnd;
     line = cutText(line, limit_);
     return LineStatus::Line;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/file_operations.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,9 +30,9 @@ class LineReader {
     /// limit: bytes of a line that are kept
     explicit LineReader(std::size_t limit, std::size_t bufferSize = DefaultBuffer);
 
-    /// Opens a file. False when it does not exist, may not be read or is no regular readable file
-    /// (a directory); errorText() then says why.
-    bool open(const std::string &path);
+    /// Opens a file. False when it does not exist, may not be read or is no plain file (a
+    /// directory, a pipe, a device); errorText() then says why.
+    [[nodiscard]] bool open(const std::string &path);
 
     /// Asked whenever the reader has taken another piece of its file from the disk: bytes so far
     /// and bytes in all, 0 where the system does not tell. False stops the reading, see stopped().
@@ -51,11 +51,11 @@ class LineReader {
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
-    /// True when the text ended in a line that has no line end, and not at a 0x1A.
-    [[nodiscard]] bool endedInLine() const { return endedInLine_; }
+    /// True when the last line given was ended by a line end, not by the end of the text.
+    [[nodiscard]] bool lineHadEnd() const { return lineHadEnd_; }
 
-    /// Number of the first line that was longer than the limit and so was cut; 0 none yet.
-    [[nodiscard]] int firstCutLine() const { return firstCutLine_; }
+    /// True once the system has refused to read on: the text is not whole.
+    [[nodiscard]] bool failed() const { return failed_; }
 
     /// True once the watch has stopped the reading: what was not yet given never will be, and
     /// next() gives End.
@@ -64,18 +64,15 @@ class LineReader {
     [[nodiscard]] const std::string &errorText() const { return errorText_; }
 
   private:
-    struct CloseFile {
-        void operator()(std::FILE *file) const { std::fclose(file); }
-    };
-
     bool refill();
     void askWatch();
     void passOverByteOrderMark();
     void stopAtMark(std::size_t markPosition);
-    bool takeLine(std::string_view &line);
+    bool anyDataLeft();
+    bool takeLine(std::string_view &line, bool &hasEnd);
 
     std::size_t limit_;
-    std::unique_ptr<std::FILE, CloseFile> file_;
+    OpenFile file_;
     Watch watch_;
     std::uintmax_t bytesRead_ = 0;
     std::uintmax_t fileSize_ = 0; ///< 0 unknown
@@ -87,8 +84,8 @@ class LineReader {
     bool fault_ = false;
     bool stopped_ = false;
     bool endedAtMark_ = false;
-    bool endedInLine_ = false;
-    int firstCutLine_ = 0;
+    bool lineHadEnd_ = false;
+    bool failed_ = false;
     int lineNumber_ = 0;
     std::string errorText_;
 };

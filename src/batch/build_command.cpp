@@ -5,6 +5,7 @@
 #include "messages/message_log.h"
 #include "model/survey_model.h"
 #include "projectfile/project_file.h"
+#include "projectfile/replace_files.h"
 #include "shell/new_model.h"
 #include "text/enumeration.h"
 #include "toolkit/control_ids.h"

@@ -347,11 +347,10 @@ void followWaveform(ControlValues &control, const ControlValues &before) {
 }
 
 // A project that got another name takes its models along; a change of case alone is none.
-void writeRenamedModel(const SurveyModel &model, std::string_view oldPath,
-                       const std::string &path) {
+void writeRenamedModel(SurveyModel &model, std::string_view oldPath, const std::string &path) {
     const bool hasModel = model.SoundingCount > 0 && model.hTrn[0].NumLayer > 0;
     if (hasModel && !sameIgnoringCase(oldPath, path)) {
-        M1D_File_Write(model, modelPathOf(path));
+        static_cast<void>(M1D_File_Write(model, modelPathOf(path))); // a failure is reported
     }
 }
 
@@ -376,7 +375,7 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
         readFields(model.control, name);
         followWaveform(model.control, before);
         path = name.path();
-        STD_File_Write(model, path);
+        static_cast<void>(STD_File_Write(model, path)); // a failure has been reported
         writeRenamedModel(model, oldPath, path);
     } else if (button == ButtonCancel) {
         model.control = before;

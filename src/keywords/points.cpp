@@ -33,13 +33,11 @@ PointIndex readPointIndex(const Reading &reading, int highest) {
     PointIndex found;
     found.status = Val_Read_Digits(record.where, record.keyword, record.key, noDigits, found.index);
     if (found.status != 0 || found.index == noDigits) {
-        reportRecord(record.where, false,
-                     {warningOf(reading, "unable to read index value from"), record.key});
+        ReportWarning({warningOf(reading, "unable to read index value from"), record.key});
         return {noDigits, found.status};
     }
     if (found.index > highest) {
-        reportRecord(
-            record.where, false,
+        ReportWarning(
             {warningOf(reading, "out-of-range index value in"), record.key,
              "Index=" + std::to_string(found.index) + " <0 or >" + std::to_string(highest)});
         return {noDigits, NoSuchIndex};

@@ -81,8 +81,7 @@ int dispatch(const GroupKey &name, KeywordRecord &record, Metadata &metadata) {
 
 } // namespace
 
-int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level,
-                    bool quiet) {
+int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level) {
     const std::size_t dollar = line.find('$');
     const std::size_t equals = line.find('=');
     if (dollar == std::string_view::npos || equals == std::string_view::npos || equals < dollar) {
@@ -102,7 +101,7 @@ int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line,
         // Records with the program's own prefix reach no group, and files rely on that.
         key = prefix.str() + "." + key.str();
     }
-    return MDP_Read_Value(metadata, {recordNumber, trimBlanks(line), quiet}, key.view(),
+    return MDP_Read_Value(metadata, {recordNumber, trimBlanks(line)}, key.view(),
                           line.substr(equals + 1), level);
 }
 
@@ -113,12 +112,9 @@ int MDP_Read_Value(Metadata &metadata, const RecordLine &record, std::string_vie
         return 0;
     }
     SplitCells split;
-    Str_Split_Delimited(values, ",;", MostTokens, ValueWidth, split);
-    bool cut = false;
+    Str_Split_Delimited(values, ",;", MostTokens, TokenWidth, split);
     for (std::string_view &cell : split.cells) {
         cell = trimBlanks(cell);
-        cut = cut || cell.size() > TokenWidth;
-        cell = trimRight(cutText(cell, TokenWidth));
     }
     if (split.cells.empty()) {
         return 0;
@@ -127,14 +123,11 @@ int MDP_Read_Value(Metadata &metadata, const RecordLine &record, std::string_vie
     const std::string name = Str_Upper(written.view());
     const GroupKey canonical = splitKey(canonicalKey(name));
     if (canonical.keyword.empty()) {
-        if (!record.quiet) {
-            ReportWarning(
-                {"MDP_Read_Value.WARNING: No keyword name in " + written.str() + " from line",
-                 record.line});
-        }
+        ReportWarning({"MDP_Read_Value.WARNING: No keyword name in " + written.str() + " from line",
+                       record.line});
         return NoRecord;
     }
-    KeywordRecord taken{record, written.view(), {}, split.cells, level, trimRight(values), cut};
+    KeywordRecord taken{record, written.view(), {}, split.cells, level};
     return dispatch(canonical, taken, metadata);
 }
 

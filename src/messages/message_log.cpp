@@ -82,7 +82,7 @@ void appendToErrorFile(std::span<const MessageLine> lines, bool withHeading) {
     for (const MessageLine &line : lines) {
         text.append(" ").append(line.view()).append(LineEnd);
     }
-    appendToFile(log.errorPath, text);
+    static_cast<void>(appendToFile(log.errorPath, text)); // nowhere to say so
 }
 
 void openLog(MessageLog &log) {

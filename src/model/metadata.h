@@ -68,7 +68,6 @@ struct GridMetadata {
 
 struct LineMetadata {
     SourcedText<16> Name{"0"};
-    FixedText<128> fullName{"0"}; ///< of Name, as far as the record goes
     SourcedText<16> Direction;
     SourcedText<16> Spread;
     SourcedDouble Number{0.0};
@@ -111,9 +110,9 @@ struct TxMetadata {
     SourcedReal XAzimuth{90.0F};
     SourcedReal Azimuth{MissingValue}; ///< no default: an unset one follows the line
     SourcedReal Incl{0.0F};
-    SourcedLength LengthX{{100.0F}}; ///< m
-    SourcedLength LengthY{{100.0F}}; ///< m
-    SourcedReal Area{10000.0F};      ///< m^2
+    SourcedReal LengthX{100.0F}; ///< m
+    SourcedReal LengthY{100.0F}; ///< m
+    SourcedReal Area{10000.0F};  ///< m^2
     SourcedInt Turns{1};
     SourcedReals<16> Sense{filledArray<float, 16>(0.1F)};
     SourcedReal Amp{1.0F};
@@ -147,11 +146,11 @@ struct RxMetadata {
     SourcedReal XAzimuth{90.0F};
     SourcedReal Azimuth{MissingValue};
     SourcedReal Incl{0.0F};
-    SourcedLength ASpace{{MissingValue}}; ///< m
+    SourcedReal ASpace{MissingValue}; ///< m
     SourcedReal SSpace{MissingValue};
-    SourcedLength LengthX{{MissingValue}}; ///< m
-    SourcedLength LengthY{{MissingValue}}; ///< m
-    SourcedReal Area{MissingValue};        ///< m^2, the last value read
+    SourcedReal LengthX{MissingValue}; ///< m
+    SourcedReal LengthY{MissingValue}; ///< m
+    SourcedReal Area{MissingValue};    ///< m^2, the last value read
     SourcedReal AreaX{MissingValue};
     SourcedReal AreaY{MissingValue};
     SourcedReal AreaZ{MissingValue};
@@ -162,7 +161,7 @@ struct RxMetadata {
     SourcedReal AntScale{MissingValue};
     SourcedReal CntRes{MissingValue};
     SourcedDouble SetupStn{MissingValue};
-    SourcedLength SetupLength{{MissingValue}}; ///< m
+    SourcedReal SetupLength{MissingValue}; ///< m
     SourcedReal WireCap{MissingValue};
     SourcedReal AntDelay{MissingValue};   ///< usec
     SourcedReal AliasDelay{MissingValue}; ///< usec

@@ -14,9 +14,10 @@ namespace keldrin {
 /// reader is then the label line of the data table.
 /// path     for messages
 /// changes  all control values, defaults where the file names none; MaxTW, ModelLayerCount and
-///          TimeRatio become 0
+///          TimeRatio become 0; the content of the model's source gets what the file announces
 /// returns  0, or 1 on a fault in the group or its missing end; reported
-int STD_Namelist_Read(SurveyModel &model, LineReader &reader, const std::string &path);
+[[nodiscard]] int STD_Namelist_Read(SurveyModel &model, LineReader &reader,
+                                    const std::string &path);
 
 /// Appends the comment line and the group to a text.
 /// Texts are not escaped and azimuths lose their fraction. A waveform of 2 or 3 points is not

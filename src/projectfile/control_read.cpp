@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
 
 namespace keldrin {
 
@@ -71,15 +73,26 @@ void normalise(ControlGroup &group) {
     countBackgroundLayers(control);
 }
 
+constexpr int NotNamed = std::numeric_limits<int>::min();
+
+/// A file that names no count gets the usual room for soundings and announces none.
+void settleRoom(SurveyModel &model, int usualRoom) {
+    int &room = model.control.NumStn;
+    model.source.project.content.announced = std::max(room, 0);
+    room = room == NotNamed ? usualRoom : room;
+}
+
 } // namespace
 
 int STD_Namelist_Read(SurveyModel &model, LineReader &reader, const std::string &path) {
     ReportInfoLine("Reading namelist data from");
     ReportInfoLine(path);
     STD_Init_Namelist(model);
+    const int usualRoom = std::exchange(model.control.NumStn, NotNamed);
     ControlGroup group{model.control, {}};
     std::string faultyLine;
     const GroupStatus status = readControlGroup(reader, group, faultyLine);
+    settleRoom(model, usualRoom);
     if (status != GroupStatus::Read) {
         reportFault(status, faultyLine);
         return 1;

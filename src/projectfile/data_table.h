@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/line_reader.h"
+#include "base/safe_writer.h"
 #include "projectfile/table_file.h"
 
 #include <string>
@@ -16,7 +17,7 @@ const TableFormat &dataTableFormat();
 
 /// Makes room for soundings, see allocateSoundings().
 /// returns  0, or 1 when memory ran out; reported, and capacity and count are 0
-int STD_Allocate_hTrn(SurveyModel &model, int requested);
+[[nodiscard]] int STD_Allocate_hTrn(SurveyModel &model, int requested);
 
 /// Where the stored windows stand in the file, for a program that changes single cells of it.
 struct DataTableLines {
@@ -41,11 +42,12 @@ struct DataTableLines {
 ///          and, for a Fixed-Loop line, TxStn
 /// lines    out, unless null: where the windows stand
 /// returns  0, or 1 without memory or without a sounding
-int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path,
-                  DataTableLines *lines = nullptr);
+[[nodiscard]] int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &path,
+                                DataTableLines *lines = nullptr);
 
 /// Rows that were written, and the soundings of other transmitters that were not.
 struct WrittenTable {
+    int soundings = 0; ///< with rows
     int rows = 0;
     int leftOut = 0;
 };
@@ -54,9 +56,9 @@ struct WrittenTable {
 WrittenTable appendDataRows(std::string &out, const SurveyModel &model);
 
 /// Writes the table alone, with a column of the misfit in percent between TEMcalc and AResObs and
-/// a comment line behind the labels. A failure is reported.
-/// returns  0
-int STD_Table_Export(const SurveyModel &model, const std::string &path);
+/// a comment line behind the labels.
+/// returns  what happened; a failure has been reported
+WriteOutcome STD_Table_Export(const SurveyModel &model, const std::string &path);
 
 /// Bytes that the table of a model takes in a file, with some to spare.
 std::size_t dataTableRoom(const SurveyModel &model);

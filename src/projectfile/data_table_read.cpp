@@ -3,6 +3,7 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "projectfile/data_columns.h"
+#include "projectfile/file_content.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -31,6 +32,8 @@ struct DataReading {
     SoundingRecord *current = nullptr; ///< takes the next window
     double lastRxStn = MissingValue;   ///< of the row that was stored last
     double lastTxStn = MissingValue;
+    BlockCount soundings = {};       ///< of all rows, also those that are not stored
+    int windowsDropped = 0;          ///< beyond the 128th of a sounding
     DataTableLines *lines = nullptr; ///< where they are wanted
 };
 
@@ -56,24 +59,6 @@ int mostSoundings(const std::string &path) {
     const std::uintmax_t bytes = std::filesystem::file_size(path, error);
     const std::uintmax_t most = error ? ofUnknownSize : std::max(fewest, bytes / leastRow);
     return static_cast<int>(std::min<std::uintmax_t>(most, 2147483647));
-}
-
-/// Fills the stations that a row may leave open.
-void settleStations(const ControlValues &control, RowValues &values) {
-    if (!isPresent(values[ColRxStn])) {
-        values[ColRxStn] = values[ColStation];
-    }
-    const bool absent = !isPresent(values[ColTxStn]);
-    switch (control.SurveyTypeIndex) {
-    case FixedLoop:
-        values[ColTxStn] = absent ? control.TxStn : values[ColTxStn];
-        break;
-    case MovingLoop:
-        values[ColTxStn] = absent ? values[ColRxStn] : values[ColTxStn];
-        break;
-    default: // the receiver lies in its loop
-        values[ColTxStn] = values[ColRxStn];
-    }
 }
 
 bool isUsable(const RowValues &values) {
@@ -127,6 +112,7 @@ bool storeRow(DataReading &reading, const TableScan &scan, const RowValues &valu
         storeSoundingFields(DataColumns, values, *reading.current);
     }
     if (reading.current->NumTW >= MaxWindows) {
+        ++reading.windowsDropped;
         return true;
     }
     const auto window = static_cast<std::size_t>(reading.current->NumTW++);
@@ -138,24 +124,69 @@ bool storeRow(DataReading &reading, const TableScan &scan, const RowValues &valu
     return true;
 }
 
-void readRows(DataReading &reading, LineReader &lines) {
+void readRows(DataReading &reading, TableScan &scan) {
     ControlValues &control = reading.model.control;
-    TableScan scan = beginTableScan(Format, lines);
     RowValues values{};
     while (nextTableRow(scan, values)) {
         const bool namesTx = isPresent(values[ColTxStn]);
         settleStations(control, values);
+        countSounding(values, reading.soundings);
         if (!isUsable(values)) {
             continue;
         }
         conditionWindow(control, values);
         if (!storeRow(reading, scan, values)) {
             reportFullTable(reading.model, values, scan.lineCount);
+            scan.silent = true; // what follows is only counted
+            countSoundings(scan, control, reading.soundings);
             return;
         }
         if (control.SurveyTypeIndex == FixedLoop && namesTx) {
             control.TxStn = values[ColTxStn];
         }
+    }
+}
+
+void noteContent(const DataReading &reading, const TableScan &scan) {
+    FileContent &content = reading.model.source.project.content;
+    content.soundings = reading.soundings.blocks();
+    content.rows = scan.rows;
+    content.whole = isWholeProject(scan, reading.model.control, content);
+}
+
+std::string counted(int count, std::string_view thing) {
+    return std::to_string(count) + " " + std::string(thing) + (count == 1 ? "" : "s");
+}
+
+std::string countsOf(const FileContent &content, int read) {
+    const std::string announced =
+        content.announced > 0 ? " of " + std::to_string(content.announced) : std::string();
+    return counted(content.soundings, "sounding") + " found" + announced + ", in " +
+           counted(content.rows, "row") + "; " + std::to_string(read) + " read.";
+}
+
+/// What the user must know about a file of which less is in memory than it seems to hold.
+void tellFaults(const DataReading &reading, const TableScan &scan, const std::string &path) {
+    const SurveyModel &model = reading.model;
+    const FileContent &content = model.source.project.content;
+    const bool lost = model.SoundingCount < 1;
+    if (lost || !content.whole) {
+        std::vector<MessageLine> lines = {lost ? "ERROR: No row of the data table can be used."
+                                               : "WARNING: This project is not whole.",
+                                          path, countsOf(content, model.SoundingCount)};
+        if (const std::string why = wholenessText(scan); !why.empty()) {
+            lines.emplace_back(why);
+        }
+        ReportNotice(NoticeLevel::Box, lines);
+    }
+    if (reading.windowsDropped > 0) {
+        ReportNotice(
+            NoticeLevel::Box,
+            {"WARNING: More than " + std::to_string(MaxWindows) + " windows in a sounding.", path,
+             counted(reading.windowsDropped, "window") + " dropped."});
+    }
+    if (scan.lacksEnd && content.whole && !lost) {
+        ReportInfoLine("The last line has no line end: it may be cut.");
     }
 }
 
@@ -185,15 +216,20 @@ int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &pat
     }
     ReportInfoLine("Reading TEM data from");
     ReportInfoLine(path);
-    DataReading reading{model};
+    DataReading reading{.model = model};
     reading.lines = lines;
     if (lines != nullptr) {
         *lines = {{}, {}, model.control.TEMUnitsIndex};
     }
-    readRows(reading, reader);
+    TableScan scan = beginTableScan(Format, reader);
+    readRows(reading, scan);
+    noteContent(reading, scan);
     setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
     ReportInfoLine(std::to_string(model.SoundingCount) + " TEM soundings read from " +
                    std::string(fileNameOf(path)));
+    if (!reader.stopped()) {
+        tellFaults(reading, scan, path);
+    }
     deriveTimeRange(model);
     return model.SoundingCount < 1 ? 1 : 0;
 }

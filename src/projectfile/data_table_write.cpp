@@ -4,7 +4,7 @@
 #include "base/safe_writer.h"
 #include "base/version.h"
 #include "projectfile/data_columns.h"
-#include "projectfile/kept_file.h"
+#include "projectfile/replace_files.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,6 +56,7 @@ WrittenTable appendRows(std::string &out, const SurveyModel &model,
             continue;
         }
         loadSoundingFields(columns, record, values);
+        written.soundings += record.NumTW > 0 ? 1 : 0;
         for (int window = 0; window < record.NumTW; ++window) {
             const auto element = static_cast<std::size_t>(window);
             loadElementFields(columns, record, element, values);
@@ -83,7 +84,7 @@ WrittenTable appendDataRows(std::string &out, const SurveyModel &model) {
                       [](const SoundingRecord &, std::size_t, RowValues &) {});
 }
 
-int STD_Table_Export(const SurveyModel &model, const std::string &path) {
+WriteOutcome STD_Table_Export(const SurveyModel &model, const std::string &path) {
     const DateTime now = clockNow();
     std::string text;
     appendLabelLine(text, ExportColumns);
@@ -94,11 +95,11 @@ int STD_Table_Export(const SurveyModel &model, const std::string &path) {
                    values[ColMisfit] =
                        static_cast<double>(misfit(record.TEMobs[window], record.TEMcalc[window]));
                });
-    std::string reason;
-    if (!writeWholeFile(path, text, reason)) {
-        reportWriteFailure(path, reason);
+    WriteOutcome outcome = writeWholeFile(path, text);
+    if (!outcome.written) {
+        reportWriteFailure(path, outcome.failure);
     }
-    return 0;
+    return outcome;
 }
 
 } // namespace keldrin

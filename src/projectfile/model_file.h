@@ -1,6 +1,8 @@
 #pragma once
 
+#include "base/safe_writer.h"
 #include "model/survey_model.h"
+#include "projectfile/replace_files.h"
 
 #include <string>
 
@@ -20,19 +22,19 @@ std::string modelPathOf(const std::string &projectPath);
 /// Bad cells take the column's default and are reported; rows without a station, Zinv or ResInv,
 /// blocks without a sounding and layers beyond the 48th are dropped.
 /// changes  NumLayer, ThkInv, ZMid and the layer values of the soundings met; ModelLayerCount is
-///          raised to the largest NumLayer
+///          raised to the largest NumLayer; the source of the models becomes this file
 /// returns  0; 1 without soundings, nothing is read, and when the user has stopped the reading; 2
 ///          when there is no file, or none that can be read (reported in the second case only)
-int M1D_File_Read(SurveyModel &model, const std::string &path);
-
-/// Appends the text of a whole model file. Soundings that the project file leaves out are left out.
-/// returns  the count of its layers
-int appendModelFile(const SurveyModel &model, std::string &out);
+[[nodiscard]] int M1D_File_Read(SurveyModel &model, const std::string &path);
 
 /// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without
 /// layers has its row of the surface alone; those that the project file leaves out are left out.
-/// A write without a layer first keeps an old file that has some, as its path with "~" behind.
-/// returns  0 always; a failure is reported
-int M1D_File_Write(const SurveyModel &model, const std::string &path);
+/// What stands there is kept as replace_files.h says.
+/// changes  the source of the models becomes this file
+/// returns  what happened; a failure has been reported
+WriteOutcome M1D_File_Write(SurveyModel &model, const std::string &path);
+
+/// The model file ready to be written.
+FileWrite prepareModels(SurveyModel &model, const std::string &path);
 
 } // namespace keldrin

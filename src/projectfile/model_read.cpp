@@ -3,6 +3,7 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
+#include "projectfile/file_content.h"
 #include "projectfile/model_columns.h"
 
 #include <algorithm>
@@ -31,25 +32,13 @@ constexpr std::array LayerLimits = {
 constexpr float LeastThickness = 0.1F;
 constexpr float MostThickness = 99999.9F;
 
-/// What tells one sounding from another.
-struct StationKeys {
-    double Station = MissingValue;
-    double RxStn = MissingValue;
-    double TxStn = MissingValue;
-};
-
-bool sameKeys(const StationKeys &a, const StationKeys &b) {
-    return sameFileStation(a.Station, b.Station) && sameFileStation(a.RxStn, b.RxStn) &&
-           sameFileStation(a.TxStn, b.TxStn);
-}
-
 /// The file as far as it is read.
 struct ModelReading {
     SurveyModel &model;
+    BlockCount blocks; ///< so far
     StationKeys keys;  ///< of the block
     int current = 0;   ///< sounding of the block, from 1; 0 none
     int layer = 0;     ///< layers of the block so far
-    int models = 0;    ///< blocks so far
     float top = 0.0F;  ///< elevation of the surface
     float base = 0.0F; ///< elevation of the lower face of the last layer
 };
@@ -105,7 +94,6 @@ int findSounding(const SurveyModel &model, const StationKeys &keys) {
 
 /// A block's first row tells the surface; its layer values only repeat those of the next row.
 void openBlock(ModelReading &reading, const StationKeys &keys, float elevation) {
-    ++reading.models;
     reading.keys = keys;
     reading.current = std::min(reading.current + 1, reading.model.SoundingCount);
     if (!belongsTo(reading.model, reading.current, keys)) {
@@ -133,19 +121,60 @@ void addLayer(ModelReading &reading, const RowValues &values) {
     reading.model.ModelLayerCount = std::max(reading.model.ModelLayerCount, reading.layer);
 }
 
-void readRows(ModelReading &reading, LineReader &lines) {
-    TableScan scan = beginTableScan(ModelFormat, lines);
+void readRows(ModelReading &reading, TableScan &scan) {
     RowValues values{};
     while (nextTableRow(scan, values)) {
         if (!settleRow(reading.model.control, hasColumn(scan, ModelTxStn), values)) {
             continue;
         }
         const StationKeys keys = {values[ModelStation], values[ModelRxStn], values[ModelTxStn]};
+        reading.blocks.add(keys);
         if (sameKeys(keys, reading.keys)) {
             addLayer(reading, values);
         } else {
             openBlock(reading, keys, static_cast<float>(values[ModelZinv]));
         }
+    }
+}
+
+void noteContent(const ModelReading &reading, const TableScan &scan) {
+    reading.model.source.models.content = {.soundings = reading.blocks.withLayers(),
+                                           .rows = scan.rows,
+                                           .whole =
+                                               isWholeTable(scan) && !reading.blocks.lastIsShort()};
+}
+
+int soundingsWithLayers(const SurveyModel &model) {
+    const auto first = model.hTrn.begin();
+    return static_cast<int>(
+        std::count_if(first, first + model.SoundingCount,
+                      [](const SoundingRecord &record) { return record.NumLayer > 0; }));
+}
+
+int soundingsOfFile(const SurveyModel &model) {
+    const auto first = model.hTrn.begin();
+    return static_cast<int>(
+        std::count_if(first, first + model.SoundingCount, [&](const SoundingRecord &record) {
+            return !isLeftOut(model.control, record);
+        }));
+}
+
+void tellFaults(const ModelReading &reading, const TableScan &scan, const std::string &path) {
+    const SurveyModel &model = reading.model;
+    const int layered = soundingsWithLayers(model);
+    const int soundings = soundingsOfFile(model);
+    const std::string counts = std::to_string(layered) + " of " + std::to_string(soundings) +
+                               " soundings have a layered model.";
+    if (!model.source.models.content.whole) {
+        const std::string why = wholenessText(scan);
+        ReportNotice(NoticeLevel::Box,
+                     {"WARNING: This layered-model file is not whole.", path, counts,
+                      why.empty() ? "Its last model has fewer layers than the others." : why});
+    } else if (layered < soundings) {
+        ReportNotice(NoticeLevel::Status, {counts});
+    }
+    if (scan.lacksEnd && model.source.models.content.whole) {
+        ReportInfoLine("The last line has no line end: it may be cut.");
     }
 }
 
@@ -173,13 +202,17 @@ int M1D_File_Read(SurveyModel &model, const std::string &path) {
     ReportInfoLine("Reading layered-model parameters from");
     ReportInfoLine(path);
     WatchedReading watched(reader, path);
-    ModelReading reading{model, {}};
-    readRows(reading, reader);
+    model.source.models = sourceOf(path, {}); // a change meanwhile must be seen by the next write
+    ModelReading reading{model, {}, {}};
+    TableScan scan = beginTableScan(ModelFormat, reader);
+    readRows(reading, scan);
     if (watched.stopped()) {
+        model.source.models = {};
         return stopped;
     }
-    noteEndMark(reader);
-    ReportInfoLine(std::to_string(reading.models) + " layered-models read from " +
+    noteContent(reading, scan);
+    tellFaults(reading, scan, path);
+    ReportInfoLine(std::to_string(reading.blocks.blocks()) + " layered-models read from " +
                    std::string(fileNameOf(path)));
     return 0;
 }

@@ -1,10 +1,8 @@
 #include "projectfile/model_file.h"
 
 #include "base/clock.h"
-#include "base/paths.h"
 #include "base/safe_writer.h"
-#include "messages/message_log.h"
-#include "projectfile/kept_file.h"
+#include "projectfile/file_content.h"
 #include "projectfile/model_columns.h"
 
 #include <algorithm>
@@ -32,42 +30,41 @@ void appendSounding(std::string &out, const SoundingRecord &record) {
     }
 }
 
-bool holdsLayers(const std::string &path) {
-    LineReader reader(MostTableLine);
-    // What cannot be looked at is not thrown away.
-    return isRegularFile(path) &&
-           (!reader.open(path) || anyRowWith(ModelFormat, reader, ModelResInv));
-}
-
-} // namespace
-
-int appendModelFile(const SurveyModel &model, std::string &out) {
+/// Composes the whole file and counts what it holds.
+FileContent composeModels(const SurveyModel &model, std::string &out) {
     appendLabelLine(out, ModelColumns);
     out.append("\"").append(writerStamp(clockNow())).append("\"").append(LineEnd);
-    int layers = 0;
+    FileContent content;
     for (int i = 0; i < model.SoundingCount; ++i) {
         const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
         if (!isLeftOut(model.control, record)) {
             appendSounding(out, record);
-            layers += record.NumLayer;
+            content.rows += 1 + record.NumLayer;
+            content.soundings += record.NumLayer > 0 ? 1 : 0;
         }
     }
-    return layers;
+    return content;
 }
 
-int M1D_File_Write(const SurveyModel &model, const std::string &path) {
-    std::string reason;
+} // namespace
+
+FileWrite prepareModels(SurveyModel &model, const std::string &path) {
+    FileWrite file;
+    file.path = path;
+    file.content = composeModels(model, file.text);
+    file.source = &model.source.models;
+    file.examine = modelContent;
+    return file;
+}
+
+WriteOutcome M1D_File_Write(SurveyModel &model, const std::string &path) {
     try {
-        std::string text;
-        const int layers = appendModelFile(model, text);
-        const bool safe = layers > 0 || !holdsLayers(path) || keepOldFile(path, reason);
-        if (!safe || !writeWholeFile(path, text, reason)) {
-            reportWriteFailure(path, reason);
-        }
+        const FileWrite file = prepareModels(model, path);
+        return replaceFiles({&file, 1});
     } catch (const std::bad_alloc &) {
         reportWriteFailure(path, "out of memory");
+        return {.failure = "out of memory"};
     }
-    return 0;
 }
 
 } // namespace keldrin

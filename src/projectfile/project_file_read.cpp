@@ -4,6 +4,7 @@
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
 #include "projectfile/control_group.h"
+#include "projectfile/replace_files.h"
 #include "projectfile/table_file.h"
 #include "toolkit/toolkit.h"
 
@@ -69,7 +70,6 @@ int readProject(SurveyModel &model, const std::string &path) {
     if (watched.stopped()) {
         return 1;
     }
-    noteEndMark(reader);
     return status;
 }
 
@@ -78,7 +78,6 @@ int readProject(SurveyModel &model, const std::string &path) {
 int STD_File_Read_Text(SurveyModel &model, LineReader &reader, const std::string &path,
                        DataTableLines &lines) {
     const int status = readParts(model, reader, path, &lines);
-    noteEndMark(reader);
     if (status != 0) {
         model.SoundingCount = 0;
     }
@@ -94,8 +93,16 @@ int STD_File_Read(SurveyModel &model, std::string &path) {
     ReportInfoLine("");
     ReportInfoLine("Reading data from");
     ReportInfoLine(path);
+    model.source = {};
+    // Looked at before it is read: a change meanwhile must be seen by the next write.
+    const SourceFile file = sourceOf(path, {});
     const int status = readProject(model, path);
-    if (status != 0) {
+    if (status == 0) {
+        const FileContent content = model.source.project.content;
+        model.source.project = file;
+        model.source.project.content = content;
+    } else {
+        model.source = {};
         model.SoundingCount = 0;
     }
     return status;

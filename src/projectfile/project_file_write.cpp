@@ -1,10 +1,12 @@
 #include "projectfile/project_file.h"
 
 #include "base/paths.h"
-#include "base/safe_writer.h"
 #include "messages/message_log.h"
-#include "projectfile/control_group.h"
+#include "projectfile/file_content.h"
+#include "projectfile/model_file.h"
+#include "projectfile/replace_files.h"
 
+#include <array>
 #include <new>
 
 namespace keldrin {
@@ -20,58 +22,65 @@ WrittenTable composeProject(SurveyModel &model, const std::string &name, std::st
     return appendDataRows(text, model);
 }
 
-bool anyDataLine(LineReader &reader) {
-    std::string_view line;
-    while (reader.next(line) == LineStatus::Line) {
-        if (classifyTableLine(line) == TableLine::Data) {
-            return true;
-        }
-    }
-    return false;
+/// A project that is ready to be written.
+struct ProjectWrite {
+    FileWrite file;
+    int leftOut = 0; ///< soundings of other transmitters
+};
+
+ProjectWrite prepareProject(SurveyModel &model, const std::string &path) {
+    ReportInfoLine("");
+    ReportInfoLine("Writing KELDRIN file");
+    ReportInfoLine(path);
+    ProjectWrite project;
+    const WrittenTable written =
+        composeProject(model, std::string(fileNameOf(path)), project.file.text);
+    project.leftOut = written.leftOut;
+    project.file.path = path;
+    project.file.content = {
+        .soundings = written.soundings, .rows = written.rows, .announced = model.SoundingCount};
+    project.file.source = &model.source.project;
+    project.file.examine = projectContent;
+    project.file.models = modelPathOf(path);
+    return project;
 }
 
-/// True when a file holds data rows behind its control block or, where that cannot be read,
-/// anywhere.
-bool holdsDataRows(const std::string &path) {
-    LineReader reader(MostGroupLine);
-    if (!isRegularFile(path)) {
-        return false;
+void tellLeftOut(const WriteOutcome &outcome, int leftOut) {
+    if (outcome.written && leftOut > 0) {
+        ReportInfoLine(std::to_string(leftOut) +
+                       " soundings of other transmitters are not in the project file.");
     }
-    if (!reader.open(path)) {
-        return true; // what cannot be looked at is not thrown away
-    }
-    ControlValues control;
-    ControlGroup group{control, {}};
-    std::string faultyLine;
-    if (readControlGroup(reader, group, faultyLine) == GroupStatus::Read) {
-        return anyDataLine(reader);
-    }
-    LineReader again(MostGroupLine);
-    return again.open(path) && anyDataLine(again);
+}
+
+WriteOutcome outOfMemory(const std::string &path) {
+    reportWriteFailure(path, "out of memory");
+    return {.failure = "out of memory"};
 }
 
 } // namespace
 
-int STD_File_Write(SurveyModel &model, const std::string &path) {
-    const std::string name(fileNameOf(path));
-    ReportInfoLine("");
-    ReportInfoLine("Writing KELDRIN file");
-    ReportInfoLine(path);
-    std::string reason;
+WriteOutcome STD_File_Write(SurveyModel &model, const std::string &path, WriteKind kind) {
     try {
-        std::string text;
-        const WrittenTable written = composeProject(model, name, text);
-        const bool safe = written.rows > 0 || !holdsDataRows(path) || keepOldFile(path, reason);
-        if (!safe || !writeWholeFile(path, text, reason)) {
-            reportWriteFailure(path, reason);
-        } else if (written.leftOut > 0) {
-            ReportInfoLine(std::to_string(written.leftOut) +
-                           " soundings of other transmitters are not in the project file.");
-        }
+        const ProjectWrite project = prepareProject(model, path);
+        const std::span files(&project.file, 1);
+        WriteOutcome outcome = kind == WriteKind::Trial ? tryFiles(files) : replaceFiles(files);
+        tellLeftOut(outcome, project.leftOut);
+        return outcome;
     } catch (const std::bad_alloc &) {
-        reportWriteFailure(path, "out of memory");
+        return outOfMemory(path);
     }
-    return 0;
+}
+
+WriteOutcome Project_Files_Write(SurveyModel &model, const std::string &path) {
+    try {
+        ProjectWrite project = prepareProject(model, path);
+        const std::array files = {std::move(project.file), prepareModels(model, modelPathOf(path))};
+        WriteOutcome outcome = replaceFiles(files);
+        tellLeftOut(outcome, project.leftOut);
+        return outcome;
+    } catch (const std::bad_alloc &) {
+        return outOfMemory(path);
+    }
 }
 
 } // namespace keldrin

@@ -65,6 +65,12 @@ struct TableFormat {
 inline constexpr std::size_t MostTableLine = 256; ///< bytes of a line; the rest is cut
 inline constexpr std::size_t MostTableCell = 32;  ///< bytes of a cell
 
+/// What tells a full row from one that was cut off.
+struct RowShape {
+    int fields = 0;         ///< between commas, or cells where there is none
+    bool endsBlank = false; ///< nothing stands behind the last comma
+};
+
 /// A reading of one table.
 struct TableScan {
     const TableFormat &format;
@@ -76,6 +82,12 @@ struct TableScan {
     int lineCount = 0;     ///< lines of the table so far
     int labelLine = 0;     ///< line of the file with the labels in force; 0 without
     std::string_view line; ///< the present line without blanks around it
+    bool silent = false;   ///< nothing is reported
+
+    int rows = 0;          ///< data lines so far, a cut one included
+    RowShape shape = {};   ///< of the last data line, else of the labels
+    bool lacksEnd = false; ///< the text ended without a line end
+    bool endsCut = false;  ///< ... and its last row is not full
 };
 
 /// A scan that stands before the table's first line, with the positions of a table without labels.
@@ -91,12 +103,21 @@ inline bool hasColumn(const TableScan &scan, std::size_t column) {
 /// returns  false at the end of the file
 bool nextTableRow(TableScan &scan, RowValues &values);
 
-/// True when a data row of an open file holds a number in the column, or stands below labels that
-/// do not name it. Reports nothing.
-bool anyRowWith(const TableFormat &format, LineReader &reader, std::size_t column);
+/// The same without a look at the cells, see splitTableRow(). A row that was cut off at the end of
+/// the file is counted and not given: its last number may have lost digits.
+bool nextDataLine(TableScan &scan);
+
+/// Splits the present line into scan.cells.
+void splitTableRow(TableScan &scan);
+
+/// True when a table that was scanned to its end was read whole and lost no part of a row.
+bool isWholeTable(const TableScan &scan);
 
 /// Logs that an end mark cut off the rest of a file, if it did.
 void noteEndMark(const LineReader &reader);
+
+/// Why a table is not whole, in words; blank when it is.
+std::string wholenessText(const TableScan &scan);
 
 /// What a line of a table is, by its first character.
 enum class TableLine { Blank, Comment, Labels, Data };

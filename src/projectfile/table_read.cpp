@@ -12,10 +12,16 @@ namespace keldrin {
 namespace {
 
 void reportLine(std::string_view words, const TableScan &scan) {
+    if (scan.silent) {
+        return;
+    }
     ReportError({std::string(words) + std::to_string(scan.lineCount), scan.line});
 }
 
 void dealWithFault(const TableScan &scan) {
+    if (scan.silent) {
+        return;
+    }
     const std::string words = "ERROR while reading data line " + std::to_string(scan.lineCount);
     if (scan.format.faultIsError) {
         ReportError({words, scan.line});
@@ -50,7 +56,9 @@ void readLabels(TableScan &scan) {
     }
     scan.labelsGood = true;
     scan.labelLine = scan.reader.lineNumber();
-    ReportInfoLine("Have found correct column labels, now reading numerical data.");
+    if (!scan.silent) {
+        ReportInfoLine("Have found correct column labels, now reading numerical data.");
+    }
 }
 
 double readCell(const TableColumn &column, const RecordLine &record, std::string_view cell) {
@@ -74,13 +82,50 @@ double readCell(const TableColumn &column, const RecordLine &record, std::string
 }
 
 void readRow(TableScan &scan, RowValues &values) {
-    Str_Split_Columns(scan.line, scan.format.maxCells, MostTableCell, scan.cells);
+    splitTableRow(scan);
     const RecordLine record{scan.lineCount, scan.line};
     for (std::size_t i = 0; i < scan.format.columns.size(); ++i) {
         const TableColumn &column = scan.format.columns[i];
         const std::string_view cell =
             column.read ? scan.cells.column(scan.map.iVarCol[i]) : std::string_view{};
         values[i] = cell.empty() ? column.defaultValue : readCell(column, record, cell);
+    }
+}
+
+RowShape shapeOf(std::string_view line, TableScan &scan) {
+    const auto commas = std::count(line.begin(), line.end(), ',');
+    if (commas > 0) {
+        return {static_cast<int>(commas) + 1, line.back() == ','};
+    }
+    splitTableRow(scan);
+    return {static_cast<int>(scan.cells.cells.size()), false};
+}
+
+bool lastCellIsNumber(TableScan &scan) {
+    splitTableRow(scan);
+    double value = 0.0;
+    return !scan.cells.cells.empty() &&
+           Cell_to_R8(scan.cells.cells.back(), MissingValue, value) != CellFailed;
+}
+
+// A row is full when it has as many fields as the one before it and, where that one did not, does
+// not end in an empty one. What stands in its last cell cannot be judged further.
+bool isFull(const RowShape &shape, const RowShape &usual, TableScan &scan) {
+    const bool lost = shape.endsBlank && !usual.endsBlank;
+    return shape.fields >= usual.fields && !lost && (shape.endsBlank || lastCellIsNumber(scan));
+}
+
+void noteShape(TableScan &scan, TableLine kind) {
+    scan.lacksEnd = !scan.reader.lineHadEnd();
+    if (kind == TableLine::Labels) {
+        scan.shape = {shapeOf(scan.line, scan).fields, true};
+    } else if (kind == TableLine::Data) {
+        ++scan.rows;
+        const RowShape shape = shapeOf(scan.line, scan);
+        scan.endsCut = scan.lacksEnd && !isFull(shape, scan.shape, scan);
+        scan.shape = shape;
+    } else if (kind == TableLine::Blank && scan.lacksEnd && scan.line.size() == 1) {
+        scan.endsCut = true; // all that is left of a row
     }
 }
 
@@ -109,7 +154,11 @@ TableLine classifyTableLine(std::string_view &line) {
     return startsLabelLine(line) ? TableLine::Labels : TableLine::Data;
 }
 
-bool nextTableRow(TableScan &scan, RowValues &values) {
+void splitTableRow(TableScan &scan) {
+    Str_Split_Columns(scan.line, scan.format.maxCells, MostTableCell, scan.cells);
+}
+
+bool nextDataLine(TableScan &scan) {
     LineStatus status = LineStatus::Line;
     while ((status = scan.reader.next(scan.line)) != LineStatus::End) {
         ++scan.lineCount;
@@ -117,46 +166,43 @@ bool nextTableRow(TableScan &scan, RowValues &values) {
             dealWithFault(scan);
             continue;
         }
-        switch (classifyTableLine(scan.line)) {
-        case TableLine::Blank:
-        case TableLine::Comment:
-            break;
-        case TableLine::Labels:
+        const TableLine kind = classifyTableLine(scan.line);
+        noteShape(scan, kind);
+        if (kind == TableLine::Labels) {
             readLabels(scan);
-            break;
-        case TableLine::Data:
-            if (scan.labelsGood) {
-                readRow(scan, values);
-                return true;
-            }
+        } else if (kind == TableLine::Data && scan.labelsGood && !scan.endsCut) {
+            return true;
         }
     }
     return false;
 }
 
-bool anyRowWith(const TableFormat &format, LineReader &reader, std::size_t column) {
-    TableScan scan = beginTableScan(format, reader);
-    while (reader.next(scan.line) == LineStatus::Line) {
-        const TableLine kind = classifyTableLine(scan.line);
-        if (kind == TableLine::Labels) {
-            matchLabels(scan);
-        } else if (kind == TableLine::Data) {
-            Str_Split_Columns(scan.line, format.maxCells, MostTableCell, scan.cells);
-            const std::string_view cell = scan.cells.column(scan.map.iVarCol[column]);
-            double value = MissingValue;
-            if (!hasColumn(scan, column) ||
-                (Cell_to_R8(cell, MissingValue, value) == CellRead && isPresent(value))) {
-                return true;
-            }
-        }
+bool nextTableRow(TableScan &scan, RowValues &values) {
+    if (!nextDataLine(scan)) {
+        return false;
     }
-    return false;
+    readRow(scan, values);
+    return true;
+}
+
+bool isWholeTable(const TableScan &scan) {
+    return !scan.endsCut && !scan.reader.failed() && !scan.reader.endedAtMark();
 }
 
 void noteEndMark(const LineReader &reader) {
     if (reader.endedAtMark()) {
         ReportInfoLine("The file has an end mark (code 26); what stands behind it was not read.");
     }
+}
+
+std::string wholenessText(const TableScan &scan) {
+    if (scan.reader.failed()) {
+        return "It could not be read to its end: " + scan.reader.errorText();
+    }
+    if (scan.reader.endedAtMark()) {
+        return "It has an end mark (code 26); what follows it was not read.";
+    }
+    return scan.endsCut ? "Its last row is cut and was left out." : "";
 }
 
 } // namespace keldrin

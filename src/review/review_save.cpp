@@ -8,7 +8,7 @@ namespace keldrin {
 
 void writeMarkedProject(SurveyModel &model, const std::string &path) {
     if (isProjectPath(path)) {
-        STD_File_Write(model, path);
+        static_cast<void>(STD_File_Write(model, path)); // a failure has been reported
     } else if (model.SoundingCount >= 1) {
         ReportError({"WARNING: Skip flags have not been written, for this is no *.std file:",
                      fileNameOf(path), "Save keeps them in a project of another name."});

@@ -6,7 +6,6 @@
 #include "conditioning/auto_skip.h"
 #include "conditioning/survey_configuration.h"
 #include "messages/message_log.h"
-#include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 #include "review/plan_view.h"
 #include "review/review_loop.h"
@@ -81,9 +80,9 @@ void commandSave(Shell &shell) {
                      "The name of a KELDRIN file ends in .std; nothing has been written."});
         return;
     }
-    shell.ProjectPath = chosen;
-    STD_File_Write(shell.model, shell.ProjectPath);
-    M1D_File_Write(shell.model, modelPathOf(shell.ProjectPath));
+    if (Project_Files_Write(shell.model, chosen).written) {
+        shell.ProjectPath = chosen;
+    }
 }
 
 void commandEdit(Shell &shell) {

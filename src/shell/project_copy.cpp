@@ -2,8 +2,9 @@
 
 #include "base/paths.h"
 #include "messages/message_log.h"
-#include "projectfile/kept_file.h"
+#include "projectfile/file_content.h"
 #include "projectfile/model_file.h"
+#include "projectfile/replace_files.h"
 #include "shell/invert.h"
 
 #include <filesystem>
@@ -36,9 +37,9 @@ void removeQuietly(const std::string &path) {
 
 ProjectCopy::ProjectCopy(const std::string &projectPath) {
     project_.path = projectPath;
-    project_.before = projectExtent(projectPath);
+    project_.before = projectContent(projectPath);
     model_.path = modelPathOf(projectPath);
-    model_.before = modelExtent(model_.path);
+    model_.before = modelContent(model_.path);
     const std::string base = freeBase(project_.path, model_.path);
     for (File *file : {&project_, &model_}) {
         if (isRegularFile(file->path)) {
@@ -49,31 +50,36 @@ ProjectCopy::ProjectCopy(const std::string &projectPath) {
 }
 
 void ProjectCopy::copyFile(File &file) {
-    std::string reason;
-    if (!copyWholeFile(file.path, file.copy, reason)) {
+    const WriteOutcome outcome = copyWholeFile(file.path, file.copy);
+    if (!outcome.written) {
         ReportInfoLine("No copy of " + std::string(fileNameOf(file.path)) +
-                       " could be made before the inversion: " + reason);
+                       " could be made before the inversion: " + outcome.failure);
         file.copy.clear();
     }
 }
 
 void ProjectCopy::putBack(const File &file) {
-    std::string reason;
     if (file.copy.empty()) {
         if (file.before.rows == 0) {
             removeQuietly(file.path); // the engine had begun it
         }
-    } else if (!copyWholeFile(file.copy, file.path, reason)) {
-        reportWriteFailure(file.path, reason);
+        return;
+    }
+    const WriteOutcome outcome = copyWholeFile(file.copy, file.path);
+    if (!outcome.written) {
+        reportWriteFailure(file.path, outcome.failure);
         keep_ = true;
     }
 }
 
 void ProjectCopy::settle(bool stopped) {
     stopped_ = stopped;
-    const TableExtent project = projectExtent(project_.path);
-    const TableExtent model = modelExtent(model_.path);
-    const bool torn = isTorn(project, project_.before) || isTorn(model, model_.before);
+    const FileContent project = projectContent(project_.path);
+    const FileContent model = modelContent(model_.path);
+    const bool torn = (project_.before.whole && !project.whole) ||
+                      (model_.before.whole && !model.whole) ||
+                      (project_.before.rows > 0 && project.rows == 0) ||
+                      (model_.before.rows > 0 && model.rows == 0);
     // An engine that ends by itself may have its reasons to leave fewer rows.
     const bool cut = stopped && project.rows < project_.before.rows;
     if (stopped && (torn || cut) && !project_.copy.empty()) {

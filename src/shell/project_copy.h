@@ -1,6 +1,6 @@
 #pragma once
 
-#include "projectfile/table_extent.h"
+#include "model/source_file.h"
 
 #include <string>
 
@@ -30,7 +30,7 @@ class ProjectCopy {
     struct File {
         std::string path;
         std::string copy;   ///< blank: there was no file, or it could not be copied
-        TableExtent before; ///< no rows: there was no file
+        FileContent before; ///< no rows: there was no file
     };
 
     void copyFile(File &file);

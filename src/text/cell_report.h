@@ -17,8 +17,7 @@ struct CellWords {
     bool quoted = false;                      ///< the cell stands between double quotes
 };
 
-/// Reports a cell that could not be read: the words, the record number and the line. Nothing for a
-/// quiet record.
+/// Reports a cell that could not be read: the words, the record number and the line.
 void reportCell(const RecordLine &record, std::string_view cell, std::string_view label,
                 const CellWords &words);
 

@@ -171,7 +171,9 @@ bool finishPage(HardcopyState &state) {
         return true;
     }
     const std::string &content = state.document->document();
-    if (!writeWholeFile(state.path, content, state.fault)) {
+    const WriteOutcome outcome = writeWholeFile(state.path, content);
+    if (!outcome.written) {
+        state.fault = outcome.failure;
         return false;
     }
     ToolkitTrace("file", state.path + " bytes=" + std::to_string(content.size()));

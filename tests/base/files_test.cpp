@@ -65,10 +65,9 @@ TEST(Paths, BackslashesAreTriedAsSlashesOnlyWhereThatExists) {
 TEST(SafeWriter, ReplacesAFileWholeAndLeavesNothingElseBehind) {
     const TemporaryDirectory directory;
     const std::string path = directory.path("x.std");
-    std::string reason;
-    ASSERT_TRUE(writeWholeFile(path, "old", reason));
+    ASSERT_TRUE(writeWholeFile(path, "old").written);
     fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
-    ASSERT_TRUE(writeWholeFile(path, "new content", reason));
+    ASSERT_TRUE(writeWholeFile(path, "new content").written);
     EXPECT_EQ(fileContent(path), "new content");
     EXPECT_EQ(fs::status(path).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), fs::directory_iterator()), 1);
@@ -78,26 +77,24 @@ TEST(SafeWriter, FollowsALinkAndKeepsIt) {
     const TemporaryDirectory directory;
     putFile(directory.path("real.std"), "old");
     fs::create_symlink("real.std", directory.path("link.std"));
-    std::string reason;
-    ASSERT_TRUE(writeWholeFile(directory.path("link.std"), "new", reason)) << reason;
+    ASSERT_TRUE(writeWholeFile(directory.path("link.std"), "new").written);
     EXPECT_TRUE(fs::is_symlink(directory.path("link.std")));
     EXPECT_EQ(fileContent(directory.path("real.std")), "new");
 }
 
 TEST(SafeWriter, SaysWhyItFailedAndLeavesTheOldFile) {
     const TemporaryDirectory directory;
-    std::string reason;
-    EXPECT_FALSE(writeWholeFile(directory.path("no/such/x.std"), "text", reason));
-    EXPECT_FALSE(reason.empty());
+    const WriteOutcome outcome = writeWholeFile(directory.path("no/such/x.std"), "text");
+    EXPECT_FALSE(outcome.written);
+    EXPECT_FALSE(outcome.failure.empty());
     fs::create_directory(directory.path("d.std"));
-    EXPECT_FALSE(writeWholeFile(directory.path("d.std"), "text", reason));
+    EXPECT_FALSE(writeWholeFile(directory.path("d.std"), "text").written);
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), fs::directory_iterator()), 1);
 }
 
 #ifdef __linux__
 TEST(SafeWriter, AFullDiskIsAFailure) {
-    std::string reason;
-    EXPECT_FALSE(writeWholeFile("/proc/keldrin.std", "text", reason));
+    EXPECT_FALSE(writeWholeFile("/proc/keldrin.std", "text").written);
     EXPECT_FALSE(appendToFile("/dev/full", std::string(100'000, 'x')));
 }
 #endif

@@ -44,7 +44,7 @@ class ProjectCase : public testing::Test {
     }
 
     std::string written() {
-        STD_File_Write(model, path);
+        static_cast<void>(STD_File_Write(model, path));
         return fileContent(path);
     }
 

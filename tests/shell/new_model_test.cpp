@@ -5,7 +5,6 @@
 #include "shell/sounding_positions.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
-#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/scripted/answering_backend.h"
@@ -25,7 +24,7 @@ namespace {
 using testing::HasSubstr;
 using testing::SizeIs;
 
-const std::string Examples = std::string(SourceDirectory) + "/examples/";
+const std::string Examples = KELDRIN_SOURCE_DIR "/examples/";
 
 class NewModelTest : public testing::Test {
   protected:
@@ -133,7 +132,7 @@ TEST_F(NewModelTest, AWrittenProjectReadAndWrittenAgainIsTheSame) {
         SurveyModel again;
         ASSERT_EQ(STD_File_Read(again, path), 0);
         fixClock(DateTime{2027, 1, 1, 0, 0, 0});
-        STD_File_Write(again, path);
+        static_cast<void>(STD_File_Write(again, path));
         const std::string second = fileContent(path);
         EXPECT_EQ(first.substr(first.find('\n')), second.substr(second.find('\n'))) << name;
         EXPECT_NE(first.substr(0, first.find('\n')), second.substr(0, second.find('\n')));
