@@ -132,7 +132,7 @@ TEST(ZFields, StandInFixedColumnsWhateverIsBetweenThem) {
         {"2 1000.5550.0120011234.5678901 behind", 2, 1000.555, 0.012001F, 1234.5678901F},
         {"02  1000.50.012000-3.0455E+005", 2, 1000.5, 0.012F, -3.0455E5F}, // no gap at all
         {" 2   1 00     12       1 . 5 ", 2, 100, 12, 1.5F},               // blanks do not count
-        {"+2     1D2     1d0         3+1", 2, 100, 1, 30},
+        {"+2     1D2     1d0        3E+1", 2, 100, 1, 30},
         {"\x32", 2, 0, 0, 0}, // an empty field is 0
         {" 2     100", 2, 100, 0, 0},
         {"     100     0.1       5", 0, 100, 0.1F, 5},
@@ -149,11 +149,11 @@ TEST(ZFields, StandInFixedColumnsWhateverIsBetweenThem) {
         EXPECT_EQ(got.magnitude, c.magnitude) << c.line;
     }
     for (const char *line :
-         {"2. 1000.5   0.012", "STATION TIME VALUE", " 2   100,5   0.012         1.0",
-          " 2   100.5 0.0.012         1.0", " 2     100     nan           1", " 2\t100\t0.1\t5",
-          " 2   100.5     inf         1.0", " 2   100.5   0.012        1E39", " 2   1E400     0.1",
-          " 2  0x64.5     0.1         1.0", " 2       -     0.1         1.0",
-          " 2   100.5     0.1       50 uV"}) {
+         {"2. 1000.5   0.012", "STATION TIME VALUE", " 2    1+25   0.012         1.0",
+          " 2   100,5   0.012         1.0", " 2   100.5 0.0.012         1.0",
+          " 2     100     nan           1", " 2\t100\t0.1\t5", " 2   100.5     inf         1.0",
+          " 2   100.5   0.012        1E39", " 2   1E400     0.1", " 2  0x64.5     0.1         1.0",
+          " 2       -     0.1         1.0", " 2   100.5     0.1       50 uV"}) {
         ZReading ignored;
         EXPECT_FALSE(readZFields(line, ignored)) << line;
     }
