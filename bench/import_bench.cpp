@@ -1,5 +1,6 @@
 #include "bench_survey.h"
 
+#include "conditioning/duplicates.h"
 #include "import/avg_file.h"
 #include "import/import_steps.h"
 #include "import/survey_information.h"
@@ -14,9 +15,11 @@
 
 namespace {
 
+// The time of a sounding must not grow with their number.
 void readAvgFile(benchmark::State &state) {
+    const auto soundings = static_cast<int>(state.range(0));
     const std::string path = keldrin::bench::scratchPath("survey.avg");
-    const std::string text = keldrin::bench::avgText(2048, 30);
+    const std::string text = keldrin::bench::avgText(soundings, 30);
     std::ofstream(path, std::ios::binary) << text;
     keldrin::messageLog().quiet = true;
     for (auto _ : state) {
@@ -29,7 +32,8 @@ void readAvgFile(benchmark::State &state) {
         model.preset.SelectedArrayIndex = entry.ArrayIndex;
         static_cast<void>(keldrin::STD_Allocate_hTrn(model, keldrin::soundingsNeeded(entry)));
         keldrin::AVG_Read(model, path, entry.LineLabel.view());
-        if (model.SoundingCount != 2048) {
+        keldrin::AverageDuplicateTransients(model);
+        if (model.SoundingCount != soundings) {
             state.SkipWithError("not all soundings were read");
         }
     }
@@ -37,6 +41,6 @@ void readAvgFile(benchmark::State &state) {
                             static_cast<std::int64_t>(text.size()));
     std::filesystem::remove(path);
 }
-BENCHMARK(readAvgFile)->Unit(benchmark::kMillisecond);
+BENCHMARK(readAvgFile)->Arg(2048)->Arg(4096)->Arg(16384)->Unit(benchmark::kMillisecond);
 
 } // namespace

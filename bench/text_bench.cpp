@@ -61,6 +61,7 @@ BENCHMARK(splitAndReadLine);
 template <class Real>
 std::vector<Real> sampleValues() {
     std::vector<Real> values;
+    values.reserve(1024);
     for (int i = 0; i < 1024; ++i) {
         values.push_back(static_cast<Real>(std::exp(0.0117 * (i - 512)) * (i % 3 == 0 ? -1 : 1)));
     }

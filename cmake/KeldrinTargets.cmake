@@ -18,8 +18,8 @@ if(KELDRIN_FUZZ)
     target_link_options(keldrin_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# Precompiled headers halve the time of a sanitized build. The optimised build goes without, so a
-# file that forgets an include is found there.
+# Precompiled headers save a third of the build. clang-tidy reads the sources without them, so a file
+# that forgets an include is found there.
 set(KELDRIN_COMMON_HEADERS <algorithm> <array> <charconv> <cmath> <filesystem> <functional>
     <memory> <optional> <span> <string> <string_view> <vector>)
 
@@ -34,16 +34,19 @@ function(keldrin_precompile target first)
     endif()
 endfunction()
 
-# keldrin_floor(NAME SOURCES ... BELOW ...): the library keldrin_NAME of the folder src/NAME.
-# BELOW lists the folders that it may include from; linking is how that rule is kept. A folder
-# with compiler options of its own, as Qt asks for, says OWN_OPTIONS, for it cannot share
-# precompiled headers.
+# keldrin_floor(NAME SOURCES ... BELOW ... [OWN_HEADERS ...]): the library keldrin_NAME of the folder
+# src/NAME. BELOW lists the folders that it may include from; linking is how that rule is kept. A
+# folder with compiler options of its own, as Qt asks for, cannot share precompiled headers and
+# lists its own.
 function(keldrin_floor name)
-    cmake_parse_arguments(arg "OWN_OPTIONS" "" "SOURCES;BELOW" ${ARGN})
+    cmake_parse_arguments(arg "" "" "SOURCES;BELOW;OWN_HEADERS" ${ARGN})
     add_library(keldrin_${name} STATIC ${arg_SOURCES})
     list(TRANSFORM arg_BELOW PREPEND keldrin_)
     target_link_libraries(keldrin_${name} PUBLIC keldrin_options ${arg_BELOW})
-    if(NOT arg_OWN_OPTIONS)
+    if(arg_OWN_HEADERS)
+        keldrin_precompile(keldrin_${name} keldrin_${name} ${KELDRIN_COMMON_HEADERS}
+                           ${arg_OWN_HEADERS})
+    else()
         keldrin_precompile(keldrin_${name} keldrin_base ${KELDRIN_COMMON_HEADERS})
     endif()
 endfunction()
@@ -58,19 +61,21 @@ function(keldrin_program name)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endfunction()
 
-# keldrin_test(NAME SOURCES ... USES ...): one GoogleTest program for one folder; OWN_OPTIONS as
-# above.
+# keldrin_test(NAME SOURCES ... USES ... [OWN_HEADERS ...]): one GoogleTest program for one folder;
+# OWN_HEADERS as above.
 function(keldrin_test name)
-    cmake_parse_arguments(arg "OWN_OPTIONS" "" "SOURCES;USES" ${ARGN})
+    cmake_parse_arguments(arg "" "" "SOURCES;USES;OWN_HEADERS" ${ARGN})
     add_executable(keldrin_test_${name} ${arg_SOURCES})
     list(TRANSFORM arg_USES PREPEND keldrin_)
     target_link_libraries(keldrin_test_${name} PRIVATE ${arg_USES} GTest::gmock_main)
     target_include_directories(keldrin_test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     # The tests themselves run once; compiling them without optimisation halves the build.
-    target_compile_options(keldrin_test_${name} PRIVATE $<$<CONFIG:Release>:-O0>)
-    target_compile_definitions(keldrin_test_${name} PRIVATE
-        KELDRIN_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-    if(NOT arg_OWN_OPTIONS)
+    target_compile_options(keldrin_test_${name} PRIVATE -O0)
+    target_link_libraries(keldrin_test_${name} PRIVATE keldrin_test_support)
+    if(arg_OWN_HEADERS)
+        keldrin_precompile(keldrin_test_${name} keldrin_test_${name} ${KELDRIN_COMMON_HEADERS}
+                           <gmock/gmock.h> ${arg_OWN_HEADERS})
+    else()
         keldrin_precompile(keldrin_test_${name} keldrin_test_base ${KELDRIN_COMMON_HEADERS}
                            <gmock/gmock.h>)
     endif()

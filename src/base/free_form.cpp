@@ -85,15 +85,15 @@ bool scanMantissa(const char *&at, const char *end, ScannedReal &real) {
     return any;
 }
 
-/// An exponent: a letter E or D with an optional sign, or a bare sign, then digits.
+/// An exponent: a letter E or D with an optional sign, then digits. A sign without a letter begins
+/// none: "1+25" is a place on a line.
 bool scanExponent(const char *&at, const char *end, ScannedReal &real) {
     constexpr std::int64_t Huge = 1000000;
     const char letter = upperOf(*at);
-    if (letter == 'E' || letter == 'D') {
-        ++at;
-    } else if (*at != '+' && *at != '-') {
+    if (letter != 'E' && letter != 'D') {
         return false;
     }
+    ++at;
     real.powerBegin = at;
     const bool negative = at != end && *at == '-';
     if (at != end && (*at == '-' || *at == '+')) {

@@ -117,6 +117,10 @@ bool LineReader::takeLine(std::string_view &line, bool &hasEnd) {
     }
     hasEnd = end != std::string_view::npos;
     line = pending_.substr(0, end);
+    if (end == std::string_view::npos && mark == std::string_view::npos &&
+        (inLongLine_ || line.find_first_not_of(" \t\r") != std::string_view::npos)) {
+        endedInLine_ = true;
+    }
     pending_.remove_prefix(std::min(pending_.size(), line.size() + 1));
     if (!line.empty() && line.back() == '\r') {
         line.remove_suffix(1);
@@ -152,6 +156,9 @@ LineStatus LineReader::next(std::string_view &line) {
         return LineStatus::End;
     }
     ++lineNumber_;
+    if (firstCutLine_ == 0 && (inLongLine_ || line.size() > limit_)) {
+        firstCutLine_ = lineNumber_;
+    }
     lineHadEnd_ = hasEnd;
     line = cutText(line, limit_);
     return LineStatus::Line;

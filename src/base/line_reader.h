@@ -51,6 +51,12 @@ class LineReader {
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
+    /// True when the text ended in a line that has no line end, and not at a 0x1A.
+    [[nodiscard]] bool endedInLine() const { return endedInLine_; }
+
+    /// Number of the first line that was longer than the limit and so was cut; 0 none yet.
+    [[nodiscard]] int firstCutLine() const { return firstCutLine_; }
+
     /// True when the last line given was ended by a line end, not by the end of the text.
     [[nodiscard]] bool lineHadEnd() const { return lineHadEnd_; }
 
@@ -84,6 +90,8 @@ class LineReader {
     bool fault_ = false;
     bool stopped_ = false;
     bool endedAtMark_ = false;
+    bool endedInLine_ = false;
+    int firstCutLine_ = 0;
     bool lineHadEnd_ = false;
     bool failed_ = false;
     int lineNumber_ = 0;

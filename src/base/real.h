@@ -1,6 +1,8 @@
 #pragma once
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace keldrin {
@@ -20,14 +22,19 @@ constexpr bool isPresent(double value) {
     return value > -9.9E31;
 }
 
-/// Distance from `x` to the next number of its width, never below the smallest normal number.
-inline float spacing(float x) {
-    const float gap = x == 0.0F || !std::isfinite(x) ? 0.0F : std::ldexp(1.0F, std::ilogb(x) - 23);
-    return gap > std::numeric_limits<float>::min() ? gap : std::numeric_limits<float>::min();
+/// Distance from `x` to the next number of its width, never below the smallest normal number; that
+/// number for what is not finite. Made of the exponent alone.
+constexpr float spacing(float x) {
+    constexpr std::uint32_t MantissaBits = 23;
+    const std::uint32_t exponent = (std::bit_cast<std::uint32_t>(x) >> MantissaBits) & 0xFFU;
+    const bool isNormal = exponent > MantissaBits && exponent < 0xFFU;
+    return std::bit_cast<float>((isNormal ? exponent - MantissaBits : 1U) << MantissaBits);
 }
-inline double spacing(double x) {
-    const double gap = x == 0.0 || !std::isfinite(x) ? 0.0 : std::ldexp(1.0, std::ilogb(x) - 52);
-    return gap > std::numeric_limits<double>::min() ? gap : std::numeric_limits<double>::min();
+constexpr double spacing(double x) {
+    constexpr std::uint64_t MantissaBits = 52;
+    const std::uint64_t exponent = (std::bit_cast<std::uint64_t>(x) >> MantissaBits) & 0x7FFU;
+    const bool isNormal = exponent > MantissaBits && exponent < 0x7FFU;
+    return std::bit_cast<double>((isNormal ? exponent - MantissaBits : 1U) << MantissaBits);
 }
 
 /// Two station numbers are one station when they differ by at most 100 spacings of `given`.

@@ -68,15 +68,6 @@ std::vector<std::size_t> indexSortByKeys(std::span<const std::vector<double>> co
     });
 }
 
-bool isInOrder(std::span<const std::size_t> index) {
-    for (std::size_t i = 0; i < index.size(); ++i) {
-        if (index[i] != i) {
-            return false;
-        }
-    }
-    return true;
-}
-
 int selectKth(std::span<float> values, int k, float &result) {
     if (k < 1 || static_cast<std::size_t>(k) > values.size()) {
         return 1;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -17,18 +18,26 @@ std::vector<std::size_t> indexSort(std::span<const double> keys);
 /// columns[c][i] is key c of row i; all columns have the same length.
 std::vector<std::size_t> indexSortByKeys(std::span<const std::vector<double>> columns);
 
-/// True when an index array is 0, 1, 2, ...: nothing need be moved.
-bool isInOrder(std::span<const std::size_t> index);
-
-/// Rewrites `values` in the order of an index array.
+/// Puts `values` in the order of an index array, in place: values[i] becomes what stood at
+/// index[i]. Both have the same length.
 template <class T>
-void permuteByIndex(std::vector<T> &values, std::span<const std::size_t> index) {
-    std::vector<T> ordered;
-    ordered.reserve(index.size());
-    for (const std::size_t source : index) {
-        ordered.push_back(values[source]);
+void permuteByIndex(std::span<T> values, std::vector<std::size_t> index) {
+    for (std::size_t start = 0; start < index.size(); ++start) {
+        if (index[start] == start) {
+            continue;
+        }
+        // One cycle of the permutation; places that are done point at themselves.
+        T first = std::move(values[start]);
+        std::size_t place = start;
+        while (index[place] != start) {
+            const std::size_t source = index[place];
+            values[place] = std::move(values[source]);
+            index[place] = place;
+            place = source;
+        }
+        values[place] = std::move(first);
+        index[place] = place;
     }
-    values = std::move(ordered);
 }
 
 /// The k-th smallest value (k from 1), by partition selection in place.

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -24,27 +26,6 @@ struct WindowRow {
 
 double singleKey(double station) {
     return static_cast<double>(static_cast<float>(station));
-}
-
-// Moves every record to its place through one spare record. source[i] tells what comes to i.
-void reorder(std::vector<SoundingRecord> &records, std::vector<std::size_t> source) {
-    std::vector<std::size_t> position(source.size());
-    for (std::size_t i = 0; i < source.size(); ++i) {
-        position[source[i]] = i;
-    }
-    SoundingRecord spare;
-    for (std::size_t i = 0; i + 1 < source.size(); ++i) {
-        const std::size_t j = source[i];
-        if (j == i) {
-            continue;
-        }
-        spare = records[i];
-        records[i] = records[j];
-        records[j] = spare;
-        const std::size_t waiting = position[i]; // the place that record i was meant for
-        source[waiting] = j;
-        position[j] = waiting;
-    }
 }
 
 std::vector<WindowRow> gatherWindows(const SurveyModel &model, int first, int count) {
@@ -68,10 +49,7 @@ void sortByTime(std::vector<WindowRow> &rows) {
     for (const WindowRow &row : rows) {
         times.push_back(row.time);
     }
-    const std::vector<std::size_t> index = indexSort(times);
-    if (!isInOrder(index)) {
-        permuteByIndex(rows, index);
-    }
+    permuteByIndex(std::span(rows), indexSort(times));
 }
 
 float weightOf(const WindowRow &row) {
@@ -139,11 +117,10 @@ void SortByTxRx(SurveyModel &model) {
         keys[0].push_back(singleKey(model.hTrn[i].TxStn));
         keys[1].push_back(singleKey(model.hTrn[i].RxStn));
     }
-    const std::vector<std::size_t> index = indexSortByKeys(keys);
+    std::vector<std::size_t> index = indexSortByKeys(keys);
     ReportInfoLine("  Reordering sorted data");
-    if (!isInOrder(index)) {
-        reorder(model.hTrn, index);
-    }
+    permuteByIndex(std::span(model.hTrn).first(count), std::move(index));
+    model.keyIndex.clear();
 }
 
 int MergeTransients(SurveyModel &model, int target, int first, int count) {
@@ -184,6 +161,7 @@ int AverageDuplicateTransients(SurveyModel &model) {
         }
     }
     model.SoundingCount = static_cast<int>(firsts.size());
+    model.keyIndex.clear();
     firsts.push_back(before);
     for (int g = 0; g < model.SoundingCount; ++g) {
         const auto place = static_cast<std::size_t>(g);

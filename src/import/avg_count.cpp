@@ -1,7 +1,7 @@
 #include "import/avg_file.h"
+#include "keywords/length_units.h"
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
-#include "projectfile/table_file.h"
 #include "text/value_readers.h"
 
 #include <string>
@@ -28,6 +28,7 @@ struct CountPass {
     int LastCmp = 0;
     int transients = 0;
     SoundingCounter soundings;
+    LineNotices lineNotices;
 };
 
 // Reads the cells that identify a reading; what has no column comes from the keyword records.
@@ -37,10 +38,10 @@ CountedReading readCells(const AvgWalk &walk, const Metadata &metadata, std::str
                            metadata.Tx.Freq.value, 0};
     std::string_view component = metadata.Rx.Cmp.value.view();
     if (walk.hasColumn(AvgTxStn)) {
-        Val_Read_R8(record, walk.cell(AvgTxStn), AvgNames[AvgTxStn], MissingValue, reading.tx);
+        Val_Read_Place(record, walk.cell(AvgTxStn), AvgNames[AvgTxStn], MissingValue, reading.tx);
     }
     if (walk.hasColumn(AvgRxStn)) {
-        Val_Read_R8(record, walk.cell(AvgRxStn), AvgNames[AvgRxStn], MissingValue, reading.rx);
+        Val_Read_Place(record, walk.cell(AvgRxStn), AvgNames[AvgRxStn], MissingValue, reading.rx);
     }
     if (walk.hasColumn(AvgComponent)) {
         component = walk.cell(AvgComponent);
@@ -92,10 +93,49 @@ void settleLine(CountPass &pass, SurveyModel &model) {
         return;
     }
     pass.walk.HeaderChanged = false;
-    if (pass.walk.identity.take(model.metadata)) {
-        pass.entry = &currentLineEntry(model.lines, pass.walk.identity, model.metadata);
+    const Metadata &metadata = model.metadata;
+    if (pass.walk.identity.take(metadata)) {
+        pass.entry = &currentLineEntry(model.lines, pass.walk.identity, metadata);
     }
+    pass.lineNotices.note(pass.walk.identity.label().view(), metadata.Line.fullName.view(),
+                          metadata.Survey.Array.value.view(), pass.walk.record());
     pass.entry->scaling = scalingFromMetadata(model.metadata);
+}
+
+// The positions of the receiver belong to rows: each section states its own.
+void restoreRowPositions(RxMetadata &rx, const RxMetadata &before) {
+    rx.QdrStn = before.QdrStn;
+    rx.Stn = before.Stn;
+    rx.PltXYZ = before.PltXYZ;
+    rx.PltUTM = before.PltUTM;
+    rx.PltSXYZ = before.PltSXYZ;
+    rx.PltSZXYZ = before.PltSZXYZ;
+    rx.PltSLZXYZ = before.PltSLZXYZ;
+    rx.XYZ = before.XYZ;
+    rx.UTM = before.UTM;
+    rx.Center = before.Center;
+    rx.East = before.East;
+    rx.North = before.North;
+    rx.Elev = before.Elev;
+    rx.Depth = before.Depth;
+}
+
+// What the read pass starts from. In a file of one line all records belong to it, those behind its
+// last row too. Of several lines none may reach another, but units and job are those of the file.
+void prepareReadPass(SurveyModel &model, const Metadata &before) {
+    Metadata &metadata = model.metadata;
+    if (model.lines.LineCount == 1) {
+        LineEntry &entry = model.lines.entries[0];
+        entry.scaling = scalingFromMetadata(metadata);
+        entry.ArrayIndex = metadata.Survey.ArrayIndex;
+        restoreRowPositions(metadata.Rx, before.Rx);
+        return;
+    }
+    const UnitMetadata units = metadata.Unit;
+    const JobMetadata job = metadata.Job;
+    MD_Restore(metadata, before);
+    metadata.Job = job;
+    adoptUnits(metadata, units);
 }
 
 } // namespace
@@ -104,7 +144,7 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
     const Metadata before = model.metadata;
     resetLines(model.lines);
     CountPass pass;
-    if (!pass.walk.reader.open(fileName)) {
+    if (!pass.walk.open(fileName)) {
         return 1;
     }
     WatchedReading watched(pass.walk.reader, fileName);
@@ -119,14 +159,11 @@ int AVG_Count(SurveyModel &model, const std::string &fileName) {
     if (pass.walk.faulted || watched.stopped()) {
         return 1;
     }
-    noteEndMark(pass.walk.reader);
-    if (model.lines.LineCount == 1) { // records behind its last row belong to it too
-        model.lines.entries[0].scaling = scalingFromMetadata(model.metadata);
-    }
+    noteFileEnd(pass.walk.reader, pass.walk.name);
+    pass.walk.reportNotices();
+    pass.lineNotices.report(pass.walk.name);
     presetFromMetadata(model);
-    // The read pass starts where this one did: what the sections of other lines have said must not
-    // reach the chosen line.
-    MD_Restore(model.metadata, before);
+    prepareReadPass(model, before);
     return finishCount(model.lines, pass.transients, "AVG_Count");
 }
 

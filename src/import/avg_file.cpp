@@ -1,10 +1,13 @@
 #include "import/avg_file.h"
 
 #include "base/ascii.h"
+#include "base/paths.h"
 #include "keywords/record.h"
 #include "messages/message_log.h"
+#include "text/decimal_commas.h"
 #include "text/enumeration.h"
 
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -53,39 +56,80 @@ bool isKeywordRecord(std::string_view line) {
     return line.substr(0, 2).find('$') != std::string_view::npos;
 }
 
+// Told as soon as data stand below the line; the data are skipped.
+void reportMissingColumns(const AvgLabels &labels) {
+    std::vector<MessageLine> lines;
+    for (const std::string_view name : labels.missing) {
+        lines.emplace_back("AVG_Read_Labels.WARNING: Could not find required column " +
+                           std::string(name));
+    }
+    lines.emplace_back("In: " + labels.line);
+    ReportError(lines);
+    ReportInfoLine("Missing critical columns, skipping data section beginning at line " +
+                   std::to_string(labels.record));
+    ReportInfoLine(labels.line);
+}
+
 bool isComment(std::string_view line) {
     return std::string_view("\\/!\"").find(line.front()) != std::string_view::npos;
 }
 
 } // namespace
 
-bool AVG_Read_Labels(std::string_view line, int record, ColumnMap &map) {
+bool AvgWalk::open(const std::string &fileName) {
+    name = fileNameOf(fileName);
+    return reader.open(fileName);
+}
+
+// A section without data stands for nothing: the labels before it remain in force.
+void AvgWalk::takeLabels(std::string_view line) {
     LabelMatch options;
     options.maxCols = AvgMaxColumns;
     options.width = AvgCellWidth;
-    Str_Column_Labels_Alias(line, options, Aliases, AvgNames, map);
-    std::vector<MessageLine> missing;
+    AvgLabels taken;
+    taken.record = record();
+    taken.line = line;
+    Str_Column_Labels_Alias(line, options, Aliases, AvgNames, taken.columns);
     for (const AvgVariable variable : RequiredColumns) {
-        if (map.iVarCol[variable] == 0) {
-            missing.emplace_back("AVG_Read_Labels.WARNING: Could not find required column " +
-                                 std::string(AvgNames[variable]));
+        if (taken.columns.iVarCol[variable] == 0) {
+            taken.missing.push_back(AvgNames[variable]);
         }
     }
-    if (missing.empty()) {
-        return true;
+    if (pending) {
+        emptySections.note(pending->record, pending->line);
     }
-    missing.emplace_back("In: " + std::string(line));
-    ReportError(missing);
-    ReportInfoLine("Missing critical columns, skipping data section beginning at line " +
-                   std::to_string(record));
-    ReportInfoLine(line);
-    return false;
+    pending = std::move(taken);
+}
+
+// False for a line below labels that lack a column.
+bool AvgWalk::takeDataLine(std::string_view line) {
+    if (pending) {
+        labels = std::move(*pending);
+        pending.reset();
+        LabelsValid = labels.missing.empty();
+        HeaderChanged = HeaderChanged || LabelsValid;
+        if (!LabelsValid && !quiet) {
+            reportMissingColumns(labels);
+        }
+    }
+    if (!LabelsValid) {
+        return false;
+    }
+    if (!quiet && commas.count == 0 && hasDecimalCommas(line)) {
+        commas.note(record(), line);
+    }
+    Str_Split_Columns(line, AvgMaxColumns, AvgCellWidth, cells);
+    return true;
 }
 
 bool AvgWalk::nextDataLine(Metadata &metadata, std::string_view &line) {
     for (;;) {
         const LineStatus status = reader.next(line);
         if (status == LineStatus::End) {
+            if (pending) {
+                emptySections.note(pending->record, pending->line);
+                pending.reset();
+            }
             return false;
         }
         if (status == LineStatus::Fault) {
@@ -99,18 +143,26 @@ bool AvgWalk::nextDataLine(Metadata &metadata, std::string_view &line) {
         }
         line = trimLeft(line);
         if (isKeywordRecord(line)) {
-            MDP_Read_Record(metadata, record(), line, AvgSourceLevel);
+            MDP_Read_Record(metadata, record(), line, AvgSourceLevel, quiet);
             HeaderChanged = true;
+            if (recordTaken) {
+                recordTaken(record(), line);
+            }
         } else if (isComment(line)) {
             continue;
         } else if (startsLabelLine(line)) {
-            LabelsValid = AVG_Read_Labels(line, record(), columns);
-            HeaderChanged = HeaderChanged || LabelsValid;
-        } else if (LabelsValid) {
-            Str_Split_Columns(line, AvgMaxColumns, AvgCellWidth, cells);
+            takeLabels(line);
+        } else if (takeDataLine(line)) {
             return true;
         }
     }
+}
+
+void AvgWalk::reportNotices() const {
+    emptySections.report(name, "Lines of column labels without data below them",
+                         "They are passed over.");
+    commas.report(name, "A data line seems to have commas for decimal points",
+                  "A comma is read as the end of a column: the values are not what they seem.");
 }
 
 int avgComponent(std::string_view text, std::string_view label) {

@@ -6,15 +6,18 @@
 #include "text/columns.h"
 
 #include <array>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace keldrin {
 
 // Averaged transient records (*.avg): one text line for each window of each component of each
 // transient, under column-label lines, with `$ group.keyword = value` records in between.
 //
-//   line, of at most 256 bytes             kind
+//   line, of at most 8192 bytes            kind
 //   shorter than 3 without its end blanks  passed over
 //   "$" in column 1 or 2                   keyword record
 //   \ / ! "                                comment
@@ -33,7 +36,8 @@ namespace keldrin {
 //   9  TWIN.BEG     real*4   missing         missing          window start, msec
 //  10  TWIN.END     real*4   missing         missing          window end, msec
 //  11  DBDT.MAG     real*4   required        line dropped     magnitude, uV/A
-//  12  DBDT.ERR     real*4   missing         0                absolute error, uV/A
+//  12  DBDT.ERR     real*4   missing         missing          absolute error, uV/A; missing:
+//                                                             percent error
 //  13  DBDT.%ERR    real*4   1               0                percent error
 //  14  DBDT.WGT     real*4   1               0                at or below 1.0E-5: skipped
 //  15  ARES.MAG     real*4   missing         0                tested for form, not used
@@ -68,7 +72,7 @@ inline constexpr std::array<std::string_view, AvgVariables> AvgNames = {
 
 inline constexpr int AvgMaxColumns = 32;
 inline constexpr std::size_t AvgCellWidth = 32;
-inline constexpr std::size_t AvgLineLimit = 256;
+inline constexpr std::size_t AvgLineLimit = 8192;
 inline constexpr int AvgSourceLevel = 2; ///< of the file's keyword records
 
 /// Counting pass: finds every survey line and counts its transients into the line table, then
@@ -83,34 +87,59 @@ int AVG_Count(SurveyModel &model, const std::string &fileName);
 ///          user has stopped the reading
 int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel);
 
-/// Parses a label line into the column map. A missing required column is reported and logged.
-/// returns  true when the section's data lines can be read
-bool AVG_Read_Labels(std::string_view line, int record, ColumnMap &map);
+/// The label line of the section that the walk is in.
+struct AvgLabels {
+    int record = 0;
+    std::string line;
+    ColumnMap columns;
+    std::vector<std::string_view> missing; ///< required columns that it does not name
+};
 
 /// The one walk over a file that both passes make.
 struct AvgWalk {
     LineReader reader{AvgLineLimit};
-    ColumnMap columns;
+    std::string name;                 ///< of the file, for messages
+    AvgLabels labels;                 ///< of the present section
+    std::optional<AvgLabels> pending; ///< read and without data so far
     LineIdentity identity;
     SplitCells cells;
     bool LabelsValid = false;
     bool HeaderChanged = false;
-    bool faulted = false; ///< a line could not be read from the disk
+    bool faulted = false;     ///< a line could not be read from the disk
+    bool quiet = false;       ///< the second pass: what the first one has told is not told again
+    LineNotice emptySections; ///< label lines that no data follow
+    LineNotice commas;        ///< data lines with decimal commas
+    /// Called after each keyword record.
+    std::function<void(int record, std::string_view line)> recordTaken;
+
+    bool open(const std::string &fileName);
 
     /// Goes to the next data line, on the way handing keyword records to the metadata and taking
     /// label lines. `line` is left-adjusted. False at the end of the file or at a read error
-    /// (reported).
+    /// (reported). A label line whose required columns are missing is reported once data stand
+    /// below it; one without data is passed over.
     bool nextDataLine(Metadata &metadata, std::string_view &line);
+
+    /// Tells, at the end of the first pass, what nextDataLine() has noted.
+    void reportNotices() const;
 
     [[nodiscard]] int record() const { return reader.lineNumber(); }
     /// The cell of a variable, blank without a column.
     [[nodiscard]] std::string_view cell(AvgVariable variable) const {
-        return cells.column(columns.iVarCol[variable]);
+        return cells.column(labels.columns.iVarCol[variable]);
     }
     [[nodiscard]] bool hasColumn(AvgVariable variable) const {
-        return columns.iVarCol[variable] > 0;
+        return labels.columns.iVarCol[variable] > 0;
     }
+
+  private:
+    void takeLabels(std::string_view line);
+    bool takeDataLine(std::string_view line);
 };
+
+/// Components of an AVG file: which are dB/dt.
+inline constexpr int FirstMagneticComponent = 4; ///< HX; EX, EY and EZ are counted and not read
+inline constexpr int LastMagneticComponent = 6;  ///< HZ
 
 /// The component of a text: 1..6 for EX EY EZ HX HY HZ, 7 and 8 for reference and off, 9 for any
 /// other word; 0 for a blank text or one that holds "*".

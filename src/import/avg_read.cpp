@@ -8,13 +8,12 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <tuple>
 
 namespace keldrin {
 
 namespace {
 
-constexpr int FirstMagneticComponent = 4; ///< HX; EX, EY and EZ are counted and not read
-constexpr int LastMagneticComponent = 6;  ///< HZ
 constexpr int AxisZ = 2;
 constexpr int GoodReading = 2; ///< of the SKIP column
 
@@ -36,8 +35,28 @@ struct AvgReading {
     std::string_view component;
 };
 
+// What the control values and the preset take of the keyword records, where one set holds for a
+// whole line. (The frequency belongs to each sounding.)
+auto lineSettings(const Metadata &from) {
+    const LineScaling scaling = scalingFromMetadata(from);
+    return std::make_tuple(from.Line.Number.value, from.Line.Azimuth.value, from.Tx.Stn.value,
+                           from.Tx.Turns.value, from.Tx.LengthX.value, from.Tx.LengthY.value,
+                           from.Tx.CenterX.value, from.Tx.CenterY.value, from.Tx.Azimuth.value,
+                           from.Tx.Ramp.value, from.Rx.Area.value, scaling.RxAreaXYZ,
+                           scaling.StnRescaleQdr.begin, scaling.StnRescaleQdr.increment,
+                           scaling.StnRescaleClient.begin, scaling.StnRescaleClient.increment);
+}
+
 struct ReadPass {
     AvgWalk walk;
+    bool oneLine = false; ///< the file's only line: every section belongs to it
+    decltype(lineSettings(Metadata{})) settings;
+    bool otherLineBegun = false; ///< keyword records since the last row belong to another line
+    LineNotice lateRecords;      ///< change settings after the chosen line's first row
+    LineNotice otherComponents;
+    LineNotice earlyWindows;
+    LineNotice droppedRows;
+    GivenSettings given;
     WindowTables tables;
     int arrayIndex = FixedLoop;
     bool LineSelected = false;
@@ -62,7 +81,7 @@ constexpr std::array RealColumns = {
     RealColumn{AvgTime, &AvgReading::time, MissingValue},
     RealColumn{AvgTimeBeg, &AvgReading::timeBeg, MissingValue},
     RealColumn{AvgTimeEnd, &AvgReading::timeEnd, MissingValue},
-    RealColumn{AvgErr, &AvgReading::err, 0.0F},
+    RealColumn{AvgErr, &AvgReading::err, MissingValue},
     RealColumn{AvgPercentErr, &AvgReading::percentErr, 0.0F},
     RealColumn{AvgWeight, &AvgReading::weight, 0.0F},
     RealColumn{AvgARes, nullptr, 0.0F},
@@ -72,6 +91,7 @@ constexpr std::array RealColumns = {
 
 AvgReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_view line) {
     const RecordLine record{walk.record(), line};
+    const RecordLine known{walk.record(), line, true}; // the count pass has reported these cells
     AvgReading reading;
     reading.tx = metadata.Tx.QdrStn.value;
     reading.rx = metadata.Rx.QdrStn.value;
@@ -82,10 +102,10 @@ AvgReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_
         Val_Read_Int(record, walk.cell(AvgSkip), AvgNames[AvgSkip], GoodReading, reading.skip);
     }
     if (walk.hasColumn(AvgTxStn)) {
-        Val_Read_R8(record, walk.cell(AvgTxStn), AvgNames[AvgTxStn], MissingValue, reading.tx);
+        Val_Read_Place(known, walk.cell(AvgTxStn), AvgNames[AvgTxStn], MissingValue, reading.tx);
     }
     if (walk.hasColumn(AvgRxStn)) {
-        Val_Read_R8(record, walk.cell(AvgRxStn), AvgNames[AvgRxStn], MissingValue, reading.rx);
+        Val_Read_Place(known, walk.cell(AvgRxStn), AvgNames[AvgRxStn], MissingValue, reading.rx);
     }
     if (walk.hasColumn(AvgComponent)) {
         reading.component = walk.cell(AvgComponent);
@@ -93,8 +113,8 @@ AvgReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_
     for (const RealColumn &column : RealColumns) {
         if (walk.hasColumn(column.variable)) {
             float value = 0.0F;
-            Val_Read_R4(record, walk.cell(column.variable), AvgNames[column.variable],
-                        column.unreadable, value);
+            Val_Read_R4(column.variable == AvgTime ? known : record, walk.cell(column.variable),
+                        AvgNames[column.variable], column.unreadable, value);
             if (column.field != nullptr) {
                 reading.*column.field = value;
             }
@@ -106,10 +126,12 @@ AvgReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_
     return reading;
 }
 
-void dropRecord(const AvgWalk &walk, std::string_view words, std::string_view line) {
+void dropRecord(ReadPass &pass, std::string_view words, std::string_view line) {
+    const int record = pass.walk.record();
+    pass.droppedRows.note(record, line);
     ReportWarning(
-        {"AVG_Read_Data.ERROR: " + std::string(words) + " record " + std::to_string(walk.record()),
-         line, "Dropping this data record."});
+        {"AVG_Read_Data.ERROR: " + std::string(words) + " record " + std::to_string(record), line,
+         "Dropping this data record."});
 }
 
 // The first rule that a reading breaks, in words; empty for a good one. area in m^2
@@ -176,8 +198,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading)
     SoundingRecord &record = model.hTrn[static_cast<std::size_t>(pass.sounding)];
     record.TxFreq = reading.freq;
     record.Station = rx;
-    record.RxStn = rx;
-    record.TxStn = tx;
+    hTrn_Set_Stations(model, pass.sounding, tx, rx);
     record.East = metadata.Rx.East.value;
     record.North = metadata.Rx.North.value;
     record.Elevation = metadata.Rx.Elev.value;
@@ -215,22 +236,26 @@ void AVG_Read_Data(ReadPass &pass, SurveyModel &model, std::string_view line) {
     const AvgReading reading = readCells(pass.walk, model.metadata, line);
     const int component = avgComponent(reading.component, "EM.Cmp");
     if (component == 0) {
-        dropRecord(pass.walk, "Rx.Cmp undefined for", line);
-        return;
-    }
-    if (component < FirstMagneticComponent || component > LastMagneticComponent) {
+        dropRecord(pass, "Rx.Cmp undefined for", line);
         return;
     }
     const int axis = component - FirstMagneticComponent;
-    if (pass.arrayIndex >= InLoop && axis != AxisZ) {
+    if (component < FirstMagneticComponent || component > LastMagneticComponent ||
+        (pass.arrayIndex >= InLoop && axis != AxisZ)) {
+        pass.otherComponents.note(pass.walk.record(), line);
         return;
     }
     const float area = model.preset.RxAreaXYZ[static_cast<std::size_t>(axis)];
     const std::string_view fault = faultOf(reading, area);
     if (!fault.empty()) {
-        dropRecord(pass.walk, fault, line);
+        dropRecord(pass, fault, line);
         return;
     }
+    if (!(reading.time > 0.0F)) {
+        pass.earlyWindows.note(pass.walk.record(), line);
+        return;
+    }
+    pass.given.frequency = pass.given.frequency || pass.walk.hasColumn(AvgFreq);
     if (opensGroup(pass, reading, model.SoundingCount == 0) &&
         !openSounding(pass, model, reading)) {
         reportFullTable(model, pass.walk, line);
@@ -240,19 +265,68 @@ void AVG_Read_Data(ReadPass &pass, SurveyModel &model, std::string_view line) {
     storeReading(pass, model, reading, axis, area, line);
 }
 
+// Takes the settings in force at the first row of the chosen line.
+void takeSettings(ReadPass &pass, SurveyModel &model) {
+    Control_From_Metadata(model);
+    pass.settings = lineSettings(model.metadata);
+    pass.given = givenSettings(model);
+    settleLoopFromVertices(model, pass.given);
+}
+
 // Settles whether the section that a data line stands in belongs to the chosen line.
 void settleLine(ReadPass &pass, SurveyModel &model, std::string_view lineLabel) {
     if (!pass.walk.HeaderChanged) {
         return;
     }
     pass.walk.HeaderChanged = false;
+    pass.otherLineBegun = false;
     if (!pass.walk.identity.take(model.metadata)) {
         return;
     }
-    pass.LineSelected = pass.walk.identity.label() == lineLabel;
+    pass.LineSelected = pass.oneLine || pass.walk.identity.label() == lineLabel;
     if (pass.LineSelected) {
-        Control_From_Metadata(model);
+        takeSettings(pass, model);
     }
+}
+
+// A record after the first row of the chosen line comes too late for a setting of the whole line.
+void noteLateRecord(ReadPass &pass, const Metadata &metadata, int record, std::string_view line) {
+    LineIdentity identity = pass.walk.identity;
+    pass.otherLineBegun = pass.otherLineBegun || (!pass.oneLine && identity.take(metadata));
+    if (!pass.LineSelected || pass.otherLineBegun) {
+        return;
+    }
+    const auto settings = lineSettings(metadata);
+    if (settings != pass.settings) {
+        pass.settings = settings;
+        pass.lateRecords.note(record, line);
+    }
+}
+
+void reportNotices(const ReadPass &pass, const SurveyModel &model) {
+    const std::string &name = pass.walk.name;
+    pass.otherComponents.report(name, "Rows of a component that is not read",
+                                pass.arrayIndex >= InLoop ? "Of this array only Hz is read."
+                                                          : "Hx, Hy and Hz are read.");
+    pass.earlyWindows.report(name, "Rows with a window centre at or before time 0",
+                             "They are dropped.");
+    pass.lateRecords.report(name, "Records that change settings of the line after its first row",
+                            "A line is read with one set of settings.");
+    if (model.SoundingCount > 0) {
+        warnOfDefaults(name, pass.given, model);
+    }
+}
+
+// Says why nothing was read; each cause has been told with its first row.
+void reportNoSounding(const ReadPass &pass, std::string_view lineLabel) {
+    const auto rows = [](const LineNotice &notice, const char *what) {
+        return std::to_string(notice.count) + what;
+    };
+    ReportError({"ERROR: No sounding was read from line " + std::string(lineLabel) + " of " +
+                     pass.walk.name,
+                 rows(pass.otherComponents, " rows are of a component that is not read,"),
+                 rows(pass.earlyWindows, " rows have a window centre at or before time 0,"),
+                 rows(pass.droppedRows, " rows lack a value that is needed.")});
 }
 
 void finishPass(ReadPass &pass, SurveyModel &model) {
@@ -265,9 +339,14 @@ void finishPass(ReadPass &pass, SurveyModel &model) {
 
 int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel) {
     ReadPass pass;
-    if (!pass.walk.reader.open(fileName)) {
+    if (!pass.walk.open(fileName)) {
         return 1;
     }
+    pass.walk.quiet = true;
+    pass.oneLine = model.lines.LineCount == 1;
+    pass.walk.recordTaken = [&](int record, std::string_view text) {
+        noteLateRecord(pass, model.metadata, record, text);
+    };
     pass.arrayIndex = heldArrayIndex(model.preset.SelectedArrayIndex);
     if (!pass.tables.allocate(model.SoundingCapacity())) {
         ReportError({"AVG_Read.ERROR", "while allocating work tables for " +
@@ -287,15 +366,24 @@ int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view l
         model.SoundingCount = 0;
         return 1;
     }
-    int status = pass.walk.faulted || !pass.walk.LabelsValid ? 1 : 0;
-    if (!pass.walk.faulted) {
-        setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
-        ReportInfoLine(std::to_string(model.SoundingCount) +
-                       " data transients have been read from avg file");
-        status = model.SoundingCount < 1 ? 1 : status;
-    }
     finishPass(pass, model);
-    return status;
+    reportNotices(pass, model);
+    if (pass.walk.faulted) {
+        return 1;
+    }
+    setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
+    ReportInfoLine(std::to_string(model.SoundingCount) +
+                   " data transients have been read from avg file");
+    if (model.SoundingCount < 1) {
+        reportNoSounding(pass, lineLabel);
+        return 1;
+    }
+    if (!pass.walk.LabelsValid) {
+        ReportError({"ERROR: Nothing is imported from " + pass.walk.name,
+                     "The column labels of its last data section lack a required column."});
+        return 1;
+    }
+    return 0;
 }
 
 } // namespace keldrin

@@ -1,9 +1,11 @@
 #include "import/import_steps.h"
 
 #include "base/ascii.h"
+#include "base/number_text.h"
 #include "messages/message_log.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 
 namespace keldrin {
@@ -122,20 +124,11 @@ int soundingsNeeded(const LineEntry &entry) {
 
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                                int &index) {
-    if (model.SoundingCapacity() < 1) {
-        return FindOrAdd::Full;
+    if (model.SoundingCount < model.SoundingCapacity()) {
+        return hTrn_Find_Or_Add(model, TxStn, TxFreq, RxStn, index);
     }
-    SoundingRecord &last = model.hTrn.back();
-    const double lastTx = last.TxStn;
-    const double lastRx = last.RxStn;
-    const float lastFreq = last.TxFreq;
-    const FindOrAdd result = hTrn_Find_Or_Add(model, TxStn, TxFreq, RxStn, index);
-    if (result == FindOrAdd::Full) {
-        last.TxStn = lastTx;
-        last.RxStn = lastRx;
-        last.TxFreq = lastFreq;
-    }
-    return result;
+    index = hTrn_Find(model, TxStn, TxFreq, RxStn);
+    return index < 0 ? FindOrAdd::Full : FindOrAdd::Found;
 }
 
 void LineNotice::note(int record, std::string_view line) {
@@ -152,6 +145,77 @@ void LineNotice::report(std::string_view file, std::string_view what,
                            ", the first on line " + std::to_string(firstRecord) + " of " +
                            std::string(file),
                        firstLine, consequence});
+    }
+}
+
+void LineNotices::note(std::string_view label, std::string_view fullName, std::string_view array,
+                       int record) {
+    const std::string key(label);
+    const std::string name = Str_Upper(Str_No_Blanks(fullName)) + " " + Str_Upper(array);
+    const auto known = nameOfLabel_.find(key);
+    if (known == nameOfLabel_.end()) {
+        if (nameOfLabel_.size() >= static_cast<std::size_t>(MaxSurveyLines)) {
+            beyond_.note(record, fullName);
+        }
+        nameOfLabel_.emplace(key, name);
+    } else if (known->second != name && shared_.insert(name).second) {
+        merged_.note(record, fullName);
+    }
+}
+
+void LineNotices::report(std::string_view file) const {
+    beyond_.report(file, "Lines beyond the 32nd",
+                   "Only the last of them can be chosen, in place of the 32nd line.");
+    merged_.report(file, "Lines whose name and array agree in the 16 characters that are kept",
+                   "They are taken as one line.");
+}
+
+GivenSettings givenSettings(const SurveyModel &model) {
+    const Metadata &from = model.metadata;
+    constexpr std::array<float, ComponentAxes> DefaultAreas = LineScaling{}.RxAreaXYZ;
+    GivenSettings given;
+    given.loop = from.Tx.LengthX.level > 0 || from.Tx.LengthY.level > 0;
+    given.frequency = from.Tx.Freq.level > 0;
+    given.coilArea = from.Rx.AreaX.level > 0 || from.Rx.AreaY.level > 0 ||
+                     from.Rx.AreaZ.level > 0 || model.preset.RxAreaXYZ != DefaultAreas;
+    given.array = from.Survey.Array.level > 0;
+    given.centre = isPresent(from.Tx.CenterX.value) && isPresent(from.Tx.CenterY.value);
+    return given;
+}
+
+void warnOfDefaults(std::string_view file, const GivenSettings &given, const SurveyModel &model) {
+    const ControlValues &control = model.control;
+    const std::string unit(nameOf(LengthUnitNames, control.LengthUnitsIndex));
+    const auto warn = [&](bool isGiven, std::string_view what, const std::string &taken) {
+        if (!isGiven) {
+            ReportWarning({"WARNING: " + std::string(file) + " gives no " + std::string(what),
+                           "The default is taken: " + taken});
+        }
+    };
+    warn(given.loop, "size of the transmitter loop",
+         messageNumber(control.XTxLength) + " by " + messageNumber(control.YTxLength) + " " + unit);
+    warn(given.frequency, "transmitter frequency", messageNumber(control.TxFreq) + " Hz");
+    warn(given.coilArea, "area of the receiver coil",
+         messageNumber(model.preset.RxAreaXYZ[2]) + " m^2");
+    warn(given.array, "survey array", control.SurveyType.str());
+    warn(given.centre || control.SurveyTypeIndex != FixedLoop, "centre of the fixed loop",
+         "East " + messageNumber(control.XTxCenter) + ", North " +
+             messageNumber(control.YTxCenter));
+}
+
+void noteFileEnd(const LineReader &reader, std::string_view file) {
+    if (reader.endedAtMark()) {
+        ReportError({"WARNING: " + std::string(file) + " has an end mark (code 26)",
+                     "What stands behind it was not read."});
+    }
+    if (reader.endedInLine()) {
+        ReportWarning({"WARNING: The last line of " + std::string(file) + " has no line end",
+                       "The file may be cut."});
+    }
+    if (reader.firstCutLine() > 0) {
+        ReportWarning({"WARNING: Line " + std::to_string(reader.firstCutLine()) + " of " +
+                           std::string(file) + " is too long",
+                       "What stands behind its last column that fits was not read."});
     }
 }
 

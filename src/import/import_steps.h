@@ -1,8 +1,11 @@
 #pragma once
 
 #include "base/fixed_text.h"
+#include "base/line_reader.h"
 #include "model/survey_model.h"
 
+#include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -99,6 +102,50 @@ struct LineNotice {
     /// them. Nothing without a line.
     void report(std::string_view file, std::string_view what, std::string_view consequence) const;
 };
+
+/// The survey lines of a file that share a row of the line table, or find none.
+class LineNotices {
+  public:
+    /// Notes the line that a section belongs to.
+    /// label     of the line table
+    /// fullName  of the line, not cut; with `array` it tells lines apart
+    void note(std::string_view label, std::string_view fullName, std::string_view array,
+              int record);
+    /// One warning for lines beyond the 32nd, one for lines whose names agree as far as they are
+    /// kept.
+    void report(std::string_view file) const;
+
+  private:
+    std::map<std::string, std::string> nameOfLabel_;
+    std::set<std::string> shared_; ///< names that were noted
+    LineNotice beyond_;
+    LineNotice merged_;
+};
+
+/// What a file gives of the settings that have defaults.
+struct GivenSettings {
+    bool loop = false;
+    bool frequency = false;
+    bool coilArea = false;
+    bool array = false;
+    bool centre = false; ///< of the loop; only Fixed-Loop lines need it
+};
+
+/// What keyword records have set, or the user, of the settings of an import.
+GivenSettings givenSettings(const SurveyModel &model);
+
+/// One warning for each setting that the file does not give and whose default was taken.
+void warnOfDefaults(std::string_view file, const GivenSettings &given, const SurveyModel &model);
+
+/// Settles the transmitter loop after the control values were taken from the keyword records: where
+/// four vertices (Tx.XYZ1 to 4) are given, they give centre, sides and azimuth as far as no record
+/// of their own does.
+/// given  loop and centre become true with the vertices
+void settleLoopFromVertices(SurveyModel &model, GivenSettings &given);
+
+/// What must be told at the end of a file of field data: an end mark with data behind it, a last
+/// line that may be cut, a line that was too long.
+void noteFileEnd(const LineReader &reader, std::string_view file);
 
 /// The words that end a count pass: "Found N lines and M TEM transients."
 std::string foundText(int lines, int transients);

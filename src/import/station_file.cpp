@@ -5,25 +5,26 @@
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "base/sorting.h"
+#include "import/import_steps.h"
 #include "messages/message_log.h"
-#include "projectfile/table_file.h"
 #include "text/columns.h"
 #include "text/value_readers.h"
 #include "toolkit/toolkit.h"
 
 #include <array>
 #include <cmath>
+#include <span>
 #include <string_view>
 
 namespace keldrin {
 
 namespace {
 
-constexpr std::size_t LineLimit = 128;
+constexpr std::size_t LineLimit = 8192;
 constexpr int MaxColumns = 8;
 constexpr std::size_t CellWidth = 32;
 constexpr std::size_t MaxStations = 2048;
-constexpr double LargestCoordinate = 1.0E12;
+constexpr double LargestCoordinate = 1.0E9;
 constexpr int MostSeparationWarnings = 19;
 
 constexpr std::array<std::string_view, 4> Names = {"STATION", "EAST", "NORTH", "ELEV"};
@@ -70,7 +71,7 @@ bool isSpurious(StationReader &reader, const std::array<double, 4> &values) {
             continue;
         }
         const MessageLine words = "ERROR: |" + std::string(Words[i]) + "|=|" +
-                                  messageNumber(values[i]) + "| > 1.0E12 on " + reader.name +
+                                  messageNumber(values[i]) + "| > 1.0E9 on " + reader.name +
                                   " line " + std::to_string(reader.lines.lineNumber());
         if (i + 1 == values.size()) {
             reportDropped(reader, {words, "Spurious data will be dropped."});
@@ -147,7 +148,7 @@ void readLines(StationReader &reader, StationTable &table) {
 void sortByStation(StationTable &table) {
     const std::vector<std::size_t> index = indexSort(table.stn);
     for (std::vector<double> *column : {&table.stn, &table.east, &table.north, &table.elev}) {
-        permuteByIndex(*column, index);
+        permuteByIndex(std::span(*column), index);
     }
 }
 
@@ -232,7 +233,7 @@ int Stn_File_Input(std::string fileName, StationTable &table) {
         return 1;
     }
     readLines(reader, table);
-    noteEndMark(reader.lines);
+    noteFileEnd(reader.lines, reader.name);
     if (table.size() == 0) {
         ReportError({"ERROR: No valid data recovered from " + reader.name,
                      "Expecting space or comma separated columns of",

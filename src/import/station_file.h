@@ -22,7 +22,7 @@ struct StationTable {
 };
 
 // Station location files (*.stn): blank- or comma-separated columns STATION, EAST, NORTH, ELEV in
-// any order under a label line, in this order before the first one. Lines of at most 128 bytes;
+// any order under a label line, in this order before the first one. Lines of at most 8192 bytes;
 // comments begin with $ \ / ! or ".
 
 /// Reads the station location file that may stand beside a data file. Points at the place or with

@@ -7,7 +7,6 @@
 #include "keywords/record.h"
 #include "messages/message_log.h"
 #include "projectfile/control_block.h"
-#include "projectfile/table_file.h"
 #include "toolkit/toolkit.h"
 
 #include <cmath>
@@ -17,7 +16,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t LineLimit = 256;
+constexpr std::size_t LineLimit = 8192;
 constexpr int SourceLevel = 1;
 
 // Unset values take their counterparts, increments of no size count as unset.
@@ -43,16 +42,17 @@ void settleCoilAreas(RxMetadata &rx) {
     for (SourcedReal *area : {&rx.Area, &rx.AreaX, &rx.AreaY, &rx.AreaZ}) {
         if (!(area->value >= 0.01F)) {
             area->value = 10000.0F;
+            area->level = 0; // nobody has given it
         }
     }
 }
 
-void readRecords(Metadata &metadata, LineReader &reader) {
+void readRecords(Metadata &metadata, LineReader &reader, std::string_view name) {
     std::string_view line;
     for (;;) {
         const LineStatus status = reader.next(line);
         if (status == LineStatus::End) {
-            noteEndMark(reader);
+            noteFileEnd(reader, name);
             return;
         }
         if (status == LineStatus::Fault) {
@@ -79,7 +79,7 @@ void readFile(Metadata &metadata, const std::string &fileName) {
             {"ERROR: Could not open survey information file", fileName, reader.errorText()});
         return;
     }
-    readRecords(metadata, reader);
+    readRecords(metadata, reader, name);
     ReportInfoLine("Survey configuration, stn # scaling and annotation read from " + name);
     settleStationScaling(metadata.Stn, 1.0E-6);
 }

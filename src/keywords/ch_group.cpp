@@ -32,10 +32,11 @@ bool takeCode(const Reading &reading, std::string_view token, std::string_view l
     }
     if (Decode(token, code) != 0) {
         const RecordLine &where = reading.record.where;
-        ReportWarning({"Ch_MD_READ.Error while reading " + std::string(reading.record.key),
-                       std::string(label) + " = " + std::string(token) + " in record # " +
-                           std::to_string(where.number),
-                       where.line});
+        reportRecord(where, false,
+                     {"Ch_MD_READ.Error while reading " + std::string(reading.record.key),
+                      std::string(label) + " = " + std::string(token) + " in record # " +
+                          std::to_string(where.number),
+                      where.line});
         return false;
     }
     value = code;

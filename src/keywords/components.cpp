@@ -29,9 +29,30 @@ bool takeComponents(const Reading &reading, CellReader<float> cell, Components c
     return stored;
 }
 
+bool takeSides(const Reading &reading, std::array<SourcedLength *, 2> sides) {
+    float last = 0.0F;
+    if (!takeComponents(reading, lengthCell, std::array<SourcedReal *, 2>{sides[0], sides[1]},
+                        isLengthUnit, last)) {
+        return false;
+    }
+    for (SourcedLength *side : sides) {
+        if (side->level == reading.record.level) {
+            side->unitAssumed = assumesLengthUnit(reading);
+        }
+    }
+    const auto &tokens = reading.record.tokens;
+    if (std::any_of(tokens.begin() + static_cast<std::ptrdiff_t>(
+                                         std::min<std::size_t>(sides.size(), tokens.size())),
+                    tokens.end(), [](std::string_view token) {
+                        return !token.empty() && !isLengthUnit(token);
+                    })) {
+        notePartlyUsed(reading, "has more values than are used");
+    }
+    return true;
+}
+
 bool isLengthUnit(std::string_view token) {
-    return sameIgnoringCase(token, "m") || sameIgnoringCase(token, "f") ||
-           sameIgnoringCase(token, "ft");
+    return lengthUnitNamed(token) != 0;
 }
 
 } // namespace keldrin

@@ -15,6 +15,9 @@ using Components = std::span<SourcedReal *const>;
 bool takeComponents(const Reading &reading, CellReader<float> cell, Components components,
                     bool (*skipped)(std::string_view token), float &last);
 
+/// The sides of a loop from lengths, of which one sets both. True when a side was set.
+bool takeSides(const Reading &reading, std::array<SourcedLength *, 2> sides);
+
 /// A token that only tells the unit of the lengths beside it.
 bool isLengthUnit(std::string_view token);
 

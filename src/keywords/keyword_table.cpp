@@ -15,19 +15,10 @@ namespace {
 
 constexpr int LoudUnknownKeywords = 3;
 
-/// What the user has been told is an error, what repeats it a warning.
-void report(bool loud, std::initializer_list<MessageLine> lines) {
-    if (loud) {
-        ReportError(lines);
-    } else {
-        ReportWarning(lines);
-    }
-}
-
-/// True for the first value outside its limits of a keyword, which is noted.
-bool isFirstOutside(const Reading &reading) {
+/// Sets the mark of the record's keyword; true when it was not set.
+bool isFirst(const Reading &reading, std::array<bool, GroupTail::MostKeywords> GroupTail::*marks) {
     const auto row = static_cast<std::size_t>(&reading.row - reading.group.rows.data());
-    return !std::exchange(reading.group.tail(reading.metadata).outOfRange[row], true);
+    return !std::exchange((reading.group.tail(reading.metadata).*marks)[row], true);
 }
 
 /// What a reader leaves where it stored no value: no text reads as NaN or as the lowest integer.
@@ -120,10 +111,10 @@ bool storeInLimits(const Reading &reading, std::string_view label, T given, T &v
         limits.firstLine.empty()
             ? std::string(reading.group.name) + "_MD_Read.WARNING:"
             : std::string(limits.firstLine) + std::to_string(reading.record.where.number);
-    report(isFirstOutside(reading),
-           {firstLine, outsideText<T>(limits, label, exact, below),
-            std::string(label) + " will be set = " + numberText<T>(static_cast<double>(value)) +
-                std::string(limits.unit)});
+    reportRecord(reading.record.where, isFirst(reading, &GroupTail::outOfRange),
+                 {firstLine, outsideText<T>(limits, label, exact, below),
+                  std::string(label) + " will be set = " +
+                      numberText<T>(static_cast<double>(value)) + std::string(limits.unit)});
     return !limits.refused;
 }
 
@@ -131,8 +122,9 @@ void warnOfUnknownKeyword(const GroupTable &group, const KeywordRecord &record,
                           Metadata &metadata) {
     int &count = group.tail(metadata).unknownKeywords;
     const bool loud = count < LoudUnknownKeywords;
-    count += loud ? 1 : 0;
-    report(loud, {std::string(group.name) + "_MD_Read.WARNING:",
+    count += loud && !record.where.quiet ? 1 : 0;
+    reportRecord(record.where, loud,
+                 {std::string(group.name) + "_MD_Read.WARNING:",
                   "Did not recognize keyword " + std::string(record.key) + " in record # " +
                       std::to_string(record.where.number),
                   record.where.line});
@@ -154,11 +146,63 @@ int lengthUnitOf(const Reading &reading) {
 int readGroup(const GroupTable &group, const KeywordRecord &record, Metadata &metadata) {
     for (const KeywordRow &row : group.rows) {
         if (row.contained ? holds(record.keyword, row.keyword) : record.keyword == row.keyword) {
-            return row.reader({record, metadata, group, row});
+            const Reading reading{record, metadata, group, row};
+            const int status = row.reader(reading);
+            if (record.cut) {
+                notePartlyUsed(reading, "has a value of more than 32 characters, which is cut");
+            }
+            return status;
         }
     }
     warnOfUnknownKeyword(group, record, metadata);
     return 0;
+}
+
+void reportRecord(const RecordLine &where, bool loud, std::initializer_list<MessageLine> lines) {
+    if (where.quiet) {
+        return;
+    }
+    if (loud) {
+        ReportError(lines);
+    } else {
+        ReportWarning(lines);
+    }
+}
+
+void notePartlyUsed(const Reading &reading, std::string_view words) {
+    if (reading.record.where.quiet || !isFirst(reading, &GroupTail::partlyUsed)) {
+        return;
+    }
+    ReportWarning({std::string(reading.group.name) + "_MD_Read.WARNING:",
+                   std::string(reading.record.key) + " in record # " +
+                       std::to_string(reading.record.where.number) + " " + std::string(words),
+                   reading.record.where.line});
+}
+
+void noteExcessTexts(const Reading &reading, std::size_t used) {
+    const auto &tokens = reading.record.tokens;
+    if (std::any_of(tokens.begin() + static_cast<std::ptrdiff_t>(std::min(used, tokens.size())),
+                    tokens.end(), [](std::string_view token) { return !token.empty(); })) {
+        notePartlyUsed(reading, "is cut at a comma");
+    }
+}
+
+void noteExcessNumbers(const Reading &reading, std::size_t used) {
+    const auto &tokens = reading.record.tokens;
+    if (std::any_of(tokens.begin() + static_cast<std::ptrdiff_t>(std::min(used, tokens.size())),
+                    tokens.end(), [](std::string_view token) {
+                        return std::any_of(token.begin(), token.end(), isDigit);
+                    })) {
+        notePartlyUsed(reading, "has more values than are used");
+    }
+}
+
+bool assumesLengthUnit(const Reading &reading) {
+    const auto &tokens = reading.record.tokens;
+    return reading.metadata.Unit.Length.level < reading.record.level &&
+           std::none_of(tokens.begin(), tokens.end(), [](std::string_view token) {
+               return token.find_first_of("mMfF") != std::string_view::npos;
+           });
 }
 
 std::string labelOf(const Reading &reading, std::size_t index, std::size_t count) {

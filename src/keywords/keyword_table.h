@@ -1,6 +1,7 @@
 #pragma once
 
 #include "keywords/limits.h"
+#include "messages/message_log.h"
 #include "model/metadata.h"
 #include "text/value_readers.h"
 
@@ -26,6 +27,9 @@ namespace keldrin {
 //   - A token that is blank, null or cannot be read leaves its value alone. The readers report it.
 //   - A value outside its limits is reported and forced into them, or refused. The first such
 //     report of a keyword is an error, later ones are warnings.
+//   - What is not used of a value (behind its size, behind a comma, a unit that no step knows) is
+//     told once for each keyword.
+//   - A quiet record reports nothing: an earlier pass over the file has done so.
 
 /// One keyword record on its way to its group.
 struct KeywordRecord {
@@ -34,6 +38,8 @@ struct KeywordRecord {
     std::string_view keyword;                 ///< behind the group, upper case
     std::span<const std::string_view> tokens; ///< at least one; blanks around them are gone
     int level = 0;                            ///< 2 data file, 1 side file
+    std::string_view value;                   ///< all behind the "="
+    bool cut = false;                         ///< a token was longer than a token may be
 };
 
 struct KeywordRow;
@@ -69,6 +75,18 @@ struct GroupTable {
 /// Hands a record to the first row that takes its keyword. An unknown keyword is reported, the
 /// first three of a group as errors, and gives status 0.
 int readGroup(const GroupTable &group, const KeywordRecord &record, Metadata &metadata);
+
+/// An error where `loud`, else a warning; nothing for a quiet record.
+void reportRecord(const RecordLine &where, bool loud, std::initializer_list<MessageLine> lines);
+
+/// Warns, once for each keyword, of a value that is used in part or not at all.
+/// words  what becomes of it
+void notePartlyUsed(const Reading &reading, std::string_view words);
+
+/// Notes values that no row takes: `used` tokens were wanted, and one behind them is not blank.
+/// A token without a digit among numbers is taken for a unit.
+void noteExcessTexts(const Reading &reading, std::size_t used);
+void noteExcessNumbers(const Reading &reading, std::size_t used);
 
 /// The group's record among all.
 template <class Group>
@@ -164,7 +182,13 @@ bool takeTexts(const Reading &reading, std::span<Text> texts) {
         if (!tokens[i].empty()) {
             texts[i] = tokens[i];
             stored = true;
+            if (texts[i] != tokens[i]) {
+                notePartlyUsed(reading, "is cut to \"" + texts[i].str() + "\"");
+            }
         }
+    }
+    if (texts.size() == 1) {
+        noteExcessTexts(reading, 1);
     }
     return stored;
 }
@@ -190,7 +214,28 @@ template <auto Member, auto Cell>
 int readValues(const Reading &reading) {
     auto &field = memberIn(reading.metadata, Member);
     keepSource(reading, field, [&] {
-        return takeValues(reading, Cell, reading.record.tokens, elementsOf(field.value));
+        const auto values = elementsOf(field.value);
+        if (values.size() == 1) {
+            noteExcessNumbers(reading, 1);
+        }
+        return takeValues(reading, Cell, reading.record.tokens, values);
+    });
+    return 0;
+}
+
+/// True when neither the record nor a record of its level or above states the unit of a length.
+bool assumesLengthUnit(const Reading &reading);
+
+template <auto Member>
+int readLength(const Reading &reading) {
+    auto &field = memberIn(reading.metadata, Member);
+    keepSource(reading, field, [&] {
+        if (!takeValue(reading, lengthCell, reading.record.tokens.front(), labelOf(reading, 0, 1),
+                       field.value)) {
+            return false;
+        }
+        field.unitAssumed = assumesLengthUnit(reading);
+        return true;
     });
     return 0;
 }
@@ -235,7 +280,7 @@ constexpr KeywordRow number(std::string_view keyword, Limits limits = {},
 template <auto Member>
 constexpr KeywordRow length(std::string_view keyword, Limits limits = LengthRange,
                             std::string_view label = {}) {
-    return {keyword, readValues<Member, &lengthCell>, limits, label};
+    return {keyword, readLength<Member>, limits, label};
 }
 
 template <auto Member>

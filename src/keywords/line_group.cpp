@@ -7,8 +7,21 @@ using namespace rows;
 
 constexpr std::array<std::string_view, 3> TypeNames = {"STRAIGHT", "MEANDER", "POINTS"};
 
+/// The name keeps 16 characters; lines are told apart by the whole of it.
+int readName(const Reading &reading) {
+    LineMetadata &line = reading.metadata.Line;
+    keepSource(reading, line.Name, [&] {
+        if (!takeTexts(reading, elementsOf(line.Name.value))) {
+            return false;
+        }
+        line.fullName = reading.record.value;
+        return true;
+    });
+    return 0;
+}
+
 constexpr auto LineRows = std::to_array<KeywordRow>({
-    text<&LineMetadata::Name>("NAME"),
+    irregular("NAME", readName),
     text<&LineMetadata::Direction>("DIRECTION"),
     text<&LineMetadata::Spread>("SPREAD"),
     number<&LineMetadata::Number>("NUMBER", StationRange),

@@ -33,11 +33,13 @@ PointIndex readPointIndex(const Reading &reading, int highest) {
     PointIndex found;
     found.status = Val_Read_Digits(record.where, record.keyword, record.key, noDigits, found.index);
     if (found.status != 0 || found.index == noDigits) {
-        ReportWarning({warningOf(reading, "unable to read index value from"), record.key});
+        reportRecord(record.where, false,
+                     {warningOf(reading, "unable to read index value from"), record.key});
         return {noDigits, found.status};
     }
     if (found.index > highest) {
-        ReportWarning(
+        reportRecord(
+            record.where, false,
             {warningOf(reading, "out-of-range index value in"), record.key,
              "Index=" + std::to_string(found.index) + " <0 or >" + std::to_string(highest)});
         return {noDigits, NoSuchIndex};

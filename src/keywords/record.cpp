@@ -81,7 +81,8 @@ int dispatch(const GroupKey &name, KeywordRecord &record, Metadata &metadata) {
 
 } // namespace
 
-int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level) {
+int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level,
+                    bool quiet) {
     const std::size_t dollar = line.find('$');
     const std::size_t equals = line.find('=');
     if (dollar == std::string_view::npos || equals == std::string_view::npos || equals < dollar) {
@@ -101,7 +102,7 @@ int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line,
         // Records with the program's own prefix reach no group, and files rely on that.
         key = prefix.str() + "." + key.str();
     }
-    return MDP_Read_Value(metadata, {recordNumber, trimBlanks(line)}, key.view(),
+    return MDP_Read_Value(metadata, {recordNumber, trimBlanks(line), quiet}, key.view(),
                           line.substr(equals + 1), level);
 }
 
@@ -112,9 +113,12 @@ int MDP_Read_Value(Metadata &metadata, const RecordLine &record, std::string_vie
         return 0;
     }
     SplitCells split;
-    Str_Split_Delimited(values, ",;", MostTokens, TokenWidth, split);
+    Str_Split_Delimited(values, ",;", MostTokens, ValueWidth, split);
+    bool cut = false;
     for (std::string_view &cell : split.cells) {
         cell = trimBlanks(cell);
+        cut = cut || cell.size() > TokenWidth;
+        cell = trimRight(cutText(cell, TokenWidth));
     }
     if (split.cells.empty()) {
         return 0;
@@ -123,11 +127,14 @@ int MDP_Read_Value(Metadata &metadata, const RecordLine &record, std::string_vie
     const std::string name = Str_Upper(written.view());
     const GroupKey canonical = splitKey(canonicalKey(name));
     if (canonical.keyword.empty()) {
-        ReportWarning({"MDP_Read_Value.WARNING: No keyword name in " + written.str() + " from line",
-                       record.line});
+        if (!record.quiet) {
+            ReportWarning(
+                {"MDP_Read_Value.WARNING: No keyword name in " + written.str() + " from line",
+                 record.line});
+        }
         return NoRecord;
     }
-    KeywordRecord taken{record, written.view(), {}, split.cells, level};
+    KeywordRecord taken{record, written.view(), {}, split.cells, level, trimRight(values), cut};
     return dispatch(canonical, taken, metadata);
 }
 

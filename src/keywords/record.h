@@ -23,7 +23,9 @@ namespace keldrin {
 /// Reads one line of a file. Text before the first "$" does not count.
 /// level  source of the record: 2 the data file, 1 its side file. It replaces values of its own
 ///        and of lower levels
-int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level);
+/// quiet  an earlier pass has told the record's faults: none is reported
+int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level,
+                    bool quiet = false);
 
 /// Reads a key and its values, which are separated by "," or ";": at most 128 of 32 bytes.
 /// record  where the key stands, for messages

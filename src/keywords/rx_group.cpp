@@ -13,15 +13,14 @@ using namespace rows;
 /// Receiver lengths play no part in an inversion, and a second one is told so.
 int readLength(const Reading &reading) {
     RxMetadata &rx = reading.metadata.Rx;
-    const std::array<SourcedReal *, 2> sides = {&rx.LengthX, &rx.LengthY};
-    float last = 0.0F;
-    const bool stored = takeComponents(reading, lengthCell, sides, isLengthUnit, last);
+    const bool stored = takeSides(reading, {&rx.LengthX, &rx.LengthY});
     const auto &tokens = reading.record.tokens;
     if (stored && tokens.size() > 1 && !tokens[1].empty() && !isLengthUnit(tokens[1])) {
-        ReportWarning({"Rx_MD_Read.WARNING:",
-                       std::string(reading.record.key) + " has a second value in record # " +
-                           std::to_string(reading.record.where.number),
-                       "Values will not be used."});
+        reportRecord(reading.record.where, false,
+                     {"Rx_MD_Read.WARNING:",
+                      std::string(reading.record.key) + " has a second value in record # " +
+                          std::to_string(reading.record.where.number),
+                      "Values will not be used."});
     }
     return 0;
 }

@@ -9,9 +9,27 @@ using namespace rows;
 
 int readLength(const Reading &reading) {
     TxMetadata &tx = reading.metadata.Tx;
-    const std::array<SourcedReal *, 2> sides = {&tx.LengthX, &tx.LengthY};
-    float last = 0.0F;
-    takeComponents(reading, lengthCell, sides, isLengthUnit, last);
+    takeSides(reading, {&tx.LengthX, &tx.LengthY});
+    return 0;
+}
+
+/// The centre as one record: its first two coordinates are also CenterX and CenterY.
+int readCenter(const Reading &reading) {
+    TxMetadata &tx = reading.metadata.Tx;
+    keepSource(reading, tx.Center, [&] {
+        XyzPoint read = MissingPoint;
+        if (!takeValues(reading, plainCell<double>, reading.record.tokens, elementsOf(read))) {
+            return false;
+        }
+        tx.Center.value = read;
+        const std::array<SourcedDouble *, 2> axes = {&tx.CenterX, &tx.CenterY};
+        for (std::size_t i = 0; i < axes.size(); ++i) {
+            if (isPresent(read[i]) && reading.record.level >= axes[i]->level) {
+                *axes[i] = {read[i], reading.record.level};
+            }
+        }
+        return true;
+    });
     return 0;
 }
 
@@ -35,7 +53,7 @@ constexpr auto TxRows = std::to_array<KeywordRow>({
     indexedPoint<&TxMetadata::XYZ>("XYZ", MapRange),
     indexedPoint<&TxMetadata::Point>("POINT", StationRange),
     indexedPoint<&TxMetadata::UTM>("UTM", MapRange),
-    number<&TxMetadata::Center>("CENTER", StationRange, "Tx.Center["),
+    irregular("CENTER", readCenter, StationRange, "Tx.Center["),
     number<&TxMetadata::CenterX>("CENTERX", StationRange),
     number<&TxMetadata::CenterY>("CENTERY", StationRange),
     azimuth<&TxMetadata::HPR>("HPR", "Tx.HPR["),

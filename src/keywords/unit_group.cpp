@@ -1,7 +1,12 @@
 #include "keywords/group_readers.h"
+#include "keywords/length_units.h"
 #include "keywords/shared_names.h"
 
 #include "base/ascii.h"
+#include "model/enumerations.h"
+
+#include <algorithm>
+#include <string>
 
 namespace keldrin {
 namespace {
@@ -10,6 +15,7 @@ using namespace rows;
 
 constexpr std::array<std::string_view, 2> LengthNames = {"M", "F"};
 constexpr std::array<std::string_view, 3> TimeNames = {"USEC", "MSEC", "SEC"};
+constexpr int Msec = 2;
 constexpr std::array<std::string_view, 8> VNames = {"NV/A", "UV/A", "MV/A", "V/A",
                                                     "NV",   "UV",   "MV",   "V"};
 // "MV/Am" stays in mixed case: no value, which is compared in upper case, equals it, so "mV/Am" is
@@ -21,6 +27,62 @@ constexpr std::array<std::string_view, 2> PhaseNames = {"MRAD", "DEG"};
 constexpr std::array<std::string_view, 2> PhaseSignNames = {"EM", "IP"};
 constexpr std::array<std::string_view, 2> DBdtNames = {"UV/A", "NV/AM2"};
 constexpr std::array<std::string_view, 1> ResNames = {"OHM-"};
+
+/// Lengths are read in metres or feet. A unit that only begins with such a letter, as "cm" seems to
+/// do, is told.
+int readLengthUnit(const Reading &reading) {
+    UnitMetadata &unit = reading.metadata.Unit;
+    keepSource(reading, unit.Length, [&] {
+        const int before = unit.Length.value;
+        if (!takeEnumerations(reading, elementsOf(unit.Length.value))) {
+            return false;
+        }
+        settleAssumedLengths(reading.metadata, before, unit.Length.value);
+        const std::string_view word = reading.record.tokens.front();
+        if (lengthUnitNamed(word) == 0 && word.find_first_of("mMfF") != std::string_view::npos) {
+            notePartlyUsed(reading, std::string("is not a unit of lengths here: ") +
+                                        (unit.Length.value == Feet ? "feet" : "metres") +
+                                        " are taken");
+        }
+        return true;
+    });
+    return 0;
+}
+
+/// Times are read in msec whatever the file states.
+int readTimeUnit(const Reading &reading) {
+    SourcedInt &unit = reading.metadata.Unit.Time;
+    keepSource(reading, unit, [&] {
+        const bool stored = takeEnumerations(reading, elementsOf(unit.value));
+        if (stored && unit.value != Msec) {
+            notePartlyUsed(reading, "is not used: the times of AVG and Z files are read in msec");
+        }
+        return stored;
+    });
+    return 0;
+}
+
+/// Values are read in uV/A whatever the file states. Only a whole name counts: "uV/Am2" holds
+/// "uV/A" and is another unit.
+int readDBdtUnit(const Reading &reading) {
+    SourcedInt &unit = reading.metadata.Unit.dBdt;
+    keepSource(reading, unit, [&] {
+        const std::string word = Str_Upper(reading.record.tokens.front());
+        if (word.empty() || holds(word, "*")) {
+            return false;
+        }
+        if (word != reading.row.names.front()) {
+            notePartlyUsed(reading, "is not used: the values of AVG and Z files are read in uV/A");
+        }
+        const auto found = std::find(reading.row.names.begin(), reading.row.names.end(), word);
+        if (found == reading.row.names.end()) {
+            return false;
+        }
+        unit.value = static_cast<int>(found - reading.row.names.begin()) + 1;
+        return true;
+    });
+    return 0;
+}
 
 /// A second token names the sign convention.
 int readPhase(const Reading &reading) {
@@ -45,14 +107,14 @@ int readPhaseSign(const Reading &reading) {
 }
 
 constexpr auto UnitRows = std::to_array<KeywordRow>({
-    enumeration<&UnitMetadata::Length>("LENGTH", "Unit.Length", LengthNames),
-    enumeration<&UnitMetadata::Time>("TIME", "Unit.Time", TimeNames),
+    irregular("LENGTH", readLengthUnit, {}, "Unit.Length", LengthNames),
+    irregular("TIME", readTimeUnit, {}, "Unit.Time", TimeNames),
     enumeration<&UnitMetadata::V>("V", "Unit.V", VNames),
     enumeration<&UnitMetadata::E>("E", "Unit.E", ENames),
     enumeration<&UnitMetadata::B>("B", "Unit.B", BNames),
     irregular("PHASE", readPhase, {}, "Unit.Phase", PhaseNames),
     irregular("PHASESIGN", readPhaseSign, {}, "Unit.PhaseSign", PhaseSignNames),
-    enumeration<&UnitMetadata::dBdt>("DBDT", "Unit.dBdt", DBdtNames),
+    irregular("DBDT", readDBdtUnit, {}, "Unit.dBdt", DBdtNames),
     enumeration<&UnitMetadata::Res>("RES", "Unit.Res", ResNames),
     enumeration<&UnitMetadata::IP>("IP", "Unit.IP", IPNames),
 });

@@ -68,6 +68,7 @@ struct GridMetadata {
 
 struct LineMetadata {
     SourcedText<16> Name{"0"};
+    FixedText<128> fullName{"0"}; ///< of Name, as far as the record goes
     SourcedText<16> Direction;
     SourcedText<16> Spread;
     SourcedDouble Number{0.0};
@@ -110,9 +111,9 @@ struct TxMetadata {
     SourcedReal XAzimuth{90.0F};
     SourcedReal Azimuth{MissingValue}; ///< no default: an unset one follows the line
     SourcedReal Incl{0.0F};
-    SourcedReal LengthX{100.0F}; ///< m
-    SourcedReal LengthY{100.0F}; ///< m
-    SourcedReal Area{10000.0F};  ///< m^2
+    SourcedLength LengthX{{100.0F}}; ///< m
+    SourcedLength LengthY{{100.0F}}; ///< m
+    SourcedReal Area{10000.0F};      ///< m^2
     SourcedInt Turns{1};
     SourcedReals<16> Sense{filledArray<float, 16>(0.1F)};
     SourcedReal Amp{1.0F};
@@ -146,11 +147,11 @@ struct RxMetadata {
     SourcedReal XAzimuth{90.0F};
     SourcedReal Azimuth{MissingValue};
     SourcedReal Incl{0.0F};
-    SourcedReal ASpace{MissingValue}; ///< m
+    SourcedLength ASpace{{MissingValue}}; ///< m
     SourcedReal SSpace{MissingValue};
-    SourcedReal LengthX{MissingValue}; ///< m
-    SourcedReal LengthY{MissingValue}; ///< m
-    SourcedReal Area{MissingValue};    ///< m^2, the last value read
+    SourcedLength LengthX{{MissingValue}}; ///< m
+    SourcedLength LengthY{{MissingValue}}; ///< m
+    SourcedReal Area{MissingValue};        ///< m^2, the last value read
     SourcedReal AreaX{MissingValue};
     SourcedReal AreaY{MissingValue};
     SourcedReal AreaZ{MissingValue};
@@ -161,7 +162,7 @@ struct RxMetadata {
     SourcedReal AntScale{MissingValue};
     SourcedReal CntRes{MissingValue};
     SourcedDouble SetupStn{MissingValue};
-    SourcedReal SetupLength{MissingValue}; ///< m
+    SourcedLength SetupLength{{MissingValue}}; ///< m
     SourcedReal WireCap{MissingValue};
     SourcedReal AntDelay{MissingValue};   ///< usec
     SourcedReal AliasDelay{MissingValue}; ///< usec

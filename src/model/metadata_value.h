@@ -25,9 +25,15 @@ struct GroupTail {
     int lastPointIndex = 0;                      ///< of the indexed point that was read last
     std::array<bool, MostKeywords> outOfRange{}; ///< keywords, in the order of the group's table,
                                                  ///< that had a value outside its limits
+    std::array<bool, MostKeywords> partlyUsed{}; ///< keywords whose value was cut or has no use,
+                                                 ///< which is told once
 };
 
 using SourcedReal = Sourced<float>;
+/// A length in metres.
+struct SourcedLength : SourcedReal {
+    bool unitAssumed = false; ///< read before any file had stated a unit: the unit may yet follow
+};
 using SourcedDouble = Sourced<double>;
 using SourcedInt = Sourced<int>;
 template <std::size_t N>

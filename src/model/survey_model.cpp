@@ -10,6 +10,23 @@
 
 namespace keldrin {
 
+namespace {
+
+// The index of exactly the records in use, also of those that a reader has appended by itself.
+SoundingIndex &settledKeys(SurveyModel &model) {
+    SoundingIndex &keys = model.keyIndex;
+    if (keys.size() > model.SoundingCount) {
+        keys.clear();
+    }
+    while (keys.size() < model.SoundingCount) {
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(keys.size())];
+        keys.add(record.TxStn, record.RxStn);
+    }
+    return keys;
+}
+
+} // namespace
+
 void selectLine(SurveyModel &model, int line) {
     LineTable &lines = model.lines;
     if (lines.LineCount < 1) {
@@ -28,6 +45,7 @@ int allocateSoundings(SurveyModel &model, int requested) {
             model.hTrn.resize(static_cast<std::size_t>(requested));
         } catch (const std::exception &) { // bad_alloc and length_error end here
             model.hTrn.clear();
+            model.keyIndex.clear();
             model.SoundingCount = 0;
             return 1;
         }
@@ -38,6 +56,7 @@ int allocateSoundings(SurveyModel &model, int requested) {
 
 void hTrn_Init(SurveyModel &model) {
     std::fill(model.hTrn.begin(), model.hTrn.end(), SoundingRecord{});
+    model.keyIndex.clear();
     model.SoundingCount = 0;
 }
 
@@ -49,29 +68,38 @@ void STD_Init_Namelist(SurveyModel &model) {
     model.TimeRatio = 0.0F;
 }
 
+int hTrn_Find(SurveyModel &model, double TxStn, float TxFreq, double RxStn) {
+    SoundingIndex &keys = settledKeys(model);
+    const double reach = 100.0;
+    return keys.find(TxStn, reach * spacing(TxStn), RxStn, reach * spacing(RxStn), [&](int i) {
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        return sameStation(record.RxStn, RxStn) && sameStation(record.TxStn, TxStn) &&
+               sameFrequency(record.TxFreq, TxFreq);
+    });
+}
+
 FindOrAdd hTrn_Find_Or_Add(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                            int &index) {
-    for (index = 0; index < model.SoundingCount; ++index) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
-        if (sameStation(record.RxStn, RxStn) && sameStation(record.TxStn, TxStn) &&
-            sameFrequency(record.TxFreq, TxFreq)) {
-            return FindOrAdd::Found;
-        }
+    index = hTrn_Find(model, TxStn, TxFreq, RxStn);
+    if (index >= 0) {
+        return FindOrAdd::Found;
     }
     const bool full = model.SoundingCount >= model.SoundingCapacity();
-    if (full) {
-        index = model.SoundingCapacity() - 1;
-        if (index < 0) {
-            return FindOrAdd::Full;
-        }
-    } else {
-        ++model.SoundingCount;
+    if (full && model.SoundingCapacity() == 0) {
+        return FindOrAdd::Full;
     }
+    index = full ? model.SoundingCapacity() - 1 : model.SoundingCount++;
+    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
+    record.TxFreq = TxFreq;
+    hTrn_Set_Stations(model, index, TxStn, RxStn);
+    return full ? FindOrAdd::Full : FindOrAdd::Added;
+}
+
+void hTrn_Set_Stations(SurveyModel &model, int index, double TxStn, double RxStn) {
     SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
     record.TxStn = TxStn;
-    record.TxFreq = TxFreq;
     record.RxStn = RxStn;
-    return full ? FindOrAdd::Full : FindOrAdd::Added;
+    settledKeys(model).move(index, TxStn, RxStn);
 }
 
 void setSurveyType(ControlValues &control, int index) {

@@ -4,6 +4,7 @@
 #include "base/real.h"
 #include "model/enumerations.h"
 #include "model/metadata.h"
+#include "model/sounding_index.h"
 #include "model/source_file.h"
 
 #include <array>
@@ -185,6 +186,8 @@ struct SurveyModel {
     std::vector<SoundingRecord> hTrn; ///< its size is SoundingCapacity; it never shrinks
     int SoundingCount = 0;            ///< records in use; 0 means that no project is loaded
 
+    SoundingIndex keyIndex; ///< of hTrn, for find and add; cleared by what reorders hTrn
+
     // Derived by the project reader and the importers.
     int MaxTW = 0;           ///< largest NumTW
     float TimeRatio = 0.0F;  ///< largest TWcenter(last)/TWcenter(1)
@@ -213,12 +216,21 @@ void STD_Init_Namelist(SurveyModel &model);
 /// Result of a find-or-add: 0 found, 1 added, 2 full.
 enum class FindOrAdd { Found = 0, Added = 1, Full = 2 };
 
-/// The record of a transmitter, frequency and receiver; `index` is 0-based.
-/// Stations match within 100 spacings of the given one, frequencies within 5. A new record takes
-/// the three keys. When the table is full the last record's keys are overwritten and its index is
-/// returned with Full; a table without capacity gives index -1 and Full.
+// The keys of records in use are set by the functions below alone while soundings are added; what
+// sets or reorders them otherwise clears keyIndex, as allocating and resetting do.
+
+/// The first record of a transmitter, frequency and receiver, 0-based; -1 without one. Stations
+/// match within 100 spacings of the given one, frequencies within 5.
+int hTrn_Find(SurveyModel &model, double TxStn, float TxFreq, double RxStn);
+
+/// The same, and a new record with the three keys where there is none. When the table is full the
+/// last record's keys are overwritten and its index is returned with Full; a table without capacity
+/// gives index -1 and Full.
 FindOrAdd hTrn_Find_Or_Add(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                            int &index);
+
+/// Gives a record in use other stations.
+void hTrn_Set_Stations(SurveyModel &model, int index, double TxStn, double RxStn);
 
 // Normalisation of the enumerations: the index from what a file says, the text from the table.
 void setSurveyType(ControlValues &control, int index);

@@ -21,6 +21,9 @@ bool isEmptyCell(std::string_view cell) {
 
 void reportCell(const RecordLine &record, std::string_view cell, std::string_view label,
                 const CellWords &words) {
+    if (record.quiet) {
+        return;
+    }
     const std::string_view quote = words.quoted ? "\"" : "";
     std::string what(words.first);
     what.append(trimBlanks(label)).append(words.behind);

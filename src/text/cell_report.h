@@ -17,7 +17,8 @@ struct CellWords {
     bool quoted = false;                      ///< the cell stands between double quotes
 };
 
-/// Reports a cell that could not be read: the words, the record number and the line.
+/// Reports a cell that could not be read: the words, the record number and the line. Nothing for a
+/// quiet record.
 void reportCell(const RecordLine &record, std::string_view cell, std::string_view label,
                 const CellWords &words);
 

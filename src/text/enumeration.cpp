@@ -68,6 +68,17 @@ void remember(const FixedText<64> &text, int answer) {
     entries.push_back({text, answer});
 }
 
+/// Told where the dialog was shown, so once for each word: a batch has nobody who could choose.
+void warnOfUnknownWord(std::string_view word, std::string_view label,
+                       std::span<const std::string_view> names, int choice) {
+    const bool chosen = choice >= 1 && choice <= static_cast<int>(names.size());
+    const std::string_view name = chosen ? names[static_cast<std::size_t>(choice - 1)] : "";
+    ReportWarning({"WARNING: " + std::string(trimBlanks(label)) + " = " + std::string(word) +
+                       " matches no known name",
+                   chosen ? "It is taken as " + std::string(trimRight(name))
+                          : std::string("It is not used.")});
+}
+
 /// The name that equals the text, else the first one that it contains; 0 for none. A blank name is
 /// contained in every text, so that it catches all words that no name matches. Names are compared
 /// as they stand: one that is not in capitals equals no word, and tables may count on that.
@@ -115,6 +126,7 @@ int Str_to_iEnumeration(std::string_view text, std::string_view label,
     if (status == Matched) {
         index = choice;
     }
+    warnOfUnknownWord(asked.view(), label, names, status == Matched ? choice : 0);
     return status;
 }
 

@@ -3,10 +3,13 @@
 #include "base/ascii.h"
 #include "base/fixed_text.h"
 #include "base/free_form.h"
+#include "base/real.h"
 #include "model/enumerations.h"
 #include "text/cell_report.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 namespace keldrin {
 
@@ -36,6 +39,23 @@ int readNumber(std::string_view cell, std::string_view number, Number defaultVal
     return readFreeForm(number, result) == FreeForm::Failed ? CellFailed : CellRead;
 }
 
+constexpr bool isLetter(char c) {
+    return upperOf(c) >= 'A' && upperOf(c) <= 'Z';
+}
+
+/// The unit of a length whose word has its first m or f at `letter`; 0 when it is another unit,
+/// such as "cm".
+int unitAt(std::string_view cell, std::size_t letter) {
+    if (letter > 0 && isLetter(cell[letter - 1])) {
+        return 0;
+    }
+    std::size_t end = letter;
+    while (end < cell.size() && isLetter(cell[end])) {
+        ++end;
+    }
+    return lengthUnitNamed(cell.substr(letter, end - letter));
+}
+
 constexpr CellWords IntegerWords = {"ERROR reading integer "};
 constexpr CellWords Real4Words = {"ERROR reading real*4 "};
 constexpr CellWords Real8Words = {"ERROR reading real*8 "};
@@ -54,6 +74,27 @@ int Cell_to_R4(std::string_view cell, float defaultValue, float &result) {
 }
 int Cell_to_R8(std::string_view cell, double defaultValue, double &result) {
     return readNumber(cell, cell.substr(0, NumericWidth), defaultValue, result);
+}
+
+int Cell_to_Place(std::string_view cell, double defaultValue, double &result) {
+    constexpr double Farthest = 1.0E9;
+    const int status = Cell_to_R8(cell, defaultValue, result);
+    if (status == CellRead && isPresent(result) && std::fabs(result) > Farthest) {
+        result = defaultValue;
+        return CellFailed;
+    }
+    return status;
+}
+
+int lengthUnitNamed(std::string_view word) {
+    constexpr std::array<std::string_view, 5> MetreNames = {"M", "METER", "METERS", "METRE",
+                                                            "METRES"};
+    constexpr std::array<std::string_view, 4> FootNames = {"F", "FT", "FOOT", "FEET"};
+    const auto isIn = [&](auto names) {
+        return std::any_of(names.begin(), names.end(),
+                           [&](std::string_view name) { return sameIgnoringCase(word, name); });
+    };
+    return isIn(MetreNames) ? Metres : isIn(FootNames) ? Feet : 0;
 }
 
 int Cell_to_YesNo(std::string_view cell, bool defaultValue, bool &result) {
@@ -78,7 +119,10 @@ int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, flo
     int unit = std::clamp(unitIndex, Metres, Feet);
     const std::size_t letter = cell.find_first_of("mMfF");
     if (letter != std::string_view::npos) {
-        unit = upperOf(cell[letter]) == 'M' ? Metres : Feet;
+        unit = unitAt(cell, letter);
+        if (unit == 0) {
+            return CellFailed;
+        }
     }
     float length = 0.0F;
     const FreeForm found = readFreeForm(cell.substr(0, letter), length);
@@ -106,6 +150,12 @@ int Val_Read_R4(const RecordLine &record, std::string_view cell, std::string_vie
 int Val_Read_R8(const RecordLine &record, std::string_view cell, std::string_view label,
                 double defaultValue, double &result) {
     return reported(Cell_to_R8(cell, defaultValue, result), record, cell, label, Real8Words,
+                    defaultValue, result);
+}
+
+int Val_Read_Place(const RecordLine &record, std::string_view cell, std::string_view label,
+                   double defaultValue, double &result) {
+    return reported(Cell_to_Place(cell, defaultValue, result), record, cell, label, Real8Words,
                     defaultValue, result);
 }
 

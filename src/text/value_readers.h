@@ -25,12 +25,15 @@ inline constexpr int CellFailed = 1;
 struct RecordLine {
     int number = 0;
     std::string_view line;
+    bool quiet = false; ///< an earlier pass has told its faults: nothing is reported
 };
 
 int Cell_to_Int(std::string_view cell, std::int32_t defaultValue, std::int32_t &result);
 int Cell_to_Int8(std::string_view cell, std::int64_t defaultValue, std::int64_t &result);
 int Cell_to_R4(std::string_view cell, float defaultValue, float &result);
 int Cell_to_R8(std::string_view cell, double defaultValue, double &result);
+/// A station or a coordinate: one above 1.0E9 in size cannot be read.
+int Cell_to_Place(std::string_view cell, double defaultValue, double &result);
 int Cell_to_YesNo(std::string_view cell, bool defaultValue, bool &result);
 int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, float &result);
 
@@ -43,18 +46,25 @@ int Val_Read_R4(const RecordLine &record, std::string_view cell, std::string_vie
 int Val_Read_R8(const RecordLine &record, std::string_view cell, std::string_view label,
                 double defaultValue, double &result);
 
+int Val_Read_Place(const RecordLine &record, std::string_view cell, std::string_view label,
+                   double defaultValue, double &result);
+
 /// Only the first character decides: 1, Y, T are true; 0, N, F are false.
 int Val_Read_YesNo(const RecordLine &record, std::string_view cell, std::string_view label,
                    bool defaultValue, bool &result);
 
-/// A length in metres: a letter m or f in the cell selects the unit, else `unitIndex` (1 m, 2 ft,
-/// held to that range) does.
+/// A length in metres: metres or feet, as a letter m or f of the cell begins their name, else
+/// `unitIndex` (1 m, 2 ft, held to that range). A length in another unit cannot be read.
 int Val_Read_Length(const RecordLine &record, std::string_view cell, std::string_view label,
                     int unitIndex, float defaultValue, float &result);
 
 /// The digits of a cell as one integer; sign and point are lost.
 int Val_Read_Digits(const RecordLine &record, std::string_view cell, std::string_view label,
                     std::int32_t defaultValue, std::int32_t &result);
+
+/// The length unit that a word names in any case: 1 for m, meter(s) and metre(s), 2 for f, ft, foot
+/// and feet, 0 for any other.
+int lengthUnitNamed(std::string_view word);
 
 /// Degrees from a plain number, a bearing such as N45E or a compass word. A plain number that
 /// cannot be read leaves the default with status 0.

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
@@ -31,8 +32,13 @@ TEST(Real, SpacingIsTheGapToTheNextNumber) {
     for (const float x : {1.0F, 3.75F, -16.0F, 1.0E-30F}) {
         EXPECT_EQ(spacing(x), std::nextafter(std::fabs(x), 1.0E30F) - std::fabs(x)) << x;
     }
-    EXPECT_EQ(spacing(0.0F), std::numeric_limits<float>::min());
+    constexpr float least = std::numeric_limits<float>::min();
+    for (const float x : {0.0F, -0.0F, 1.0E-40F, least, 8388608.0F * least, HUGE_VALF, NAN}) {
+        EXPECT_EQ(spacing(x), least) << x;
+    }
+    EXPECT_EQ(spacing(16777216.0F * least), 2.0F * least);
     EXPECT_EQ(spacing(0.0), std::numeric_limits<double>::min());
+    EXPECT_EQ(spacing(-HUGE_VAL), std::numeric_limits<double>::min());
 }
 
 TEST(Real, StationsMatchWithinAHundredSpacings) {
@@ -57,6 +63,17 @@ TEST(Sorting, KeysWithinTenSpacingsFallToTheNextKey) {
     const double close = 100.0 + 5 * spacing(100.0);
     const std::vector<std::vector<double>> keys = {{close, 100.0, 50.0}, {1.0, 2.0, 9.0}};
     EXPECT_THAT(indexSortByKeys(keys), ElementsAre(2, 0, 1));
+}
+
+TEST(Sorting, APermutationPutsEachValueWhereItsIndexSays) {
+    std::vector<std::size_t> index = {0, 1, 2, 3, 4};
+    do {
+        std::vector<char> values = {'a', 'b', 'c', 'd', 'e'};
+        permuteByIndex(std::span(values), index);
+        for (std::size_t i = 0; i < index.size(); ++i) {
+            ASSERT_EQ(values[i], "abcde"[index[i]]);
+        }
+    } while (std::next_permutation(index.begin(), index.end()));
 }
 
 TEST(Sorting, AnyOrderOfFloatsIsSortedNaNIncluded) {

@@ -1,5 +1,6 @@
 #include "batch/command.h"
 #include "support/files.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 
 #include <gmock/gmock.h>
@@ -20,7 +21,7 @@ class BuildCommandTest : public testing::Test {
     BuildCommandTest() : before_(fs::current_path()) {
         fs::current_path(directory_.path());
         for (const char *name : {"fixedloop.avg", "movingloop.avg", "movingloop.stn"}) {
-            fs::copy(fs::path(KELDRIN_SOURCE_DIR) / "examples" / name, name);
+            fs::copy(fs::path(SourceDirectory) / "examples" / name, name);
         }
     }
     ~BuildCommandTest() override { fs::current_path(before_); }

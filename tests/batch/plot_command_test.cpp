@@ -1,6 +1,7 @@
 #include "batch/command.h"
 
 #include "support/files.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 
 #include <gmock/gmock.h>
@@ -44,7 +45,7 @@ class PlotCommandTest : public testing::Test {
     // Two soundings.
     void addProject(const std::string &name) {
         fs::create_directories(fs::path(directory.path(name)).parent_path());
-        fs::copy_file(std::string(KELDRIN_SOURCE_DIR) + "/tests/scenarios/data/pair.std",
+        fs::copy_file(std::string(SourceDirectory) + "/tests/scenarios/data/pair.std",
                       directory.path(name));
     }
     Outcome plot(const std::vector<std::string> &words) {

@@ -7,6 +7,7 @@
 #include "shell/open_project.h"
 #include "support/files.h"
 #include "support/picture.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/drawing.h"
 
@@ -58,7 +59,7 @@ class PlotPicture : public testing::TestWithParam<Reader> {
   protected:
     PlotPicture() {
         fixClock(DateTime{2026, 5, 14, 9, 30, 0});
-        const std::string examples = std::string(KELDRIN_SOURCE_DIR) + "/examples/project/";
+        const std::string examples = std::string(SourceDirectory) + "/examples/project/";
         for (const std::string name : {"inloop.std", "inloop.m1d"}) {
             std::filesystem::copy_file(examples + name, directory.path(name));
         }

@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -48,6 +50,29 @@ class DuplicatesTest : public testing::Test {
     MessageRecorder messages;
     SurveyModel model;
 };
+
+// Enough soundings for cycles of every length; each comes whole, and what lies behind those in use
+// stays where it is.
+TEST_F(DuplicatesTest, TwentyFourShuffledSoundingsComeInOrderWithTheirData) {
+    std::vector<SoundingRecord> records;
+    for (int i = 0; i < 24; ++i) {
+        const int place = 7 * (i + 5) % 24;
+        const auto station = static_cast<double>(place);
+        records.push_back(soundingOf(std::floor(station / 6.0), station,
+                                     {{1.0F + static_cast<float>(place), 2.0F, 3.0F}}));
+    }
+    std::swap(records[3], records[20]);
+    load(std::move(records));
+    model.hTrn.push_back(soundingOf(-9, -9, {}));
+    SortByTxRx(model);
+    for (int i = 0; i < 24; ++i) {
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        EXPECT_EQ(record.RxStn, i);
+        EXPECT_EQ(record.TxStn, i / 6); // NOLINT(bugprone-integer-division)
+        EXPECT_EQ(record.TWcenter[0], static_cast<float>(1 + i));
+    }
+    EXPECT_EQ(model.hTrn[24].RxStn, -9.0);
+}
 
 TEST_F(DuplicatesTest, SoundingsAreSortedByTransmitterThenReceiver) {
     load({soundingOf(2, 1, {}), soundingOf(1, 9, {}), soundingOf(3, 0, {}), soundingOf(1, 2, {}),

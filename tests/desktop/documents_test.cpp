@@ -8,6 +8,7 @@
 #include "shell/open_project.h"
 #include "support/files.h"
 #include "support/picture.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/desktop/painter_surface.h"
 #include "toolkit/drawing.h"
@@ -31,7 +32,6 @@ namespace keldrin {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 bool runs(const std::string &command) {
     return std::system(("(" + command + ") >/dev/null 2>&1").c_str()) == 0;
@@ -42,7 +42,7 @@ class DocumentTest : public testing::Test {
   protected:
     DocumentTest() {
         fixClock(DateTime{2026, 5, 14, 9, 30, 0});
-        const std::string examples = std::string(KELDRIN_SOURCE_DIR) + "/examples/project/";
+        const std::string examples = std::string(SourceDirectory) + "/examples/project/";
         for (const std::string name : {"inloop.std", "inloop.m1d"}) {
             std::filesystem::copy_file(examples + name, directory.path(name));
         }

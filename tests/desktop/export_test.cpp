@@ -1,4 +1,5 @@
 #include "support/files.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 
 #include <gmock/gmock.h>
@@ -33,7 +34,7 @@ struct Outcome {
 class ExportTest : public testing::Test {
   protected:
     ExportTest() {
-        fs::copy_file(std::string(KELDRIN_SOURCE_DIR) + "/tests/scenarios/data/pair.std",
+        fs::copy_file(std::string(SourceDirectory) + "/tests/scenarios/data/pair.std",
                       directory.path("a.std"));
     }
     Outcome run(const std::string &words) {

@@ -1,14 +1,18 @@
 #include "import/avg_file.h"
 #include "import/survey_information.h"
+#include "import/window_tables.h"
 #include "projectfile/project_file.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/temporary_directory.h"
+#include "text/enumeration.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
+#include <vector>
 
 namespace keldrin {
 namespace {
@@ -19,7 +23,7 @@ using testing::IsEmpty;
 
 // A survey whose coil has 1000 m^2, so that a file value in uV/A is the value in nV/(A m2).
 const std::string Head = "$ Survey.Array = INL\n$ Line.Name = 7\n$ Rx.Area = 1000\n"
-                         "$ Tx.Freq = 16\n$ Tx.Amp = 10\n";
+                         "$ Tx.Freq = 16\n$ Tx.Amp = 10\n$ Tx.Length = 100\n";
 const std::string Labels = "Skp Tx Station Cmp Time Magnitude %Mag\n";
 
 class AvgTest : public testing::Test {
@@ -165,7 +169,7 @@ TEST_F(AvgTest, WhatOtherLinesSayDoesNotReachTheChosenOne) {
                    "$ Line.Name = 8\n$ Tx.LengthX = 300\n$ Job.For = B\n2 9 9 Hz 0.1 60 2\n"),
               0);
     EXPECT_EQ(model.control.XTxLength, 100.0F);
-    EXPECT_TRUE(model.control.JobFor.isBlank());
+    EXPECT_EQ(model.control.JobFor.view(), "B"); // the job is that of the file
     // A section before any name is a line of its own, on both passes.
     EXPECT_EQ(read("$ Survey.Array = INL\n$ Tx.Amp = 1\n" + Labels + "2 1 1 Hz 0.1 50 2\n" +
                    "$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n"),
@@ -178,7 +182,7 @@ TEST_F(AvgTest, WhatOtherLinesSayDoesNotReachTheChosenOne) {
 TEST_F(AvgTest, AnEndMarkWithDataBehindItIsTold) {
     EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n\x1A" + "2 2 2 Hz 0.1 50 2\n"), 0);
     EXPECT_EQ(model.SoundingCount, 1);
-    EXPECT_THAT(messages.infos, testing::Contains(HasSubstr("end mark")));
+    EXPECT_THAT(messages.errors, testing::ElementsAre(HasSubstr("x.avg has an end mark")));
 }
 
 TEST_F(AvgTest, TheThirtyThirdLineFallsIntoTheLastRowUnderItsLabel) {
@@ -200,12 +204,12 @@ TEST_F(AvgTest, RecordsWithoutTheirKeysAreDroppedInWords) {
         const char *row, *words;
     };
     const Case cases[] = {
-        {"2 * 1 Hz 0.1 50 2", "AVG_Read_Data.ERROR: Tx.QdrStn undefined for record 7"},
-        {"2 1 INF Hz 0.1 50 2", "AVG_Read_Data.ERROR: Rx.QdrStn undefined for record 7"},
-        {"2 1 1 Hz * 50 2", "AVG_Read_Data.ERROR: TWIN.Center < -1.0E32 on record 7"},
-        {"2 1 1 Hz 0.1 * 2", "AVG_Read_Data.ERROR: dBdt.Mag undefined for record 7"},
-        {"2 1 1 Hz 0.1 nan 2", "AVG_Read_Data.ERROR: dBdt.Mag undefined for record 7"},
-        {"2 1 1 * 0.1 50 2", "AVG_Read_Data.ERROR: Rx.Cmp undefined for record 7"},
+        {"2 * 1 Hz 0.1 50 2", "AVG_Read_Data.ERROR: Tx.QdrStn undefined for record 8"},
+        {"2 1 INF Hz 0.1 50 2", "AVG_Read_Data.ERROR: Rx.QdrStn undefined for record 8"},
+        {"2 1 1 Hz * 50 2", "AVG_Read_Data.ERROR: TWIN.Center < -1.0E32 on record 8"},
+        {"2 1 1 Hz 0.1 * 2", "AVG_Read_Data.ERROR: dBdt.Mag undefined for record 8"},
+        {"2 1 1 Hz 0.1 nan 2", "AVG_Read_Data.ERROR: dBdt.Mag undefined for record 8"},
+        {"2 1 1 * 0.1 50 2", "AVG_Read_Data.ERROR: Rx.Cmp undefined for record 8"},
     };
     for (const Case &c : cases) {
         messages.warnings.clear();
@@ -234,9 +238,21 @@ TEST_F(AvgTest, ASectionWithoutItsColumnsIsSkippedAndTold) {
               "AVG_Read_Labels.WARNING: Could not find required column TWIN.CENTER|"
               "AVG_Read_Labels.WARNING: Could not find required column DBDT.MAG|"
               "In: Tx Station Cmp");
-    // A bad last label line leaves the pass failed, though earlier sections were read.
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\nTx Station\n"), 1);
+    // A bad last section leaves the pass failed, though earlier ones were read.
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\nTx Station\n1 1\n"), 1);
     EXPECT_EQ(model.SoundingCount, 1);
+    EXPECT_THAT(messages.errors.back(), HasSubstr("Nothing is imported from x.avg"));
+}
+
+TEST_F(AvgTest, LabelsWithoutDataArePassedOverInWords) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\nOperator changed\n" + Labels +
+                   "2 2 2 Hz 0.1 50 2\nEnd of file\n"),
+              0);
+    EXPECT_EQ(model.SoundingCount, 2);
+    EXPECT_THAT(messages.errors, IsEmpty());
+    EXPECT_THAT(messages.warnings,
+                ElementsAre("WARNING: Lines of column labels without data below them: 2, the first "
+                            "on line 9 of x.avg|Operator changed|They are passed over."));
 }
 
 TEST_F(AvgTest, AFileThatNamesNoComponentCountsAndReadsNothing) {
@@ -251,7 +267,7 @@ TEST_F(AvgTest, AFullTableStopsTheReadAndKeepsItsLastRecord) {
     EXPECT_EQ(model.SoundingCount, 1);
     EXPECT_EQ(sounding(0).RxStn, 1.0);
     EXPECT_EQ(messages.errors.back(), "AVG_Read_Data.ERROR|More than 1 transients at avg file "
-                                      "record 8|2 2 2 Hz 0.1 60 2");
+                                      "record 9|2 2 2 Hz 0.1 60 2");
 }
 
 TEST_F(AvgTest, WindowsPastThe128thAreDroppedWithOneWarning) {
@@ -271,6 +287,208 @@ TEST_F(AvgTest, SoundingsOfTwoFrequenciesStayApart) {
               0);
     EXPECT_EQ(model.SoundingCount, 2);
     EXPECT_EQ(model.lines.entries[0].Soundings, 2);
+}
+
+// Each file in a few lines, and what the user must be told of it.
+struct ToldCase {
+    const char *what;
+    std::string text;
+    std::string told; ///< part of one message
+    int soundings;
+};
+
+TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
+    const std::string row = "2 1 1 Hz 0.1 50 2\n";
+    const std::string section = Head + Labels + row;
+    const std::string twoLines = section + "$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n";
+    const ToldCase cases[] = {
+        {"an electric component", section + "2 1 1 Ex 0.2 50 2\n2 2 2 Ey 0.1 5 2\n",
+         "Rows of a component that is not read: 2, the first on line 9 of x.avg|2 1 1 Ex 0.2", 1},
+        {"a horizontal component of an in-loop line", section + "2 1 1 Hx 0.2 50 2\n",
+         "Rows of a component that is not read: 1", 1},
+        {"a window at time 0", section + "2 1 1 Hz 0 50 2\n2 1 1 Hz -0.1 50 2\n",
+         "Rows with a window centre at or before time 0: 2, the first on line 9", 1},
+        {"a last line without its end", section + "2 2 2 Hz 0.1 5",
+         "The last line of x.avg has no line end|The file may be cut.", 2},
+        {"decimal commas", section + "2 1 2 Hz 0,1 50,5 2\n2 1 2 Hz 0,2 50,5 2\n",
+         "commas for decimal points: 1, the first on line 9", 1},
+        {"no loop size", "$ Rx.Area = 1000\n$ Tx.Freq = 1\n$ Survey.Array = INL\n" + Labels + row,
+         "x.avg gives no size of the transmitter loop|The default is taken: 100 by 100 m", 1},
+        {"no frequency", "$ Rx.Area = 1000\n$ Tx.Length = 1\n$ Survey.Array = INL\n" + Labels + row,
+         "x.avg gives no transmitter frequency|The default is taken: 1 Hz", 1},
+        {"no coil area", "$ Tx.Freq = 1\n$ Tx.Length = 1\n$ Survey.Array = INL\n" + Labels + row,
+         "x.avg gives no area of the receiver coil|The default is taken: 10000 m^2", 1},
+        {"no array", "$ Tx.Freq = 1\n$ Tx.Length = 1\n$ Rx.Area = 1000\n" + Labels + row,
+         "x.avg gives no survey array|The default is taken: In-Loop", 1},
+        {"no centre of a fixed loop", Head + "$ Survey.Array = FXL\n" + Labels + row,
+         "x.avg gives no centre of the fixed loop|The default is taken: East 0, North 0", 1},
+        {"a setting behind the last row of one of two lines",
+         section + "$ Tx.Length = 300\n$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n",
+         "change settings of the line after its first row: 1, the first on line 9 of x.avg|$ "
+         "Tx.Len",
+         1},
+        {"a coil area too small", "$ Rx.Area = 1e-7\n" + Head + Labels + row,
+         "Rx.Area[1] = 1e-07 < 1e-06 m^2|Rx.Area[1] will be set = 1e-06 m^2", 1},
+        {"a time unit", section + "$ Unit.Time = usec\n", "Unit.Time in record # 9 is not used", 1},
+        {"a unit of values", "$ Unit.dBdt = uV/Am2\n" + section,
+         "Unit.dBdt in record # 1 is not used: the values of AVG and Z files are read in uV/A", 1},
+        {"a length unit", "$ Unit.Length = km\n" + section,
+         "Unit.Length in record # 1 is not a unit of lengths here: metres are taken", 1},
+        {"a text with a comma", "$ Job.Name = Valley, north\n" + section,
+         "Job.Name in record # 1 is cut at a comma", 1},
+        {"a text too long", "$ Line.Name = A line of 17 char\n" + section, "", 1},
+        {"an unknown array", "$ Survey.Array = ROUND\n" + section,
+         "Survey.Array = ROUND matches no known name", 1},
+        {"lines that agree in 16 characters",
+         Head + Labels + "$ Line.Name = NORTH-LINE-1234567\n" + row +
+             "$ Line.Name = NORTH-LINE-1234568\n2 1 2 Hz 0.1 5 2\n"
+             "$ Line.Name = NORTH-LINE-1234567\n2 1 3 Hz 0.1 5 2\n",
+         "agree in the 16 characters that are kept: 1, the first on line 11 of x.avg|"
+         "NORTH-LINE-1234568",
+         3},
+        {"a station with a plus sign", section + "2 1 0+25 Hz 0.1 5 2\n",
+         "ERROR reading real*8 RX.QDRSTN value from 0+25", 1},
+        {"a station too far", section + "2 1 1.1e9 Hz 0.1 5 2\n",
+         "ERROR reading real*8 RX.QDRSTN value from 1.1e9", 1},
+    };
+    for (const ToldCase &c : cases) {
+        enumerationMemo().entries.clear();
+        messages.errors.clear();
+        messages.warnings.clear();
+        EXPECT_EQ(read(c.text), 0) << c.what;
+        EXPECT_EQ(model.SoundingCount, c.soundings) << c.what;
+        std::vector<std::string> all = messages.errors;
+        all.insert(all.end(), messages.warnings.begin(), messages.warnings.end());
+        if (c.told.empty()) {
+            continue;
+        }
+        EXPECT_EQ(std::count_if(all.begin(), all.end(),
+                                [&](const std::string &message) {
+                                    return message.find(c.told) != std::string::npos;
+                                }),
+                  1)
+            << c.what << ": " << testing::PrintToString(all);
+    }
+}
+
+TEST_F(AvgTest, AFileThatSaysEverythingGivesNoWarning) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n" +
+                   "$ Line.Name = 8\n$ Tx.Length = 200\n2 9 9 Hz 0.1 60 2\n"),
+              0);
+    EXPECT_THAT(messages.errors, IsEmpty());
+    EXPECT_THAT(messages.warnings, IsEmpty());
+}
+
+TEST_F(AvgTest, AnImportWithoutSoundingsSaysWhy) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Ex 0.1 50 2\n2 1 1 Hz 0 50 2\n2 1 1 Hz 0.1 * 2\n"), 1);
+    EXPECT_THAT(messages.errors, ElementsAre("ERROR: No sounding was read from line 7 INL of x.avg|"
+                                             "1 rows are of a component that is not read,|"
+                                             "1 rows have a window centre at or before time 0,|"
+                                             "1 rows lack a value that is needed."));
+}
+
+TEST_F(AvgTest, PlacesWithSignsNeverMerge) {
+    EXPECT_EQ(read(Head + Labels +
+                   "2 1 0+00 Hz 0.1 50 2\n2 1 0+25 Hz 0.1 60 2\n"
+                   "2 1 200-50 Hz 0.1 70 2\n2 1 7 Hz 0.1 12+5 2\n"
+                   "2 1 8 Hz 0.1 1.2E+1 2\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 1);
+    EXPECT_EQ(sounding(0).RxStn, 8.0);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 12.0F);
+}
+
+TEST_F(AvgTest, AnAbsentErrorGivesThePercentError) {
+    EXPECT_EQ(read(Head + "Tx Station Cmp Time Magnitude E.ERR %Mag\n"
+                          "1 1 Hz 0.1 1000 * 5\n1 1 Hz 0.2 1000 INF 5\n1 1 Hz 0.3 1000 nan 5\n"
+                          "1 1 Hz 0.4 1000,,5\n1 1 Hz 0.5 1000 1e39 5\n"),
+              0);
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_NEAR(sounding(0).TEMerr[i], 5.0F, 1e-3F) << i;
+    }
+}
+
+TEST_F(AvgTest, ThePercentErrorHasAFloorOfATenth) {
+    EXPECT_EQ(read(Head + "Tx Station Cmp Time Magnitude %Mag\n"
+                          "1 1 Hz 0.1 1000 0.05\n1 1 Hz 0.1 2000 0.1\n"),
+              0);
+    const float w1 = 1.0F / (0.0001F + 1.0F); // 0.1 percent of 1000
+    const float w2 = 1.0F / (0.0001F + 4.0F);
+    EXPECT_NEAR(sounding(0).TEMobs[0], (1000 * w1 + 2000 * w2) / (w1 + w2), 0.1F);
+}
+
+TEST_F(AvgTest, WindowsMatchWithin100Spacings) {
+    SoundingRecord record;
+    int window = -1;
+    const float step = spacing(1.0F);
+    EXPECT_EQ(TW_Find_Or_Add(record, 1.0F, window), FindOrAdd::Added);
+    EXPECT_EQ(TW_Find_Or_Add(record, 1.0F + 99.0F * step, window), FindOrAdd::Found);
+    EXPECT_EQ(window, 0);
+    EXPECT_EQ(TW_Find_Or_Add(record, 1.0F + 100.0F * step, window), FindOrAdd::Added);
+    EXPECT_EQ(record.NumTW, 2);
+}
+
+TEST_F(AvgTest, RecordsBehindTheLastRowOfAFileOfOneLineCount) {
+    EXPECT_EQ(read("$ Survey.Array = FXL\n$ Rx.North = 5\n$ Tx.Length = 100\n" + Labels +
+                   "2 1 1 Hz 0.1 50 2\n$ Rx.East = 77\n2 1 2 Hz 0.1 50 2\n"
+                   "$ Line.Name = late\n$ Tx.Center = 500, 600\n$ Rx.Area = 500\n"
+                   "$ Stn.Beg = 100\n$ Unit.Length = ft\n$ Rx.North = 9\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(model.control.LineName.view(), "late");
+    EXPECT_EQ(model.control.XTxCenter, 500.0);
+    EXPECT_EQ(model.control.YTxCenter, 600.0);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 100.0F);
+    EXPECT_EQ(sounding(0).RxStn, 101.0);
+    EXPECT_FLOAT_EQ(model.control.XTxLength, 100.0F); // feet, as the file says in the end
+    // Positions belong to rows and do not come back from the end of the file.
+    EXPECT_FALSE(isPresent(sounding(0).East));
+    EXPECT_EQ(sounding(0).North, 5.0);
+    EXPECT_EQ(sounding(1).East, 77.0);
+}
+
+TEST_F(AvgTest, OfSeveralLinesUnitAndJobAreThoseOfTheFile) {
+    const std::string text = Head + Labels + "2 1 1 Hz 0.1 50 2\n$ Line.Name = 8\n" +
+                             "2 9 9 Hz 0.1 60 2\n$ Unit.Length = ft\n$ Job.Name = Valley\n" +
+                             "$ Tx.Ramp = 30\n";
+    for (chosen = 0; chosen < 2; ++chosen) {
+        messages.warnings.clear();
+        EXPECT_EQ(read(text), 0);
+        EXPECT_FLOAT_EQ(model.control.XTxLength, 100.0F) << chosen;
+        EXPECT_EQ(model.control.LengthUnitsIndex, Feet);
+        EXPECT_EQ(model.control.JobName.view(), "Valley");
+        EXPECT_EQ(model.control.TxRamp, 50.0F); // the record of no row is told instead
+        EXPECT_EQ(messages.warnings.size(), chosen);
+    }
+}
+
+TEST_F(AvgTest, VerticesGiveCentreSidesAndAzimuthWhereTheyStand) {
+    const std::string head = "$ Survey.Array = FXL\n$ Tx.Freq = 1\n$ Rx.Area = 1000\n"
+                             "$ Tx.XYZ1 = 0,0,0\n$ Tx.XYZ2 = 400,0,0\n$ Tx.XYZ3 = 400,200,0\n"
+                             "$ Tx.XYZ4 = 0,200,0\n";
+    EXPECT_EQ(read(head + Labels + "2 1 1 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(model.control.XTxCenter, 200.0);
+    EXPECT_EQ(model.control.YTxCenter, 100.0);
+    EXPECT_FLOAT_EQ(model.control.XTxLength, 400.0F);
+    EXPECT_FLOAT_EQ(model.control.YTxLength, 200.0F);
+    EXPECT_FLOAT_EQ(model.control.TxAzimuth, 90.0F);
+    EXPECT_THAT(messages.warnings, IsEmpty());
+    EXPECT_EQ(read(head + "$ Tx.CenterX = 7\n$ Tx.Length = 50\n" + Labels + "2 1 1 Hz 0.1 50 2\n"),
+              0);
+    EXPECT_EQ(model.control.XTxCenter, 7.0);
+    EXPECT_EQ(model.control.YTxCenter, 100.0);
+    EXPECT_EQ(model.control.XTxLength, 50.0F);
+}
+
+TEST_F(AvgTest, ALineMayHave8192Bytes) {
+    std::string labels = "Tx Station Cmp Time";
+    std::string row = "1 1 Hz 0.1";
+    for (int i = 0; i < 20; ++i) {
+        labels += " C" + std::to_string(i);
+        row += "   123456789.123456789";
+    }
+    EXPECT_EQ(read(Head + labels + " Magnitude\n" + row + " 3.16E+06\n"), 0);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 3.16E6F);
 }
 
 TEST_F(AvgTest, HostileBytesEndInAFailureOrInData) {

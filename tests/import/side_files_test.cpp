@@ -68,6 +68,21 @@ TEST_F(SideFilesTest, DuplicatePlacesAreDroppedInWordsDuplicateStationsInSilence
                                                   "stn-separation error."));
 }
 
+TEST_F(SideFilesTest, PointsAreOneWhereTheSquareOfTheirDistanceIsBelowAThousandth) {
+    EXPECT_EQ(readStations("1 0.0000 0 0\n2 0.0316 0 0\n3 0.0317 0 0\n"), 0);
+    EXPECT_THAT(table.stn, ElementsAre(1, 3)); // 0.0316^2 < 0.001 < 0.0317^2
+}
+
+TEST_F(SideFilesTest, PlacesThatCannotBeRightAreTold) {
+    EXPECT_EQ(readStations("0+25 1 1 1\n2 2e9 2 2\n3 3 3 3\n4 4 4 4"), 0);
+    EXPECT_THAT(table.stn, ElementsAre(3, 4));
+    EXPECT_THAT(messages.errors,
+                ElementsAre(HasSubstr("ERROR reading real*8 STATION value from 0+25"),
+                            HasSubstr("ERROR: |Easting|=|2e+09| > 1.0E9 on x.stn line 2")));
+    EXPECT_THAT(messages.warnings,
+                ElementsAre(HasSubstr("The last line of x.stn has no line end")));
+}
+
 TEST_F(SideFilesTest, AWrongLabelLineSkipsItsRowsAndASpuriousValueItsLine) {
     EXPECT_EQ(readStations("STATION EAST NORTH ELEVATION\n1 1 1 1\nSTATION EAST NORTH ELEV\n"
                            "2 2 2 2\n3 3E12 3 3\n4 4 4 4E13\n5 5 * 5\n6 6 6 6\n"),
@@ -107,6 +122,23 @@ TEST_F(SideFilesTest, WithoutSurveyInformationTheDefaultsAreSettledAllTheSame) {
     EXPECT_EQ(model.control.SurveyTypeIndex, InLoop); // of the metadata, not of the project
     EXPECT_EQ(model.preset.StnRescaleQdr.increment, 1.0);
     EXPECT_EQ(model.preset.SelectedArrayIndex, InLoop);
+}
+
+TEST_F(SideFilesTest, ALengthTakesTheUnitThatTheFileStatesBehindIt) {
+    readSurvey("$ Tx.Length = 100\n$ Rx.Length = 10\n$ Unit.Length = ft\n");
+    EXPECT_FLOAT_EQ(model.control.XTxLength, 100.0F);
+    EXPECT_FLOAT_EQ(model.control.YTxLength, 100.0F);
+    EXPECT_EQ(model.control.LengthUnitsIndex, Feet);
+    // A unit that was stated, of the record or of the file, stands.
+    readSurvey("$ Tx.LengthX = 100m\n$ Unit.Length = ft\n");
+    EXPECT_NEAR(model.control.XTxLength, 328.084F, 1e-3F);
+    readSurvey("$ Unit.Length = m\n$ Tx.LengthX = 100\n$ Unit.Length = ft\n");
+    EXPECT_NEAR(model.control.XTxLength, 328.084F, 1e-3F);
+}
+
+TEST_F(SideFilesTest, AnEndMarkWithRecordsBehindItIsTold) {
+    readSurvey("$ Job.Name = Valley\n\x1A$ Job.For = nobody\n");
+    EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("x.mde has an end mark")));
 }
 
 } // namespace

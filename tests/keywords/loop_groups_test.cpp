@@ -63,7 +63,6 @@ TEST_F(LoopGroupsTest, LoopSides) {
         {"100, ft", 30.48, 30.48}, // a unit is no second length
         {"100,*", 100, 100},
         {"*,200", 100, 200}, // 100 is the default
-        {"100,200,300", 100, 200},
     };
     for (const auto &test : cases) {
         forget();
@@ -186,6 +185,44 @@ TEST_F(LoopGroupsTest, ComponentsAreJoined) {
     EXPECT_EQ(metadata.Rx.Cmp.value, "HzHxHyRe");
     read("$ Cmp = Hz");
     EXPECT_EQ(metadata.Rx.Cmp.value, "Hz");
+}
+
+TEST_F(LoopGroupsTest, ACentreFillsItsTwoCoordinates) {
+    readAll({"$ Tx.Center = 500, 600, 7"});
+    EXPECT_EQ(metadata.Tx.CenterX.value, 500.0);
+    EXPECT_EQ(metadata.Tx.CenterY.value, 600.0);
+    readAll({"$ Tx.CenterX = 1"});
+    EXPECT_EQ(metadata.Tx.CenterX.value, 1.0);
+    readAll({"$ Tx.Center = 2,3"}, SideFile); // of a lower level
+    EXPECT_EQ(metadata.Tx.CenterX.value, 1.0);
+    EXPECT_EQ(metadata.Tx.CenterY.value, 600.0);
+    readAll({"$ Tx.Center = 9"});
+    EXPECT_EQ(metadata.Tx.CenterX.value, 9.0);
+    EXPECT_EQ(metadata.Tx.CenterY.value, 600.0);
+    expectSilence();
+}
+
+TEST_F(LoopGroupsTest, ValuesThatAreNotUsedAreToldOnceForEachKeyword) {
+    readAll({"$ Tx.Freq = 12,5", "$ Tx.Freq = 13,5", "$ Tx.LengthX = 100, m",
+             "$ Tx.Length = 1, 2, 3", "$ Job.Number = 12345678901234567",
+             "$ Job.Area = 123456789012345678901234567890123", "$ Line.Name = A, B"});
+    EXPECT_THAT(messages.warnings,
+                ElementsAre("Tx_MD_Read.WARNING:|Tx.Freq in record # 1 has more values than are "
+                            "used|$ Tx.Freq = 12,5",
+                            HasSubstr("Tx.Length in record # 4 has more values"),
+                            HasSubstr("Job.Number in record # 5 is cut to \"1234567890123456\""),
+                            HasSubstr("Job.Area in record # 6 has a value of more than 32"),
+                            HasSubstr("Line.Name in record # 7 is cut at a comma")));
+    EXPECT_THAT(messages.errors, testing::IsEmpty());
+}
+
+TEST_F(LoopGroupsTest, AQuietRecordTellsNoFault) {
+    for (const char *line :
+         {"$ Tx.Freq = x", "$ Tx.Freq = 1e9", "$ Tx.Foo = 1", "$ Tx.XYZ9 = 1", "$ Rx.Length = 1,2",
+          "$ Unit.Time = sec", "$ Ch.Status = ZZZZ", "$ STN.QDREND = 1", "$ Job.Name = a,b"}) {
+        MDP_Read_Record(metadata, 1, line, DataFile, true);
+    }
+    expectSilence();
 }
 
 } // namespace

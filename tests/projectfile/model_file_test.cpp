@@ -1,6 +1,7 @@
 #include "projectfile/model_file.h"
 
 #include "projectfile/project_case.h"
+#include "support/source_directory.h"
 
 #include <filesystem>
 #include <sstream>
@@ -66,7 +67,7 @@ std::string block(int station, int layers, double surface = 50.0) {
 }
 
 TEST_F(ModelFile, TheExampleComesBackAsItWas) {
-    const std::string examples = KELDRIN_SOURCE_DIR "/examples/project/inloop";
+    const std::string examples = std::string(SourceDirectory) + "/examples/project/inloop";
     std::string project = examples + ".std";
     ASSERT_EQ(STD_File_Read(model, project), 0);
     ASSERT_EQ(M1D_File_Read(model, examples + ".m1d"), 0);

@@ -1,5 +1,6 @@
 #include "projectfile/data_columns.h"
 #include "projectfile/project_case.h"
+#include "support/source_directory.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -140,7 +141,7 @@ TEST_F(ProjectFile, AWrittenProjectIsAFixedPoint) {
 
 TEST_F(ProjectFile, OnlyTheCommentLineTellsTheNewDate) {
     const std::string example =
-        fileContent(KELDRIN_SOURCE_DIR "/tests/projectfile/data/inloop.std");
+        fileContent(std::string(SourceDirectory) + "/tests/projectfile/data/inloop.std");
     ASSERT_FALSE(example.empty());
     putFile(path, example);
     fixClock(DateTime{2022, 1, 2, 3, 4, 5});

@@ -20,8 +20,6 @@ namespace {
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 /// Has PDF, and a user who stops at some step of long work.
 class DocumentBackend : public PrinterBackend {

@@ -5,6 +5,7 @@
 #include "shell/sounding_positions.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/scripted/answering_backend.h"
@@ -24,7 +25,7 @@ namespace {
 using testing::HasSubstr;
 using testing::SizeIs;
 
-const std::string Examples = KELDRIN_SOURCE_DIR "/examples/";
+const std::string Examples = std::string(SourceDirectory) + "/examples/";
 
 class NewModelTest : public testing::Test {
   protected:

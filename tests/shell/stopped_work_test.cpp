@@ -4,6 +4,7 @@
 #include "shell/open_project.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "support/work_backend.h"
 #include "toolkit/child_process.h"
@@ -29,7 +30,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-const std::string Examples = KELDRIN_SOURCE_DIR "/examples/";
+const std::string Examples = std::string(SourceDirectory) + "/examples/";
 
 /// More than a reader takes from the disk at once.
 std::string manyComments() {

@@ -1,5 +1,7 @@
+#include "model/enumerations.h"
 #include "support/message_recorder.h"
 #include "text/angles.h"
+#include "text/decimal_commas.h"
 #include "text/number_in_text.h"
 #include "text/times.h"
 #include "text/value_readers.h"
@@ -7,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <string>
+#include <utility>
 
 namespace keldrin {
 namespace {
@@ -239,6 +242,50 @@ TEST(Times, HoursAsTextCarryTheirRounding) {
     EXPECT_EQ(text(1000.0, 3), "");
     EXPECT_THAT(messages.errors,
                 ElementsAre("dHours_to_sHHMMSS.IOERR = 1|iHour=1000, iMin=0|iSec=0, MSec=0"));
+}
+
+TEST(ValueReaders, PlacesEndAt1E9) {
+    double place = 0.0;
+    EXPECT_EQ(Cell_to_Place("-1e9", 7.0, place), CellRead);
+    EXPECT_EQ(place, -1.0e9);
+    for (const char *cell : {"1.1e9", "-1.1E9", "0+25", "200-50", "12+5"}) {
+        EXPECT_EQ(Cell_to_Place(cell, 7.0, place), CellFailed) << cell;
+        EXPECT_EQ(place, 7.0) << cell;
+    }
+    EXPECT_EQ(Cell_to_Place("*", 7.0, place), CellEmpty);
+}
+
+TEST(ValueReaders, LengthsAreInMetresOrFeetAlone) {
+    const std::pair<const char *, float> good[] = {{"100m", 100.0F},      {"100 meters", 100.0F},
+                                                   {"100 Metre", 100.0F}, {"100ft", 30.48F},
+                                                   {"1e2 FEET", 30.48F},  {"100 foot.", 30.48F}};
+    float length = 0.0F;
+    for (const auto &[cell, metres] : good) {
+        EXPECT_EQ(Cell_to_Length(cell, Metres, 7.0F, length), CellRead) << cell;
+        EXPECT_FLOAT_EQ(length, metres) << cell;
+    }
+    for (const char *cell : {"100cm", "100 cm", "1 km", "5 mm", "3 miles", "6 fathoms"}) {
+        EXPECT_EQ(Cell_to_Length(cell, Metres, 7.0F, length), CellFailed) << cell;
+        EXPECT_EQ(length, 7.0F) << cell;
+    }
+}
+
+TEST(ValueReaders, AQuietRecordReportsNothing) {
+    const MessageRecorder messages;
+    double value = 0.0;
+    EXPECT_EQ(Val_Read_R8({3, "x", true}, "x", "Tx.Freq", 7.0, value), CellFailed);
+    EXPECT_EQ(value, 7.0);
+    EXPECT_THAT(messages.errors, testing::IsEmpty());
+}
+
+TEST(DecimalCommas, AreSeenOnlyWhereNoOtherReadingIsLikely) {
+    for (const char *line : {"1,5 2,5", "2 1 1 Hz 0,1 50,3 2", "\t-1,5E-3 7", "L1 3,2"}) {
+        EXPECT_TRUE(hasDecimalCommas(line)) << line;
+    }
+    for (const char *line : {"", "1 2 3", "1,2,3", "1, 2, 3", "1.5,2.5 3", "1,5 2.5", "1,5 *",
+                             "L1,3 2", "1,", "1,5e", "1,x"}) {
+        EXPECT_FALSE(hasDecimalCommas(line)) << line;
+    }
 }
 
 } // namespace

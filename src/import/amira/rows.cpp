@@ -110,8 +110,7 @@ int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double station, const
     SoundingRecord &sounding = model.hTrn[static_cast<std::size_t>(index)];
     const bool isNew = found == FindOrAdd::Added;
     sounding.Station = rx;
-    sounding.RxStn = rx;
-    sounding.TxStn = tx;
+    hTrn_Set_Stations(model, index, tx, rx);
     setCoordinate(sounding.East, position.east, isNew);
     setCoordinate(sounding.North, position.north, isNew);
     setCoordinate(sounding.Elevation, position.elevation, isNew);

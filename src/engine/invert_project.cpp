@@ -1,0 +1,343 @@
+#include "engine/invert_project.h"
+
+#include "base/ascii.h"
+#include "base/number_text.h"
+#include "base/paths.h"
+#include "engine/file_pair.h"
+#include "engine/line_setup.h"
+#include "engine/project_cells.h"
+#include "messages/message_log.h"
+#include "physics/apparent_resistivity.h"
+#include "projectfile/control_group.h"
+#include "projectfile/model_file.h"
+#include "projectfile/project_file.h"
+
+#include <algorithm>
+#include <chrono>
+#include <new>
+
+namespace keldrin {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+std::string decimals(double value, std::string_view descriptor) {
+    return std::string(trimLeft(formatReal(descriptor, value)));
+}
+
+/// "1 sounding", "2 soundings".
+std::string counted(int count, std::string_view noun) {
+    return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
+}
+
+/// Collects what the shared readers report.
+class ReaderMessages {
+  public:
+    ReaderMessages() : before_(messageLog().observer), quiet_(messageLog().quiet) {
+        messageLog().quiet = true; // no box
+        messageLog().observer = [this](MessageKind kind, std::span<const MessageLine> lines) {
+            if (kind == MessageKind::Info) {
+                return;
+            }
+            if (count_++ == 0) {
+                for (const MessageLine &line : lines) {
+                    first_.append(first_.empty() ? "" : "; ").append(line.view());
+                }
+            }
+        };
+    }
+    ReaderMessages(const ReaderMessages &) = delete;
+    ReaderMessages &operator=(const ReaderMessages &) = delete;
+    ~ReaderMessages() {
+        messageLog().observer = before_;
+        messageLog().quiet = quiet_;
+    }
+
+    [[nodiscard]] int count() const { return count_; }
+    /// The first one in a single line; what is not printable is replaced.
+    [[nodiscard]] std::string first() const {
+        std::string text = first_;
+        std::replace_if(
+            text.begin(), text.end(), [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; },
+            '?');
+        return text;
+    }
+
+  private:
+    std::function<void(MessageKind, std::span<const MessageLine>)> before_;
+    bool quiet_;
+    int count_ = 0;
+    std::string first_;
+};
+
+/// One run of the engine on one project.
+class ProjectRun {
+  public:
+    ProjectRun(const std::string &path, const InvertOptions &options, const EngineRun &run,
+               const std::function<void(std::string_view)> &fail)
+        : path_(existingForm(path)), options_(options), run_(run), fail_(fail) {}
+
+    InvertResult run();
+
+  private:
+    InvertResult failed(std::string_view why) {
+        fail_(why);
+        return InvertResult::Failed;
+    }
+    void say(const std::string &line) const { run_.say(line); }
+
+    InvertResult read();
+    InvertResult readModelFile();
+    InvertResult invert();
+    InvertResult computeApparentResistivities();
+    InvertResult write();
+    void tellSurvey() const;
+    void tellChoice() const;
+    void tellStart(const LineStart &start) const;
+    void tellModels() const;
+    void tellDepth() const;
+
+    std::string path_;
+    InvertOptions options_;
+    const EngineRun &run_;
+    const std::function<void(std::string_view)> &fail_;
+    Clock::time_point begin_ = Clock::now();
+
+    SurveyModel model_;
+    DataTableLines lines_;
+    OldFile project_;
+    OldFile modelFile_;
+    int newLayers_ = 0; ///< of a grid that this project gets without a model file
+    std::vector<SoundingPlan> plans_;
+    LineChoice choice_;
+    LineInversion line_;
+    LineStart start_;
+    LineSummary summary_;
+};
+
+InvertResult ProjectRun::read() {
+    if (!isProjectPath(path_)) {
+        return failed(path_ + " is no project; its name must end in .std");
+    }
+    std::string reason;
+    if (!project_.read(path_, reason)) {
+        return failed(path_ + " cannot be read: " + reason);
+    }
+    LineReader reader(MostGroupLine);
+    reader.openText(project_.content());
+    const ReaderMessages messages;
+    if (STD_File_Read_Text(model_, reader, path_, lines_) != 0) {
+        return failed(path_ + (messages.count() > 0 ? " cannot be read: " + messages.first()
+                                                    : " holds no sounding"));
+    }
+    if (messages.count() > 0) {
+        say(counted(messages.count(), "message") +
+            " while reading the project, the first: " + messages.first());
+    }
+    newLayers_ = model_.ModelLayerCount;
+    return readModelFile();
+}
+
+InvertResult ProjectRun::readModelFile() {
+    const std::string path = modelPathOf(path_);
+    std::string reason;
+    if (!modelFile_.readIfPresent(path, reason)) {
+        return failed(path + " cannot be read: " + reason);
+    }
+    if (options_.fresh || !modelFile_.exists()) {
+        return InvertResult::Done;
+    }
+    const ReaderMessages messages;
+    if (M1D_File_Read(model_, path) != 0) {
+        return failed(path + " cannot be read: " + messages.first());
+    }
+    if (messages.count() > 0) {
+        say(counted(messages.count(), "message") +
+            " while reading the model file, the first: " + messages.first());
+    }
+    return InvertResult::Done;
+}
+
+void ProjectRun::tellSurvey() const {
+    int windows = 0;
+    for (int i = 0; i < model_.SoundingCount; ++i) {
+        windows += model_.hTrn[static_cast<std::size_t>(i)].NumTW;
+    }
+    say(counted(model_.SoundingCount, "sounding") + ", " + counted(windows, "window") + ", " +
+        std::string(trimRight(model_.control.SurveyType.view())));
+    if (model_.control.NTxTurn > 1) {
+        say("the loop has " + counted(model_.control.NTxTurn, "turn") +
+            "; apparent resistivities are for one turn");
+    }
+}
+
+void ProjectRun::tellChoice() const {
+    if (choice_.ofOtherTransmitters > 0) {
+        say(counted(choice_.ofOtherTransmitters, "sounding") +
+            " of other transmitters stay as they are");
+    }
+    if (choice_.refused > 0) {
+        say(counted(choice_.refused, "sounding") + " cannot be computed and stay as they are; " +
+            choice_.firstRefusal);
+    }
+}
+
+void ProjectRun::tellStart(const LineStart &start) const {
+    if (start.layers > 0) {
+        say(counted(start.layers, "layer") + " to " + Number_Text(start.depth, "(F14.0)") + " m");
+    }
+    if (start.fromModelFile > 0) {
+        say("layers, background and starting models of " +
+            counted(start.fromModelFile, "sounding") + " are those of the model file");
+    }
+    if (start.withoutData > 0) {
+        say(counted(start.withoutData, "sounding") + " without usable data");
+    }
+}
+
+InvertResult ProjectRun::invert() {
+    tellSurvey();
+    plans_ = planSurvey(model_);
+    if (run_.stopped()) {
+        return InvertResult::Stopped;
+    }
+    choice_ = chooseSoundings(model_, plans_);
+    tellChoice();
+    if (!prepareLine(model_, plans_, choice_, newLayers_, run_, line_, start_)) {
+        return InvertResult::Stopped;
+    }
+    tellStart(start_);
+    line_.iterations = options_.forward ? 0 : line_.iterations;
+    switch (invertLine(line_, run_, summary_)) {
+    case LineResult::Stopped:
+        return InvertResult::Stopped;
+    case LineResult::Failed:
+        return failed("the equations of the line have no solution");
+    case LineResult::Done:
+        break;
+    }
+    tellModels();
+    if (!storeCalculated(line_, choice_, run_, model_)) {
+        return InvertResult::Stopped;
+    }
+    storeModels(line_, choice_, line_.iterations == 0, model_);
+    return InvertResult::Done;
+}
+
+void ProjectRun::tellModels() const {
+    if (summary_.converged && line_.iterations > 0) {
+        say("converged after " + counted(summary_.iterations, "iteration"));
+    }
+    constexpr double noteworthy = 2.0;
+    const auto larger =
+        std::count_if(line_.soundings.begin(), line_.soundings.end(),
+                      [](const LineSounding &sounding) { return sounding.scale > noteworthy; });
+    if (larger > 0 && line_.iterations > 0) {
+        say("errors of " + counted(static_cast<int>(larger), "sounding") +
+            " were taken more than twice as large: no smooth model fits within them");
+    }
+    tellDepth();
+}
+
+void ProjectRun::tellDepth() const {
+    constexpr double seen = 3.0;
+    std::vector<double> depths;
+    for (const LineSounding &sounding : line_.soundings) {
+        double depth = 0.0;
+        for (Eigen::Index k = 0; k < sounding.m.size() && sounding.sensitivity[k] >= seen; ++k) {
+            depth += sounding.prior.thickness[static_cast<std::size_t>(k)];
+        }
+        if (!sounding.data.windows.empty()) {
+            depths.push_back(depth);
+        }
+    }
+    if (!depths.empty()) {
+        std::sort(depths.begin(), depths.end());
+        say("the data see down to " + Number_Text(depths.front(), "(F14.0)") + " to " +
+            Number_Text(depths.back(), "(F14.0)") + " m, median " +
+            Number_Text(depths[depths.size() / 2], "(F14.0)") + " m");
+    }
+}
+
+InvertResult ProjectRun::computeApparentResistivities() {
+    const ReaderMessages messages;
+    (void)ARes_Survey(model_, {[this](int done, int total) {
+                          run_.progress(done, total);
+                          return !run_.stopped();
+                      }});
+    return run_.stopped() ? InvertResult::Stopped : InvertResult::Done;
+}
+
+InvertResult ProjectRun::write() {
+    std::vector<char> changed(static_cast<std::size_t>(model_.SoundingCount), 0);
+    for (const std::size_t i : choice_.soundings) {
+        changed[i] = 1;
+    }
+    RewrittenProject project;
+    {
+        const ReaderMessages messages;
+        project = rewriteCells(project_.content(), lines_, model_, changed, path_);
+    }
+    if (!project.fault.empty()) {
+        return failed(path_ + ": " + project.fault);
+    }
+    for (const std::string &column : project.without) {
+        say("the table has no place for the column " + column);
+    }
+    // Models that were not changed keep their file, byte for byte.
+    const bool keepsModels = line_.iterations == 0 && modelFile_.exists() && !options_.fresh &&
+                             start_.fromModelFile == static_cast<int>(choice_.soundings.size());
+    std::string models;
+    if (keepsModels) {
+        models = modelFile_.content();
+    } else {
+        appendModelFile(model_, models);
+    }
+    std::string reason;
+    switch (replacePair(modelFile_, models, project_, project.text, run_, reason)) {
+    case PairResult::Stopped:
+        return InvertResult::Stopped;
+    case PairResult::Failed:
+        return failed("nothing was written: " + reason);
+    case PairResult::Replaced:
+        break;
+    }
+    return InvertResult::Done;
+}
+
+InvertResult ProjectRun::run() {
+    for (const auto step : {&ProjectRun::read, &ProjectRun::invert,
+                            &ProjectRun::computeApparentResistivities, &ProjectRun::write}) {
+        if (run_.stopped()) {
+            return InvertResult::Stopped;
+        }
+        const InvertResult result = (this->*step)();
+        if (result != InvertResult::Done) {
+            return result;
+        }
+    }
+    const auto done = static_cast<int>(choice_.soundings.size());
+    say(counted(summary_.iterations, "iteration") + ", median misfit " +
+        decimals(summary_.medianMisfit, "(F20.2)") + ", " + std::to_string(done) + " of " +
+        counted(model_.SoundingCount, "sounding"));
+    const std::chrono::duration<double> seconds = Clock::now() - begin_;
+    say("models of " + counted(done, "sounding") + " written to " + std::string(fileNameOf(path_)) +
+        ", " + decimals(seconds.count(), "(F20.1)") + " s");
+    return InvertResult::Done;
+}
+
+} // namespace
+
+InvertResult invertProject(const std::string &path, const InvertOptions &options,
+                           const EngineRun &run,
+                           const std::function<void(std::string_view)> &fail) {
+    try {
+        return ProjectRun(path, options, run, fail).run();
+    } catch (const std::bad_alloc &) {
+        fail("out of memory");
+        return InvertResult::Failed;
+    }
+}
+
+} // namespace keldrin

@@ -1,0 +1,280 @@
+#include "engine/line_setup.h"
+
+#include "base/number_text.h"
+#include "engine/layer_grid.h"
+#include "physics/ares_check.h"
+#include "projectfile/table_file.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <optional>
+
+namespace keldrin {
+
+namespace {
+
+constexpr int FewestFileLayers = 2;
+
+/// Why a sounding cannot be computed; blank when it can. The limits are those of apparent
+/// resistivity, so that a sounding has both or neither.
+std::string refusalOf(const ControlValues &control, const SoundingRecord &record,
+                      const SoundingPlan &plan) {
+    const auto unit = static_cast<float>(metresPerUnit(control));
+    AResInput input;
+    input.iTemArray = control.SurveyTypeIndex;
+    input.xLength = control.XTxLength * unit;
+    input.yLength = control.YTxLength * unit;
+    input.ramp = control.TxRamp;
+    input.freq = control.TxFreq;
+    input.ntw = record.NumTW;
+    input.twCenter = record.TWcenter;
+    input.twWidth = record.TWwidth;
+    input.weights = record.TEMwgt;
+    const AResFailure failure = ARes_Check(input);
+    if (failure.fault != AResFault::None) {
+        return failureText(failure);
+    }
+    return plan.fault == PlanFault::None ? "" : planFaultText(plan.fault);
+}
+
+/// Distance of neighbours: by coordinates, else by stations.
+double spacingOf(const SoundingRecord &a, const SoundingRecord &b) {
+    const double distance = std::hypot(a.East - b.East, a.North - b.North);
+    return std::isfinite(distance) && distance > 0.0 ? distance : std::fabs(a.Station - b.Station);
+}
+
+constexpr int HalfSpaces = 28;
+double halfSpaceResistivity(int index) {
+    constexpr double least = 0.3; // ohm-m
+    constexpr double most = 1.0E4;
+    return least * std::pow(most / least, static_cast<double>(index) / (HalfSpaces - 1));
+}
+
+/// The half-space with the smallest sum of residuals that count linearly from 2.5 on.
+std::optional<double> bestHalfSpace(const LineSounding &sounding) {
+    thread_local ResponseRoom room;
+    constexpr double threshold = 2.5;
+    if (sounding.data.windows.empty()) {
+        return std::nullopt;
+    }
+    double least = std::numeric_limits<double>::infinity();
+    double best = 0.0;
+    Residuals residuals;
+    const std::vector<double> noThickness;
+    for (int i = 0; i < HalfSpaces; ++i) {
+        const double resistivity = halfSpaceResistivity(i);
+        const Eigen::VectorXd m = Eigen::VectorXd::Constant(1, std::log(resistivity));
+        computeResiduals(*sounding.record, *sounding.plan, sounding.data, {m, noThickness}, false,
+                         room, residuals);
+        const double sum = huberSum(residuals.r, threshold);
+        if (sum < least) {
+            least = sum;
+            best = resistivity;
+        }
+    }
+    return best > 0.0 ? std::optional(best) : std::nullopt;
+}
+
+/// Median of up to five neighbours; soundings without a value take part in none.
+double medianNear(const std::vector<std::optional<double>> &values, std::size_t place) {
+    constexpr double withoutAny = 100.0; // ohm-m
+    std::vector<double> known;
+    for (std::size_t reach = 2; known.empty() && reach < values.size() + 2; ++reach) {
+        const std::size_t from = place > reach ? place - reach : 0;
+        for (std::size_t i = from; i < std::min(values.size(), place + reach + 1); ++i) {
+            if (values[i]) {
+                known.push_back(*values[i]);
+            }
+        }
+    }
+    if (known.empty()) {
+        return withoutAny;
+    }
+    std::sort(known.begin(), known.end());
+    return known[known.size() / 2];
+}
+
+bool hasFileModel(const SoundingRecord &record) {
+    return record.NumLayer >= FewestFileLayers;
+}
+
+Eigen::VectorXd fileModel(const SoundingRecord &record) {
+    Eigen::VectorXd m(record.NumLayer);
+    for (Eigen::Index k = 0; k < m.size(); ++k) {
+        m[k] = std::log(static_cast<double>(record.ResInv[static_cast<std::size_t>(k)]));
+    }
+    return m;
+}
+
+/// Layers of the soundings that have none from the model file.
+class NewLayers {
+  public:
+    NewLayers(const SurveyModel &model, const LineInversion &line,
+              const std::vector<std::optional<double>> &halfSpaces, int atLeast)
+        : line_(line) {
+        std::vector<DepthRange> ranges;
+        for (std::size_t i = 0; i < line.soundings.size(); ++i) {
+            const SoundingRecord &record = *line.soundings[i].record;
+            fromFile_.push_back(hasFileModel(record));
+            const auto range =
+                halfSpaces[i] ? depthRange(model.control, record, *halfSpaces[i]) : std::nullopt;
+            if (range) {
+                ranges.push_back(*range);
+            }
+        }
+        grid_ = layerGrid(ranges, atLeast);
+    }
+
+    /// Those of the nearest sounding with a block, else the grid.
+    [[nodiscard]] const std::vector<double> &at(std::size_t place) const {
+        for (std::size_t reach = 1; reach < fromFile_.size(); ++reach) {
+            if (place >= reach && fromFile_[place - reach]) {
+                return line_.soundings[place - reach].prior.thickness;
+            }
+            if (place + reach < fromFile_.size() && fromFile_[place + reach]) {
+                return line_.soundings[place + reach].prior.thickness;
+            }
+        }
+        return grid_;
+    }
+
+  private:
+    const LineInversion &line_;
+    std::vector<bool> fromFile_;
+    std::vector<double> grid_;
+};
+
+void linkNeighbours(LineInversion &line) {
+    std::vector<LayerPrior> priors;
+    std::vector<double> spacings;
+    for (std::size_t i = 0; i < line.soundings.size(); ++i) {
+        priors.push_back(line.soundings[i].prior);
+        if (i > 0) {
+            spacings.push_back(spacingOf(*line.soundings[i - 1].record, *line.soundings[i].record));
+        }
+    }
+    line.links = lateralLinks(priors, spacings, line.weights);
+}
+
+float percentOf(double deviation) {
+    constexpr double most = 9999.9;
+    return static_cast<float>(std::clamp(100.0 * std::expm1(deviation), 0.1, most));
+}
+
+void storeModel(const ControlValues &control, const LineSounding &sounding,
+                SoundingRecord &record) {
+    constexpr double mostSensitivity = 100.0;
+    const double unit = metresPerUnit(control);
+    record.NumLayer = static_cast<int>(sounding.m.size());
+    double depth = 0.0;
+    for (Eigen::Index k = 0; k < sounding.m.size(); ++k) {
+        const auto i = static_cast<std::size_t>(k);
+        const double thickness = sounding.prior.thickness[i] / unit;
+        record.ThkInv[i] = static_cast<float>(thickness);
+        record.ZMid[i] = static_cast<float>(-(depth + 0.5 * thickness));
+        depth += thickness;
+        record.ResInv[i] = static_cast<float>(std::exp(sounding.m[k]));
+        record.Res0[i] = static_cast<float>(std::exp(sounding.prior.background[k]));
+        record.Rerr0[i] = percentOf(sounding.prior.deviation[k]);
+        record.dzW[i] = static_cast<float>(sounding.prior.dzW[k]);
+        record.Rerr[i] = percentOf(sounding.deviation[k]);
+        record.Rsns[i] = static_cast<float>(std::min(mostSensitivity, sounding.sensitivity[k]));
+    }
+}
+
+} // namespace
+
+LineChoice chooseSoundings(const SurveyModel &model, const std::vector<SoundingPlan> &plans) {
+    LineChoice choice;
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const SoundingRecord &record = model.hTrn[i];
+        if (isLeftOut(model.control, record)) {
+            ++choice.ofOtherTransmitters;
+            continue;
+        }
+        const std::string refusal = refusalOf(model.control, record, plans[i]);
+        if (refusal.empty()) {
+            choice.soundings.push_back(i);
+        } else if (choice.refused++ == 0) {
+            choice.firstRefusal = "station " + messageNumber(record.Station) + ": " + refusal;
+        }
+    }
+    return choice;
+}
+
+bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plans,
+                 const LineChoice &choice, int atLeast, const EngineRun &run, LineInversion &line,
+                 LineStart &start) {
+    line.weights = smoothnessWeights(model.control);
+    line.iterations = model.control.Niteration;
+    line.soundings.resize(choice.soundings.size());
+    std::vector<std::optional<double>> halfSpaces(line.soundings.size());
+    const bool complete = forEachItem(static_cast<int>(halfSpaces.size()), run, [&](int item) {
+        const auto i = static_cast<std::size_t>(item);
+        LineSounding &sounding = line.soundings[i];
+        sounding.record = &model.hTrn[choice.soundings[i]];
+        sounding.plan = &plans[choice.soundings[i]];
+        sounding.data = usableData(model.control, *sounding.record);
+        if (hasFileModel(*sounding.record)) {
+            sounding.prior = priorOfRecord(model.control, *sounding.record);
+            sounding.m = fileModel(*sounding.record);
+        } else {
+            halfSpaces[i] = bestHalfSpace(sounding);
+        }
+    });
+    if (!complete) {
+        return false;
+    }
+    const NewLayers layers(model, line, halfSpaces, atLeast);
+    for (std::size_t i = 0; i < line.soundings.size(); ++i) {
+        LineSounding &sounding = line.soundings[i];
+        start.withoutData += sounding.data.windows.empty() ? 1 : 0;
+        if (hasFileModel(*sounding.record)) {
+            ++start.fromModelFile;
+            continue;
+        }
+        sounding.prior.thickness = layers.at(i);
+        if (!backgroundOfControl(model.control, sounding.prior)) {
+            setHalfSpace(medianNear(halfSpaces, i), sounding.prior);
+        }
+        sounding.m = sounding.prior.background;
+    }
+    linkNeighbours(line);
+    if (!line.soundings.empty()) {
+        const std::vector<double> &thickness = line.soundings.front().prior.thickness;
+        start.layers = static_cast<int>(thickness.size());
+        start.depth = 0.0;
+        for (const double one : thickness) {
+            start.depth += one;
+        }
+    }
+    return true;
+}
+
+void storeModels(const LineInversion &line, const LineChoice &choice, bool keepModels,
+                 SurveyModel &model) {
+    for (std::size_t i = 0; i < line.soundings.size(); ++i) {
+        SoundingRecord &record = model.hTrn[choice.soundings[i]];
+        if (!keepModels || !hasFileModel(record)) {
+            storeModel(model.control, line.soundings[i], record);
+        }
+    }
+}
+
+bool storeCalculated(const LineInversion &line, const LineChoice &choice, const EngineRun &run,
+                     SurveyModel &model) {
+    return forEachItem(static_cast<int>(line.soundings.size()), run, [&](int item) {
+        thread_local ResponseRoom room;
+        const auto i = static_cast<std::size_t>(item);
+        const LineSounding &sounding = line.soundings[i];
+        SoundingRecord &record = model.hTrn[choice.soundings[i]];
+        const std::vector<float> values =
+            calculatedData(record, *sounding.plan, sounding.data.kind,
+                           {sounding.m, sounding.prior.thickness}, room);
+        std::copy(values.begin(), values.end(), record.TEMcalc.begin());
+    });
+}
+
+} // namespace keldrin
