@@ -37,7 +37,8 @@ class TextLines {
             return false;
         }
         const std::size_t end = std::min(text_.find('\n'), text_.size());
-        std::string_view content = text_.substr(0, std::min(end, text_.find('\x1A')));
+        std::string_view content = text_.substr(0, end);
+        content = content.substr(0, content.find('\x1A'));
         if (!content.empty() && content.back() == '\r') {
             content.remove_suffix(1);
         }
