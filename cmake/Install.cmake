@@ -22,7 +22,7 @@ function(keldrin_compress result file)
 endfunction()
 
 # A program tells its manual page itself, from the texts of its --help.
-set(programs keldrin-batch)
+set(programs keldrin-batch rkeldrin)
 if(KELDRIN_DESKTOP)
     list(APPEND programs keldrin)
 endif()

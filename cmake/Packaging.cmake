@@ -20,17 +20,16 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
     "1D smooth-model inversion of transient electromagnetic soundings")
 if(KELDRIN_DESKTOP)
-    set(programs "keldrin, the desktop program, and keldrin-batch for work\nwithout a display")
+    set(programs "keldrin, the desktop program, keldrin-batch for work\nwithout a display, and rkeldrin, the inversion engine")
 else()
-    set(programs "keldrin-batch, the program for work without a\ndisplay")
+    set(programs "keldrin-batch, the program for work without a\ndisplay, and rkeldrin, the inversion engine")
 endif()
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 "KELDRIN makes inversion projects of transient electromagnetic (TEM) field
 data: it reads the dB/dt windows of a survey line, computes apparent
-resistivities, flags bad windows, and shows the observed and calculated
-curves of each sounding beside its layered model.
+resistivities, flags bad windows, inverts the soundings of a line to smooth
+layered models, and shows the observed and calculated curves of each
+sounding beside its model.
 .
-The package holds ${programs}.
-Inversion needs the engine rkeldrin, a program of its own that is not part
-of this package.")
+The package holds ${programs}.")
 include(CPack)

@@ -16,6 +16,11 @@ constexpr std::array Usage = {
               "several lines the first is built, or line N, or all; the line's name is then added "
               "to the project's name. One line of output tells soundings, windows, skipped "
               "windows and warnings; messages are in BASE.log and BASE.err beside the project."},
+    HelpEntry{"keldrin-batch invert [--threads N] [--jobs N] PROJECT...",
+              "Inverts each project (*.std) by the engine rkeldrin. One line of output tells "
+              "iterations, median misfit, soundings and seconds. --jobs N inverts N projects at a "
+              "time, each on --threads N threads; without that the processors are shared. The exit "
+              "code is 1 if any failed."},
     HelpEntry{"keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--plan] [--out DIR] "
               "PROJECT...",
               "Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg "
@@ -40,7 +45,7 @@ constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};
 
 constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "LIST",
                                                           "N",    "PROJECT", "SCENARIO"};
-constexpr std::array<std::string_view, 1> SeeAlso = {"keldrin"};
+constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "rkeldrin"};
 
 constexpr ProgramHelp Help = {
     "keldrin-batch",

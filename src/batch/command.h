@@ -16,6 +16,9 @@ inline constexpr int ExitUsage = 2;
 /// build [--out DIR] [--line N|all] FILE...: field data files to projects.
 int buildCommand(CommandWords words);
 
+/// invert [--threads N] [--jobs N] PROJECT...: runs the engine on each project.
+int invertCommand(CommandWords words);
+
 /// play SCENARIO [FILE]: runs the program on the lines of a scenario and prints the transcript.
 int playCommand(CommandWords words);
 

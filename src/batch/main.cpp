@@ -16,6 +16,7 @@ struct Subcommand {
 };
 
 constexpr std::array Subcommands = {Subcommand{"build", keldrin::buildCommand},
+                                    Subcommand{"invert", keldrin::invertCommand},
                                     Subcommand{"plot", keldrin::plotCommand},
                                     Subcommand{"play", keldrin::playCommand}};
 
