@@ -79,7 +79,7 @@ void invertLineFromFile(benchmark::State &state) {
         SurveyModel model;
         fillSurvey(model, soundings);
         fillData(model);
-        STD_File_Write(model, path);
+        static_cast<void>(STD_File_Write(model, path));
     }
     EngineRun run{static_cast<int>(state.range(1))};
     std::string last;

@@ -1,29 +1,31 @@
 #include "engine/file_pair.h"
 
+#include "base/file_operations.h"
+#include "base/file_transaction.h"
 #include "base/paths.h"
-#include "base/safe_writer.h"
 
-#include <fstream>
-#include <iterator>
-#include <system_error>
+#include <array>
 
 namespace keldrin {
 
+namespace {
+
+bool needsWriting(const FileReplacement &file) {
+    return !file.old.exists() || file.text != file.old.content();
+}
+
+bool put(FileTransaction &transaction, const FileReplacement &file) {
+    const std::string &path = file.old.path();
+    return (file.keptAs.empty() || transaction.keepAs(path, file.keptAs)) &&
+           transaction.putInPlace(path);
+}
+
+} // namespace
+
 bool OldFile::read(const std::string &path, std::string &reason) {
     path_ = path;
-    std::error_code error;
-    if (!isRegularFile(path)) {
-        reason = pathExists(path) ? "it is not a plain file" : "there is no such file";
-        return false;
-    }
-    std::ifstream file(path, std::ios::binary);
-    content_.assign(std::istreambuf_iterator<char>(file), {});
-    if (!file) {
-        reason = "the system refuses to read it";
-        return false;
-    }
-    exists_ = true;
-    return true;
+    exists_ = readWholeFile(path, content_, reason);
+    return exists_;
 }
 
 bool OldFile::readIfPresent(const std::string &path, std::string &reason) {
@@ -37,19 +39,32 @@ bool OldFile::isUnchanged() const {
     return now.readIfPresent(path_, reason) && now.exists_ == exists_ && now.content_ == content_;
 }
 
-PairResult replacePair(const OldFile &first, const std::string &firstText, const OldFile &second,
-                       const std::string &secondText, const EngineRun &run, std::string &reason) {
-    for (const OldFile *file : {&first, &second}) {
-        if (!file->isUnchanged()) {
-            reason = file->path() + " has changed since it was read";
+PairResult replacePair(const FileReplacement &first, const FileReplacement &second,
+                       const EngineRun &run, std::string &reason) {
+    FileTransaction transaction;
+    const std::array<const FileReplacement *, 2> files = {&first, &second};
+    for (const FileReplacement *file : files) {
+        if (needsWriting(*file) && !transaction.stage(file->old.path(), file->text)) {
+            reason = transaction.failure();
+            return PairResult::Failed;
+        }
+    }
+    for (const FileReplacement *file : files) {
+        if (!file->old.isUnchanged()) {
+            reason = file->old.path() + " has changed since it was read";
             return PairResult::Failed;
         }
     }
     if (run.stopped()) {
         return PairResult::Stopped;
     }
-    if (!writeWholeFile(first.path(), firstText, reason) ||
-        !writeWholeFile(second.path(), secondText, reason)) {
+    bool placed = true;
+    for (const FileReplacement *file : files) {
+        placed = placed && (!needsWriting(*file) || put(transaction, *file));
+    }
+    if (!placed || !transaction.commit()) {
+        transaction.takeBack();
+        reason = transaction.failure();
         return PairResult::Failed;
     }
     return PairResult::Replaced;

@@ -29,10 +29,17 @@ class OldFile {
 
 enum class PairResult { Replaced, Stopped, Failed };
 
+/// A file and the text that takes its place.
+struct FileReplacement {
+    const OldFile &old;
+    const std::string &text;
+    std::string keptAs; ///< second name for the old file; blank: it is not kept
+};
+
 /// Writes both files whole to temporary ones, then puts the first and the second in place: both or
 /// neither. Nothing is put in place when the run was stopped meanwhile, or when either old file has
 /// changed since it was read. A text equal to the old one leaves its file alone.
-PairResult replacePair(const OldFile &first, const std::string &firstText, const OldFile &second,
-                       const std::string &secondText, const EngineRun &run, std::string &reason);
+PairResult replacePair(const FileReplacement &first, const FileReplacement &second,
+                       const EngineRun &run, std::string &reason);
 
 } // namespace keldrin

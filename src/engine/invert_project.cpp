@@ -9,6 +9,7 @@
 #include "messages/message_log.h"
 #include "physics/apparent_resistivity.h"
 #include "projectfile/control_group.h"
+#include "projectfile/file_content.h"
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 
@@ -288,20 +289,28 @@ InvertResult ProjectRun::write() {
     // Models that were not changed keep their file, byte for byte.
     const bool keepsModels = line_.iterations == 0 && modelFile_.exists() && !options_.fresh &&
                              start_.fromModelFile == static_cast<int>(choice_.soundings.size());
-    std::string models;
-    if (keepsModels) {
-        models = modelFile_.content();
-    } else {
-        appendModelFile(model_, models);
+    std::string models = modelFile_.content();
+    std::string kept; // name of a model file that holds more than the new one
+    if (!keepsModels) {
+        FileWrite file = prepareModels(model_, modelFile_.path());
+        const FileContent old = modelContent(modelFile_.path());
+        if (old.soundings > file.content.soundings) {
+            kept = keptName(modelFile_.path(), old.rows, modelContent);
+        }
+        models = std::move(file.text);
     }
     std::string reason;
-    switch (replacePair(modelFile_, models, project_, project.text, run_, reason)) {
+    switch (replacePair({modelFile_, models, kept}, {project_, project.text, ""}, run_, reason)) {
     case PairResult::Stopped:
         return InvertResult::Stopped;
     case PairResult::Failed:
         return failed("nothing was written: " + reason);
     case PairResult::Replaced:
         break;
+    }
+    if (!kept.empty()) {
+        say("the old model file holds more soundings and is kept as " +
+            std::string(fileNameOf(kept)));
     }
     return InvertResult::Done;
 }

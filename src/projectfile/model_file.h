@@ -27,10 +27,6 @@ std::string modelPathOf(const std::string &projectPath);
 ///          when there is no file, or none that can be read (reported in the second case only)
 [[nodiscard]] int M1D_File_Read(SurveyModel &model, const std::string &path);
 
-/// Appends the text of a whole model file. Soundings that the project file leaves out are left out.
-/// returns  the count of its rows
-int appendModelFile(const SurveyModel &model, std::string &out);
-
 /// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without
 /// layers has its row of the surface alone; those that the project file leaves out are left out.
 /// What stands there is kept as replace_files.h says.

@@ -48,10 +48,6 @@ FileContent composeModels(const SurveyModel &model, std::string &out) {
 
 } // namespace
 
-int appendModelFile(const SurveyModel &model, std::string &out) {
-    return composeModels(model, out).rows;
-}
-
 FileWrite prepareModels(SurveyModel &model, const std::string &path) {
     FileWrite file;
     file.path = path;
