@@ -41,7 +41,7 @@ class AvgTest : public testing::Test {
         }
         const LineEntry &entry = model.lines.entries[chosen];
         selectLine(model, static_cast<int>(chosen) + 1);
-        STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(entry));
+        EXPECT_EQ(STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(entry)), 0);
         return AVG_Read(model, path, entry.LineLabel.view());
     }
     [[nodiscard]] const SoundingRecord &sounding(std::size_t i) const { return model.hTrn[i]; }
@@ -197,6 +197,9 @@ TEST_F(AvgTest, TheThirtyThirdLineFallsIntoTheLastRowUnderItsLabel) {
     EXPECT_EQ(model.lines.entries[31].LineLabel.view(), "L34 INL");
     EXPECT_EQ(model.lines.entries[31].Transients, 3);
     EXPECT_EQ(model.SoundingCount, 1);
+    EXPECT_THAT(messages.warnings,
+                ElementsAre(HasSubstr("Lines beyond the 32nd: 2, the first on line 73 of x.avg|"
+                                      "L33")));
 }
 
 TEST_F(AvgTest, RecordsWithoutTheirKeysAreDroppedInWords) {

@@ -48,7 +48,9 @@ class ZFileTest : public testing::Test {
         if (Z_Count(model, path()) != 0) {
             return 1;
         }
-        STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(model.lines.entries[0]));
+        EXPECT_EQ(STD_Allocate_hTrn(model, capacity > 0 ? capacity
+                                                        : soundingsNeeded(model.lines.entries[0])),
+                  0);
         return Z_Read(model, path(), "");
     }
     [[nodiscard]] std::string path() const { return directory.path("x.z"); }

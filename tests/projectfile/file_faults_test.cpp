@@ -4,6 +4,7 @@
 #include "projectfile/model_file.h"
 #include "projectfile/project_case.h"
 #include "support/failing_files.h"
+#include "support/source_directory.h"
 
 #include <filesystem>
 #include <set>
@@ -14,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::StartsWith;
 
-const std::string Examples = KELDRIN_SOURCE_DIR "/examples/project/inloop";
+const std::string Examples = std::string(SourceDirectory) + "/examples/project/inloop";
 
 class FileFaults : public ProjectCase {
   protected:

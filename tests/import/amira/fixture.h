@@ -34,7 +34,7 @@ class AmiraTest : public testing::Test {
             return countStatus;
         }
         const LineEntry &entry = model.lines.entries[chosen];
-        STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(entry));
+        EXPECT_EQ(STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(entry)), 0);
         return AMR_Read(model, path, entry.LineLabel.view());
     }
     [[nodiscard]] const SoundingRecord &sounding(std::size_t i) const { return model.hTrn[i]; }
