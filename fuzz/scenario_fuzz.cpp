@@ -3,11 +3,13 @@
 
 #include "base/clock.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_spec.h"
 #include "toolkit/drawing.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdlib>
 #include <ostream>
@@ -41,7 +43,20 @@ bool isHarmless(const ScriptLine &line) {
            !std::holds_alternative<EngineAnswer>(line.action);
 }
 
-void askInDialog(int dialog, int mode) {
+constexpr std::array Fields = {
+    ControlSpec{.id = 1008, .kind = ControlKind::List, .label = "TEM Array", .length = 4},
+    ControlSpec{.id = 1025, .kind = ControlKind::Real, .label = "Ramp", .limits = {0.1, 990000.0}},
+    ControlSpec{.id = 1083, .kind = ControlKind::Real, .label = "Area", .unit = "m^2"},
+    ControlSpec{.id = 1043, .kind = ControlKind::Text, .label = "Save As", .length = 255},
+    ControlSpec{.id = ButtonContinue, .kind = ControlKind::Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = ControlKind::Button, .label = "Cancel"},
+};
+constexpr DialogSpec Asked = {
+    .number = 101, .caption = "Asked", .defaultButton = ButtonContinue, .controls = Fields};
+constexpr DialogSpec Served = {
+    .number = 108, .caption = "Served", .defaultButton = ButtonContinue, .controls = Fields};
+
+void askInDialog(const DialogSpec &dialog, int mode) {
     WDialogLoad(dialog);
     ToolkitDialogOption(EventFieldChange, 1);
     WDialogPutMenu(1008, {"Fixed-Loop", "Moving-Loop"}, 1);
@@ -63,10 +78,10 @@ void serve(int command) {
     std::string path = "start";
     switch (command) {
     case Command::New:
-        askInDialog(Dialog::DataInput, DialogModal);
+        askInDialog(Asked, DialogModal);
         break;
     case Command::AutoSkip:
-        askInDialog(Dialog::Configuration, DialogModelessAlone);
+        askInDialog(Served, DialogModelessAlone);
         break;
     case Command::Open:
         ToolkitFileChooser("Choose|*.std|", 10, path, "Open");

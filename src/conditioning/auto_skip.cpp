@@ -1,33 +1,19 @@
 #include "conditioning/auto_skip.h"
 
+#include "conditioning/auto_skip_dialog.h"
+#include "conditioning/unread_fields.h"
 #include "messages/message_log.h"
-#include "toolkit/control_ids.h"
+#include "projectfile/control_table.h"
 #include "toolkit/drawing.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <utility>
 
 namespace keldrin {
 
 namespace {
-
-constexpr int FirstField = 1085;
-constexpr int LastField = 1086;
-constexpr int WindowCountText = 3086; // behind the last window
-constexpr int CutoffField = 1051;
-constexpr float LeastCutoff = 0.1F; // percent
-constexpr float LargestCutoff = 10000.0F;
-
-struct SwitchField {
-    int id;
-    bool AutoSkipSettings::*on;
-};
-constexpr std::array SwitchFields = {SwitchField{1087, &AutoSkipSettings::errorFilter},
-                                     SwitchField{1088, &AutoSkipSettings::negativeFilter},
-                                     SwitchField{1089, &AutoSkipSettings::slopeFilter}};
 
 /// What has happened so far in one sounding. Each mark stays once it is set.
 struct StickyMarks {
@@ -83,30 +69,6 @@ int largestWindowCount(const SurveyModel &model) {
     return largest;
 }
 
-void fillDialog(int maxWindows, const AutoSkipSettings &settings, float cutoff) {
-    const int highest = std::max(maxWindows, 1);
-    WDialogRangeInteger(FirstField, 1, highest);
-    WDialogRangeInteger(LastField, 1, highest);
-    WDialogPutInteger(FirstField, settings.firstWindow);
-    WDialogPutInteger(LastField, settings.lastWindow);
-    WDialogPutString(WindowCountText, "of " + std::to_string(maxWindows));
-    for (const SwitchField &field : SwitchFields) {
-        WDialogPutCheckBox(field.id, settings.*field.on);
-    }
-    WDialogRangeReal(CutoffField, LeastCutoff, LargestCutoff);
-    WDialogPutReal(CutoffField, cutoff, "(F12.1)");
-}
-
-// A field that cannot be read keeps its value.
-void readDialog(AutoSkipSettings &settings, float &cutoff) {
-    WDialogGetInteger(FirstField, settings.firstWindow);
-    WDialogGetInteger(LastField, settings.lastWindow);
-    for (const SwitchField &field : SwitchFields) {
-        WDialogGetCheckBox(field.id, settings.*field.on);
-    }
-    WDialogGetReal(CutoffField, cutoff);
-}
-
 void clearRootWindow() {
     ToolkitClearPage();
     ToolkitPageKind("blank");
@@ -131,18 +93,18 @@ int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff
     }
     shown.firstWindow = std::max(std::min(shown.firstWindow, maxWindows), 1);
     shown.lastWindow = std::max(std::min(shown.lastWindow, maxWindows), 1);
-    float cutoff = limited(DataCutoff, LeastCutoff, LargestCutoff);
-    WDialogLoad(Dialog::AutoSkip);
-    fillDialog(maxWindows, shown, cutoff);
-    WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    const bool confirmed = ToolkitDialogInfo(1) == ButtonContinue;
-    if (confirmed) {
-        readDialog(shown, cutoff);
-        settings = shown;
-        DataCutoff = cutoff;
+    constexpr ForcedRange range = control_ranges::SkipCutoff;
+    AutoSkipAnswers answers = {shown, DataCutoff, maxWindows};
+    answers.cutoff =
+        limited(DataCutoff, static_cast<float>(range.low), static_cast<float>(range.high));
+    const DialogAnswer answer = askDialog(AutoSkipDialog, answers);
+    if (!answer.confirmed()) {
+        return 1;
     }
-    WDialogUnload();
-    return confirmed ? 0 : 1;
+    reportUnreadFields(answer.unread);
+    settings = answers.settings;
+    DataCutoff = answers.cutoff;
+    return 0;
 }
 
 int AutoSkip(SurveyModel &model, AutoSkipSettings &settings) {

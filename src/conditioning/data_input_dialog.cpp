@@ -2,6 +2,7 @@
 
 #include "messages/message_log.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -121,7 +122,7 @@ int VerifyDataInput(SurveyModel &model) {
     LineTable lines = model.lines; // a Cancel leaves the table as it was
     lines.SelectedLine = std::max(std::min(lines.SelectedLine, lines.LineCount), 1);
     bringIntoRange(selectedEntry(lines).scaling);
-    WDialogLoad(Dialog::DataInput);
+    WDialogLoad(DataInputDialog);
     putLineList(lines);
     setRanges();
     putScaling(selectedEntry(lines).scaling);

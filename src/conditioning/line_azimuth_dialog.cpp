@@ -3,6 +3,7 @@
 #include "base/real.h"
 #include "messages/message_log.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 #include <cmath>
@@ -17,7 +18,7 @@ constexpr float FullCircle = 360.0F;
 
 void VerifyLineAzimuth(float trend, float &azimuth) {
     azimuth = std::fmod(azimuth, FullCircle); // keeps its sign
-    WDialogLoad(Dialog::LineAzimuth);
+    WDialogLoad(LineAzimuthDialog);
     if (isPresent(trend)) {
         WDialogPutInteger(TrendField, nearestInt(std::fmod(trend, FullCircle)));
     } else {

@@ -9,6 +9,7 @@
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -363,7 +364,7 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
     path = name.path();
     const std::string oldPath = path;
     bringIntoRange(model);
-    WDialogLoad(Dialog::Configuration);
+    WDialogLoad(ConfigurationDialog);
     ToolkitDialogOption(10, 1);
     setRanges();
     fillFields(model.control, name);

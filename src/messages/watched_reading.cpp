@@ -2,13 +2,11 @@
 
 #include "base/paths.h"
 #include "messages/message_log.h"
-#include "toolkit/control_ids.h"
 
 namespace keldrin {
 
 WatchedReading::WatchedReading(LineReader &reader, std::string_view path)
-    : reader_(reader), name_(fileNameOf(path)),
-      work_({Dialog::Progress, std::string(path), "Reading " + name_}) {
+    : reader_(reader), name_(fileNameOf(path)), work_({std::string(path), "Reading " + name_}) {
     watchReading(reader);
 }
 

@@ -65,6 +65,7 @@ inline constexpr ForcedRange CoilArea = {1.0, 9.9E9};
 inline constexpr ForcedRange Weight = {0.01, 100.0};
 inline constexpr ForcedRange Iterations = {0, 32};
 inline constexpr ForcedRange Percent = {0.1, 9999.9};
+inline constexpr ForcedRange SkipCutoff = {0.1, 10000.0}; ///< of DataCutoff in Auto Skip
 inline constexpr ForcedRange TableSize = {16, std::numeric_limits<int>::max()};
 } // namespace control_ranges
 

@@ -91,7 +91,7 @@ int Plot_AllSoundings(const SurveyModel &survey, const PlotLimits &limits, std::
     }
     ReportInfoLine("Saving plots of " + std::to_string(stations.size()) + " soundings in file " +
                    file);
-    LongWork work({Dialog::Progress, "Writing " + file, "Saving plots"});
+    LongWork work({"Writing " + file, "Saving plots"});
     const bool done = plotPagesInOnePdf(
         document, stations.size(),
         [&](std::size_t i) { Plot_Sounding(survey, limits, stations[i], path, date, time); },

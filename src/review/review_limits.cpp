@@ -3,6 +3,7 @@
 #include "messages/message_log.h"
 #include "review/review_dialogs.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 #include <array>
@@ -108,7 +109,7 @@ void fillDialog(const SurveyModel &survey, const PlotLimits &limits) {
 
 int Review_EditLimits(const SurveyModel &survey, PlotLimits &limits) {
     CheckGraphicsError();
-    WDialogLoad(Dialog::PlotLimits);
+    WDialogLoad(PlotLimitsDialog);
     fillDialog(survey, limits);
     showAtLowerRight(DialogModal);
     const bool confirmed = ToolkitDialogInfo(1) == ButtonContinue;

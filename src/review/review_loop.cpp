@@ -13,6 +13,7 @@
 #include "review/review_save.h"
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/drawing.h"
 
 #include <algorithm>
@@ -219,7 +220,7 @@ int trackbarStep(int soundings) {
 
 void openDialog(const Review &review) {
     const int soundings = review.survey.SoundingCount;
-    WDialogLoad(Dialog::Review);
+    WDialogLoad(ReviewDialog);
     ToolkitDialogOption(EventFieldChange, 1);
     WDialogRangeTrackbar(StationTrackbar, 1, std::max(2, soundings), trackbarStep(soundings));
     WDialogPutString(LastStationText, std::to_string(soundings));

@@ -6,6 +6,7 @@
 #include "shell/open_project.h"
 #include "shell/project_copy.h"
 #include "toolkit/child_process.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 namespace keldrin {
@@ -43,7 +44,7 @@ int Invert(SurveyModel &model, std::string &path) {
     constexpr int waitForItsEnd = 2;
     CheckGraphicsError();
     ProjectCopy copy(path);
-    const bool ended = IOsCommand({EngineName, path}, waitForItsEnd, logEngineLine);
+    const bool ended = IOsCommand({EngineName, path}, waitForItsEnd, logEngineLine, &EngineDialog);
     reportFailedRun(path);
     copy.settle(!ended);
     const int status = OpenProject(model, path);

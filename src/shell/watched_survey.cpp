@@ -2,7 +2,6 @@
 
 #include "messages/message_log.h"
 #include "physics/apparent_resistivity.h"
-#include "toolkit/control_ids.h"
 #include "toolkit/long_work.h"
 
 #include <string>
@@ -11,7 +10,7 @@ namespace keldrin {
 
 void surveyApparentResistivities(SurveyModel &model) {
     const std::string count = std::to_string(model.SoundingCount);
-    LongWork work({Dialog::Progress, "Line of " + count + " soundings"});
+    LongWork work({"Line of " + count + " soundings", "Computing apparent resistivities"});
     int computed = 0;
     AResProgress progress;
     progress.step = [&](int done, int total) {

@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "messages/message_log.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -27,7 +28,7 @@ int askInDialog(std::string_view text, std::string_view label,
     for (const std::string_view name : names) {
         entries.emplace_back(trimRight(name));
     }
-    WDialogLoad(Dialog::MatchingLabel);
+    WDialogLoad(MatchingLabelDialog);
     CheckGraphicsError("Str_to_iEnumeration_Dialog 1480");
     if (ToolkitDialogInfo(2) != Dialog::MatchingLabel) {
         return Cancelled;

@@ -106,9 +106,9 @@ struct PrinterPage {
 
 /// Long work that the user watches and may stop.
 struct WorkRequest {
-    int dialog = 0;           ///< number of the dialog that shows it
-    std::string words;        ///< what is being done
-    std::string caption = {}; ///< of the dialog; blank: its table's own
+    std::string words;                  ///< what is being done
+    std::string caption = {};           ///< of the dialog; blank: its table's own
+    const DialogSpec *dialog = nullptr; ///< shows it; null: ProgressDialog of long_work.h
 };
 
 /// The text for a mouse position in fractions of the root window; blank where there is none.

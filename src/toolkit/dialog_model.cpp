@@ -21,7 +21,7 @@ ControlState stateOf(const ControlSpec &spec) {
     state.enabled = spec.enabled;
     state.length = spec.length;
     state.index = spec.kind == ControlKind::Trackbar ? 1 : 0;
-    putLimits(state, spec.low, spec.high);
+    putLimits(state, spec.limits.low, spec.limits.high);
     return state;
 }
 
@@ -75,6 +75,7 @@ void takeTypedNumber(ControlState &control) {
 
 DialogModel makeDialog(const DialogSpec &spec) {
     DialogModel dialog;
+    dialog.spec = &spec;
     dialog.number = spec.number;
     dialog.caption = spec.caption;
     dialog.defaultButton = spec.defaultButton;

@@ -42,6 +42,7 @@ struct ControlState {
 };
 
 struct DialogModel {
+    const DialogSpec *spec = nullptr; ///< its table; null only in a model without one
     int number = 0;
     std::string caption;
     std::vector<ControlState> controls; ///< in tab order

@@ -86,18 +86,13 @@ void serveModal(DialogModel &dialog) {
 
 } // namespace
 
-void WDialogLoad(int number) {
+void WDialogLoad(const DialogSpec &spec) {
     ToolkitState &state = toolkitState();
-    const DialogSpec *spec = findDialogSpec(number);
-    if (spec == nullptr) {
-        ToolkitSetError(ErrorNoSuchDialog);
-        return;
-    }
-    if (DialogModel *loaded = findLoaded(number)) {
+    if (DialogModel *loaded = findLoaded(spec.number)) {
         unload(loaded);
     }
-    state.dialogs.push_back(std::make_unique<DialogModel>(makeDialog(*spec)));
-    state.selected = number;
+    state.dialogs.push_back(std::make_unique<DialogModel>(makeDialog(spec)));
+    state.selected = spec.number;
     if (state.backend != nullptr) {
         state.backend->loadDialog(*state.dialogs.back());
     }

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "toolkit/dialog_field.h"
+
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace keldrin {
 
@@ -54,9 +58,17 @@ struct ControlSpec {
     std::string_view format = {}; ///< of a real: one edit descriptor
     std::string_view unit = {};   ///< text behind it
     int length = 0;               ///< most bytes of a text, most entries of a list; 0 no limit
-    double low = 1.0;             ///< limits of what the user types; none when low is above high
-    double high = 0.0;
+    FieldLimits limits = {};      ///< of what the user types
     bool enabled = true;
+
+    // What it shows and changes; see dialog_form.h.
+    FieldAccess field = {};                            ///< of the dialog's record
+    FromRecord<FieldLimits> limitsFrom = {};           ///< in place of `limits`
+    FromRecord<std::vector<std::string>> entries = {}; ///< of a list
+    FromRecord<bool> enabledFrom = {};                 ///< in place of `enabled`
+    bool readWhileDisabled = false;                    ///< at Continue
+    std::string_view name = {};                        ///< in messages; blank: the label
+    std::string_view key = {}; ///< name of the value in the program's files; blank: none
 
     // How it is laid out; nothing else depends on this.
     bool sameRow = false; ///< stands in the row of the control before it
@@ -69,26 +81,20 @@ struct ControlSpec {
     int unitFrom = 0;        ///< static whose text is its unit too; 0 none
 };
 
+/// Where a dialog is shown.
+enum class DialogPlace {
+    Usual,      ///< the toolkit's place
+    LowerRight, ///< the lower right corner of the root window, beside what it is about
+};
+
 struct DialogSpec {
     int number = 0;
     std::string_view caption;
     int defaultButton = 0; ///< what Enter presses; 0 none
     std::span<const ControlSpec> controls;
     bool inRoot = false; ///< lies upon the root window's page, beside which it is used
+    DialogPlace place = DialogPlace::Usual;
+    int firstControl = 0; ///< has the focus at first; 0 the first of the table
 };
-
-/// The table of a dialog, or null when there is none of that number.
-const DialogSpec *findDialogSpec(int number);
-
-// The tables, each in its own file.
-extern const DialogSpec DataInputDialog;
-extern const DialogSpec ReviewDialog;
-extern const DialogSpec PlotLimitsDialog;
-extern const DialogSpec AutoSkipDialog;
-extern const DialogSpec MatchingLabelDialog;
-extern const DialogSpec ConfigurationDialog;
-extern const DialogSpec LineAzimuthDialog;
-extern const DialogSpec EngineDialog;
-extern const DialogSpec ProgressDialog;
 
 } // namespace keldrin

@@ -136,6 +136,11 @@ void WDialogFieldState(int id, bool enabled) {
     });
 }
 
+bool WDialogIsEnabled(int id) {
+    const Target target = targetOf(id);
+    return target.control != nullptr && target.control->enabled;
+}
+
 void WDialogPutString(int id, std::string_view text) {
     const int target = idOfText(id);
     changeControl(target, [&](ControlState &control) {

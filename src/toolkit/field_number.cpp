@@ -23,7 +23,7 @@ struct Parts {
     long long exponent = 0; ///< as typed, held far outside every range of a real
 };
 
-// Passes over digits; a point among them is kept apart.
+// Passes over digits; a point, or a comma in its place, among them is kept apart.
 std::string_view takeDigits(std::string_view text, bool pointAllowed, Parts &parts) {
     bool pointSeen = false;
     std::size_t i = 0;
@@ -31,7 +31,7 @@ std::string_view takeDigits(std::string_view text, bool pointAllowed, Parts &par
         if (isDigit(text[i])) {
             parts.digits += text[i];
             parts.point += pointSeen ? 0 : 1;
-        } else if (text[i] == '.' && pointAllowed && !pointSeen) {
+        } else if ((text[i] == '.' || text[i] == ',') && pointAllowed && !pointSeen) {
             pointSeen = true;
         } else {
             break;

@@ -8,9 +8,9 @@
 
 namespace keldrin {
 
-// What a user may type into a field of numbers: a sign, digits, a point and, for reals, an
-// exponent behind E or D, and nothing else; blanks around it do not count. No comma, whatever the
-// locale. A field of integers takes a sign and digits only.
+// What a user may type into a field of numbers, whatever the locale: a sign, digits and, for reals,
+// one decimal point or comma and an exponent after E or D; blanks around it do not count. A field
+// of integers takes a sign and digits only.
 
 /// The number of a typed text in the width of its control; none when it is no number.
 /// A number too large for the width is given as an infinity, one too small as zero.

@@ -88,8 +88,7 @@ WorkPause::~WorkPause() {
 }
 
 DialogModel makeWorkDialog(const WorkRequest &request) {
-    const DialogSpec *spec = findDialogSpec(request.dialog);
-    DialogModel dialog = makeDialog(spec != nullptr ? *spec : ProgressDialog);
+    DialogModel dialog = makeDialog(request.dialog != nullptr ? *request.dialog : ProgressDialog);
     dialog.mode = DialogModal; // its button queues no event
     if (!request.caption.empty()) {
         dialog.caption = request.caption;

@@ -44,6 +44,10 @@ class WorkPause {
     ~WorkPause();
 };
 
+/// The dialog of work that names no other: words, a bar and Cancel. The tables of others have the
+/// controls WorkWords, WorkBar and ButtonCancel too.
+extern const DialogSpec ProgressDialog;
+
 /// The dialog of some work with its words, for backends. Its button sets `endButton`.
 DialogModel makeWorkDialog(const WorkRequest &request);
 

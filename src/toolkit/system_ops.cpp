@@ -70,13 +70,13 @@ int WMessageBox(int /*buttons*/, int icon, int defaultButton, std::string_view t
 }
 
 bool IOsCommand(const std::vector<std::string> &command, int /*flags*/,
-                const std::function<void(std::string_view)> &line) {
+                const std::function<void(std::string_view)> &line, const DialogSpec *dialog) {
     ToolkitState &state = toolkitState();
     if (state.backend == nullptr || command.empty()) {
         ToolkitSetError(ErrorCannotRun);
         return true;
     }
-    LongWork work({Dialog::Engine, shortForm(command)});
+    LongWork work({shortForm(command), {}, dialog});
     const auto goOn = [&work] {
         return work.step(0.0, 0.0);
     };

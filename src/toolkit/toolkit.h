@@ -18,6 +18,7 @@ namespace keldrin {
 // Drawing calls stand in drawing.h, axis plots in plot.h.
 
 class Backend;
+struct DialogSpec;
 
 enum ToolkitEventType : int {
     EventNone = 0,
@@ -127,9 +128,11 @@ void ToolkitFlush();
 /// A fact for the transcript of a scripted run; nothing on the desktop.
 void ToolkitTrace(std::string_view kind, std::string_view text);
 
-// ---- Dialogs: a dialog is a table with a number (dialog_spec.h); calls act on the selected one
+// ---- Dialogs: a dialog is a table with a number (dialog_spec.h); calls act on the selected one.
+// Flows show their records in them through dialog_form.h.
 
-void WDialogLoad(int dialog);
+/// Loads a dialog, hidden, and selects it. Its table must outlive it.
+void WDialogLoad(const DialogSpec &dialog);
 void WDialogSelect(int dialog);
 
 enum DialogMode : int {
@@ -144,6 +147,7 @@ void WDialogShow(int x, int y, int control, int mode);
 void WDialogUnload(int option = 0);
 void WDialogTitle(std::string_view caption);
 void WDialogFieldState(int id, bool enabled);
+bool WDialogIsEnabled(int id);
 
 /// Calls `changed` with a control's id after each change that the user makes in the selected dialog
 /// while it blocks; one that does not block sends events instead.
@@ -194,9 +198,11 @@ int WMessageBox(int buttons, int icon, int defaultButton, std::string_view text,
 /// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended; the user
 /// may end it before. A program that cannot be started leaves error state 13.
 /// line     gets each line that it writes to its console
+/// dialog   shown meanwhile, a table of long work; null: the toolkit's own
 /// returns  false when the user has ended it
 bool IOsCommand(const std::vector<std::string> &command, int flags,
-                const std::function<void(std::string_view)> &line = {});
+                const std::function<void(std::string_view)> &line = {},
+                const DialogSpec *dialog = nullptr);
 
 std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
 std::string IOsDirName();                       ///< the working directory

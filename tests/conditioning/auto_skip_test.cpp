@@ -190,6 +190,9 @@ TEST_F(AutoSkipAnswers, AnswersStayAndUnreadableOnesDoNotCount) {
     EXPECT_EQ(model.control.DataCutoff, 10000.0F);
     EXPECT_EQ(marks(model.hTrn[1]), "100");
     EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_THAT(messages.errors,
+                ElementsAre("Use data from window: \"first\" cannot be read; 2 stays.|"
+                            "Skip data after error: \"\" cannot be read; 10000.0 % stays."));
 }
 
 TEST_F(AutoSkipAnswers, TellsHowManyWindowsEachFilterTook) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/dialog_values.h"
+#include "support/dialog_tables.h"
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
@@ -42,7 +43,7 @@ class DialogBackend : public AnsweringBackend {
 
     /// Loads, fills and shows a dialog, with field-change events on.
     DialogModel &open(int number, int mode, int firstControl = 0) {
-        WDialogLoad(number);
+        WDialogLoad(dialogTable(number));
         fillDialog(*toolkitState().dialogs.back());
         ToolkitDialogOption(EventFieldChange, 1);
         if (mode == DialogModal) { // shown as such, but nobody waits for its end

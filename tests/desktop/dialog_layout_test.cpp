@@ -1,6 +1,6 @@
 #include "desktop/dialog_values.h"
+#include "support/dialog_tables.h"
 #include "toolkit/desktop/dialog_window.h"
-#include "toolkit/dialog_spec.h"
 #include "toolkit/toolkit.h"
 
 #include <QAbstractButton>
@@ -34,7 +34,7 @@ class DialogLayout : public testing::TestWithParam<std::tuple<int, int>> {
         root_->setCentralWidget(new QWidget);
         root_->resize(780, 780);
         root_->show();
-        dialog_ = makeDialog(*findDialogSpec(std::get<0>(GetParam())));
+        dialog_ = makeDialog(dialogTable(std::get<0>(GetParam())));
         test::fillDialog(dialog_);
         dialog_.mode = DialogModeless;
         window_ = std::make_unique<DialogWindow>(dialog_, root_.get());
@@ -153,7 +153,7 @@ TEST_P(DialogLayout, LettersAreUniqueAndFieldsHaveNames) {
         EXPECT_TRUE(!field || !window_->widgetOf(control.id)->accessibleName().isEmpty())
             << control.id;
         const ControlSpec *spec = nullptr;
-        for (const ControlSpec &told : findDialogSpec(dialog_.number)->controls) {
+        for (const ControlSpec &told : dialog_.spec->controls) {
             spec = told.id == control.id ? &told : spec;
         }
         if (spec != nullptr && spec->label.find('&') != std::string_view::npos) {

@@ -4,8 +4,8 @@
 // dialog-NUMBER.png; a panel together with the window that it lies upon.
 
 #include "desktop/dialog_values.h"
+#include "support/dialog_tables.h"
 #include "toolkit/desktop/dialog_window.h"
-#include "toolkit/dialog_spec.h"
 #include "toolkit/toolkit.h"
 #include "toolkit/user_edits.h"
 
@@ -21,8 +21,6 @@
 
 namespace keldrin {
 namespace {
-
-constexpr int DialogNumbers[] = {101, 102, 103, 104, 106, 108, 110, 121, 122};
 
 /// A field that is left with a text that is no number, as it looks then.
 struct UnreadableField {
@@ -61,15 +59,11 @@ void makeDark() {
     QApplication::setPalette(dark);
 }
 
-void writePicture(int number, QMainWindow &root, const QDir &directory) {
-    const DialogSpec *spec = findDialogSpec(number);
-    if (spec == nullptr) {
-        return;
-    }
-    DialogModel dialog = makeDialog(*spec);
+void writePicture(const DialogSpec &spec, QMainWindow &root, const QDir &directory) {
+    DialogModel dialog = makeDialog(spec);
     test::fillDialog(dialog);
     for (const UnreadableField &field : Unreadable) {
-        if (field.dialog == number) {
+        if (field.dialog == spec.number) {
             typeText(dialog, field.id, "5O");
             commitField(dialog, field.id);
         }
@@ -79,15 +73,15 @@ void writePicture(int number, QMainWindow &root, const QDir &directory) {
             putFraction(control, 0.42);
         }
     }
-    dialog.mode = spec->inRoot ? DialogModeless : DialogModal;
+    dialog.mode = spec.inRoot ? DialogModeless : DialogModal;
     DialogWindow window(dialog, &root);
     const QPoint lowerRight = root.mapToGlobal(QPoint(root.width(), root.height())) -
                               QPoint(dialog.size.width, dialog.size.height);
-    window.showAt(spec->inRoot ? DialogPlacement{lowerRight.x(), lowerRight.y()}
-                               : DialogPlacement{});
+    window.showAt(spec.inRoot ? DialogPlacement{lowerRight.x(), lowerRight.y()}
+                              : DialogPlacement{});
     QTest::qWait(50);
     const QPixmap picture = window.isPanel() ? root.grab() : window.grab();
-    const QString path = directory.filePath(QString("dialog-%1.png").arg(number));
+    const QString path = directory.filePath(QString("dialog-%1.png").arg(spec.number));
     std::printf("%s %d x %d\n", path.toUtf8().constData(), window.width(), window.height());
     picture.save(path);
 }
@@ -106,8 +100,8 @@ void writePictures(const QString &path, int points, bool isDark) {
     root.setCentralWidget(new Page);
     root.resize(1100, 760);
     root.show();
-    for (const int number : DialogNumbers) {
-        writePicture(number, root, directory);
+    for (const DialogSpec *spec : DialogTables) {
+        writePicture(*spec, root, directory);
     }
 }
 

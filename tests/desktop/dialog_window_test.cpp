@@ -294,12 +294,12 @@ TEST_F(DialogWindowTest, ABarShowsPercentOrThatWorkGoesOn) {
 }
 
 TEST_F(DialogWindowTest, AWindowIsKeptInsideTheScreen) {
-    WDialogLoad(103);
+    WDialogLoad(dialogTable(103));
     WDialogShow(5000, 5000, 0, DialogModelessAlone);
     const QRect room = backend.window->screen()->availableGeometry();
     EXPECT_EQ(backend.window->frameGeometry().bottomRight(), room.bottomRight());
     WDialogUnload();
-    WDialogLoad(103);
+    WDialogLoad(dialogTable(103));
     WDialogShow(-1, -1, 0, DialogModelessAlone);
     const QPoint off =
         backend.window->frameGeometry().center() - backend.root.frameGeometry().center();
@@ -311,7 +311,7 @@ TEST_F(DialogWindowTest, AWindowIsKeptInsideTheScreen) {
 class ReviewPanel : public DialogWindowTest {
   protected:
     ReviewPanel() {
-        WDialogLoad(102);
+        WDialogLoad(dialogTable(102));
         backend.window->keyHook = [this](int code) {
             keys.push_back(code);
         };
@@ -319,7 +319,7 @@ class ReviewPanel : public DialogWindowTest {
     }
     // As the review does: at the lower right corner of the page.
     DialogModel &openReview() {
-        WDialogLoad(102);
+        WDialogLoad(dialogTable(102));
         test::fillDialog(*toolkitState().dialogs.back());
         backend.window->keyHook = [this](int code) {
             keys.push_back(code);

@@ -104,7 +104,7 @@ TEST_F(LimitsDialog, SwapsThenWidens) {
 
 TEST_F(LimitsDialog, WhatNoAxisCanShowKeepsTheOldValue) {
     const Edits faulty = {{1062, "long"}, {1063, "0"},     {1066, "-5"},  {1080, "-1"},
-                          {1027, "1e25"}, {1045, "1e300"}, {1065, "10,5"}};
+                          {1027, "1e25"}, {1045, "1e300"}, {1065, "1.0,5"}};
     for (const auto &field : faulty) {
         EXPECT_EQ(edit({field, {1064, "7"}}), 0);
         EXPECT_EQ(all(limits), all({.PlotDepthMax = 7.0F}))

@@ -8,7 +8,7 @@
 #include "support/temporary_directory.h"
 #include "support/work_backend.h"
 #include "toolkit/child_process.h"
-#include "toolkit/control_ids.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/user_edits.h"
 
 #include <gmock/gmock.h>
@@ -114,8 +114,7 @@ TEST_F(StoppedWork, AnOpenedProjectKeepsTheResistivitiesThatAreDone) {
     ASSERT_EQ(OpenProject(model, path), 0);
     EXPECT_EQ(model.SoundingCount, 24);
     EXPECT_EQ(missingResistivities(model), 17);
-    EXPECT_EQ(backend.works.back().caption, "");
-    EXPECT_EQ(backend.works.back().dialog, Dialog::Progress);
+    EXPECT_EQ(backend.works.back().caption, "Computing apparent resistivities");
 }
 
 TEST_F(StoppedWork, AtTheVeryLastSoundingNothingIsMissing) {
@@ -238,7 +237,7 @@ TEST_F(WatchedEngine, ItsConsoleGoesToTheLog) {
     EXPECT_THAT(messages.infos,
                 ElementsAre("rkeldrin: reading", "rkeldrin: 20 %", "rkeldrin: done"));
     ASSERT_FALSE(backend.works.empty());
-    EXPECT_EQ(backend.works[0].dialog, Dialog::Engine);
+    EXPECT_EQ(backend.works[0].dialog, &EngineDialog);
     EXPECT_EQ(backend.works[0].words, "rkeldrin line.std");
     EXPECT_EQ(backend.fractions[0], -1.0) << "nobody knows how long it takes";
     EXPECT_THAT(filesThere(), ElementsAre("line.m1d", "line.std")) << "no copies are left";

@@ -3,6 +3,7 @@
 #include "toolkit/backend.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_model.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/surfaces/null_surface.h"
 
 #include <gmock/gmock.h>
@@ -112,7 +113,7 @@ TEST(Enumeration, EqualNamesComeBeforeContainedOnesAndABlankNameCatchesTheRest) 
 TEST(Enumeration, AnAnswerCountsForEveryEnumerationInTheRun) {
     AnsweringBackend user;
     user.choice = 3;
-    WDialogLoad(Dialog::Configuration);
+    WDialogLoad(ConfigurationDialog);
     int index = 7;
     EXPECT_EQ(Str_to_iEnumeration(" volts", " Unit.TEM ", Units, index), 0);
     EXPECT_EQ(index, 3);

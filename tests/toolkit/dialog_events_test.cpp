@@ -1,5 +1,6 @@
 #include "toolkit/control_ids.h"
 #include "toolkit/drawing.h"
+#include "toolkit/sample_dialogs.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/user_edits.h"
@@ -32,7 +33,7 @@ class DialogEvents : public testing::Test {
         return events;
     }
     static void showConfiguration() {
-        WDialogLoad(Dialog::Configuration);
+        WDialogLoad(SampleFields);
         ToolkitDialogOption(10, 1);
         WDialogShow(-1, -1, ButtonContinue, DialogModelessAlone);
     }
@@ -76,7 +77,7 @@ TEST_F(DialogEvents, RepeatedChangesOfOneFieldCountOnce) {
 }
 
 TEST_F(DialogEvents, ATrackbarIsHeldInItsRangeAndReadWhereItStands) {
-    WDialogLoad(Dialog::Review);
+    WDialogLoad(SampleStations);
     ToolkitDialogOption(10, 1);
     WDialogRangeTrackbar(1057, 1, 5, 1);
     WDialogPutTrackbar(1057, 2);
@@ -113,7 +114,7 @@ TEST_F(DialogEvents, TheRootWindowIsServedAsTheDialogAllows) {
     queueAll();
     EXPECT_EQ(waiting(), (Events{"7:0", "9:0"}));
     WDialogUnload();
-    WDialogLoad(Dialog::Configuration);
+    WDialogLoad(SampleFields);
     WDialogShow(-1, -1, 0, DialogModeless);
     queueAll();
     EXPECT_EQ(waiting(), (Events{"1:110", "4:1", "7:0", "9:0"}));
@@ -154,7 +155,7 @@ TEST_F(DialogEvents, ANestedDialogLeavesTheOuterOneAsItWas) {
         EXPECT_TRUE(answers.edit(1092, "nV/Am2"));
     };
     const int outer = ToolkitDialogInfo(2);
-    WDialogLoad(Dialog::MatchingLabel);
+    WDialogLoad(SampleNames);
     WDialogPutMenu(1092, {"uV/A", "nV/Am2"}, 1);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
     EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
@@ -168,7 +169,7 @@ TEST_F(DialogEvents, ANestedDialogLeavesTheOuterOneAsItWas) {
     WDialogSelect(outer);
     EXPECT_TRUE(WDialogGetInteger(1024, turns));
     EXPECT_EQ(turns, 7);
-    EXPECT_EQ(asked, std::vector<int>{Dialog::MatchingLabel});
+    EXPECT_EQ(asked, std::vector<int>{SampleNames.number});
     EXPECT_EQ(waiting(), Events{"10:1025"}) << "a dialog that blocks sends no field changes";
 }
 
@@ -197,7 +198,7 @@ TEST_F(DialogEvents, AnsweringServesEditsThenTheDefaultButton) {
     backend.beforeAnswer = [](AnsweringBackend &answers, int) {
         answers.pressInstead(ButtonCancel);
     };
-    WDialogLoad(Dialog::DataInput);
+    WDialogLoad(SampleAreas);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
     EXPECT_EQ(ToolkitDialogInfo(1), ButtonCancel);
     backend.beforeAnswer = nullptr;

@@ -1,6 +1,7 @@
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/field_number.h"
+#include "toolkit/sample_dialogs.h"
 #include "toolkit/toolkit.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/user_edits.h"
@@ -9,7 +10,6 @@
 
 #include <cmath>
 #include <limits>
-#include <set>
 #include <string>
 
 namespace keldrin {
@@ -24,7 +24,7 @@ struct TypedCase {
 const double None = std::nan("");
 const double Overflow = std::numeric_limits<double>::infinity();
 
-TEST(TypedNumber, TakesSignDigitsPointAndExponentOnly) {
+TEST(TypedNumber, TakesSignDigitsOnePointOrCommaAndExponent) {
     using enum ControlKind;
     const TypedCase cases[] = {
         {" 12.5 ", Real, 12.5},
@@ -39,7 +39,15 @@ TEST(TypedNumber, TakesSignDigitsPointAndExponentOnly) {
         {"", Real, None},
         {".", Real, None},
         {"-", Integer, None},
-        {"1,5", Real, None},
+        {"1,5", Real, 1.5},
+        {"-,5E3", Double, -500.0},
+        {"1,000", Real, 1.0},
+        {"1,5.", Real, None},
+        {"1.5,", Real, None},
+        {"1,5,", Real, None},
+        {",", Real, None},
+        {"1E1,5", Real, None},
+        {"1,5", Integer, None},
         {"1.5.2", Real, None},
         {"1E", Real, None},
         {"E5", Real, None},
@@ -71,7 +79,7 @@ class ConfigurationFields : public testing::Test {
   protected:
     ConfigurationFields() {
         toolkitState() = ToolkitState{};
-        WDialogLoad(Dialog::Configuration);
+        WDialogLoad(SampleFields);
         WDialogShow(-1, -1, 0, DialogModelessAlone);
     }
     ~ConfigurationFields() override { toolkitState() = ToolkitState{}; }
@@ -227,28 +235,6 @@ TEST(ProgressBar, ShowsPercentOrThatTheEndIsNotKnown) {
     EXPECT_EQ(shownValue(bar), "100%");
     putFraction(bar, -1.0);
     EXPECT_EQ(shownValue(bar), "busy");
-}
-
-TEST(DialogTables, HaveOwnIdsAndAButtonToLeave) {
-    for (const int number : {101, 102, 103, 104, 106, 108, 110}) {
-        const DialogSpec *spec = findDialogSpec(number);
-        ASSERT_NE(spec, nullptr) << number;
-        DialogModel dialog = makeDialog(*spec);
-        std::set<int> ids;
-        for (const ControlState &control : dialog.controls) {
-            EXPECT_TRUE(ids.insert(control.id).second) << number << ": " << control.id;
-            EXPECT_EQ(control.kind == ControlKind::Real || control.kind == ControlKind::Double,
-                      !control.format.empty())
-                << control.id;
-        }
-        const ControlState *button = findControl(dialog, spec->defaultButton);
-        EXPECT_EQ(button != nullptr && button->kind == ControlKind::Button, number != 102)
-            << "Enter does nothing in the review";
-        EXPECT_NE(closeButtonOf(dialog), 0);
-    }
-    DialogModel azimuth = makeDialog(*findDialogSpec(110));
-    EXPECT_EQ(closeButtonOf(azimuth), ButtonContinue) << "the only way out";
-    EXPECT_FALSE(findControl(azimuth, 1060)->enabled);
 }
 
 } // namespace

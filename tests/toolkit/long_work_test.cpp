@@ -4,6 +4,7 @@
 #include "support/temporary_directory.h"
 #include "support/work_backend.h"
 #include "toolkit/control_ids.h"
+#include "toolkit/sample_dialogs.h"
 #include "toolkit/user_edits.h"
 
 #include <gmock/gmock.h>
@@ -32,7 +33,7 @@ class LongWorks : public testing::Test {
 TEST_F(LongWorks, AreShownWithoutTheMenuAndStoppedForGood) {
     backend.stopAtStep(2);
     {
-        LongWork work({Dialog::Progress, "words"});
+        LongWork work({"words"});
         EXPECT_TRUE(backend.shown);
         EXPECT_FALSE(backend.menuServed);
         EXPECT_TRUE(work.step(1, 4));
@@ -43,14 +44,14 @@ TEST_F(LongWorks, AreShownWithoutTheMenuAndStoppedForGood) {
     EXPECT_THAT(backend.fractions, ElementsAre(0.25, 0.5, -1.0));
     EXPECT_FALSE(backend.shown);
     EXPECT_TRUE(backend.menuServed);
-    LongWork next({Dialog::Progress, "words"});
+    LongWork next({"words"});
     EXPECT_TRUE(next.step(1, 4)) << "another work begins anew";
 }
 
 TEST_F(LongWorks, WithinOtherWorkMoveThatOnesBar) {
-    LongWork outer({Dialog::Progress, "outer"});
+    LongWork outer({"outer"});
     {
-        LongWork inner({Dialog::Engine, "inner"});
+        LongWork inner({"inner", {}, &SampleWork});
         EXPECT_TRUE(inner.step(3, 4));
         backend.stopAtStep(2);
         EXPECT_FALSE(inner.step(4, 4));
@@ -62,14 +63,14 @@ TEST_F(LongWorks, WithinOtherWorkMoveThatOnesBar) {
 }
 
 TEST_F(LongWorks, GiveWayToWhateverIsAsked) {
-    LongWork work({Dialog::Progress, "words"});
+    LongWork work({"words"});
     EXPECT_EQ(WMessageBox(1, 2, 1, "text", "ERROR"), 1);
     EXPECT_EQ(backend.boxesDuringWork, 0);
     EXPECT_TRUE(backend.shown);
     backend.beforeAnswer = [this](AnsweringBackend &, int) {
         EXPECT_FALSE(backend.shown);
     };
-    WDialogLoad(Dialog::LineAzimuth);
+    WDialogLoad(SampleAzimuths);
     WDialogShow(-1, -1, 0, DialogModal);
     WDialogUnload();
     EXPECT_TRUE(backend.shown);
@@ -78,15 +79,15 @@ TEST_F(LongWorks, GiveWayToWhateverIsAsked) {
 }
 
 TEST_F(LongWorks, LeaveTheMenuAsideWhileADialogIsUp) {
-    WDialogLoad(Dialog::Review);
+    WDialogLoad(SampleStations);
     WDialogShow(-1, -1, 0, DialogModeless);
-    { const LongWork work({Dialog::Progress, "words"}); }
+    { const LongWork work({"words"}); }
     EXPECT_FALSE(backend.menuServed);
 }
 
 TEST_F(LongWorks, ReachTheWindowSystemNowAndThenOnly) {
     toolkitState().stepPause = std::chrono::hours(1);
-    LongWork work({Dialog::Progress, "words"});
+    LongWork work({"words"});
     for (int i = 0; i < 1000; ++i) {
         EXPECT_TRUE(work.step(i, 1000));
     }
@@ -94,15 +95,15 @@ TEST_F(LongWorks, ReachTheWindowSystemNowAndThenOnly) {
 }
 
 TEST_F(LongWorks, OutliveTheToolkit) {
-    LongWork work({Dialog::Progress, "words"});
+    LongWork work({"words"});
     ToolkitClose();
     EXPECT_TRUE(work.step(1, 2));
-    const LongWork alone({Dialog::Progress, "words"});
+    const LongWork alone({"words"});
 }
 
 TEST_F(LongWorks, ACloseRequestIsRememberedForTheNextWait) {
     {
-        LongWork work({Dialog::Engine, "words"});
+        LongWork work({"words", {}, &SampleWork});
         userAsksToClose();
         EXPECT_TRUE(work.step(1, 2)) << "it does not stop the work";
         ToolkitEvent event;
@@ -137,7 +138,7 @@ TEST_F(LongWorks, FilesAreWatchedPieceByPiece) {
     };
     EXPECT_EQ(linesRead(), 100000) << "without anybody who watches";
     EXPECT_THAT(backend.fractions, SizeIs(0));
-    LongWork work({Dialog::Progress, "words"});
+    LongWork work({"words"});
     EXPECT_EQ(linesRead(), 100000);
     EXPECT_GT(backend.fractions.size(), 2U);
     EXPECT_EQ(backend.fractions.back(), 1.0);
@@ -148,9 +149,9 @@ TEST_F(LongWorks, FilesAreWatchedPieceByPiece) {
 }
 
 TEST(WorkDialogs, HoldWordsABarAndTheButtonThatStops) {
-    for (const int number : {Dialog::Engine, Dialog::Progress}) {
-        DialogModel dialog = makeWorkDialog({number, "some words", "A caption"});
-        EXPECT_EQ(dialog.number, number);
+    for (const DialogSpec *spec : {&SampleWork, &ProgressDialog}) {
+        DialogModel dialog = makeWorkDialog({"some words", "A caption", spec});
+        EXPECT_EQ(dialog.number, spec->number);
         EXPECT_EQ(dialog.caption, "A caption");
         EXPECT_EQ(dialog.defaultButton, 0) << "Enter must not end an inversion";
         EXPECT_EQ(findControl(dialog, WorkWords)->label, "some words");
@@ -159,7 +160,7 @@ TEST(WorkDialogs, HoldWordsABarAndTheButtonThatStops) {
         EXPECT_EQ(dialog.endButton, ButtonCancel);
         EXPECT_TRUE(toolkitState().queue.empty());
     }
-    EXPECT_EQ(makeWorkDialog({Dialog::Engine, "words"}).caption, "Inversion is running");
+    EXPECT_EQ(makeWorkDialog({"words", {}, &SampleWork}).caption, "Inversion is running");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "toolkit/drawing.h"
 #include "toolkit/file_filter.h"
 #include "toolkit/menu.h"
+#include "toolkit/sample_dialogs.h"
 #include "toolkit/scripted/headless_backend.h"
 #include "toolkit/toolkit_state.h"
 
@@ -75,7 +76,7 @@ TEST(ToolkitAlone, EveryCallIsHarmless) {
     ToolkitNextEvent(event);
     EXPECT_EQ(event.type, EventClose);
     EXPECT_EQ(ToolkitArgumentCount(), 0);
-    WDialogLoad(Dialog::DataInput);
+    WDialogLoad(SampleAreas);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
     EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
     WDialogUnload();
@@ -93,7 +94,7 @@ TEST(ToolkitErrors, ReadingClearsAndFaultsCountEveryRead) {
     EXPECT_EQ(ToolkitErrorState(1), 0);
     EXPECT_FALSE(ToolkitErrorText(ErrorNoSuchControl).empty());
 
-    WDialogLoad(Dialog::LineAzimuth);
+    WDialogLoad(SampleAzimuths);
     WDialogPutInteger(1048, 30);
     injectFault(77, "out of colour", 2);
     int azimuth = 5;

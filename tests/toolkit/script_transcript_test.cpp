@@ -3,6 +3,7 @@
 #include "support/files.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/drawing.h"
+#include "toolkit/sample_dialogs.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/toolkit_state.h"
 
@@ -74,7 +75,7 @@ void nothing(int) {}
 
 // Asks for a line and an area, which is then told in millions.
 void askAreas() {
-    WDialogLoad(Dialog::DataInput);
+    WDialogLoad(SampleAreas);
     WDialogPutMenu(1082, {"Line 1", "Line \"2\""}, 1);
     WDialogPutReal(1083, 1000.0F, "(1P,G14.4E1)");
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
@@ -90,7 +91,7 @@ void askAreas() {
 
 // The configuration dialog's loop in small: the offset is for the second array only.
 int configure() {
-    WDialogLoad(Dialog::Configuration);
+    WDialogLoad(SampleFields);
     ToolkitDialogOption(10, 1);
     WDialogPutMenu(1008, {"Fixed-Loop", "Moving-Loop"}, 1);
     WDialogPutReal(1025, 50.0F, "(F12.1)");
@@ -123,21 +124,8 @@ TEST(ScriptTranscript, ADialogThatBlocks) {
     EXPECT_EQ(played.transcript, "> 1: menu New\n"
                                  "dialog open 101 modal \"Verify data input parameters.\"\n"
                                  "field 1082 list on \"Select Line\" = \"Line 1\"\n"
-                                 "field 4001 static on \"Rx Coil\" = \"\"\n"
-                                 "field 4002 static on \"Effective Area\" = \"\"\n"
                                  "field 1083 real on \"along-line X\" = \"1000.\"\n"
                                  "field 3083 static on \"m^2\" = \"\"\n"
-                                 "field 1116 real on \"across-line Y\" = \"\"\n"
-                                 "field 3116 static on \"m^2\" = \"\"\n"
-                                 "field 1117 real on \"vertical Z\" = \"\"\n"
-                                 "field 3117 static on \"m^2\" = \"\"\n"
-                                 "field 4003 static on \"Stn Number Rescaling\" = \"\"\n"
-                                 "field 4004 static on \"Beginning\" = \"\"\n"
-                                 "field 4005 static on \"Increment\" = \"\"\n"
-                                 "field 1114 double on \"QDR\" = \"\"\n"
-                                 "field 1115 double on \"QDR\" = \"\"\n"
-                                 "field 1118 double on \"Client\" = \"\"\n"
-                                 "field 1119 double on \"Client\" = \"\"\n"
                                  "field 1090 button on \"Continue\" = \"\"\n"
                                  "field 1084 button on \"Cancel\" = \"\"\n"
                                  "> 2: set 1082 \"Line \\\"2\\\"\"\n"
@@ -428,7 +416,7 @@ TEST(ScriptTranscript, NoProgressEndsTheRun) {
     EXPECT_EQ(played.code, ScriptNoProgress);
     EXPECT_EQ(play("",
                    [] {
-                       WDialogLoad(Dialog::Configuration);
+                       WDialogLoad(SampleFields);
                        WDialogShow(-1, -1, 0, DialogModelessAlone);
                        ToolkitEvent event;
                        for (;;) {

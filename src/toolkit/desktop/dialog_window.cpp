@@ -20,8 +20,7 @@ namespace {
 
 const DialogSpec &specOf(const DialogModel &dialog) {
     static const DialogSpec none;
-    const DialogSpec *spec = findDialogSpec(dialog.number);
-    return spec != nullptr ? *spec : none;
+    return dialog.spec != nullptr ? *dialog.spec : none;
 }
 
 // A panel lies upon the page, not upon the menu and the status bar.

@@ -1,5 +1,5 @@
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_spec.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <array>
 
@@ -30,7 +30,7 @@ constexpr ControlSpec text(int id, std::string_view label, int length = LineLeng
 }
 
 constexpr ControlSpec whole(int id, std::string_view label, Limits limits) {
-    return {.id = id, .kind = Integer, .label = label, .low = limits.low, .high = limits.high};
+    return {.id = id, .kind = Integer, .label = label, .limits = {limits.low, limits.high}};
 }
 
 constexpr ControlSpec real(int id, std::string_view label, Limits limits, std::string_view format,
@@ -40,8 +40,7 @@ constexpr ControlSpec real(int id, std::string_view label, Limits limits, std::s
             .label = label,
             .format = format,
             .unit = unit,
-            .low = limits.low,
-            .high = limits.high};
+            .limits = {limits.low, limits.high}};
 }
 
 // Enabled by the program, for Fixed-Loop only.

@@ -1,5 +1,5 @@
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_spec.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <array>
 
@@ -20,8 +20,7 @@ constexpr ControlSpec area(int id, std::string_view label) {
             .label = label,
             .format = AreaFormat,
             .unit = "m^2",
-            .low = LeastArea,
-            .high = Largest};
+            .limits = {LeastArea, Largest}};
 }
 
 constexpr ControlSpec title(int id, std::string_view label, bool sameRow) {
@@ -37,8 +36,7 @@ constexpr ControlSpec rescaling(int id, std::string_view label, bool sameRow) {
             .kind = Double,
             .label = label,
             .format = ScaleFormat,
-            .low = -Largest,
-            .high = Largest,
+            .limits = {-Largest, Largest},
             .sameRow = sameRow};
 }
 

@@ -1,5 +1,5 @@
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_spec.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <array>
 
@@ -15,14 +15,12 @@ constexpr std::array Controls = {
     ControlSpec{.id = 1060,
                 .kind = Integer,
                 .label = "Stn file trend",
-                .low = -FullCircle,
-                .high = FullCircle,
+                .limits = {-FullCircle, FullCircle},
                 .enabled = false},
     ControlSpec{.id = 1048,
                 .kind = Integer,
                 .label = "Verify Line azimuth",
-                .low = -FullCircle,
-                .high = FullCircle},
+                .limits = {-FullCircle, FullCircle}},
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
 };
 

@@ -1,5 +1,6 @@
+#include "toolkit/long_work.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_spec.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <array>
 
@@ -25,7 +26,6 @@ constexpr std::array ProgressControls = {
 
 const DialogSpec EngineDialog = {Dialog::Engine, "Inversion is running", 0, EngineControls};
 
-const DialogSpec ProgressDialog = {Dialog::Progress, "Computing apparent resistivities", 0,
-                                   ProgressControls};
+const DialogSpec ProgressDialog = {Dialog::Progress, "Please wait", 0, ProgressControls};
 
 } // namespace keldrin

@@ -1,5 +1,5 @@
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_spec.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <array>
 

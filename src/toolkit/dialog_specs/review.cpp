@@ -1,5 +1,5 @@
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_spec.h"
+#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <array>
 
@@ -34,7 +34,7 @@ constexpr ControlSpec outside(ControlSpec spec) {
 constexpr std::array Controls = {
     title(1030, "Select Station"),
     text(1028, "1"),
-    ControlSpec{.id = 1057, .kind = Trackbar, .low = 1.0, .high = 2.0, .sameRow = true},
+    ControlSpec{.id = 1057, .kind = Trackbar, .limits = {1.0, 2.0}, .sameRow = true},
     text(1069, "1", true),
     button(1058, "&Previous", false),
     button(1059, "&Next", true),

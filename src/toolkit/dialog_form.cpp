@@ -1,0 +1,221 @@
+#include "toolkit/dialog_form.h"
+
+#include "base/fixed_text.h"
+#include "base/real.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/field_number.h"
+#include "toolkit/menu.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace keldrin {
+
+namespace {
+
+const ControlSpec *findRow(const DialogSpec &spec, int id) {
+    const auto found = std::find_if(spec.controls.begin(), spec.controls.end(),
+                                    [=](const ControlSpec &row) { return row.id == id; });
+    return found == spec.controls.end() ? nullptr : &*found;
+}
+
+bool isNumber(const ControlSpec &row) {
+    return row.kind == ControlKind::Integer || row.kind == ControlKind::Real ||
+           row.kind == ControlKind::Double;
+}
+
+void putLimitsOf(const ControlSpec &row, const void *record) {
+    if (row.limitsFrom.get == nullptr) {
+        return; // those of the table were set when the dialog was loaded
+    }
+    const FieldLimits limits = row.limitsFrom.get(record);
+    if (row.kind == ControlKind::Trackbar) {
+        WDialogRangeTrackbar(row.id, static_cast<int>(limits.low), static_cast<int>(limits.high),
+                             limits.step);
+    } else {
+        WDialogRangeDouble(row.id, limits.low, limits.high);
+    }
+}
+
+void putNumberOf(const ControlSpec &row, double value) {
+    switch (row.kind) {
+    case ControlKind::Integer:
+        WDialogPutInteger(row.id, nearestInt(value));
+        break;
+    case ControlKind::Real:
+        WDialogPutReal(row.id, static_cast<float>(value), row.format);
+        break;
+    case ControlKind::Trackbar:
+        WDialogPutTrackbar(row.id, nearestInt(value));
+        break;
+    default:
+        WDialogPutDouble(row.id, value, row.format);
+        break;
+    }
+}
+
+void putRow(const ControlSpec &row, const void *record) {
+    if (row.field.get == nullptr) {
+        return;
+    }
+    const FieldValue value = row.field.get(record);
+    if (row.kind == ControlKind::List) {
+        WDialogPutMenu(row.id, row.entries.get(record), nearestInt(std::get<double>(value)));
+    } else if (const double *number = std::get_if<double>(&value)) {
+        putNumberOf(row, *number);
+    } else if (const bool *on = std::get_if<bool>(&value)) {
+        WDialogPutCheckBox(row.id, *on);
+    } else {
+        const std::string *text = std::get_if<std::string>(&value);
+        WDialogPutString(row.id, text != nullptr ? std::string_view(*text) : "");
+    }
+}
+
+void putStateOf(const ControlSpec &row, const void *record) {
+    if (row.enabledFrom.get != nullptr) {
+        WDialogFieldState(row.id, row.enabledFrom.get(record));
+    }
+}
+
+template <class Number>
+std::optional<FieldValue> numberRead(bool (*get)(int, Number &), int id) {
+    Number number{};
+    return get(id, number) ? std::optional<FieldValue>(static_cast<double>(number)) : std::nullopt;
+}
+
+std::optional<FieldValue> shownIn(const ControlSpec &row) {
+    switch (row.kind) {
+    case ControlKind::Integer:
+        return numberRead(WDialogGetInteger, row.id);
+    case ControlKind::Real:
+        return numberRead(WDialogGetReal, row.id);
+    case ControlKind::Double:
+        return numberRead(WDialogGetDouble, row.id);
+    case ControlKind::List:
+        return numberRead(WDialogGetMenu, row.id);
+    case ControlKind::Trackbar:
+        return numberRead(WDialogGetTrackbar, row.id);
+    case ControlKind::Check: {
+        bool on = false;
+        return WDialogGetCheckBox(row.id, on) ? std::optional<FieldValue>(on) : std::nullopt;
+    }
+    default: {
+        std::string text;
+        WDialogGetString(row.id, text);
+        return text;
+    }
+    }
+}
+
+// A value that the record has already is not stored again: no rule can object to it.
+bool readRow(const ControlSpec &row, void *record) {
+    const std::optional<FieldValue> value = shownIn(row);
+    return value && (*value == row.field.get(record) || row.field.set(record, *value));
+}
+
+bool isReadBack(const ControlSpec &row) {
+    return row.field.set != nullptr && (row.readWhileDisabled || WDialogIsEnabled(row.id));
+}
+
+UnreadField unread(const ControlSpec &row, const void *record) {
+    UnreadField field;
+    field.name = withoutMnemonic(row.name.empty() ? row.label : row.name);
+    WDialogGetString(row.id, field.typed);
+    const FieldValue kept = row.field.get(record);
+    if (const double *number = std::get_if<double>(&kept)) {
+        field.stands = shownNumber(*number, row.kind, row.format);
+    } else if (const std::string *text = std::get_if<std::string>(&kept)) {
+        field.stands = '"' + *text + '"';
+    }
+    if (!row.unit.empty()) {
+        field.stands.append(" ").append(row.unit);
+    }
+    return field;
+}
+
+} // namespace
+
+namespace dialog_form {
+
+void putFields(const DialogSpec &spec, const void *record) {
+    for (const ControlSpec &row : spec.controls) {
+        putLimitsOf(row, record);
+        putRow(row, record);
+        putStateOf(row, record);
+    }
+}
+
+void followRecord(const DialogSpec &spec, const void *record) {
+    for (const ControlSpec &row : spec.controls) {
+        if (row.kind == ControlKind::Static) {
+            putRow(row, record);
+        }
+        putStateOf(row, record);
+    }
+}
+
+void putField(const DialogSpec &spec, int id, const void *record) {
+    if (const ControlSpec *row = findRow(spec, id)) {
+        putRow(*row, record);
+    }
+}
+
+std::vector<UnreadField> readFields(const DialogSpec &spec, void *record) {
+    std::vector<UnreadField> faulty;
+    for (const ControlSpec &row : spec.controls) {
+        const bool tells = isNumber(row) || row.kind == ControlKind::Text;
+        if (isReadBack(row) && !readRow(row, record) && tells) {
+            faulty.push_back(unread(row, record));
+        }
+    }
+    return faulty;
+}
+
+bool readField(const DialogSpec &spec, int id, void *record) {
+    const ControlSpec *row = findRow(spec, id);
+    return row != nullptr && row->field.set != nullptr && readRow(*row, record);
+}
+
+DialogAnswer ask(const DialogSpec &spec, void *record) {
+    WDialogLoad(spec);
+    putFields(spec, record);
+    showDialog(spec, DialogModal);
+    DialogAnswer answer;
+    answer.button = ToolkitDialogInfo(1);
+    if (answer.confirmed()) {
+        answer.unread = readFields(spec, record);
+    }
+    WDialogUnload();
+    return answer;
+}
+
+} // namespace dialog_form
+
+bool DialogAnswer::confirmed() const {
+    return button == ButtonContinue;
+}
+
+void showDialog(const DialogSpec &spec, int mode) {
+    if (spec.place == DialogPlace::Usual) {
+        WDialogShow(-1, -1, spec.firstControl, mode);
+        return;
+    }
+    const int x = ToolkitWindowInfo(5) + ToolkitWindowInfo(1) - ToolkitDialogInfo(8);
+    const int y = ToolkitWindowInfo(6) + ToolkitWindowInfo(2) - ToolkitDialogInfo(9);
+    WDialogShow(std::max(x, 0) + 1, std::max(y, 0) + 1, spec.firstControl, mode);
+}
+
+std::vector<std::string> unreadLines(std::span<const UnreadField> fields) {
+    constexpr std::size_t longest = 40; // of a typed text
+    std::vector<std::string> lines;
+    for (const UnreadField &field : fields) {
+        const std::string_view typed = cutText(field.typed, longest);
+        const char *more = typed.size() < field.typed.size() ? "..." : "";
+        lines.push_back(field.name + ": \"" + std::string(typed) + more + "\" cannot be read; " +
+                        field.stands + " stays.");
+    }
+    return lines;
+}
+
+} // namespace keldrin

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "toolkit/dialog_spec.h"
+
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+
+// A dialog that shows a record: its table says which control shows which field, in which form and
+// within which limits. The functions here are the only way between the two; they act on the
+// selected dialog, which must be the one of the table.
+
+/// A field that could not be read back; the record keeps its value.
+struct UnreadField {
+    std::string name;
+    std::string typed;
+    std::string stands; ///< as the control would show it, with its unit
+
+    bool operator==(const UnreadField &) const = default;
+};
+
+/// How a user left a dialog.
+struct [[nodiscard]] DialogAnswer {
+    int button = 0;
+    std::vector<UnreadField> unread; ///< of Continue
+    [[nodiscard]] bool confirmed() const;
+};
+
+/// The table of a dialog whose rows all name fields of Record; any other row does not compile.
+template <class Record>
+struct DialogForm : DialogSpec {
+    consteval DialogForm(const DialogSpec &spec) : DialogSpec(spec) { // NOLINT: converts on purpose
+        const auto check = [](RecordType type) {
+            if (type != nullptr && type != recordTypeOf<Record>()) {
+                throw std::logic_error("a control shows a field of another record");
+            }
+        };
+        for (const ControlSpec &control : spec.controls) {
+            check(control.field.record);
+            check(control.entries.record);
+            check(control.limitsFrom.record);
+            check(control.enabledFrom.record);
+        }
+    }
+};
+
+namespace dialog_form {
+void putFields(const DialogSpec &spec, const void *record);
+void putField(const DialogSpec &spec, int id, const void *record);
+void followRecord(const DialogSpec &spec, const void *record);
+std::vector<UnreadField> readFields(const DialogSpec &spec, void *record);
+bool readField(const DialogSpec &spec, int id, void *record);
+DialogAnswer ask(const DialogSpec &spec, void *record);
+} // namespace dialog_form
+
+/// Fills all controls of the selected dialog, sets the limits that the record gives and enables
+/// what it enables. A field of integers shows a real as the nearest integer.
+template <class Record>
+void putFields(const DialogForm<Record> &form, const Record &record) {
+    dialog_form::putFields(form, &record);
+}
+
+/// Fills one control. Its limits stay.
+template <class Record>
+void putField(const DialogForm<Record> &form, int id, const Record &record) {
+    dialog_form::putField(form, id, &record);
+}
+
+/// Makes what the user cannot change agree with the record: static texts, and which controls are
+/// enabled.
+template <class Record>
+void followRecord(const DialogForm<Record> &form, const Record &record) {
+    dialog_form::followRecord(form, &record);
+}
+
+/// Reads all controls back but those that are disabled (see ControlSpec::readWhileDisabled).
+/// A number whose text was not changed comes back exactly as it was put.
+/// returns  the fields whose text cannot be read, in the order of the table
+template <class Record>
+[[nodiscard]] std::vector<UnreadField> readFields(const DialogForm<Record> &form, Record &record) {
+    return dialog_form::readFields(form, &record);
+}
+
+/// Reads one control. False when it cannot be read; the field then keeps its value.
+template <class Record>
+bool readField(const DialogForm<Record> &form, int id, Record &record) {
+    return dialog_form::readField(form, id, &record);
+}
+
+/// Loads a dialog, shows a record in it until a button ends it, and unloads it. Only Continue reads
+/// the controls back.
+template <class Record>
+DialogAnswer askDialog(const DialogForm<Record> &form, Record &record) {
+    return dialog_form::ask(form, &record);
+}
+
+/// Shows the selected dialog at the place that its table says.
+/// mode  a DialogMode
+void showDialog(const DialogSpec &spec, int mode);
+
+/// What the user is told about fields that could not be read, one line for each.
+std::vector<std::string> unreadLines(std::span<const UnreadField> fields);
+
+} // namespace keldrin
