@@ -1,6 +1,6 @@
 #include "engine/layered_sum.h"
 
-#include "engine/hankel_table.h"
+#include "engine/hankel_curve.h"
 #include "engine/loop_plan.h"
 #include "engine/time_plan.h"
 
@@ -16,9 +16,14 @@ namespace {
 constexpr double Mu0 = 4.0e-7 * std::numbers::pi;
 
 // Wavenumbers above this many sqrt(mu0/(rho t)) have died away at time t: exp(-16).
+// The end is moved in steps: each changes the data by up to 1e-6, of which derivatives know
+// nothing.
 constexpr double HighestDiffusion = 4.0;
-// Below this many sqrt(|s| mu0/rho), and below 0.03 over the largest distance... R counts as -1.
+constexpr double WavenumberSteps = 4.0;
+// R counts as -1 below this many sqrt(|s| mu0/rho) where it is also below the next one over the
+// largest distance of the receiver from the loop.
 constexpr double LowestDiffusion = 0.02;
+constexpr double LowestArgument = 0.03;
 
 const double SmallestLog = std::log(1.0e-3);
 const double LargestLog = std::log(1.0e6);
@@ -68,7 +73,8 @@ struct Call {
 
 // Sets the wavenumbers of a node: they end at `end` and begin where R is -1.
 std::size_t setWavenumbers(Call &call, std::size_t end, double sizeOfS) {
-    const double lowest = placeOf(LowestDiffusion * std::sqrt(sizeOfS * call.smallest));
+    const double lowest = placeOf(std::min(LowestDiffusion * std::sqrt(sizeOfS * call.smallest),
+                                           LowestArgument / call.loop.farthest));
     const std::size_t wanted = std::max<std::size_t>(end - heldIndex(lowest, end), 1);
     call.task.blocks = (wanted + KernelLanes - 1) / KernelLanes;
     const std::size_t length = call.task.blocks * KernelLanes;
@@ -106,7 +112,8 @@ void addNode(const Call &call, const TimeRange &range, std::size_t node, std::si
 void addRange(Call &call, const TimeRange &range) {
     const LoopPlan &loop = call.loop;
     const double highest = placeOf(HighestDiffusion * std::sqrt(call.largest / range.begin));
-    const std::size_t end = std::max<std::size_t>(heldIndex(std::ceil(highest), loop.used), 1);
+    const std::size_t end =
+        heldIndex(WavenumberSteps * std::floor(highest / WavenumberSteps + 1.0), loop.used);
     bool early[KernelComponents] = {};
     for (std::size_t node = range.firstNode; node < range.endNode; ++node) {
         call.task.sRe = call.time.sRe[node];

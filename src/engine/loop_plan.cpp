@@ -1,6 +1,6 @@
 #include "engine/loop_plan.h"
 
-#include "engine/hankel_table.h"
+#include "engine/hankel_curve.h"
 #include "engine/layer_kernel.h"
 
 #include <algorithm>
@@ -119,17 +119,19 @@ void addDipole(LoopPlan &plan, std::size_t end) {
 // One wire into the vertical component and, with the sign of its outward normal, a horizontal one.
 void addWire(LoopPlan &plan, std::size_t begin, double a, double b, double d, double normal,
              std::vector<double> *horizontal) {
-    const HankelTable &table = hankelTable();
+    const HankelCurve &curveZ = hankelCurve(HankelKernel::LambdaJ1);
+    const HankelCurve *curveXY =
+        horizontal != nullptr ? &hankelCurve(HankelKernel::LambdaJ0) : nullptr;
     std::vector<double> &vertical = plan.weight[plan.components - 1];
     for (const WirePoint &point : wirePoints(a, b, normal * d)) {
         for (std::size_t j = begin; j < plan.used; ++j) {
             const double z = point.logDistance + logWavenumber(j);
-            if (z >= HankelTable::LargestLog) {
+            if (z >= HankelCurve::LargestLog) {
                 break;
             }
-            vertical[j] += point.vertical * table.at(HankelKernel::LambdaJ1, z);
-            if (horizontal != nullptr) {
-                (*horizontal)[j] += normal * point.horizontal * table.at(HankelKernel::LambdaJ0, z);
+            vertical[j] += point.vertical * curveZ.at(z);
+            if (curveXY != nullptr) {
+                (*horizontal)[j] += normal * point.horizontal * curveXY->at(z);
             }
         }
     }
@@ -147,12 +149,12 @@ void addLoop(LoopPlan &plan, std::size_t begin, const Sides &s) {
 // The pair of sides of length l at the distance m from one another.
 void addCoincidentPair(LoopPlan &plan, std::size_t begin, double l, double m) {
     constexpr double smallest = 1.0e-7; // of the side; what is left out is as small
-    const HankelTable &table = hankelTable();
+    const HankelCurve &curve = hankelCurve(HankelKernel::J0);
     std::vector<double> &weight = plan.weight[0];
     const double factor = 4.0 / (l * m);
     const auto add = [&](double logDistance, double w) {
         for (std::size_t j = begin; j < plan.used; ++j) {
-            weight[j] += w * table.at(HankelKernel::J0, logDistance + logWavenumber(j));
+            weight[j] += w * curve.at(logDistance + logWavenumber(j));
         }
     };
     addPanels(std::log(smallest * l), std::log(l),
@@ -202,11 +204,10 @@ LoopPlan makeLoopPlan(const LoopGeometry &loop) {
         plan.weight[c].assign(plan.wavenumber.size(), 0.0);
     }
     const Sides sides = sidesOf(loop);
-    const double farthest =
-        loop.coincident ? std::hypot(loop.sideX, loop.sideY) : farthestCorner(sides);
-    const double largestArgument = std::exp(HankelTable::LargestLog);
+    plan.farthest = loop.coincident ? std::hypot(loop.sideX, loop.sideY) : farthestCorner(sides);
+    const double largestArgument = std::exp(HankelCurve::LargestLog);
     plan.used = loop.coincident ? WavenumberCount : indexFrom(largestArgument / nearestWire(sides));
-    const std::size_t begin = indexFrom(DipoleArgument / farthest);
+    const std::size_t begin = indexFrom(DipoleArgument / plan.farthest);
     addDipole(plan, begin);
     if (loop.coincident) {
         addCoincidentPair(plan, begin, loop.sideX, loop.sideY);

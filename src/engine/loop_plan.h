@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/hankel_curve.h"
 #include "engine/response.h"
 
 #include <array>
@@ -20,13 +21,14 @@ namespace keldrin {
 //   4 (l - u) (J0(lambda u) - J0(lambda sqrt(u^2 + m^2))), over u from 0 to l, over 4 pi area.
 
 /// Range of j: lambda from 1e-10 to 1e3 1/m.
-inline constexpr int LowestWavenumber = -80;
-inline constexpr int HighestWavenumber = 24;
+inline constexpr int LowestWavenumber = -10 * WavenumbersPerDecade;
+inline constexpr int HighestWavenumber = 3 * WavenumbersPerDecade;
 inline constexpr std::size_t WavenumberCount = HighestWavenumber - LowestWavenumber + 1;
 
 struct LoopPlan {
     LoopGeometry geometry;
     std::size_t components = 1;     ///< 1: Z; 3: X Y Z
+    double farthest = 0.0;          ///< m, from the receiver to a corner of the loop
     std::size_t used = 0;           ///< wavenumbers from here on have no weight
     std::vector<double> wavenumber; ///< 1/m, WavenumberCount and one block more
     /// nV s/(A m2), turns included; as many as `wavenumber`, 0 from `used` on.

@@ -1,5 +1,8 @@
 #include "engine/survey_plans.h"
 
+#include "engine/loop_plan.h"
+#include "engine/time_plan.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -74,6 +77,32 @@ WindowSet windowsOf(const ControlValues &control, const SoundingRecord &record) 
     return set;
 }
 
+// The distinct parts of the plans made so far; surveys have few.
+struct PartsSoFar {
+    std::vector<std::shared_ptr<const TimePlan>> times;
+    std::vector<std::shared_ptr<const LoopPlan>> loops;
+
+    [[nodiscard]] ResponsePlan equalTo(const LoopGeometry &loop, const WindowSet &windows) const {
+        ResponsePlan plan;
+        for (const auto &time : times) {
+            plan.time = time->set == windows ? time : plan.time;
+        }
+        for (const auto &part : loops) {
+            plan.loop = part->geometry == loop ? part : plan.loop;
+        }
+        return plan;
+    }
+
+    void add(const ResponsePlan &plan) {
+        if (std::find(times.begin(), times.end(), plan.time) == times.end()) {
+            times.push_back(plan.time);
+        }
+        if (std::find(loops.begin(), loops.end(), plan.loop) == loops.end()) {
+            loops.push_back(plan.loop);
+        }
+    }
+};
+
 } // namespace
 
 std::vector<SoundingPlan> planSurvey(const SurveyModel &model) {
@@ -83,13 +112,18 @@ std::vector<SoundingPlan> planSurvey(const SurveyModel &model) {
         (static_cast<double>(control.LineAzimuth) - static_cast<double>(control.TxAzimuth)) *
         RadiansPerDegree;
     std::vector<SoundingPlan> plans(static_cast<std::size_t>(count));
+    PartsSoFar parts;
     for (std::size_t i = 0; i < plans.size(); ++i) {
         const SoundingRecord &record = model.hTrn[i];
         plans[i].cosine = std::cos(lineToLoop);
         plans[i].sine = std::sin(lineToLoop);
-        plans[i].fault =
-            makeResponsePlan(loopOf(control, record, lineToLoop), windowsOf(control, record),
-                             plans[i].plan, i > 0 ? &plans[i - 1].plan : nullptr);
+        const LoopGeometry loop = loopOf(control, record, lineToLoop);
+        const WindowSet windows = windowsOf(control, record);
+        const ResponsePlan sharing = parts.equalTo(loop, windows);
+        plans[i].fault = makeResponsePlan(loop, windows, plans[i].plan, &sharing);
+        if (plans[i].fault == PlanFault::None) {
+            parts.add(plans[i].plan);
+        }
     }
     return plans;
 }

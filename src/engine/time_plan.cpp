@@ -17,7 +17,7 @@ using Complex = std::complex<double>;
 // where the response is small and a lower accuracy will do.
 constexpr double RecentRatio = 12.0;
 constexpr double EarlierRatio = 30.0;
-constexpr int NodesPerContour = 12;
+constexpr int NodesPerContour = 16;
 
 constexpr double EarliestWindow = 1.0e-7; // s
 constexpr double LatestWindow = 1.0e3;    // s
@@ -44,24 +44,24 @@ void addEarlierRanges(std::vector<TimeRange> &ranges, std::vector<Interval> lags
             from = ranges.back().end;
         }
     }
-    // The last one ends where its lags do: a shorter range is more accurate.
 }
 
 // Integrals over x from 0 to 1 of exp(z x) and of x exp(z x); the power series where these cancel.
 struct Averages {
     Complex one, x;
 };
-Averages exponentialAverages(Complex z, Complex expZ) {
-    if (std::abs(z) > 0.7) {
-        const Complex one = (expZ - 1.0) / z;
-        return {one, (expZ - one) / z};
+Averages exponentialAverages(Complex z) {
+    if (std::norm(z) > 0.5) {
+        const Complex last = std::exp(z);
+        const Complex one = (last - 1.0) / z;
+        return {one, (last - one) / z};
     }
     Averages sum = {0.0, 0.0};
     Complex term = 1.0; // z^n / n!
-    for (int n = 0; n < 16; ++n) {
-        sum.one += term / static_cast<double>(n + 1);
-        sum.x += term / static_cast<double>(n + 2);
-        term *= z / static_cast<double>(n + 1);
+    for (int n = 1; std::norm(term) > 1.0e-34; ++n) {
+        sum.one += term / static_cast<double>(n);
+        sum.x += term / static_cast<double>(n + 1);
+        term *= z / static_cast<double>(n);
     }
     return sum;
 }
@@ -73,8 +73,7 @@ Complex transformOf(const LagPiece &piece, Complex s) {
     if (!(length > 0.0)) {
         return piece.from * start;
     }
-    const Complex z = s * length;
-    const Averages average = exponentialAverages(z, std::exp(z));
+    const Averages average = exponentialAverages(s * length);
     return start * length * (piece.from * average.one + (piece.to - piece.from) * average.x);
 }
 

@@ -35,13 +35,13 @@ void addPanels(Rule &rule, double a, double b, int count = 1) {
 }
 
 // Points of a wire from a to b, closer together near the foot of the receiver at distance d, and
-// never more than about a radian of lambda apart.
+// never in panels of more than a wave.
 Rule wireRule(double a, double b, double d, double lambda) {
     Rule rule;
     double from = a;
     while (from < b) {
         const double size = from < 0.0 ? -0.5 * from : from;
-        const double step = std::min(std::max(0.5 * size, 0.5 * std::fabs(d)), 4.0 / lambda);
+        const double step = std::min(std::max(0.5 * size, 0.5 * std::fabs(d)), 7.0 / lambda);
         const double to = step > b - from - 0.01 * step ? b : from + step;
         addPanels(rule, from, to);
         from = to;
@@ -173,7 +173,7 @@ Field edgeAverage(StepTable &table, double lag, double length) {
 
 // All edges and repetitions, t after the origin. Alternating sums end with half a term.
 Field pulseTrain(StepTable &table, const WindowSet &set, double t) {
-    constexpr int terms = 60;
+    constexpr int terms = 30;
     const double half = set.frequency > 0.0 ? 0.5 / set.frequency : 0.0;
     const bool alternating = set.times.back() - set.times.front() <= 1.00001 * half;
     const double period = alternating ? half : 2.0 * half;
@@ -222,7 +222,7 @@ StepResponse::StepResponse(const LoopGeometry &loop, const Earth &ground, double
 }
 
 Field StepResponse::at(double t) const {
-    constexpr int M = 16;
+    constexpr int M = 14;
     const double r = 2.0 * M / (5.0 * t);
     const double highest = highestWavenumber(smallestRho, t);
     Field result = {};
