@@ -122,6 +122,22 @@ int soundingsNeeded(const LineEntry &entry) {
     return entry.Soundings > 0 ? entry.Soundings : entry.Transients;
 }
 
+void settleTxByOffset(SurveyModel &model) {
+    const ControlValues &control = model.control;
+    if (!model.preset.TxByOffset || !(control.StnScale > 0.0F)) {
+        return;
+    }
+    const double offset =
+        static_cast<double>(control.XRxOffset) / static_cast<double>(control.StnScale);
+    for (int i = 0; i < model.SoundingCount; ++i) {
+        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        if (record.TxStn == record.RxStn) {
+            hTrn_Set_Stations(model, i, record.RxStn - offset, record.RxStn);
+        }
+    }
+    model.preset.TxByOffset = false;
+}
+
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                                int &index) {
     if (model.SoundingCount < model.SoundingCapacity()) {

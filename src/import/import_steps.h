@@ -87,6 +87,11 @@ class SoundingCounter {
 /// Records that the table must hold for a line.
 int soundingsNeeded(const LineEntry &entry);
 
+/// Puts the transmitters of a Moving-Loop line whose file tells no loop where the receiver offset
+/// says: TxStn = RxStn - XRxOffset / StnScale, for soundings of ImportPreset::TxByOffset whose
+/// TxStn is still their RxStn. Called once the station file has settled StnScale.
+void settleTxByOffset(SurveyModel &model);
+
 /// hTrn_Find_Or_Add for importers: a table that is full is left as it was.
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                                int &index);

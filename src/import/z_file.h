@@ -66,11 +66,10 @@ bool readZFields(std::string_view line, ZReading &reading);
 int Z_Count(SurveyModel &model, const std::string &fileName);
 
 /// Reading pass, after STD_Allocate_hTrn. Every sounding gets its Station, rescaled, and its
-/// windows: TWcenter, TEMobs in nV/(A m2), TEMerr 1 percent, TEMwgtZ. All else stays as allocated;
-/// East, North and the keys are the business of later steps, and Elevation stays 0 whatever a
-/// station file says. Takes coil area and station rescaling from the preset.
-/// lineLabel  not used: a file holds one line
-/// returns    0, or 1 when nothing was read (reported) or the user has stopped the reading
+/// windows: TWcenter, TEMobs in nV/(A m2), TEMerr 1 percent, TEMwgtZ. East, North, Elevation and
+/// the keys are missing, for later steps to fill; all else stays as allocated. Takes coil area and
+/// station rescaling from the preset. lineLabel  not used: a file holds one line returns    0, or 1
+/// when nothing was read (reported) or the user has stopped the reading
 int Z_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel);
 
 } // namespace keldrin

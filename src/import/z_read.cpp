@@ -56,6 +56,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, double station) {
     }
     SoundingRecord &record = model.hTrn[static_cast<std::size_t>(model.SoundingCount++)];
     record.Station = rescaledStation(model.preset, station);
+    record.Elevation = MissingValue;
     record.NumTW = 0;
     return true;
 }

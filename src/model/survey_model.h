@@ -167,6 +167,7 @@ struct LineTable {
 /// What an import takes from the data input dialog: array and scaling of the selected line.
 struct ImportPreset : LineScaling {
     int SelectedArrayIndex = 0;
+    bool TxByOffset = false; ///< a read pass leaves TxStn to be settled from XRxOffset
 };
 
 /// A station number of the file as a position on the line.

@@ -131,6 +131,7 @@ std::string projectPathFor(const std::string &input, const NewModelOptions &opti
 
 // What the field data file and its side files say, as soundings of one line.
 int readFieldData(SurveyModel &model, const ReaderFamily &family, const std::string &input) {
+    model.preset.TxByOffset = false;
     Mde_File_Input(model, sideFilePath(input, ".mde"));
     int status = family.countPass(model, input);
     if (status == 0) {
@@ -166,6 +167,7 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     SetWindowWidths(model);
     deriveTimeRange(model);
     const StationTable stations = readStations(model, input);
+    settleTxByOffset(model);
     writeHeaderLines(model.control, displayName);
     setDefaultTxWaveform(model.control); // field data files tell ramp and frequency only
     path = projectPathFor(input, options);

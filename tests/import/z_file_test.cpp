@@ -111,7 +111,7 @@ TEST_F(ZFileTest, FillsTheFieldsOfItsFormatAndNoOthers) {
     EXPECT_FALSE(isPresent(record.TxStn));
     EXPECT_FALSE(isPresent(record.East));
     EXPECT_FALSE(isPresent(record.TxFreq));
-    EXPECT_EQ(record.Elevation, 0.0);
+    EXPECT_FALSE(isPresent(record.Elevation)); // for the heights of a station file
     EXPECT_EQ(record.TWwidth[0], 0.0F);
 }
 

@@ -114,7 +114,7 @@ TEST_F(NewModelTest, AReportFileGivesTheResistivitiesOfItsAveragedRecords) {
         const SoundingRecord &report = model.hTrn[i];
         EXPECT_EQ(report.Station, records[i].Station);
         EXPECT_EQ(report.East, records[i].East);
-        EXPECT_EQ(report.Elevation, 0.0); // this format never takes heights
+        EXPECT_EQ(report.Elevation, records[i].Elevation); // both of the station file
         ASSERT_EQ(report.NumTW, 22);
         for (std::size_t w = 0; w < 22; ++w) {
             EXPECT_NEAR(report.AResObs[w], records[i].AResObs[w],

@@ -1,4 +1,6 @@
 #include "import/amira/record.h"
+
+#include "base/number_text.h"
 #include "messages/message_log.h"
 
 #include <algorithm>
@@ -8,6 +10,8 @@
 namespace keldrin {
 
 namespace {
+
+constexpr std::string_view Warning = "AMIRA input WARNING: ";
 
 constexpr float MillisecondsPerMicrosecond = 0.001F;
 
@@ -73,7 +77,35 @@ void setPositive(T &target, T value) {
     }
 }
 
+void warn(const std::string &what, const std::string &consequence) {
+    ReportWarning({std::string(Warning) + what, consequence});
+}
+
 } // namespace
+
+void warnOfAssumptions(const AmiraRecord &record, const ControlValues &control) {
+    if (!record.hasConfig) {
+        warn("the file names no array (CONFIG)", "Fixed-Loop is taken.");
+    }
+    if (record.unitIsGuessed) {
+        warn("the unit " + record.TEMUnit.str() + " is no known name (uV/A, nV/Am2, nT/sec)",
+             "It is taken as " + std::string(nameOf(AmiraUnitNames, record.unitIndex)) + ".");
+    }
+    if (!record.hasArea && record.unitIndex == AmiraMicrovolts) {
+        warn("the file gives no coil area (RXAREA)",
+             messageNumber(record.RxAreaXYZ[2]) + " m^2 is taken.");
+    }
+    if (!(record.XTxLength > 0.0F)) {
+        warn("the file gives no loop size", messageNumber(control.XTxLength) + " by " +
+                                                messageNumber(control.YTxLength) + " " +
+                                                control.LengthUnits.str() + " is taken.");
+    }
+    if (!record.hasTxFreq) {
+        warn(isPresent(record.frequencyNumber) ? "there is no TXFREQ, but FREQUENCY is a number"
+                                               : "the file gives no base frequency (TXFREQ)",
+             messageNumber(record.baseFrequency()) + " Hz is taken.");
+    }
+}
 
 void AMR_From_Metadata(const SurveyModel &model, AmiraRecord &record) {
     const Metadata &from = model.metadata;
@@ -87,6 +119,7 @@ void AMR_From_Metadata(const SurveyModel &model, AmiraRecord &record) {
     if (from.Survey.Array.level > 0) {
         record.arrayIndex = std::clamp(from.Survey.ArrayIndex, FixedLoop, CoincidentLoop);
         record.Config = amiraArrayName(record.arrayIndex);
+        record.hasConfig = true;
     }
     takeGiven(record.Line, from.Line.Name);
     if (from.Line.Number.level > 0) {
@@ -97,6 +130,8 @@ void AMR_From_Metadata(const SurveyModel &model, AmiraRecord &record) {
     takeGiven(record.RxAreaXYZ[0], from.Rx.AreaX);
     takeGiven(record.RxAreaXYZ[1], from.Rx.AreaY);
     takeGiven(record.RxAreaXYZ[2], from.Rx.AreaZ);
+    record.hasArea = from.Rx.Area.level > 0 || from.Rx.AreaX.level > 0 || from.Rx.AreaY.level > 0 ||
+                     from.Rx.AreaZ.level > 0;
     if (from.Rx.AntDelay.level > 0) {
         record.AntDelay = from.Rx.AntDelay.value * MillisecondsPerMicrosecond;
     }
@@ -113,6 +148,7 @@ void AMR_From_Metadata(const SurveyModel &model, AmiraRecord &record) {
     takeGiven(record.YTxCenter, from.Tx.CenterY);
     takeVertices(from.Tx, record);
     takeGiven(record.TxFreq, from.Tx.Freq);
+    record.hasTxFreq = from.Tx.Freq.level > 0;
     if (from.Tx.Ramp.level > 0) {
         record.TurnOff = from.Tx.Ramp.value * MillisecondsPerMicrosecond;
     }
@@ -127,7 +163,9 @@ void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control) {
     setText(control.JobBy, record.JobBy);
     setText(control.JobNumber, record.JobNumber);
     setText(control.JobDate, record.Date);
-    setText(control.LineName, record.Line);
+    if (!record.Line.isBlank()) {
+        control.LineName = record.Line.view();
+    }
     setPresent(control.LineNumber, record.LineNumber);
     setPresent(control.LineAzimuth, record.Azimuth);
     setPresent(control.TxAzimuth, record.Azimuth);
@@ -152,7 +190,7 @@ void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control) {
     if (record.TurnOff >= 0.0F) {
         control.TxRamp = 1000.0F * record.TurnOff;
     }
-    setPositive(control.TxFreq, record.TxFreq);
+    setPositive(control.TxFreq, record.baseFrequency());
     setPositive(control.RxArea, record.RxArea);
     setPresent(control.XRxOffset, record.XRxOffset);
     setPresent(control.YRxOffset, record.YRxOffset);

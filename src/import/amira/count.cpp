@@ -17,14 +17,16 @@ struct CountPass {
     LineEntry *entry = nullptr; ///< row of the line in force; set at the first reading
     SoundingCounter soundings;
     std::array<bool, MaxSurveyLines> carriesLoop{}; ///< of lines where a row goes on with a loop
+    LineNotice notRead;                             ///< rows of a component that is not read
     int readings = 0;
 };
 
-void countRow(CountPass &pass, LineTable &lines) {
+void countRow(CountPass &pass, LineTable &lines, std::string_view line) {
     AmiraWalk &walk = pass.walk;
     walk.takeLineAndComponent();
     const AmiraRecord &record = walk.record;
     if (record.componentCode < 1 || record.componentCode > AmiraLastCode) {
+        pass.notRead.note(walk.number(), line);
         return;
     }
     if (walk.identity.take(record.Line.view(), amiraArrayName(record.arrayIndex))) {
@@ -38,10 +40,10 @@ void countRow(CountPass &pass, LineTable &lines) {
     double station = MissingValue;
     double loop = record.LoopNumber;
     const bool hasLoop = Cell_to_AmiraNumber(walk.cell(AmiraLoop), loop) == CellRead;
-    const auto line = static_cast<std::size_t>(pass.entry - lines.entries.data());
-    pass.carriesLoop[line] = pass.carriesLoop[line] || (walk.hasColumn(AmiraLoop) && !hasLoop);
+    const auto entry = static_cast<std::size_t>(pass.entry - lines.entries.data());
+    pass.carriesLoop[entry] = pass.carriesLoop[entry] || (walk.hasColumn(AmiraLoop) && !hasLoop);
     if (Cell_to_AmiraNumber(walk.cell(AmiraStation), station) == CellRead) {
-        pass.soundings.count(lines, *pass.entry, loop, station, record.TxFreq);
+        pass.soundings.count(lines, *pass.entry, loop, station, record.baseFrequency());
     }
 }
 
@@ -80,7 +82,7 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     ReportInfoLine("Counting numerical data.");
     std::string_view line;
     while (pass.walk.nextRow(line, LeastLength)) {
-        countRow(pass, model.lines);
+        countRow(pass, model.lines, line);
     }
     if (pass.walk.stopStatus >= StopsFile) {
         return pass.walk.stopStatus;
@@ -89,6 +91,8 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
         return 1;
     }
     noteEndMark(pass.walk.reader);
+    pass.notRead.report(pass.walk.name, "Rows of a component other than X, Y, Z, I and C",
+                        "They are not read.");
     forgetUnsureCounts(pass, model.lines);
     status = finishCount(model.lines, pass.readings, "AMR_Count");
     if (status == 0) {

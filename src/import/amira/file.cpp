@@ -134,7 +134,7 @@ bool AmiraWalk::nextRow(std::string_view &line, std::size_t leastLength) {
 }
 
 void AmiraWalk::takeLine() {
-    const FixedText<16> line = cell(AmiraLineName);
+    const FixedText<64> line = cell(AmiraLineName);
     if (isEmptyCell(line.view()) || line == record.Line) {
         return;
     }

@@ -1,9 +1,11 @@
 #include "import/amira/keywords.h"
 
 #include "base/ascii.h"
+#include "base/free_form.h"
 #include "base/number_text.h"
 #include "import/amira/times.h"
 #include "messages/message_log.h"
+#include "text/edit_distance.h"
 #include "text/enumeration.h"
 
 #include <algorithm>
@@ -18,6 +20,7 @@ namespace {
 
 constexpr std::string_view Warning = "AMR_Read_Keyword_Value.WARNING:";
 constexpr float LargestAzimuth = 360.0F;
+constexpr float LeastFrequency = 1.0E-6F; ///< Hz
 
 /// One pair on its way to its table row. The keyword is the one in use, in capitals; tabs and
 /// quotes of the value are gone.
@@ -112,6 +115,7 @@ int readArea(const AmiraPair &pair) {
     if (takeSize(pair, record.RxArea) != CellRead) {
         return 0;
     }
+    record.hasArea = true;
     for (std::size_t axis = 0; axis < ComponentAxes; ++axis) {
         if (!record.hasOwnArea[axis]) {
             record.RxAreaXYZ[axis] = record.RxArea;
@@ -125,6 +129,7 @@ int readAxisArea(const AmiraPair &pair) {
     if (takeSize(pair, pair.record.RxArea) != CellEmpty) {
         pair.record.RxAreaXYZ[Axis] = pair.record.RxArea;
         pair.record.hasOwnArea[Axis] = true;
+        pair.record.hasArea = true;
     }
     return 0;
 }
@@ -145,6 +150,7 @@ int readDataType(const AmiraPair &pair) {
 int readConfig(const AmiraPair &pair) {
     readCapitals<&AmiraRecord::Config>(pair);
     pair.record.arrayIndex = amiraArrayIndex(pair.record.Config.view());
+    pair.record.hasConfig = pair.record.hasConfig || !pair.value.empty();
     return 0;
 }
 
@@ -154,26 +160,73 @@ int readComponent(const AmiraPair &pair) {
     return 0;
 }
 
-bool namesUnit(std::string_view text) {
-    const std::string upper = Str_Upper(text);
-    return std::any_of(AmiraUnitNames.begin(), AmiraUnitNames.end(),
-                       [&](std::string_view name) { return holds(upper, name); });
+// The index of a known name, 0 for another text.
+int knownUnit(std::string_view upper) {
+    for (const AmiraUnitSpelling &spelling : AmiraUnitSpellings) {
+        if (upper == spelling.name) {
+            return spelling.index;
+        }
+    }
+    const auto *const found = std::find(AmiraUnitNames.begin(), AmiraUnitNames.end(), upper);
+    return found == AmiraUnitNames.end() ? 0 : static_cast<int>(found - AmiraUnitNames.begin()) + 1;
 }
 
-// A unit of no known name is put to the user; what was made of it is told, since no user may be
-// there.
+int nearestUnit(std::string_view text) {
+    const auto *const nearest = std::min_element(
+        AmiraUnitNames.begin(), AmiraUnitNames.end(), [&](std::string_view a, std::string_view b) {
+            return Str_Edit_Distance(text, a) < Str_Edit_Distance(text, b);
+        });
+    return static_cast<int>(nearest - AmiraUnitNames.begin()) + 1;
+}
+
+// A unit of no known name is put to the user, the nearest name first; what was made of it is told
+// after the rows, see warnOfAssumptions().
 int readUnit(const AmiraPair &pair) {
     if (pair.value.empty()) {
         return 0;
     }
-    pair.record.TEMUnit = pair.value;
-    int index = 0;
-    const int status =
-        Str_to_iEnumeration(pair.record.TEMUnit.view(), "Unit.TEM", AmiraUnitNames, index);
-    pair.record.unitIndex = index;
-    if (status == 0 && !namesUnit(pair.value)) {
-        ReportWarning({std::string(Warning) + " " + pair.text(),
-                       "The unit is taken as " + std::string(nameOf(AmiraUnitNames, index))});
+    AmiraRecord &record = pair.record;
+    record.TEMUnit = pair.value;
+    record.unitIndex = knownUnit(Str_Upper(pair.value));
+    record.unitIsGuessed = record.unitIndex == 0;
+    int index = nearestUnit(pair.value);
+    if (record.unitIsGuessed &&
+        Str_to_iEnumeration(pair.value, "Unit.TEM", AmiraUnitNames, index) == 0) {
+        record.unitIndex = index;
+    }
+    record.unitIsGuessed = record.unitIsGuessed && record.unitIndex > 0;
+    return 0;
+}
+
+// A name of the channels, but some files give the base frequency here: "25" or "25 Hz".
+int readFrequency(const AmiraPair &pair) {
+    if (pair.value.empty()) {
+        return 0;
+    }
+    const std::string text = Str_Upper(pair.value);
+    pair.record.Frequency = text;
+    std::string_view number = text;
+    if (number.size() > 2 && number.substr(number.size() - 2) == "HZ") {
+        number = trimBlanks(number.substr(0, number.size() - 2));
+    }
+    float hertz = 0.0F;
+    const bool isNumber = number.find_first_of(" \t,/") == std::string_view::npos &&
+                          readFreeForm(number, hertz) == FreeForm::Value && hertz >= LeastFrequency;
+    pair.record.frequencyNumber = isNumber ? hertz : static_cast<float>(MissingValue);
+    return 0;
+}
+
+int readTxFreq(const AmiraPair &pair) {
+    pair.record.hasTxFreq =
+        takeSize(pair, pair.record.TxFreq) != CellEmpty || pair.record.hasTxFreq;
+    return 0;
+}
+
+int readXRxOffset(const AmiraPair &pair) {
+    float offset = 0.0F;
+    if (readCell(pair, offset) != CellEmpty) {
+        pair.record.XRxOffset = offset;
+        pair.record.hasXRxOffset = true;
     }
     return 0;
 }
@@ -227,7 +280,7 @@ constexpr auto Keywords = std::to_array<AmiraKeyword>({
     {"CONFIG", readConfig},
     {"DATE", readText<&AmiraRecord::Date>},
     {"INSTRUMENT", readCapitals<&AmiraRecord::Instrument>},
-    {"FREQUENCY", readCapitals<&AmiraRecord::Frequency>},
+    {"FREQUENCY", readFrequency},
     {"TEMUNIT", readUnit},
     {"LINE", readNamed<&AmiraRecord::Line, &AmiraRecord::LineNumber>},
     {"STATION", readNamed<&AmiraRecord::Station, &AmiraRecord::StationNumber>},
@@ -243,7 +296,7 @@ constexpr auto Keywords = std::to_array<AmiraKeyword>({
     {"RXAREAX", readAxisArea<0>, 1.0F, LeastArea},
     {"RXAREAY", readAxisArea<1>, 1.0F, LeastArea},
     {"RXAREAZ", readAxisArea<2>, 1.0F, LeastArea},
-    {"XRXOFFSET", readNumber<&AmiraRecord::XRxOffset>},
+    {"XRXOFFSET", readXRxOffset},
     {"YRXOFFSET", readNumber<&AmiraRecord::YRxOffset>},
     {"ZRXOFFSET", readNumber<&AmiraRecord::ZRxOffset>},
     {"ANTDELAY", readNumber<&AmiraRecord::AntDelay>},
@@ -258,7 +311,7 @@ constexpr auto Keywords = std::to_array<AmiraKeyword>({
     {"YTXCENTER", readNumber<&AmiraRecord::YTxCenter>, Absent},
     {"ZTXCENTER", readNumber<&AmiraRecord::ZTxCenter>, Absent},
     {"TXFILE", readText<&AmiraRecord::TxFile>},
-    {"TXFREQ", readSize<&AmiraRecord::TxFreq>, 0.01F, 1.0E-6F},
+    {"TXFREQ", readTxFreq, 0.01F, LeastFrequency},
     {"ONTIME", readNumber<&AmiraRecord::OnTime>, 1000.0F},
     {"OFFTIME", readNumber<&AmiraRecord::OffTime>, 1000.0F},
     {"TURNON", readNumber<&AmiraRecord::TurnOn>},

@@ -24,11 +24,13 @@ struct NoticeWords {
 };
 
 constexpr std::array<NoticeWords, AmiraNotices> Words = {{
-    {"Rows of an unknown component", "They are passed over."},
+    {"Rows of components X and Y", "In-Loop and Coincident-Loop data are of component Z."},
     {"Rows whose channels and times differ in number",
      "Only channels with a value and a time are read."},
     {"Rows with cells that cannot be read", "These cells are passed over."},
-    {"Rows without a loop number", "Their receiver station is taken as that of the transmitter."},
+    {"Windows at or before time 0", "They are not read."},
+    {"Rows without LOOP and XRXOFFSET",
+     "Their receiver station is taken as that of the transmitter."},
 }};
 
 // The channel file of the keyword or of the data file's name, else the lists of the header, else
@@ -98,7 +100,7 @@ AmiraRecord closingRecord(const AmiraReadPass &pass) {
     AmiraRecord record = pass.walk.record;
     if (record.unitIndex != chosen.unitIndex || record.TurnOff != chosen.TurnOff ||
         record.InitDelay != chosen.InitDelay || record.Current != chosen.Current ||
-        record.TxFreq != chosen.TxFreq) {
+        record.baseFrequency() != chosen.baseFrequency()) {
         ReportWarning({"AMIRA input WARNING: keywords behind the last row of " + pass.walk.name,
                        "change unit, times, current or frequency. They come too late for the rows "
                        "and are not used."});
@@ -111,6 +113,10 @@ AmiraRecord closingRecord(const AmiraReadPass &pass) {
     record.unitIndex = chosen.unitIndex;
     record.TurnOff = chosen.TurnOff;
     record.TxFreq = chosen.TxFreq;
+    record.hasTxFreq = chosen.hasTxFreq;
+    record.frequencyNumber = chosen.frequencyNumber;
+    record.unitIsGuessed = chosen.unitIsGuessed;
+    record.hasConfig = chosen.hasConfig;
     return record;
 }
 
@@ -121,6 +127,8 @@ void finishControlValues(const AmiraReadPass &pass, SurveyModel &model) {
     settleLoopSides(record);
     AMR_To_Control_Values(record, model.control);
     warnOfTurnedLoop(record, model.control);
+    warnOfAssumptions(record, model.control);
+    model.preset.TxByOffset = pass.txByOffset;
 }
 
 void reportNotices(const AmiraReadPass &pass) {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<std::string_view, 4> ArrayNames = {"FXL", "MVL", "INL", "COL"};
 constexpr std::string_view ComponentLetters = "XYZICAUV";
-constexpr double LargestNumber = 1.0E12;
+constexpr double LargestNumber = 1.0E9;
 
 // "12+50" is a place on a line and no power of ten, which a free-form read takes it for.
 bool hasBareExponent(std::string_view number) {

@@ -41,13 +41,16 @@ struct AmiraRecord {
 
     FixedText<256> DataType = "TEM";
     FixedText<16> Config = "FIXEDLOOP";
+    bool hasConfig = false;
     int arrayIndex = FixedLoop; ///< of Config
     FixedText<64> Instrument = "TORVU";
-    FixedText<16> Frequency = "Z1"; ///< a name, not the base frequency
-    FixedText<8> TEMUnit;
-    int unitIndex = 0; ///< of TEMUnit, see AmiraUnitNames; 0 none
+    FixedText<16> Frequency = "Z1";       ///< a name, not the base frequency, unless it is a number
+    float frequencyNumber = MissingValue; ///< of Frequency, Hz
+    FixedText<16> TEMUnit;
+    int unitIndex = 0;          ///< of TEMUnit, see AmiraUnitNames; 0 none
+    bool unitIsGuessed = false; ///< TEMUnit is no known name
 
-    FixedText<16> Line;
+    FixedText<64> Line; ///< whole, so that names that agree in 16 characters are told apart
     float LineNumber = MissingValue;
     FixedText<16> Station;
     double StationNumber = MissingValue;
@@ -64,7 +67,9 @@ struct AmiraRecord {
     float RxArea = 10000.0F;
     std::array<float, ComponentAxes> RxAreaXYZ = {10000.0F, 10000.0F, 10000.0F}; ///< m^2
     std::array<bool, ComponentAxes> hasOwnArea{}; ///< the file has an area keyword of the axis
-    float XRxOffset = 0.0F;
+    bool hasArea = false;                         ///< an area was given
+    float XRxOffset = 0.0F;                       ///< receiver ahead of the transmitter
+    bool hasXRxOffset = false;
     float YRxOffset = 0.0F;
     float ZRxOffset = 0.0F;
     float AntDelay = 0.0F; ///< msec
@@ -85,7 +90,8 @@ struct AmiraRecord {
     std::array<LoopVertex, LoopVertices> vertices;
     float sideAzimuth = MissingValue; ///< of the vertices' first side, when they gave the sides
 
-    float TxFreq = 1.0F;          ///< base frequency, Hz
+    float TxFreq = 1.0F; ///< base frequency, Hz; see baseFrequency()
+    bool hasTxFreq = false;
     float OnTime = MissingValue;  ///< msec
     float OffTime = MissingValue; ///< msec
     float TurnOn = 0.0F;          ///< msec
@@ -103,12 +109,25 @@ struct AmiraRecord {
     float InitDelay = 0.0F;     ///< msec
     int NumTimes = 0;
     ChannelTimes times;
+
+    /// Hz: TXFREQ, else a FREQUENCY that is a number, else the default.
+    [[nodiscard]] float baseFrequency() const {
+        return hasTxFreq || !isPresent(frequencyNumber) ? TxFreq : frequencyNumber;
+    }
 };
 
 /// TEMUNIT: the values of a file by 1-based index.
 inline constexpr std::array<std::string_view, 3> AmiraUnitNames = {"UV/A", "NV/AM2", "NT/SEC"};
 inline constexpr int AmiraMicrovolts = 1; ///< uV/A of the coil
 inline constexpr int AmiraNanotesla = 3;  ///< nT/sec, not per ampere
+
+/// Other spellings of these, in capitals.
+struct AmiraUnitSpelling {
+    std::string_view name;
+    int index;
+};
+inline constexpr std::array AmiraUnitSpellings = {AmiraUnitSpelling{"NV/AM^2", 2},
+                                                  AmiraUnitSpelling{"NT/S", AmiraNanotesla}};
 
 /// The survey array of a CONFIG text in capitals, 1..4.
 int amiraArrayIndex(std::string_view config);
@@ -123,7 +142,7 @@ int amiraComponent(std::string_view text);
 
 /// The number in a cell such as "1200N": from the first of "-0123456789" to the last digit, in free
 /// form. A letter W or S behind it makes the other sign.
-/// returns  0; -1 without a digit; 1 when it cannot be read as one number of at most 1.0E12 in
+/// returns  0; -1 without a digit; 1 when it cannot be read as one number of at most 1.0E9 in
 ///          size ("12+50"); `value` is then unchanged
 int Cell_to_AmiraNumber(std::string_view cell, double &value);
 
@@ -144,5 +163,9 @@ void settleLoopSides(AmiraRecord &record);
 
 /// The values in force into the control values. A unit that is none of the three is reported.
 void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control);
+
+/// One warning for each of array, unit, coil area, loop size and frequency that was taken by
+/// default or guessed, for the file and its survey information file do not tell it.
+void warnOfAssumptions(const AmiraRecord &record, const ControlValues &control);
 
 } // namespace keldrin

@@ -93,13 +93,16 @@ int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double station, const
     const double rx = rescaledStation(model.preset, station);
     double tx = record.LoopNumber;
     if (record.arrayIndex == MovingLoop && !record.hasLoop) {
-        tx = rx;
-        pass.note(AmiraNoLoop, line);
+        tx = rx; // for now, see settleTxByOffset()
+        pass.txByOffset = pass.txByOffset || record.hasXRxOffset;
+        if (!record.hasXRxOffset) {
+            pass.note(AmiraNoLoop, line);
+        }
     } else if (record.arrayIndex > FixedLoop) {
         tx = rescaledStation(model.preset, tx);
     }
     int index = 0;
-    const FindOrAdd found = findOrAddKeepingLast(model, tx, record.TxFreq, rx, index);
+    const FindOrAdd found = findOrAddKeepingLast(model, tx, record.baseFrequency(), rx, index);
     if (found == FindOrAdd::Full) {
         ReportError({"AMR_Read_Data.ERROR",
                      "WARNING: More than " + std::to_string(model.SoundingCapacity()) +
@@ -158,7 +161,13 @@ void storeChannels(AmiraReadPass &pass, SurveyModel &model, int sounding, int ch
         const float time = channelTime(times, channel, offset);
         const std::string_view cell =
             walk.cells.column(walk.columns.iVarCol[AmiraChannel1] + channel);
-        if (!(time > 0.0F) || isEmptyCell(cell)) {
+        if (isEmptyCell(cell)) {
+            continue;
+        }
+        if (!(time > 0.0F)) {
+            if (hasTime(times, channel)) { // else the channel was told when its time was read
+                pass.note(AmiraNoTime, line);
+            }
             continue;
         }
         float value = 0.0F;
@@ -201,11 +210,11 @@ void AMR_Read_Row(AmiraReadPass &pass, SurveyModel &model, std::string_view line
     if (!pass.inChosenLine) {
         return;
     }
-    if (walk.record.componentCode < 1) {
-        pass.note(AmiraNoComponent, line);
-    }
     if (walk.record.componentCode < 1 || walk.record.componentCode > AmiraLastCode) {
-        return;
+        return; // told by the count pass
+    }
+    if (walk.record.arrayIndex > MovingLoop && walk.record.componentCode < ComponentAxes) {
+        pass.note(AmiraUnusedComponent, line);
     }
     const Position position = takeColumns(pass, line);
     pass.chosen = walk.record;

@@ -5,6 +5,7 @@
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "import/amira/keywords.h"
+#include "import/import_steps.h"
 #include "messages/message_log.h"
 #include "projectfile/table_file.h"
 #include "text/columns.h"
@@ -74,6 +75,25 @@ void splitList(std::string_view value, SplitCells &cells) {
     }
 }
 
+// A window that would end before it begins has no width.
+void setWidthsOfEnds(ChannelTimes &times, std::string_view pair) {
+    const int windows =
+        std::min(times.listed[ChannelTimes::Begin], times.listed[ChannelTimes::End]);
+    if (times.listed[ChannelTimes::Width] > 0) {
+        return;
+    }
+    bool reversed = false;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(windows); ++i) {
+        const float width =
+            times.values[ChannelTimes::End][i] - times.values[ChannelTimes::Begin][i];
+        reversed = reversed || width < 0.0F;
+        times.values[ChannelTimes::Width][i] = std::max(width, 0.0F);
+    }
+    if (reversed) {
+        ReportWarning({Warning, pair, "Windows that end before they begin get no width."});
+    }
+}
+
 /// One reading of a channel file.
 struct ChannelFile {
     LineReader reader{LineLimit};
@@ -82,16 +102,65 @@ struct ChannelFile {
     SplitCells cells;
     bool hasLabels = false;
     bool full = false;
+    LineNotice noTime;  ///< rows whose centre cannot be read
+    LineNotice noWidth; ///< rows whose width cannot be read
     int rows = 0;
+    int timed = 0; ///< of these
 };
 
-void readLabels(ChannelFile &file, std::string_view line) {
+void storeChannel(ChannelTimes &times, std::size_t channel, float delay, float width) {
+    const bool hasWidth = width >= 0.0F;
+    times.values[ChannelTimes::Center][channel] = delay;
+    times.values[ChannelTimes::Width][channel] = isPresent(width) ? width : 0.0F;
+    times.values[ChannelTimes::Begin][channel] = hasWidth ? delay - width / 2.0F : MissingValue;
+    times.values[ChannelTimes::End][channel] = hasWidth ? delay + width / 2.0F : MissingValue;
+}
+
+bool isRule(std::string_view line) {
+    return line.find_first_not_of("-_ \t") == std::string_view::npos;
+}
+
+// Every row is a channel, so that one without a time moves no other.
+void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
+    if (isRule(line)) {
+        return;
+    }
+    const int number = file.reader.lineNumber();
+    Str_Split_Columns(line, LabelColumns, CellWidth, file.cells);
+    float delay = MissingValue;
+    float width = MissingValue;
+    if (file.rows == MaxWindows) {
+        ReportWarning(
+            {"WARNING: More than " + std::to_string(MaxWindows) + " channel times in " + file.name,
+             "Times will be skipped starting with line " + std::to_string(number), line});
+        file.full = true;
+        return;
+    }
+    if (Cell_to_R4(file.cells.column(file.columns.iVarCol[0]), MissingValue, delay) != CellRead) {
+        file.noTime.note(number, line);
+        delay = MissingValue;
+    } else if (Cell_to_R4(file.cells.column(file.columns.iVarCol[1]), MissingValue, width) >
+               CellRead) {
+        file.noWidth.note(number, line);
+        width = MissingValue;
+    }
+    storeChannel(times, static_cast<std::size_t>(file.rows), delay, width);
+    times.NumChannels = ++file.rows;
+    file.timed += isPresent(delay) ? 1 : 0;
+}
+
+// A line that begins with a letter. Below labels it may be a row ("NaN 0.1").
+void readLabels(ChannelFile &file, std::string_view line, ChannelTimes &times) {
     LabelMatch options;
     options.maxCols = LabelColumns;
     options.width = CellWidth;
     ColumnMap columns;
     Str_Column_Labels(line, options, Labels, columns);
     if (columns.iVarCol[0] == 0) { // labels above stay in force
+        if (file.hasLabels) {
+            readRow(file, line, times);
+            return;
+        }
         ReportError({"WARNING: Could not find DELAY column.", "In: " + std::string(line)});
         return;
     }
@@ -104,37 +173,6 @@ void readLabels(ChannelFile &file, std::string_view line) {
     }
 }
 
-void storeChannel(ChannelTimes &times, std::size_t channel, float delay, float width) {
-    const bool hasWidth = width >= 0.0F;
-    times.values[ChannelTimes::Center][channel] = delay;
-    times.values[ChannelTimes::Width][channel] = isPresent(width) ? width : 0.0F;
-    times.values[ChannelTimes::Begin][channel] = hasWidth ? delay - width / 2.0F : MissingValue;
-    times.values[ChannelTimes::End][channel] = hasWidth ? delay + width / 2.0F : MissingValue;
-}
-
-void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
-    const RecordLine where{file.reader.lineNumber(), line};
-    Str_Split_Columns(line, LabelColumns, CellWidth, file.cells);
-    float delay = MissingValue;
-    float width = MissingValue;
-    if (Val_Read_R4(where, file.cells.column(file.columns.iVarCol[0]), Labels[0], MissingValue,
-                    delay) != CellRead ||
-        Val_Read_R4(where, file.cells.column(file.columns.iVarCol[1]), Labels[1], MissingValue,
-                    width) > CellRead) {
-        return;
-    }
-    if (file.rows == MaxWindows) {
-        ReportWarning(
-            {"WARNING: More than " + std::to_string(MaxWindows) + " channel times in " + file.name,
-             "Times will be skipped starting with line " + std::to_string(file.reader.lineNumber()),
-             line});
-        file.full = true;
-        return;
-    }
-    storeChannel(times, static_cast<std::size_t>(file.rows), delay, width);
-    times.NumChannels = ++file.rows;
-}
-
 // Reads a line. 2 or more when a keyword stops the import.
 int readLine(ChannelFile &file, std::string_view line, AmiraRecord &record) {
     line = trimBlanks(line);
@@ -143,7 +181,7 @@ int readLine(ChannelFile &file, std::string_view line, AmiraRecord &record) {
         return AMR_Read_Keyword_Line({file.reader.lineNumber(), line}, kind, record);
     }
     if (kind == AmiraLine::Other && startsLabelLine(line)) {
-        readLabels(file, line);
+        readLabels(file, line, record.times);
     } else if (kind == AmiraLine::Other && file.hasLabels) {
         readRow(file, line, record.times);
     }
@@ -208,6 +246,9 @@ int AMR_Read_Times(std::string_view keyword, std::string_view value, ChannelTime
     }
     times.values[list] = values;
     times.listed[list] = static_cast<int>(cells.cells.size());
+    if (list == ChannelTimes::Begin || list == ChannelTimes::End) {
+        setWidthsOfEnds(times, pair);
+    }
     times.NumChannels = std::min(times.NumChannels, times.listed[list]);
     return 0;
 }
@@ -250,16 +291,28 @@ int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record) {
     }
     const int status = readLines(file, record);
     noteEndMark(file.reader);
+    file.noTime.report(file.name, "Channels whose DELAY cannot be read",
+                       "Their values are passed over.");
+    file.noWidth.report(file.name, "Channels whose WIDTH cannot be read",
+                        "Their widths are made from the times around them.");
     if (status != 0) {
         return status;
     }
-    if (file.rows == 0) {
+    if (file.timed == 0) {
+        record.times.NumChannels = 0;
         ReportError(
             {"AMIRA Chn file input WARNING:", "No valid channel times read from " + file.name});
         return 1;
     }
-    ReportInfoLine("  " + std::to_string(file.rows) + " times read from " + file.name);
+    ReportInfoLine("  " + std::to_string(file.timed) + " times read from " + file.name);
     return 0;
+}
+
+bool hasTime(const ChannelTimes &times, int channel) {
+    const auto i = static_cast<std::size_t>(channel);
+    return isPresent(times.values[ChannelTimes::Center][i]) ||
+           (isPresent(times.values[ChannelTimes::Begin][i]) &&
+            isPresent(times.values[ChannelTimes::End][i]));
 }
 
 float channelTime(const ChannelTimes &times, int channel, float offset) {

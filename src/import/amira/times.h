@@ -13,11 +13,12 @@ namespace keldrin {
 //   \ !          comment
 //   / : =        keywords, as in the data file
 //   a letter     labels: DELAY and WIDTH, in one of the first two columns
-//   else         a row, below labels: centre and width of the next channel, msec
+//   else         a row, below labels: centre and width of the next channel, msec; a row whose
+//                centre cannot be read is a channel without a time, a line of dashes is passed over
 
 /// Reads a keyword list. The keyword tells the unit, (US) or (MS), else seconds, and what the
-/// values are: START and END of windows, their WIDTH, else their centres. It can lower the count of
-/// channels, never raise it.
+/// values are: START and END of windows, their WIDTH, else their centres. Lists of START and END
+/// give the widths where no list does. A list can lower the count of channels, never raise it.
 /// returns  0, or 1 when the list is empty or a value is out of 0 to 1.0E7; it is then not taken
 ///          (reported)
 int AMR_Read_Times(std::string_view keyword, std::string_view value, ChannelTimes &times);
@@ -36,6 +37,9 @@ bool findChannelFile(const std::string &dataFile, std::string_view named, std::s
 /// without a row is reported and leaves no channel.
 /// returns  0, 1 without a row, 2 or more when a keyword stops the import
 int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record);
+
+/// True when the file tells the time of a channel, from 0.
+bool hasTime(const ChannelTimes &times, int channel);
 
 /// The time of a channel that counts from the end of the ramp: the geometric centre where both ends
 /// of the window are above 0.

@@ -1,4 +1,5 @@
 #include "import/amira/fixture.h"
+#include "import/import_steps.h"
 
 namespace keldrin {
 namespace {
@@ -8,7 +9,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-const std::string Head = "/LINE: 7\n/CONFIG: INLOOP\n/TEMUNIT: nV/Am2\n/TXFREQ: 2.5\n";
+const std::string Head = "LINE:7 LSIDE:100\n/CONFIG: INLOOP\n/TEMUNIT: nV/Am2\n/TXFREQ: 2.5\n";
 const std::string Labels = "STATION COMP CH1 CH2 CH3\n";
 
 TEST_F(AmiraTest, ReadsRowsIntoSoundings) {
@@ -53,7 +54,9 @@ TEST_F(AmiraTest, ComponentsOfAFixedLoopBecomeOneMagnitudeOfTheirOwnCoils) {
     EXPECT_THAT(sounding(0).TEMwgt[0], ElementsAre(1, 0, 1));
     EXPECT_THAT(sounding(0).TEMwgt[2], ElementsAre(0, 0, 1));
     EXPECT_THAT(model.lines.entries[0].ComponentTransients, ElementsAre(1, 0, 2));
-    EXPECT_THAT(messages.warnings, Contains(HasSubstr("Rows of an unknown component: 1")));
+    EXPECT_THAT(messages.warnings,
+                Contains(HasSubstr(
+                    "Rows of a component other than X, Y, Z, I and C: 2, the first on line 9")));
 }
 
 TEST_F(AmiraTest, NanoteslaAreDividedByTheCurrentOfTheirRow) {
@@ -143,7 +146,7 @@ TEST_F(AmiraTest, StationsAreRescaledAndLoopsOfMovingArraysToo) {
     // Without a loop number the half way between station and loop would be no place.
     EXPECT_EQ(read("/CONFIG: SLINGRAM\n/TEMUNIT: nV/Am2\nSTATION CH1\n3 5\n"), 0);
     EXPECT_EQ(sounding(0).TxStn, 120.0);
-    EXPECT_THAT(messages.warnings.back(), HasSubstr("Rows without a loop number"));
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("Rows without LOOP and XRXOFFSET: 1")));
 }
 
 TEST_F(AmiraTest, RowsThatCannotBeReadAreTold) {
@@ -225,6 +228,60 @@ TEST_F(AmiraTest, ARowWithoutALoopGoesOnWithTheOneBeforeIt) {
     EXPECT_EQ(sounding(1).TxStn, 5.0);
     EXPECT_EQ(sounding(2).TxStn, 0.0);
     EXPECT_THAT(messages.errors, IsEmpty());
+}
+
+// The stations of the transmitters wait until the scale of the stations is known.
+TEST_F(AmiraTest, WithoutALoopTheReceiverOffsetSaysWhereTheTransmitterIs) {
+    const std::string text = "/CONFIG: SLINGRAM\nTEMUNIT:nV/Am2 LSIDE:50 TXFREQ:25\n/SEP: 100\n"
+                             "STATION CH1 CH2 CH3\n8 1 1 1\n4 2 2 2\n";
+    EXPECT_EQ(read(text), 0);
+    EXPECT_THAT(messages.warnings, IsEmpty());
+    EXPECT_EQ(model.control.XRxOffset, 100.0F);
+    model.control.StnScale = 25.0F;
+    settleTxByOffset(model);
+    EXPECT_EQ(sounding(0).RxStn, 8.0);
+    EXPECT_EQ(sounding(0).TxStn, 4.0);
+    EXPECT_EQ(sounding(1).TxStn, 0.0);
+    settleTxByOffset(model); // once
+    EXPECT_EQ(sounding(0).TxStn, 4.0);
+    // A loop number counts before the offset.
+    EXPECT_EQ(read("/LOOP: 3\n" + text), 0);
+    settleTxByOffset(model);
+    EXPECT_EQ(sounding(0).TxStn, 3.0);
+}
+
+TEST_F(AmiraTest, WhatTheFileDoesNotGiveIsTold) {
+    EXPECT_EQ(read("/TEMUNIT: uV/Am\n" + Labels + "1 Z 1 1 1\n"), 0);
+    EXPECT_THAT(messages.warnings,
+                ElementsAre(HasSubstr("names no array (CONFIG)|Fixed-Loop is taken."),
+                            HasSubstr("the unit uV/Am is no known name"),
+                            HasSubstr("no coil area (RXAREA)|10000 m^2 is taken."),
+                            HasSubstr("no loop size|100 by 100 m is taken."),
+                            HasSubstr("no base frequency (TXFREQ)|1 Hz is taken.")));
+}
+
+TEST_F(AmiraTest, AFrequencyThatIsANumberServesWithoutTxfreq) {
+    const std::string rows = "CONFIG:INLOOP LSIDE:50 TEMUNIT:nV/Am^2\n" + Labels + "1 Z 1 1 1\n";
+    EXPECT_EQ(read("/FREQUENCY: 25 Hz\n" + rows), 0);
+    EXPECT_EQ(model.control.TxFreq, 25.0F);
+    EXPECT_EQ(sounding(0).TxFreq, 25.0F);
+    EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("FREQUENCY is a number|25 Hz is taken.")));
+    messages.warnings.clear();
+    EXPECT_EQ(read("/FREQUENCY: 25\n/TXFREQ: 2.5\n" + rows), 0);
+    EXPECT_EQ(sounding(0).TxFreq, 2.5F);
+    EXPECT_THAT(messages.warnings, IsEmpty());
+    EXPECT_EQ(read("/FREQUENCY: Z1\n" + rows), 0);
+    EXPECT_EQ(model.control.TxFreq, 1.0F);
+}
+
+TEST_F(AmiraTest, WindowsBeforeTheEndOfTheRampAndUnusedComponentsAreTold) {
+    EXPECT_EQ(read(Head + "/DELAY: -2\n" + Labels + "1 Z 1 2 3\n2 Z 1 2 3\n2 X 1 2 3\n"), 0);
+    EXPECT_THAT(times(0), ElementsAre(2));
+    EXPECT_THAT(messages.warnings,
+                ElementsAre(HasSubstr("Rows of components X and Y: 1, the first on line 10"),
+                            HasSubstr("Windows at or before time 0: 6, the first on line 8")));
+    EXPECT_EQ(read(Head + "/DELAY: -9\n" + Labels + "1 Z 1 2 3\n"), 1);
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("Windows at or before time 0: 3")));
 }
 
 TEST_F(AmiraTest, ANegativeTurnOffKeepsItsSign) {

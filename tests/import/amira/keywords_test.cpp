@@ -42,6 +42,33 @@ TEST_F(AmiraKeywordTest, ASlashLineHoldsOnePair) {
     EXPECT_THAT(messages.warnings, IsEmpty());
 }
 
+// One letter before the mark makes a keyword, none makes a row.
+TEST_F(AmiraKeywordTest, AMarkCountsFromTheSecondCharacterOn) {
+    EXPECT_EQ(classifyAmiraLine("X:5", false), AmiraLine::Pairs);
+    EXPECT_EQ(classifyAmiraLine("X=5", false), AmiraLine::Pairs);
+    EXPECT_EQ(classifyAmiraLine(":5 1 2", false), AmiraLine::Other);
+    EXPECT_EQ(classifyAmiraLine("=5 1 2", false), AmiraLine::Other);
+    line("X:5 Y=6");
+    EXPECT_EQ(record.East, 5.0);
+    EXPECT_EQ(record.North, 6.0);
+}
+
+TEST_F(AmiraKeywordTest, UnitsAreKnownByTheirExactNames) {
+    struct Case {
+        const char *text;
+        int index;
+        bool isGuessed;
+    };
+    for (const auto &[text, index, isGuessed] :
+         {Case{"uV/A", 1, false}, Case{"nv/am2", 2, false}, Case{"nV/Am^2", 2, false},
+          Case{"nT/s", 3, false}, Case{"NT/SEC", 3, false}, Case{"uV/Am2", 1, true},
+          Case{"nV/(A m2)", 2, true}, Case{"nT/second", 3, true}}) {
+        pair("TEMUNIT", text);
+        EXPECT_EQ(record.unitIndex, index) << text;
+        EXPECT_EQ(record.unitIsGuessed, isGuessed) << text;
+    }
+}
+
 TEST_F(AmiraKeywordTest, ALineWithoutSlashHoldsManyPairs) {
     line("LOOP:3 TXTURN =2 RXAREAZ: 2500\tCURRENT = 8.5 JOBFOR:\"A: B\" AZI= LINE=L 7");
     EXPECT_EQ(record.LoopNumber, 3.0);

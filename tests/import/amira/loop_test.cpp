@@ -93,7 +93,8 @@ TEST(AmiraLoopTest, UnknownSidesAreThoseOfASquare) {
     EXPECT_EQ(record.XTxLength, 70.0F);
 }
 
-const std::string Rows = "/TEMUNIT: nV/Am2\nSTATION CH1 CH2 CH3\n1 10 20 30\n";
+const std::string Rows =
+    "TEMUNIT:nV/Am2 CONFIG:FIXEDLOOP TXFREQ:25\nSTATION CH1 CH2 CH3\n1 10 20 30\n";
 const std::string Clockwise = "LV1X:0 LV1Y:0 LV2X:0 LV2Y:300 LV3X:400 LV3Y:300 LV4X:400 LV4Y:0\n";
 
 TEST_F(AmiraTest, ALoopThatDoesNotLieAlongItsAzimuthIsTold) {

@@ -11,7 +11,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-const std::string Head = "/CONFIG: INLOOP\n/TEMUNIT: nV/Am2\n";
+const std::string Head = "CONFIG:INLOOP LSIDE:100 TXFREQ:25\n/TEMUNIT: nV/Am2\n";
 const std::string Rows = "STATION CH1 CH2 CH3\n1 10 20 30\n";
 
 TEST_F(AmiraTest, ListsOfTheHeaderServeWhereThereIsNoChannelFile) {
@@ -24,6 +24,12 @@ TEST_F(AmiraTest, ListsOfTheHeaderServeWhereThereIsNoChannelFile) {
     EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("channels and times differ in number")));
     EXPECT_EQ(read(Head + "/TIMESSTART(US): 1000 2000 4000\n/TIMESEND(MS):4,8,16\n" + Rows), 0);
     EXPECT_THAT(times(0), ElementsAre(2, 4, 8));
+    EXPECT_EQ(sounding(0).TWwidth[0], 3.0F); // from start to end
+    EXPECT_EQ(sounding(0).TWwidth[2], 12.0F);
+    EXPECT_EQ(read(Head + "/TIMESEND(MS): 2,3\n/TIMESSTART(MS): 1,4\n" + Rows), 0);
+    EXPECT_EQ(sounding(0).TWwidth[0], 1.0F);
+    EXPECT_EQ(sounding(0).TWwidth[1], 0.0F);
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("end before they begin")));
 }
 
 TEST_F(AmiraTest, AListLowersTheCountOfTheChannelFileAndNeverRaisesIt) {
@@ -66,12 +72,27 @@ TEST_F(AmiraTest, AChannelFileHasRowsBelowLabels) {
     channels = "9 9\n! DELAY\n/INITDELAY: 0.5\n\\ x\nWIDTH, DELAY\n0.2 1\n* 2\n0.2 *\nx 3\n?2 3\n"
                "-1 4\n";
     EXPECT_EQ(read(Head + Rows), 0);
-    EXPECT_THAT(times(0), ElementsAre(testing::FloatEq(std::sqrt(1.4F * 1.6F)), 2.5F, 4.5F));
-    EXPECT_EQ(sounding(0).TWwidth[1], 0.0F); // derived later
-    EXPECT_THAT(messages.errors,
-                ElementsAre("WARNING: Could not find DELAY column.|In: x 3",
-                            HasSubstr("ERROR reading real*4 WIDTH value from ?2")));
-    EXPECT_THAT(messages.infos, Contains("  3 times read from x.chn"));
+    EXPECT_THAT(times(0), ElementsAre(testing::FloatEq(std::sqrt(1.4F * 1.6F)), 2.5F));
+    EXPECT_THAT(values(0), ElementsAre(10, 20)); // the third channel has no time
+    EXPECT_EQ(sounding(0).TWwidth[1], 0.0F);     // derived later
+    EXPECT_THAT(messages.errors, IsEmpty());
+    EXPECT_THAT(messages.warnings,
+                Contains("WARNING: Channels whose DELAY cannot be read: 1, the first on line 9 of "
+                         "x.chn|0.2 *|Their values are passed over."));
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("WIDTH cannot be read: 2, the first on "
+                                                      "line 10 of x.chn|x 3")));
+    EXPECT_THAT(messages.infos, Contains("  5 times read from x.chn"));
+}
+
+TEST_F(AmiraTest, AChannelWithoutATimeKeepsItsPlace) {
+    for (const char *bad : {"*", "NaN", "1.5x", "?", "inf"}) {
+        channels = std::string("DELAY\n-----\n1\n") + bad + "\n4\n";
+        messages.warnings.clear();
+        EXPECT_EQ(read(Head + Rows), 0);
+        EXPECT_THAT(times(0), ElementsAre(1, 4)) << bad;
+        EXPECT_THAT(values(0), ElementsAre(10, 30)) << bad;
+        EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("DELAY cannot be read: 1"))) << bad;
+    }
 }
 
 TEST_F(AmiraTest, AChannelFileThatDoesNotFitIsTold) {
