@@ -48,6 +48,14 @@ TEST(Real, StationsMatchWithinAHundredSpacings) {
     EXPECT_FALSE(sameFrequency(16.0F + 6 * spacing(16.0F), 16.0F));
 }
 
+// 100.001 less 100 is a little more than the 64-bit 0.001, and a little less than the 32-bit one.
+TEST(Real, StationsOfAFileMatchWithinTheSinglePrecisionThousandth) {
+    EXPECT_TRUE(sameFileStation(100.001, 100.0));
+    EXPECT_TRUE(sameFileStation(100.0, 100.001));
+    EXPECT_TRUE(sameFileStation(-0.001, 0.0));
+    EXPECT_FALSE(sameFileStation(100.0011, 100.0));
+}
+
 TEST(Real, NaNIsAbsentAndLimitsToTheLowerBound) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_FALSE(isPresent(nan));

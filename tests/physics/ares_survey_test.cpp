@@ -230,6 +230,22 @@ TEST(AResSurvey, CalculatedValuesBehindAGapTakeTheWeightsOfAnEarlierWindow) {
     EXPECT_GT(std::fabs(record.AResObs[3] / got[3] - 1.0F), 0.05F);
 }
 
+// A negative calculated value is a value: it has no apparent resistivity, and one from an earlier
+// model must not stay.
+TEST(AResSurvey, ANegativeCalculatedValueGivesZero) {
+    const MessageRecorder messages;
+    SurveyModel model = exampleModel(InLoop, 1);
+    SoundingRecord &record = model.hTrn[0];
+    record.TEMcalc = record.TEMobs;
+    record.TEMcalc[1] = -5.0F;
+    record.TEMcalc[2] = MissingValue;
+    EXPECT_EQ(ARes_Survey(model), 0);
+    EXPECT_GT(record.AResCalc[0], 0.0F);
+    EXPECT_EQ(record.AResCalc[1], 0.0F);
+    EXPECT_EQ(record.AResCalc[2], -6.0F);
+    EXPECT_GT(record.AResCalc[3], 0.0F);
+}
+
 // The receiver is where the coordinates, the azimuths and the unit put it: a sounding's results are
 // those of that place and no other.
 TEST(AResSurvey, PlacesTheReceiverInTheLoopsAxes) {
