@@ -28,6 +28,7 @@ namespace {
 
 constexpr std::string_view Prefix = ".keldrin-";
 constexpr std::string_view Suffix = ".part";
+constexpr std::array Suffixes = {Suffix, std::string_view(".log"), std::string_view(".err")};
 
 /// Who made a temporary file. A process number comes back, so the start is needed too.
 struct Maker {
@@ -85,11 +86,12 @@ bool readNumber(std::string_view text, Number &number) {
 }
 
 bool isTemporaryName(std::string_view name, Maker &maker) {
-    if (!name.starts_with(Prefix) || !name.ends_with(Suffix)) {
+    const auto suffix = std::find_if(Suffixes.begin(), Suffixes.end(),
+                                     [name](std::string_view s) { return name.ends_with(s); });
+    if (!name.starts_with(Prefix) || suffix == Suffixes.end()) {
         return false;
     }
     name.remove_prefix(Prefix.size());
-    name.remove_suffix(Suffix.size());
     maker.host = takeField(name);
     return readNumber(takeField(name), maker.process) && readNumber(takeField(name), maker.start);
 }

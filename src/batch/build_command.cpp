@@ -1,7 +1,9 @@
 #include "batch/command.h"
 
 #include "base/paths.h"
+#include "base/temporary_names.h"
 #include "batch/output_files.h"
+#include "batch/run_names.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
 #include "projectfile/project_file.h"
@@ -15,10 +17,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <filesystem>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace keldrin {
@@ -38,7 +38,8 @@ struct BuildOptions {
 /// What became of one line of one file.
 struct BuildResult {
     bool built = false;
-    std::string project; ///< path of the project
+    bool messagesNamed = true; ///< log and error file lie under their names
+    std::string project;       ///< path of the project
     int linesInFile = 0;
     int soundings = 0;
     int windows = 0;
@@ -95,33 +96,46 @@ std::string fileSafe(std::string_view name) {
     return safe;
 }
 
-// The log files were opened under the data file's name, before the lines of the file were known.
-void nameLogsAfter(const std::string &project) {
+std::string directoryFor(const std::string &file, const BuildOptions &options) {
+    const std::string directory =
+        options.outputDirectory.empty() ? std::string(directoryOf(file)) : options.outputDirectory;
+    return directory.empty() ? "." : directory;
+}
+
+// The messages get the name of the project or, without one, of the data file.
+bool nameLogs(const std::string &base) {
     MessageLog &log = messageLog();
     log.file.reset();
-    const std::string base(withoutExtension(project));
+    bool good = true;
     for (const auto &[path, extension] :
          {std::pair{log.logPath, ".log"}, std::pair{log.errorPath, ".err"}}) {
         const std::string wanted = base + extension;
-        std::error_code error;
-        if (!std::filesystem::equivalent(path, wanted, error)) {
-            std::filesystem::remove(wanted, error); // of an earlier run
-            std::filesystem::rename(path, wanted, error);
+        std::string failure;
+        const std::string kept = nameMessageFile(path, wanted, failure);
+        if (!kept.empty()) {
+            std::printf("%s: not of this program, kept as %s\n", wanted.c_str(), kept.c_str());
+        }
+        if (!failure.empty()) {
+            std::fprintf(stderr, "keldrin-batch build: cannot write %s: %s\n", wanted.c_str(),
+                         failure.c_str());
+            good = false;
         }
     }
+    return good;
 }
 
-// Every file is built as by a run of its own: nothing of an earlier one is remembered.
+// Every file is built as by a run of its own: nothing of an earlier one is remembered. Its messages
+// lie under a temporary name until the name of the project is known.
 void startAfresh(const std::string &file, const BuildOptions &options) {
     messageLog() = MessageLog{};
     enumerationMemo() = EnumerationMemo{};
-    const std::string directory =
-        options.outputDirectory.empty() ? std::string(directoryOf(file)) : options.outputDirectory;
-    OpenLogFiles(joinPath(directory.empty() ? "." : directory, baseNameOf(file)) + ".std");
+    const std::string directory = directoryFor(file, options);
+    removeLeftOvers(directory);
+    OpenLogFiles(temporaryName(directory));
 }
 
 BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
-                      const BuildOptions &options, int line) {
+                      const BuildOptions &options, MadeProjects &made, int line) {
     BuildResult result;
     bool writeFailed = false;
     startAfresh(file, options);
@@ -139,9 +153,15 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
                 answers.edit(LineList, "#" + std::to_string(line));
             }
         }
-        if (dialog == Dialog::Configuration && lines.LineCount > 1) {
-            answers.edit(SaveAsField, std::string(baseNameOf(file)) + "_" +
-                                          fileSafe(model.control.LineName.view()));
+        if (dialog == Dialog::Configuration) {
+            std::string base(baseNameOf(file));
+            if (lines.LineCount > 1) {
+                base += "_" + fileSafe(model.control.LineName.view());
+            }
+            const std::string free = made.freeBase(directoryFor(file, options), base);
+            if (free != baseNameOf(file)) {
+                answers.edit(SaveAsField, free);
+            }
         }
     };
     result.project = file;
@@ -152,10 +172,13 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
     }
     if (result.built) {
         countWindows(model, result);
-        nameLogsAfter(result.project);
+        made.add(result.project);
     } else if (lineMissing) {
         result.reason = "there are only " + std::to_string(result.linesInFile) + " lines";
     }
+    const std::string base = result.built ? std::string(withoutExtension(result.project))
+                                          : joinPath(directoryFor(file, options), baseNameOf(file));
+    result.messagesNamed = nameLogs(base);
     messageLog() = MessageLog{};
     return result;
 }
@@ -173,15 +196,16 @@ void printResult(const std::string &file, const BuildResult &result) {
     std::fflush(stdout);
 }
 
-bool buildFile(AnsweringBackend &backend, const std::string &file, const BuildOptions &options) {
+bool buildFile(AnsweringBackend &backend, const std::string &file, const BuildOptions &options,
+               MadeProjects &made) {
     const bool all = options.line == AllLines;
     int line = all ? 1 : options.line.value_or(1);
     bool good = true;
     int linesInFile = 1;
     do {
-        const BuildResult result = buildLine(backend, file, options, line);
+        const BuildResult result = buildLine(backend, file, options, made, line);
         printResult(file, result);
-        good = good && result.built;
+        good = good && result.built && result.messagesNamed;
         linesInFile = result.linesInFile;
         ++line;
     } while (all && line <= linesInFile);
@@ -236,6 +260,7 @@ int buildCommand(CommandWords words) {
         return ExitUsage;
     }
     AnsweringBackend backend;
+    MadeProjects made;
     return runOverFiles("keldrin-batch build", backend, options.files, options.outputDirectory,
                         [&](const std::string &file, bool taken) {
                             if (taken) {
@@ -243,7 +268,7 @@ int buildCommand(CommandWords words) {
                                             "this name\n",
                                             file.c_str());
                             }
-                            return !taken && buildFile(backend, file, options);
+                            return !taken && buildFile(backend, file, options, made);
                         });
 }
 

@@ -42,6 +42,7 @@ ProjectWrite prepareProject(SurveyModel &model, const std::string &path) {
     project.file.source = &model.source.project;
     project.file.examine = projectContent;
     project.file.models = modelPathOf(path);
+    project.file.modelsSource = &model.source.models;
     return project;
 }
 

@@ -51,7 +51,7 @@ constexpr std::array KeepRules = {
 
 std::string settledPath(const std::string &path) {
     std::error_code error;
-    const fs::path settled = fs::weakly_canonical(linkTarget(path), error);
+    const fs::path settled = fs::weakly_canonical(fs::absolute(linkTarget(path), error), error);
     return error ? path : settled.string();
 }
 
@@ -126,8 +126,11 @@ bool keep(Keeping &keeping, const std::string &path, int rows,
     return keeping.transaction.keepAs(target, name);
 }
 
-bool keepModels(Keeping &keeping, const std::string &path, Models fate) {
-    if (fate == Models::Stay || !isRegularFile(path)) {
+/// Deals with the models beside a project. Those in memory belong to it, whatever its name is.
+bool keepModels(Keeping &keeping, const FileWrite &project, Models fate) {
+    const std::string &path = project.models;
+    if (fate == Models::Stay || !isRegularFile(path) ||
+        (fate == Models::Moved && sameState(sourceOf(path, {}), *project.modelsSource))) {
         return true;
     }
     return keep(keeping, path, modelContent(path).rows, modelContent) &&
@@ -150,7 +153,7 @@ bool keepOld(Keeping &keeping, const FileWrite &file) {
     old.relation = relationOf(file);
     if (old.relation == Relation::Absent) {
         const Models fate = isOfOtherSource(file) ? Models::Moved : Models::Stay;
-        return file.models.empty() || keepModels(keeping, file.models, fate);
+        return file.models.empty() || keepModels(keeping, file, fate);
     }
     old.content = old.relation == Relation::Same ? file.source->content : file.examine(file.path);
     const auto *rule = std::find_if(KeepRules.begin(), KeepRules.end(), [&](const KeepRule &r) {
@@ -160,7 +163,7 @@ bool keepOld(Keeping &keeping, const FileWrite &file) {
         return true;
     }
     return keep(keeping, file.path, old.content.rows, file.examine) &&
-           (file.models.empty() || keepModels(keeping, file.models, rule->models));
+           (file.models.empty() || keepModels(keeping, file, rule->models));
 }
 
 bool stageAll(FileTransaction &transaction, std::span<const FileWrite> files) {

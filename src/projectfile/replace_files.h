@@ -38,7 +38,8 @@ struct FileWrite {
     FileContent content;                                       ///< of the text
     SourceFile *source = nullptr;                              ///< of the model in memory
     FileContent (*examine)(const std::string &path) = nullptr; ///< counts another file
-    std::string models; ///< with a project: the path of its model file
+    std::string models;                       ///< with a project: the path of its model file
+    const SourceFile *modelsSource = nullptr; ///< ... and where the models in memory come from
 };
 
 /// Replaces files together or not at all, and keeps what the table above says. A failure is

@@ -1,5 +1,7 @@
+#include "base/file_operations.h"
 #include "base/paths.h"
 #include "base/safe_writer.h"
+#include "base/temporary_names.h"
 #include "support/files.h"
 #include "support/temporary_directory.h"
 
@@ -7,6 +9,10 @@
 
 #include <filesystem>
 #include <string>
+#ifndef _WIN32
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
 
 namespace keldrin {
 namespace {
@@ -91,6 +97,52 @@ TEST(SafeWriter, SaysWhyItFailedAndLeavesTheOldFile) {
     EXPECT_FALSE(writeWholeFile(directory.path("d.std"), "text").written);
     EXPECT_EQ(std::distance(fs::directory_iterator(directory.path()), fs::directory_iterator()), 1);
 }
+
+TEST(SafeWriter, FollowsALinkToAFileThatDoesNotExistYet) {
+    const TemporaryDirectory directory;
+    fs::create_symlink("real.std", directory.path("link.std"));
+    ASSERT_TRUE(writeWholeFile(directory.path("link.std"), "new").written);
+    EXPECT_TRUE(fs::is_symlink(directory.path("link.std")));
+    EXPECT_EQ(fileContent(directory.path("real.std")), "new");
+}
+
+#ifndef _WIN32
+TEST(SafeWriter, RefusesWhatIsNoPlainFileAsTargetAndAsInput) {
+    const TemporaryDirectory directory;
+    const std::string pipe = directory.path("pipe.std");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string &path : {pipe, std::string("/dev/zero"), std::string("/dev/null")}) {
+        EXPECT_EQ(writeWholeFile(path, "text").failure, NotAPlainFile) << path;
+        std::string content;
+        std::string failure;
+        EXPECT_FALSE(readWholeFile(path, content, failure)) << path;
+        EXPECT_EQ(failure, NotAPlainFile) << path;
+    }
+    EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST(SafeWriter, RemovesWhatKilledRunsHaveLeftAndNothingElse) {
+    const TemporaryDirectory directory;
+    const std::string own = temporaryName(directory.path());
+    const std::string name = fileNameOf(own).data();
+    const std::string host = name.substr(9, name.find('-', 9) - 9);
+    const std::string gone = directory.path(".keldrin-" + host + "-999999999-1-1.part");
+    const std::string reborn =
+        directory.path(".keldrin-" + host + "-" + std::to_string(::getpid()) + "-1-1.part");
+    const std::string alive = directory.path(".keldrin-" + host + "-1-1-1.part");
+    const std::string elsewhere = directory.path(".keldrin-otherhost-999999999-1-1.part");
+    const std::string alien = directory.path(".keldrin-notes.part");
+    for (const std::string &path : {own, gone, reborn, alive, elsewhere, alien}) {
+        putFile(path, "x");
+    }
+    ASSERT_TRUE(writeWholeFile(directory.path("x.std"), "text").written);
+    EXPECT_FALSE(fs::exists(gone));
+    EXPECT_FALSE(fs::exists(reborn)) << "of an earlier process of this number";
+    for (const std::string &path : {own, alive, elsewhere, alien}) {
+        EXPECT_TRUE(fs::exists(path)) << path;
+    }
+}
+#endif
 
 #ifdef __linux__
 TEST(SafeWriter, AFullDiskIsAFailure) {

@@ -1,5 +1,6 @@
 #include "base/line_reader.h"
 #include "base/safe_writer.h"
+#include "support/files.h"
 #include "support/temporary_directory.h"
 
 #include <gmock/gmock.h>
@@ -142,6 +143,27 @@ TEST(LineReaderNotes, TellsALastLineWithoutItsEndAndALineThatWasCut) {
         }
         EXPECT_EQ(reader.endedInLine(), c.endedInLine) << c.text;
         EXPECT_EQ(reader.firstCutLine(), c.firstCutLine) << c.text;
+    }
+}
+
+TEST(LineReader, LooksForDataBehindAnEndMarkBeyondItsBuffer) {
+    const TemporaryDirectory directory;
+    const std::string path = directory.path("x.txt");
+    for (const bool data : {false, true}) {
+        putFile(path, "12345\x1A" + std::string(20000, ' ') + (data ? "6" : ""));
+        LineReader reader(4, 6);
+        ASSERT_TRUE(reader.open(path));
+        EXPECT_EQ(linesOf(reader), std::vector<std::string>{"1234"});
+        EXPECT_EQ(reader.endedAtMark(), data);
+    }
+}
+
+TEST(LineReader, SaysWhetherTheLastLineHadAnEnd) {
+    for (const auto &[text, hadEnd] : {std::pair{"1\n2\n", true}, std::pair{"1\n2", false}}) {
+        LineReader reader(80);
+        reader.openText(text);
+        EXPECT_EQ(linesOf(reader), (std::vector<std::string>{"1", "2"}));
+        EXPECT_EQ(reader.lineHadEnd(), hadEnd);
     }
 }
 
