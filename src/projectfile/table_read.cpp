@@ -191,7 +191,9 @@ bool isWholeTable(const TableScan &scan) {
 
 void noteEndMark(const LineReader &reader) {
     if (reader.endedAtMark()) {
-        ReportInfoLine("The file has an end mark (code 26); what stands behind it was not read.");
+        ReportNotice(NoticeLevel::Box, {"WARNING: The file has an end mark (code 26) after line " +
+                                            std::to_string(reader.lineNumber()),
+                                        "What stands behind it was not read."});
     }
 }
 

@@ -173,7 +173,6 @@ int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view l
         model.SoundingCount = 0;
         return 1;
     }
-    noteEndMark(pass.walk.reader);
     reportNotices(pass);
     finishSoundings(pass, model);
     if (model.SoundingCount == 0) {
