@@ -62,11 +62,16 @@ std::string nameMessageFile(const std::string &from, const std::string &to, std:
         kept = keptName(to, 0, nullptr);
         if (fileOperations().rename(to, kept) != 0) {
             failure = std::strerror(errno);
+            fileOperations().remove(from);
             return {};
         }
     }
     if (fileOperations().rename(from, to) != 0) {
         failure = std::strerror(errno);
+        fileOperations().remove(from);
+        if (!kept.empty() && fileOperations().rename(kept, to) == 0) {
+            kept.clear();
+        }
     }
     return kept;
 }
