@@ -47,8 +47,8 @@ struct RowsTask {
     double *target = nullptr; ///< rows of `length`
 };
 
-/// The two loops in which the time goes, as compiled for one kind of processor. They agree with one
-/// another to 1e-12 of the largest value.
+/// The two loops in which the time goes, as compiled for one kind of processor. Data of
+/// different kernels agree to 1e-9 of each value, derivatives to 1e-8.
 struct LayerKernel {
     const char *name;
     void (*sums)(LayerKernelTask &task);

@@ -16,6 +16,16 @@ namespace keldrin {
 // alone is worked out once, as a plan; a plan is never changed afterwards and any number of threads
 // may use it at the same time. Everything is double precision, and the same input gives the same
 // bits on one machine.
+//
+// The field of the loop is a sum over wavenumbers (loop_plan.h, hankel_curve.h) of the reflection
+// of the layers (layer_kernel.h), inverted to time along contours shared by whole decades and
+// averaged over waveform and windows in closed form (time_plan.h, contour.h, lag_density.h). Errors
+// of window data above 0.01 nV/(A m2), against an independent quadrature, eight surveys of all four
+// arrays:
+//   median 1e-6 to 8e-6; nine of ten below 6e-5; largest 1.3e-3, beside the change of sign of an
+//   offset receiver, where another survey had 5e-3
+//   half-space, induction number r^2 mu0/(rho t) from 0.01 to 10^4: 1.6e-4 at most
+//   derivatives against differences: below 1e-5 of the largest one of the same value
 
 /// The loop and where the receiver stands in the loop's axes: x and y along the sides, origin at
 /// the centre.
