@@ -9,6 +9,7 @@
 #include <cmath>
 #include <string>
 #include <tuple>
+#include <vector>
 
 namespace keldrin {
 
@@ -319,14 +320,17 @@ void reportNotices(const ReadPass &pass, const SurveyModel &model) {
 
 // Says why nothing was read; each cause has been told with its first row.
 void reportNoSounding(const ReadPass &pass, std::string_view lineLabel) {
-    const auto rows = [](const LineNotice &notice, const char *what) {
-        return std::to_string(notice.count) + what;
+    std::vector<MessageLine> lines = {"ERROR: No sounding was read from line " +
+                                      std::string(lineLabel) + " of " + pass.walk.name};
+    const auto add = [&](const LineNotice &notice, const char *what) {
+        if (notice.count > 0) {
+            lines.emplace_back("Rows " + std::string(what) + ": " + std::to_string(notice.count));
+        }
     };
-    ReportError({"ERROR: No sounding was read from line " + std::string(lineLabel) + " of " +
-                     pass.walk.name,
-                 rows(pass.otherComponents, " rows are of a component that is not read,"),
-                 rows(pass.earlyWindows, " rows have a window centre at or before time 0,"),
-                 rows(pass.droppedRows, " rows lack a value that is needed.")});
+    add(pass.otherComponents, "of a component that is not read");
+    add(pass.earlyWindows, "with a window centre at or before time 0");
+    add(pass.droppedRows, "that lack a value which is needed");
+    ReportError(lines);
 }
 
 void finishPass(ReadPass &pass, SurveyModel &model) {

@@ -385,9 +385,9 @@ TEST_F(AvgTest, AFileThatSaysEverythingGivesNoWarning) {
 TEST_F(AvgTest, AnImportWithoutSoundingsSaysWhy) {
     EXPECT_EQ(read(Head + Labels + "2 1 1 Ex 0.1 50 2\n2 1 1 Hz 0 50 2\n2 1 1 Hz 0.1 * 2\n"), 1);
     EXPECT_THAT(messages.errors, ElementsAre("ERROR: No sounding was read from line 7 INL of x.avg|"
-                                             "1 rows are of a component that is not read,|"
-                                             "1 rows have a window centre at or before time 0,|"
-                                             "1 rows lack a value that is needed."));
+                                             "Rows of a component that is not read: 1|"
+                                             "Rows with a window centre at or before time 0: 1|"
+                                             "Rows that lack a value which is needed: 1"));
 }
 
 TEST_F(AvgTest, PlacesWithSignsNeverMerge) {
