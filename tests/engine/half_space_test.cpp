@@ -185,11 +185,11 @@ TEST(Waveform, RepetitionIsTheSumOfPulses) {
     }
     for (std::size_t i = 0; i < sum.size(); ++i) {
         EXPECT_NEAR(repeated[i] / sum[i], 1.0, 3.0e-4);
-        EXPECT_GT(std::fabs(repeated[i] / dataOf(planOf(loop, rampWindows(0, 1e-4, 1e-4, 2e-3, 5)),
-                                                 {5.0})[i] -
-                            1.0),
-                  i == 4 ? 1.0e-3 : 0.0);
     }
+    WindowSet once = train;
+    once.frequency = 0.0;
+    const auto single = dataOf(planOf(loop, once), {5.0});
+    EXPECT_GT(std::fabs(repeated[4] / single[4] - 1.0), 3.0e-3); // or the test would show nothing
 }
 
 } // namespace
