@@ -115,9 +115,10 @@ class NewLayers {
               const std::vector<std::optional<double>> &halfSpaces, int atLeast)
         : line_(line) {
         std::vector<DepthRange> ranges;
+        const int most = mostLayers(line);
         for (std::size_t i = 0; i < line.soundings.size(); ++i) {
             const SoundingRecord &record = *line.soundings[i].record;
-            fromFile_.push_back(hasFileModel(record));
+            fromFile_.push_back(hasFileModel(record) && record.NumLayer == most);
             const auto range =
                 halfSpaces[i] ? depthRange(model.control, record, *halfSpaces[i]) : std::nullopt;
             if (range) {
@@ -141,8 +142,16 @@ class NewLayers {
     }
 
   private:
+    static int mostLayers(const LineInversion &line) {
+        int most = 0;
+        for (const LineSounding &sounding : line.soundings) {
+            most = std::max(most, sounding.record->NumLayer);
+        }
+        return most;
+    }
+
     const LineInversion &line_;
-    std::vector<bool> fromFile_;
+    std::vector<bool> fromFile_; ///< blocks with as many layers as any
     std::vector<double> grid_;
 };
 

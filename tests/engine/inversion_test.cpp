@@ -1,0 +1,226 @@
+#include "engine/invert_project.h"
+#include "engine/survey_plans.h"
+#include "projectfile/model_file.h"
+#include "projectfile/project_file.h"
+#include "support/failing_files.h"
+#include "support/files.h"
+#include "support/message_recorder.h"
+#include "support/temporary_directory.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <filesystem>
+#include <numeric>
+
+namespace keldrin {
+namespace {
+
+using testing::HasSubstr;
+
+constexpr std::size_t Windows = 24;
+
+/// Projects made of the responses of known layers, without noise, with errors of 2 percent.
+class Inversion : public testing::Test {
+  protected:
+    SurveyModel survey(int array, int soundings) {
+        SurveyModel model;
+        STD_Init_Namelist(model);
+        allocateSoundings(model, soundings);
+        setSurveyType(model.control, array);
+        setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
+        model.control.TxFreq = 16.0F;
+        STD_Check_TxWaveform(model.control);
+        model.SoundingCount = soundings;
+        for (int i = 0; i < soundings; ++i) {
+            SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+            record.Station = record.RxStn = record.East = 50.0 * i;
+            record.TxStn = array == FixedLoop ? 0.0 : record.RxStn;
+            record.North = 0.0;
+            record.NumTW = Windows;
+            float time = 0.02F;
+            for (std::size_t k = 0; k < Windows; ++k, time *= 1.25F) {
+                record.TWcenter[k] = time;
+                record.TWwidth[k] = 0.2F * time;
+                record.TEMerr[k] = 2.0F;
+                record.TEMwgt[k] = {0.0F, 0.0F, 1.0F};
+            }
+        }
+        return model;
+    }
+
+    /// The response of layers: ln of ohm-m, and thicknesses in m.
+    void respond(SurveyModel &model, std::vector<double> lnResistivity,
+                 std::vector<double> thickness) {
+        ResponseWorkspace workspace;
+        const std::vector<SoundingPlan> plans = planSurvey(model);
+        for (std::size_t i = 0; i < plans.size(); ++i) {
+            ASSERT_EQ(plans[i].fault, PlanFault::None);
+            std::vector<double> values(Windows * plans[i].plan.components());
+            layeredResponse(plans[i].plan, lnResistivity, thickness, workspace, values);
+            for (std::size_t k = 0; k < Windows; ++k) {
+                model.hTrn[i].TEMobs[k] = static_cast<float>(values[k]);
+            }
+        }
+    }
+
+    void write(SurveyModel &model) { ASSERT_TRUE(STD_File_Write(model, path()).written); }
+
+    InvertResult invert(InvertOptions options = {}) {
+        EngineRun run{2};
+        said.clear();
+        run.say = [&](std::string_view line) { said.append(line).append("\n"); };
+        return invertProject(path(), options, run,
+                             [&](std::string_view why) { said.append(why).append("\n"); });
+    }
+
+    SurveyModel read() {
+        SurveyModel model;
+        std::string project = path();
+        EXPECT_EQ(STD_File_Read(model, project), 0);
+        EXPECT_EQ(M1D_File_Read(model, directory.path("line.m1d")), 0);
+        return model;
+    }
+
+    std::string path() { return directory.path("line.std"); }
+
+    TemporaryDirectory directory;
+    MessageRecorder messages;
+    std::string said;
+};
+
+TEST_F(Inversion, AHalfSpaceComesBackWithinOnePercentWhereTheDataSee) {
+    for (const int array : {FixedLoop, MovingLoop, InLoop, CoincidentLoop}) {
+        SurveyModel model = survey(array, 3);
+        if (array == MovingLoop) {
+            for (int i = 0; i < 3; ++i) {
+                model.hTrn[static_cast<std::size_t>(i)].TxStn -= 120.0;
+            }
+        }
+        respond(model, {std::log(40.0)}, {});
+        write(model);
+        ASSERT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done) << said;
+        const SurveyModel result = read();
+        int seen = 0;
+        for (int i = 0; i < 3; ++i) {
+            const SoundingRecord &record = result.hTrn[static_cast<std::size_t>(i)];
+            for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumLayer); ++k) {
+                if (record.Rsns[k] >= 3.0F) {
+                    EXPECT_NEAR(record.ResInv[k], 40.0F, 0.4F) << array << " layer " << k;
+                    ++seen;
+                }
+            }
+            for (std::size_t k = 0; k < Windows; ++k) {
+                EXPECT_NEAR(record.TEMcalc[k], record.TEMobs[k],
+                            0.01F * std::fabs(record.TEMobs[k]) + 1.0E-3F);
+            }
+        }
+        EXPECT_GT(seen, 30) << array;
+    }
+}
+
+TEST_F(Inversion, FeetAndMetresGiveTheSameModel) {
+    SurveyModel model = survey(InLoop, 2);
+    respond(model, {std::log(20.0), std::log(200.0)}, {25.0});
+    write(model);
+    ASSERT_EQ(invert(), InvertResult::Done);
+    const SurveyModel metres = read();
+    setLengthUnits(model.control, Feet);
+    model.control.XTxLength /= 0.3048F;
+    model.control.YTxLength /= 0.3048F;
+    write(model);
+    ASSERT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+    const SurveyModel feet = read();
+    ASSERT_EQ(feet.hTrn[0].NumLayer, metres.hTrn[0].NumLayer);
+    for (std::size_t k = 0; k < static_cast<std::size_t>(feet.hTrn[0].NumLayer); ++k) {
+        EXPECT_NEAR(feet.hTrn[0].ResInv[k] / metres.hTrn[0].ResInv[k], 1.0F, 0.002F);
+        EXPECT_NEAR(feet.hTrn[0].ThkInv[k] * 0.3048F, metres.hTrn[0].ThkInv[k], 0.002F);
+    }
+}
+
+// How much a model varies with depth, and from sounding to sounding.
+double roughness(const SurveyModel &model) {
+    double sum = 0.0;
+    for (std::size_t k = 1; k < static_cast<std::size_t>(model.hTrn[0].NumLayer); ++k) {
+        sum += std::pow(std::log(model.hTrn[0].ResInv[k] / model.hTrn[0].ResInv[k - 1]), 2);
+    }
+    return sum;
+}
+double difference(const SurveyModel &model) {
+    double sum = 0.0;
+    for (std::size_t k = 0; k < static_cast<std::size_t>(model.hTrn[0].NumLayer); ++k) {
+        sum += std::pow(std::log(model.hTrn[0].ResInv[k] / model.hTrn[1].ResInv[k]), 2);
+    }
+    return sum;
+}
+
+TEST_F(Inversion, EveryWeightAndMarkHasItsEffect) {
+    SurveyModel model = survey(InLoop, 2);
+    respond(model, {std::log(20.0), std::log(300.0), std::log(5.0)}, {15.0, 40.0});
+    const auto first = model.hTrn[0];
+    respond(model, {std::log(40.0), std::log(100.0), std::log(5.0)}, {15.0, 60.0});
+    model.hTrn[0] = first;
+    const auto inverted = [&] {
+        write(model);
+        EXPECT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+        return read();
+    };
+    const SurveyModel usual = inverted();
+    model.control.dzWeight = 30.0F;
+    EXPECT_LT(roughness(inverted()), 0.8 * roughness(usual));
+    model.control.dzWeight = 3.0F;
+    model.control.dzzWeight = 30.0F;
+    EXPECT_LT(roughness(inverted()), roughness(usual));
+    model.control.dzzWeight = 1.0F;
+    model.control.dxWeight = 30.0F;
+    EXPECT_LT(difference(inverted()), 0.3 * difference(usual));
+    model.control.dxWeight = 1.0F;
+    model.control.dpWeight = 100.0F;
+    EXPECT_LT(roughness(inverted()), 0.8 * roughness(usual)) << "drawn to the half-space";
+    model.control.dpWeight = 1.0F;
+    model.control.ErrorFloor = 30.0F;
+    EXPECT_LT(inverted().hTrn[0].Rsns[0], 0.5F * usual.hTrn[0].Rsns[0]);
+    model.control.ErrorFloor = 1.0F;
+    model.control.DataCutoff = 2.0F;
+    EXPECT_EQ(inverted().hTrn[0].Rsns[0], 0.0F) << "no datum is below the cut-off";
+    EXPECT_THAT(said, HasSubstr("2 soundings without usable data"));
+    model.control.DataCutoff = 100.0F;
+    for (std::size_t k = 8; k < Windows; ++k) {
+        model.hTrn[0].TEMerr[k] = withSkipMark(model.hTrn[0].TEMerr[k], true);
+    }
+    const SurveyModel skipped = inverted();
+    EXPECT_LT(skipped.hTrn[0].Rsns[15], usual.hTrn[0].Rsns[15]);
+    EXPECT_TRUE(isPresent(skipped.hTrn[0].TEMcalc[Windows - 1])) << "skipped windows too";
+}
+
+TEST_F(Inversion, AFaultAtAnyCallLeavesBothFilesAsTheyWereOrBothNew) {
+    SurveyModel model = survey(InLoop, 2);
+    respond(model, {std::log(40.0)}, {});
+    write(model);
+    ASSERT_EQ(invert(), InvertResult::Done);
+    const std::string project = fileContent(path());
+    const std::string models = fileContent(directory.path("line.m1d"));
+    int faults = 0;
+    for (const FileCall call : {FileCall::Open, FileCall::Write, FileCall::Sync, FileCall::Close,
+                                FileCall::Rename, FileCall::Link}) {
+        for (int number = 1;; ++number) {
+            const FailingFiles failing(SpoiledCall{.call = call, .number = number});
+            const InvertResult result = invert({.forward = false, .fresh = true});
+            if (!failing.struck()) {
+                break;
+            }
+            ++faults;
+            if (result != InvertResult::Done) {
+                EXPECT_EQ(fileContent(path()), project) << said;
+                EXPECT_EQ(fileContent(directory.path("line.m1d")), models) << said;
+                EXPECT_NE(said, "");
+            }
+            const std::filesystem::directory_iterator files(directory.path());
+            EXPECT_EQ(std::distance(files, std::filesystem::directory_iterator()), 2) << said;
+        }
+    }
+    EXPECT_GT(faults, 8);
+}
+
+} // namespace
+} // namespace keldrin
