@@ -90,6 +90,7 @@ class ProjectRun {
 
     InvertResult read();
     InvertResult readModelFile();
+    void dropCutBlock();
     InvertResult invert();
     InvertResult computeApparentResistivities();
     InvertResult write();
@@ -153,11 +154,25 @@ InvertResult ProjectRun::readModelFile() {
     if (M1D_File_Read(model_, path) != 0) {
         return failed(path + " cannot be read: " + messages.first());
     }
+    if (!model_.source.models.content.whole) {
+        dropCutBlock();
+    }
     if (messages.count() > 0) {
         say(counted(messages.count(), "message") +
             " while reading the model file, the first: " + messages.first());
     }
     return InvertResult::Done;
+}
+
+// The last block of a file that was cut may lack its deeper layers.
+void ProjectRun::dropCutBlock() {
+    int last = -1;
+    for (int i = 0; i < model_.SoundingCount; ++i) {
+        last = model_.hTrn[static_cast<std::size_t>(i)].NumLayer > 0 ? i : last;
+    }
+    if (last >= 0) {
+        model_.hTrn[static_cast<std::size_t>(last)].NumLayer = 0;
+    }
 }
 
 void ProjectRun::tellSurvey() const {

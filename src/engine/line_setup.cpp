@@ -52,29 +52,47 @@ double halfSpaceResistivity(int index) {
     return least * std::pow(most / least, static_cast<double>(index) / (HalfSpaces - 1));
 }
 
-/// The half-space with the smallest sum of residuals that count linearly from 2.5 on.
+/// The half-space with the smallest sum of residuals that count linearly from 2.5 on: the best of
+/// fixed ones, then a golden section search between its neighbours.
 std::optional<double> bestHalfSpace(const LineSounding &sounding) {
     thread_local ResponseRoom room;
     constexpr double threshold = 2.5;
+    constexpr int refinements = 14; // to 0.1 percent
+    constexpr double golden = 0.6180339887498949;
     if (sounding.data.windows.empty()) {
         return std::nullopt;
     }
-    double least = std::numeric_limits<double>::infinity();
-    double best = 0.0;
     Residuals residuals;
     const std::vector<double> noThickness;
-    for (int i = 0; i < HalfSpaces; ++i) {
-        const double resistivity = halfSpaceResistivity(i);
-        const Eigen::VectorXd m = Eigen::VectorXd::Constant(1, std::log(resistivity));
+    const auto misfitAt = [&](double lnResistivity) {
+        const Eigen::VectorXd m = Eigen::VectorXd::Constant(1, lnResistivity);
         computeResiduals(*sounding.record, *sounding.plan, sounding.data, {m, noThickness}, false,
                          room, residuals);
-        const double sum = huberSum(residuals.r, threshold);
+        return huberSum(residuals.r, threshold);
+    };
+    double least = std::numeric_limits<double>::infinity();
+    int best = -1;
+    for (int i = 0; i < HalfSpaces; ++i) {
+        const double sum = misfitAt(std::log(halfSpaceResistivity(i)));
         if (sum < least) {
             least = sum;
-            best = resistivity;
+            best = i;
         }
     }
-    return best > 0.0 ? std::optional(best) : std::nullopt;
+    if (best < 0) {
+        return std::nullopt;
+    }
+    double low = std::log(halfSpaceResistivity(std::max(0, best - 1)));
+    double high = std::log(halfSpaceResistivity(std::min(HalfSpaces - 1, best + 1)));
+    for (int i = 0; i < refinements; ++i) {
+        const double reach = golden * (high - low);
+        if (misfitAt(high - reach) < misfitAt(low + reach)) {
+            high = low + reach;
+        } else {
+            low = high - reach;
+        }
+    }
+    return std::exp(0.5 * (low + high));
 }
 
 /// Median of up to five neighbours; soundings without a value take part in none.

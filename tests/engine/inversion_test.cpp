@@ -30,6 +30,7 @@ class Inversion : public testing::Test {
         setSurveyType(model.control, array);
         setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
         model.control.TxFreq = 16.0F;
+        model.control.LineAzimuth = model.control.TxAzimuth;
         STD_Check_TxWaveform(model.control);
         model.SoundingCount = soundings;
         for (int i = 0; i < soundings; ++i) {
@@ -40,8 +41,9 @@ class Inversion : public testing::Test {
             record.NumTW = Windows;
             float time = 0.02F;
             for (std::size_t k = 0; k < Windows; ++k, time *= 1.25F) {
-                record.TWcenter[k] = time;
-                record.TWwidth[k] = 0.2F * time;
+                // As a file holds them: beside a change of sign a rounded time is another value.
+                record.TWcenter[k] = std::round(1000.0F * time) / 1000.0F;
+                record.TWwidth[k] = std::round(200.0F * time) / 1000.0F;
                 record.TEMerr[k] = 2.0F;
                 record.TEMwgt[k] = {0.0F, 0.0F, 1.0F};
             }
@@ -69,7 +71,9 @@ class Inversion : public testing::Test {
     InvertResult invert(InvertOptions options = {}) {
         EngineRun run{2};
         said.clear();
-        run.say = [&](std::string_view line) { said.append(line).append("\n"); };
+        run.say = [&](std::string_view line) {
+            said.append(line).append("\n");
+        };
         return invertProject(path(), options, run,
                              [&](std::string_view why) { said.append(why).append("\n"); });
     }
@@ -101,6 +105,7 @@ TEST_F(Inversion, AHalfSpaceComesBackWithinOnePercentWhereTheDataSee) {
         write(model);
         ASSERT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done) << said;
         const SurveyModel result = read();
+        SCOPED_TRACE(said);
         int seen = 0;
         for (int i = 0; i < 3; ++i) {
             const SoundingRecord &record = result.hTrn[static_cast<std::size_t>(i)];
@@ -134,7 +139,8 @@ TEST_F(Inversion, FeetAndMetresGiveTheSameModel) {
     ASSERT_EQ(feet.hTrn[0].NumLayer, metres.hTrn[0].NumLayer);
     for (std::size_t k = 0; k < static_cast<std::size_t>(feet.hTrn[0].NumLayer); ++k) {
         EXPECT_NEAR(feet.hTrn[0].ResInv[k] / metres.hTrn[0].ResInv[k], 1.0F, 0.002F);
-        EXPECT_NEAR(feet.hTrn[0].ThkInv[k] * 0.3048F, metres.hTrn[0].ThkInv[k], 0.002F);
+        EXPECT_NEAR(feet.hTrn[0].ThkInv[k] * 0.3048F, metres.hTrn[0].ThkInv[k],
+                    0.01F); // as files hold it
     }
 }
 
@@ -143,6 +149,14 @@ double roughness(const SurveyModel &model) {
     double sum = 0.0;
     for (std::size_t k = 1; k < static_cast<std::size_t>(model.hTrn[0].NumLayer); ++k) {
         sum += std::pow(std::log(model.hTrn[0].ResInv[k] / model.hTrn[0].ResInv[k - 1]), 2);
+    }
+    return sum;
+}
+double curvature(const SurveyModel &model) {
+    double sum = 0.0;
+    const LayerReals &rho = model.hTrn[0].ResInv;
+    for (std::size_t k = 2; k < static_cast<std::size_t>(model.hTrn[0].NumLayer); ++k) {
+        sum += std::pow(std::log(rho[k] * rho[k - 2] / (rho[k - 1] * rho[k - 1])), 2);
     }
     return sum;
 }
@@ -170,7 +184,7 @@ TEST_F(Inversion, EveryWeightAndMarkHasItsEffect) {
     EXPECT_LT(roughness(inverted()), 0.8 * roughness(usual));
     model.control.dzWeight = 3.0F;
     model.control.dzzWeight = 30.0F;
-    EXPECT_LT(roughness(inverted()), roughness(usual));
+    EXPECT_LT(curvature(inverted()), 0.8 * curvature(usual));
     model.control.dzzWeight = 1.0F;
     model.control.dxWeight = 30.0F;
     EXPECT_LT(difference(inverted()), 0.3 * difference(usual));
@@ -198,12 +212,12 @@ TEST_F(Inversion, AFaultAtAnyCallLeavesBothFilesAsTheyWereOrBothNew) {
     respond(model, {std::log(40.0)}, {});
     write(model);
     ASSERT_EQ(invert(), InvertResult::Done);
-    const std::string project = fileContent(path());
-    const std::string models = fileContent(directory.path("line.m1d"));
     int faults = 0;
     for (const FileCall call : {FileCall::Open, FileCall::Write, FileCall::Sync, FileCall::Close,
                                 FileCall::Rename, FileCall::Link}) {
         for (int number = 1;; ++number) {
+            const std::string project = fileContent(path());
+            const std::string models = fileContent(directory.path("line.m1d"));
             const FailingFiles failing(SpoiledCall{.call = call, .number = number});
             const InvertResult result = invert({.forward = false, .fresh = true});
             if (!failing.struck()) {
