@@ -1,10 +1,10 @@
+#include "page/drawing.h"
+#include "page/surfaces/hpgl_surface.h"
+#include "page/surfaces/record_surface.h"
+#include "page/surfaces/svg_surface.h"
+#include "page/surfaces/wmf_surface.h"
 #include "review/plot_limits.h"
 #include "review/sounding_plot.h"
-#include "toolkit/drawing.h"
-#include "toolkit/surfaces/hpgl_surface.h"
-#include "toolkit/surfaces/record_surface.h"
-#include "toolkit/surfaces/svg_surface.h"
-#include "toolkit/surfaces/wmf_surface.h"
 
 #include <benchmark/benchmark.h>
 

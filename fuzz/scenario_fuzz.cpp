@@ -2,9 +2,9 @@
 // against a small program without a fault.
 
 #include "base/clock.h"
+#include "page/drawing.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_spec.h"
-#include "toolkit/drawing.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/toolkit_state.h"
 

@@ -1,11 +1,11 @@
 #include "model/survey_model.h"
+#include "page/surfaces/surface.h"
 #include "review/review_loop.h"
 #include "shell/open_project.h"
 #include "toolkit/child_process.h"
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/desktop_backend.h"
 #include "toolkit/desktop/main_window.h"
-#include "toolkit/surfaces/surface.h"
 #include "toolkit/toolkit_state.h"
 
 #include <benchmark/benchmark.h>

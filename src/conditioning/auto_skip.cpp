@@ -4,7 +4,7 @@
 #include "conditioning/unread_fields.h"
 #include "messages/message_log.h"
 #include "projectfile/control_table.h"
-#include "toolkit/drawing.h"
+#include "page/drawing.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

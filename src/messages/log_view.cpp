@@ -1,5 +1,5 @@
 #include "messages/message_log.h"
-#include "toolkit/drawing.h"
+#include "page/drawing.h"
 #include "toolkit/toolkit.h"
 
 #include <cmath>

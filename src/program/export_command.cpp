@@ -1,8 +1,8 @@
 #include "program/export_command.h"
 
-#include "batch/plot_projects.h"
+#include "page/hardcopy.h"
+#include "program/batch/plot_projects.h"
 #include "toolkit/desktop/documents.h"
-#include "toolkit/hardcopy.h"
 
 #include <QGuiApplication>
 

@@ -5,8 +5,8 @@
 #include "base/paths.h"
 #include "base/real.h"
 #include "messages/message_log.h"
+#include "page/hardcopy.h"
 #include "review/sounding_plot.h"
-#include "toolkit/hardcopy.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -162,7 +162,7 @@ void tellWhereHardcopyWent(std::string_view path) {
     if (ToolkitHardcopyFault().empty()) {
         const bool printed = trimBlanks(path).empty();
         ToolkitStatus(StatusPart::Notice, printed ? "Sent to the printer."
-                                                   : "Saved in " + std::string(fileNameOf(path)));
+                                                  : "Saved in " + std::string(fileNameOf(path)));
     }
 }
 

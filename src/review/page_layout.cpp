@@ -1,6 +1,6 @@
 #include "review/page_layout.h"
 
-#include "toolkit/drawing.h"
+#include "page/drawing.h"
 
 namespace keldrin {
 

@@ -2,10 +2,10 @@
 
 #include "base/paths.h"
 #include "base/real.h"
+#include "page/drawing.h"
+#include "page/plot.h"
 #include "projectfile/table_file.h"
 #include "review/page_layout.h"
-#include "toolkit/drawing.h"
-#include "toolkit/plot.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

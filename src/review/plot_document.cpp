@@ -3,10 +3,10 @@
 #include "base/paths.h"
 #include "base/version.h"
 #include "messages/message_log.h"
+#include "page/hardcopy.h"
 #include "review/hardcopy.h"
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/hardcopy.h"
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit.h"
 

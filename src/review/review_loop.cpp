@@ -2,6 +2,7 @@
 
 #include "base/real.h"
 #include "messages/message_log.h"
+#include "page/drawing.h"
 #include "review/hardcopy.h"
 #include "review/page_layout.h"
 #include "review/plot_document.h"
@@ -14,7 +15,6 @@
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
-#include "toolkit/drawing.h"
 
 #include <algorithm>
 #include <array>

@@ -3,9 +3,9 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
+#include "page/plot_scale.h"
 #include "review/page_layout.h"
 #include "review/sounding_plot.h"
-#include "toolkit/plot_scale.h"
 
 #include <cmath>
 #include <cstddef>

@@ -1,8 +1,8 @@
 #include "review/review_skip.h"
 
 #include "base/real.h"
+#include "page/plot.h"
 #include "review/page_layout.h"
-#include "toolkit/plot.h"
 
 namespace keldrin {
 

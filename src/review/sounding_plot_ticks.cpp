@@ -1,7 +1,7 @@
 #include "review/sounding_plot_ticks.h"
 
 #include "base/real.h"
-#include "toolkit/plot_ticks.h"
+#include "page/plot_ticks.h"
 
 #include <cmath>
 

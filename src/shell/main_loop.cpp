@@ -6,6 +6,7 @@
 #include "conditioning/auto_skip.h"
 #include "conditioning/survey_configuration.h"
 #include "messages/message_log.h"
+#include "page/drawing.h"
 #include "projectfile/project_file.h"
 #include "review/plan_view.h"
 #include "review/review_loop.h"
@@ -15,7 +16,6 @@
 #include "shell/open_project.h"
 #include "shell/start_file.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/drawing.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "toolkit/backend.h"
 
-#include "toolkit/surfaces/document_surface.h"
+#include "page/surfaces/document_surface.h"
 
 namespace keldrin {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "page/hardcopy.h"
 #include "toolkit/toolkit.h"
 
 #include <functional>
@@ -96,12 +97,6 @@ struct RubberEnd {
     int event = EventMouseUp; ///< EventMouseUp, EventKey, EventMouseDown or EventClose
     double pageX = 0.0;
     double pageY = 0.0;
-};
-
-/// The paper of the chosen printer, in points.
-struct PrinterPage {
-    double width = 0.0;
-    double height = 0.0;
 };
 
 /// Long work that the user watches and may stop.

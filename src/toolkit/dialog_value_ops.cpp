@@ -1,6 +1,7 @@
 #include "toolkit/toolkit.h"
 
 #include "base/real.h"
+#include "page/error_state.h"
 #include "toolkit/toolkit_state.h"
 
 #include <cmath>
@@ -86,18 +87,15 @@ void putNumberInto(int id, double value, std::string_view format) {
 // here at once, so that it cannot be taken for one of a later call. An older state stays unread.
 template <class Read>
 bool readControl(int id, int errorOfFailure, Read read) {
-    ToolkitState &state = toolkitState();
-    const int earlier = state.errorNumber;
-    const int earlierSystemError = state.systemError;
-    state.errorNumber = 0;
+    const ErrorState earlier = errorState();
+    errorState().number = 0;
     const Target target = targetOf(id);
     const auto found = target.control != nullptr ? read(*target.control) : false;
     if (target.control != nullptr && !found) {
         ToolkitSetError(errorOfFailure);
     }
     const bool good = ToolkitErrorState(1) == 0;
-    state.errorNumber = earlier;
-    state.systemError = earlierSystemError;
+    errorState() = earlier;
     return good;
 }
 

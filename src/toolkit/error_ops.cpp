@@ -1,6 +1,8 @@
 #include "toolkit/toolkit.h"
 
-#include "toolkit/drawing.h"
+#include "page/drawing.h"
+#include "page/error_state.h"
+#include "page/hardcopy.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>
@@ -22,34 +24,29 @@ constexpr std::array ErrorTexts = {
     ErrorText{ErrorWrongKind, "The control holds no value of this kind."},
     ErrorText{ErrorNoNumber, "The text of the field is no number."},
     ErrorText{ErrorNoSuchCommand, "The menu has no such command."},
-    ErrorText{ErrorOutputFile, "The output file cannot be created or written."},
-    ErrorText{ErrorNoSuchDevice, "There is no such output device."},
     ErrorText{ErrorCannotRun, "The operating system could not run the command."},
     ErrorText{DrawingUnknownColour, "There is no colour of this name."},
     ErrorText{DrawingBadView, "The drawing area, its units or the text have no extent."},
     ErrorText{DrawingBadLimits, "The limits of the axis cannot be drawn."},
 };
 
-int takeErrorNumber(ToolkitState &state) {
-    int number = state.errorNumber;
-    state.errorNumber = 0;
-    if (state.fault.reads > 0) {
-        --state.fault.reads;
-        number = state.fault.number;
-        state.systemError = 0;
+int takeErrorOrFault(FaultInjection &fault) {
+    if (fault.reads == 0) {
+        return takeErrorNumber();
     }
-    return number;
+    --fault.reads;
+    errorState() = {};
+    return fault.number;
 }
 
 } // namespace
 
 int ToolkitErrorState(int item) {
-    ToolkitState &state = toolkitState();
     switch (item) {
     case 1:
-        return takeErrorNumber(state);
+        return takeErrorOrFault(toolkitState().fault);
     case 2:
-        return state.systemError;
+        return errorState().systemError;
     default:
         return 0;
     }
@@ -60,6 +57,9 @@ std::string ToolkitErrorText(int number) {
     if (const auto found = injected.find(number); found != injected.end()) {
         return found->second;
     }
+    if (number == ErrorOutputFile || number == ErrorNoSuchDevice) {
+        return std::string(hardcopyErrorText(static_cast<HardcopyError>(number)));
+    }
     const auto *known = std::find_if(ErrorTexts.begin(), ErrorTexts.end(),
                                      [=](const ErrorText &e) { return e.number == number; });
     return known == ErrorTexts.end() ? "Toolkit error " + std::to_string(number) + "."
@@ -67,8 +67,7 @@ std::string ToolkitErrorText(int number) {
 }
 
 void ToolkitSetError(int number, int systemError) {
-    toolkitState().errorNumber = number;
-    toolkitState().systemError = systemError;
+    setErrorState(number, systemError);
 }
 
 } // namespace keldrin

@@ -1,6 +1,6 @@
 #include "toolkit/toolkit.h"
 
-#include "toolkit/drawing.h"
+#include "page/drawing.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>

@@ -1,13 +1,24 @@
 #include "toolkit/toolkit.h"
 
 #include "base/paths.h"
-#include "toolkit/drawing.h"
+#include "page/drawing.h"
+#include "page/error_state.h"
+#include "page/hardcopy_state.h"
 #include "toolkit/toolkit_state.h"
 
 #include <cstdlib>
 #include <utility>
 
 namespace keldrin {
+
+namespace {
+
+std::unique_ptr<DocumentSurface> documentOfBackend(int driver) {
+    Backend *backend = toolkitState().backend;
+    return backend != nullptr ? backend->document(driver) : nullptr;
+}
+
+} // namespace
 
 void ToolkitInit(Backend &backend, std::vector<std::string> arguments) {
     ToolkitState &state = toolkitState();
@@ -17,13 +28,18 @@ void ToolkitInit(Backend &backend, std::vector<std::string> arguments) {
     for (std::size_t i = 0; i < MenuEntries.size(); ++i) {
         state.menuOn[i] = !MenuEntries[i].greyedAtStart;
     }
+    hardcopyState() = HardcopyState{};
+    hardcopyHost() = {documentOfBackend, ToolkitTrace};
+    errorState() = ErrorState{};
     backend.start();
 }
 
 int ToolkitClose() {
     ToolkitState &state = toolkitState();
     selectSurface(nullptr);
-    state.hardcopy = HardcopyState{}; // an unfinished page must not outlive the backend
+    hardcopyState() = HardcopyState{}; // an unfinished page must not outlive the backend
+    hardcopyHost() = HardcopyHost{};
+    errorState() = ErrorState{};
     Backend *backend = state.backend;
     const int code = backend != nullptr ? backend->stop() : 0;
     state = ToolkitState{};
@@ -80,7 +96,7 @@ int ToolkitWindowInfo(int item) {
 
 bool ToolkitHasSurface() {
     const ToolkitState &state = toolkitState();
-    return state.rootOpen && !state.hardcopy.isOpen() && state.backend->hasSurface();
+    return state.rootOpen && !hardcopyState().isOpen() && state.backend->hasSurface();
 }
 
 void ToolkitStatus(StatusPart part, std::string_view text) {

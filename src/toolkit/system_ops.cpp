@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "base/fixed_text.h"
 #include "base/paths.h"
+#include "page/hardcopy_state.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/file_filter.h"
 #include "toolkit/long_work.h"
@@ -67,6 +68,26 @@ int WMessageBox(int /*buttons*/, int icon, int defaultButton, std::string_view t
         state.backend->messageBox({std::string(title), splitLines(text), icon, defaultButton});
     state.boxesQuiet = state.boxesQuiet || result.quietFurther;
     return result.button;
+}
+
+void WHardcopyOptions(int /*which*/) {
+    ToolkitState &toolkit = toolkitState();
+    HardcopyState &state = hardcopyState();
+    toolkit.lastCommonOk = false;
+    if (state.isOpen() || state.driver != DriverPrinter) {
+        ToolkitSetError(ErrorNoSuchDevice);
+        return;
+    }
+    PrinterPage paper;
+    std::unique_ptr<Surface> printer =
+        toolkit.backend != nullptr ? toolkit.backend->printer(paper) : nullptr;
+    if (printer == nullptr || !(paper.width > 0.0) || !(paper.height > 0.0)) {
+        state = HardcopyState{};
+        return;
+    }
+    state.paper = paper;
+    state.device = std::move(printer);
+    toolkit.lastCommonOk = true;
 }
 
 bool IOsCommand(const std::vector<std::string> &command, int /*flags*/,

@@ -15,7 +15,7 @@ namespace keldrin {
 // here, so that the headless and the desktop toolkit behave alike. Without a backend every call is
 // harmless: boxes answer OK, choosers are declined, and nothing is drawn.
 //
-// Drawing calls stand in drawing.h, axis plots in plot.h.
+// Drawing calls stand in page/drawing.h, axis plots in page/plot.h.
 
 class Backend;
 struct DialogSpec;
@@ -204,12 +204,17 @@ bool IOsCommand(const std::vector<std::string> &command, int flags,
                 const std::function<void(std::string_view)> &line = {},
                 const DialogSpec *dialog = nullptr);
 
+/// The system's printer dialog for the chosen hardcopy (page/hardcopy.h); ToolkitDialogInfo(4) says
+/// whether it ended with OK. When it was declined no driver is chosen any more. The argument is
+/// always 2.
+void WHardcopyOptions(int which);
+
 std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
 std::string IOsDirName();                       ///< the working directory
 int ToolkitArgumentCount();                     ///< arguments behind the program's own path
 std::string ToolkitArgument(int index);         ///< 0 the program's own path, 1 the first argument
 
-/// Error states of the toolkit; those of drawing stand in drawing.h.
+/// Error states of the toolkit; those of pages stand in page/drawing.h and page/hardcopy.h.
 enum ToolkitErrorNumber : int {
     ErrorNoSuchDialog = 1,
     ErrorNoDialogSelected = 2,
@@ -217,8 +222,6 @@ enum ToolkitErrorNumber : int {
     ErrorWrongKind = 4,     ///< the control holds no value of this kind
     ErrorNoNumber = 5,      ///< the text of the field is no number
     ErrorNoSuchCommand = 6, ///< of the menu
-    ErrorOutputFile = 7,    ///< a plot file cannot be created or written
-    ErrorNoSuchDevice = 8,
     ErrorCannotRun = 13,
 };
 

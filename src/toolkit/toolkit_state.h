@@ -2,7 +2,6 @@
 
 #include "toolkit/backend.h"
 #include "toolkit/dialog_model.h"
-#include "toolkit/hardcopy_state.h"
 #include "toolkit/menu.h"
 
 #include <array>
@@ -37,11 +36,8 @@ struct ToolkitState {
     Backend *backend = nullptr;
     std::vector<std::string> arguments; ///< [0] is the program's own path
     bool rootOpen = false;
-    HardcopyState hardcopy; ///< while it is open drawing goes to a device, not to the root window
     std::array<bool, MenuEntries.size()> menuOn{};
 
-    int errorNumber = 0; ///< not yet read; 0 none
-    int systemError = 0; ///< that came with the last error
     FaultInjection fault;
 
     std::deque<ToolkitEvent> putBack; ///< given again before all else

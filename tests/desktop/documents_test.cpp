@@ -2,6 +2,10 @@
 
 #include "base/clock.h"
 #include "messages/message_log.h"
+#include "page/drawing.h"
+#include "page/hardcopy.h"
+#include "page/surfaces/page_list.h"
+#include "page/surfaces/placed_surface.h"
 #include "review/plan_view.h"
 #include "review/plot_document.h"
 #include "review/sounding_plot.h"
@@ -11,10 +15,6 @@
 #include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/desktop/painter_surface.h"
-#include "toolkit/drawing.h"
-#include "toolkit/hardcopy.h"
-#include "toolkit/surfaces/page_list.h"
-#include "toolkit/surfaces/placed_surface.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -1,8 +1,8 @@
 #include "toolkit/desktop/painter_surface.h"
 
-#include "toolkit/page_colours.h"
-#include "toolkit/surfaces/page_list.h"
-#include "toolkit/text_metrics.h"
+#include "page/page_colours.h"
+#include "page/surfaces/page_list.h"
+#include "page/text_metrics.h"
 
 #include <QImage>
 #include <QPainter>

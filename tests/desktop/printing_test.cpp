@@ -1,8 +1,8 @@
 #include "toolkit/desktop/printing.h"
 
+#include "page/surfaces/surface.h"
 #include "support/files.h"
 #include "support/temporary_directory.h"
-#include "toolkit/surfaces/surface.h"
 
 #include <QPrinter>
 

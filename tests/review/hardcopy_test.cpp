@@ -1,11 +1,11 @@
 #include "review/hardcopy.h"
 
+#include "page/drawing.h"
+#include "page/hardcopy.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/printer_backend.h"
 #include "support/temporary_directory.h"
-#include "toolkit/drawing.h"
-#include "toolkit/hardcopy.h"
 #include "toolkit/toolkit.h"
 
 #include <gmock/gmock.h>

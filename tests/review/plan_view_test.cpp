@@ -1,11 +1,11 @@
 #include "review/plan_view.h"
 
-#include "toolkit/drawing.h"
-#include "toolkit/page_colours.h"
-#include "toolkit/plot.h"
+#include "page/drawing.h"
+#include "page/page_colours.h"
+#include "page/plot.h"
+#include "page/surfaces/page_transcript.h"
+#include "page/text_metrics.h"
 #include "toolkit/scripted/answering_backend.h"
-#include "toolkit/surfaces/page_transcript.h"
-#include "toolkit/text_metrics.h"
 #include "toolkit/toolkit.h"
 
 #include <gmock/gmock.h>

@@ -1,11 +1,11 @@
 #include "review/plot_document.h"
 
+#include "page/hardcopy.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/paged_document.h"
 #include "support/printer_backend.h"
 #include "support/temporary_directory.h"
-#include "toolkit/hardcopy.h"
 #include "toolkit/toolkit_state.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "review/plot_limits.h"
 
 #include "base/clock.h"
-#include "toolkit/plot_scale.h"
+#include "page/plot_scale.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
 #include "review/sounding_plot.h"
 
+#include "page/drawing.h"
+#include "page/page_colours.h"
+#include "page/plot.h"
+#include "page/surfaces/page_transcript.h"
+#include "page/surfaces/record_surface.h"
+#include "page/text_metrics.h"
 #include "review/page_layout.h"
 #include "support/message_recorder.h"
-#include "toolkit/drawing.h"
-#include "toolkit/page_colours.h"
-#include "toolkit/plot.h"
-#include "toolkit/surfaces/page_transcript.h"
-#include "toolkit/surfaces/record_surface.h"
-#include "toolkit/text_metrics.h"
 #include "toolkit/toolkit.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/surfaces/svg_surface.h"
+#include "page/surfaces/svg_surface.h"
 
 #include <string>
 

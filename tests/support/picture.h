@@ -1,7 +1,7 @@
 #pragma once
 
-#include "toolkit/surfaces/record_surface.h"
-#include "toolkit/text_metrics.h"
+#include "page/surfaces/record_surface.h"
+#include "page/text_metrics.h"
 
 #include <algorithm>
 #include <array>

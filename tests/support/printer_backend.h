@@ -1,7 +1,7 @@
 #pragma once
 
+#include "page/surfaces/page_transcript.h"
 #include "toolkit/scripted/answering_backend.h"
-#include "toolkit/surfaces/page_transcript.h"
 
 #include <memory>
 #include <string>

@@ -1,10 +1,10 @@
+#include "page/surfaces/null_surface.h"
 #include "support/message_recorder.h"
 #include "text/enumeration.h"
 #include "toolkit/backend.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
-#include "toolkit/surfaces/null_surface.h"
 
 #include <gmock/gmock.h>
 

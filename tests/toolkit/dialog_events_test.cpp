@@ -1,5 +1,5 @@
+#include "page/drawing.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/drawing.h"
 #include "toolkit/sample_dialogs.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"

@@ -1,10 +1,10 @@
-#include "toolkit/hardcopy.h"
+#include "page/hardcopy.h"
 
+#include "page/drawing.h"
 #include "support/files.h"
 #include "support/paged_document.h"
 #include "support/printer_backend.h"
 #include "support/temporary_directory.h"
-#include "toolkit/drawing.h"
 #include "toolkit/toolkit.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
+#include "page/drawing.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/drawing.h"
 #include "toolkit/file_filter.h"
 #include "toolkit/menu.h"
 #include "toolkit/sample_dialogs.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/surfaces/page_list.h"
+#include "page/surfaces/page_list.h"
 #include "toolkit/toolkit.h"
 
 #include <QWidget>

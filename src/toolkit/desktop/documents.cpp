@@ -3,9 +3,9 @@
 #include "base/clock.h"
 #include "base/real.h"
 #include "base/version.h"
+#include "page/hardcopy.h"
+#include "page/surfaces/page_list.h"
 #include "toolkit/desktop/painter_surface.h"
-#include "toolkit/hardcopy.h"
-#include "toolkit/surfaces/page_list.h"
 
 #include <QBuffer>
 #include <QHashSeed>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/surfaces/document_surface.h"
+#include "page/surfaces/document_surface.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "toolkit/desktop/painter_surface.h"
 
-#include "toolkit/text_metrics.h"
+#include "page/text_metrics.h"
 
 #include <QFontMetricsF>
 #include <QPolygonF>

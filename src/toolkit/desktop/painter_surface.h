@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/surfaces/surface.h"
+#include "page/surfaces/surface.h"
 
 #include <QFont>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #include "toolkit/desktop/printing.h"
 
+#include "page/surfaces/page_list.h"
 #include "toolkit/desktop/painter_surface.h"
-#include "toolkit/surfaces/page_list.h"
 
 #include <QPageLayout>
 #include <QPainter>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "page/surfaces/surface.h"
 #include "toolkit/backend.h"
-#include "toolkit/surfaces/surface.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "page/surfaces/record_surface.h"
 #include "toolkit/backend.h"
-#include "toolkit/surfaces/record_surface.h"
 
 #include <string>
 

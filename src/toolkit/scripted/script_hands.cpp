@@ -1,7 +1,7 @@
 #include "toolkit/scripted/script_hands.h"
 
+#include "page/surfaces/surface.h"
 #include "toolkit/scripted/typed_entry.h"
-#include "toolkit/surfaces/surface.h"
 #include "toolkit/user_edits.h"
 
 namespace keldrin {

@@ -1,13 +1,13 @@
 #include "toolkit/scripted/scripted_backend.h"
 
 #include "base/paths.h"
+#include "page/surfaces/null_surface.h"
+#include "page/surfaces/page_transcript.h"
 #include "toolkit/child_process.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/file_filter.h"
 #include "toolkit/scripted/overloaded.h"
 #include "toolkit/scripted/typed_entry.h"
-#include "toolkit/surfaces/null_surface.h"
-#include "toolkit/surfaces/page_transcript.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "base/line_reader.h"
 #include "base/paths.h"
+#include "page/surfaces/page_transcript.h"
 #include "toolkit/scripted/overloaded.h"
-#include "toolkit/surfaces/page_transcript.h"
 #include "toolkit/toolkit_state.h"
 
 #include <filesystem>

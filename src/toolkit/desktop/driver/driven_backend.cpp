@@ -1,9 +1,9 @@
 #include "toolkit/desktop/driver/driven_backend.h"
 
+#include "page/surfaces/document_surface.h"
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/driver/widget_hands.h"
 #include "toolkit/desktop/main_window.h"
-#include "toolkit/surfaces/document_surface.h"
 
 namespace keldrin {
 

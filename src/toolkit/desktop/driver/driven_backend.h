@@ -1,8 +1,8 @@
 #pragma once
 
+#include "page/surfaces/tee_surface.h"
 #include "toolkit/desktop/desktop_backend.h"
 #include "toolkit/scripted/scripted_backend.h"
-#include "toolkit/surfaces/tee_surface.h"
 
 namespace keldrin {
 

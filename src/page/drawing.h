@@ -1,0 +1,79 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace keldrin {
+
+// Drawing on the root window or on a hardcopy device. IGrArea selects a part of the surface in
+// fractions, IGrUnits puts user units on that part; both are the "view". Text and line widths come
+// from shared tables, so a page is the same on every surface.
+//
+// Without a surface every call is harmless and keeps its settings. A call with a number that is
+// not finite draws nothing.
+
+class Surface;
+
+/// Error states that drawing and plots leave.
+enum DrawingError : int {
+    DrawingUnknownColour = 31,
+    DrawingBadView = 32,  ///< area, units or character size without extent
+    DrawingBadLimits = 33 ///< axis limits that are equal, not finite, or not above 0 on a log axis
+};
+
+struct DrawingView {
+    float area[4] = {0.0F, 0.0F, 1.0F, 1.0F};  ///< x1, y1, x2, y2 in fractions of the surface
+    float units[4] = {0.0F, 0.0F, 1.0F, 1.0F}; ///< x1, y1, x2, y2 in user units
+};
+
+/// Makes drawing go to a surface, whose page is open; null: nowhere. The toolkit selects
+/// the screen, an open hardcopy itself.
+void selectSurface(Surface *surface);
+Surface *selectedSurface();
+
+// Area and units without extent leave an error state and change nothing.
+void IGrArea(float x1, float y1, float x2, float y2);
+void IGrUnits(float x1, float y1, float x2, float y2);
+DrawingView ToolkitSaveView();
+void ToolkitRestoreView(const DrawingView &view);
+
+/// "RED", "BLUE", "BLACK", "GREY" or "WHITE" in any case; an unknown name leaves an error state.
+void IGrColour(std::string_view name);
+int ToolkitColourCode(std::string_view which = "#"); ///< 0x00rrggbb of the colour now set
+
+/// Font and character size as fractions of the surface; a zero code keeps the font. All codes are
+/// the one proportional letter of text_metrics.h.
+void WGrTextFont(int code, int weight, float width, float height);
+
+/// Text orientation: degrees counter-clockwise from horizontal; text starts at its left baseline.
+void ToolkitTextOrientation(float degrees);
+
+float ToolkitTextMetric(int item);             ///< 3 character width, 4 height, in user units
+float ToolkitTextWidth(std::string_view text); ///< drawn width of horizontal text in user units
+
+/// The text itself where it is at most `width` user units wide, else its head and "...".
+std::string ToolkitFittingText(std::string_view text, float width);
+
+void ToolkitDrawText(float x, float y, std::string_view text);
+void ToolkitClearPage(); ///< background colour over the whole surface
+
+/// A centred line on the 0..9999 scale, y downward from the top. Blanks at its ends do not count.
+void ToolkitCentredText(float y, std::string_view text);
+void ToolkitFillRectangle(float x1, float y1, float x2, float y2); ///< in the background colour
+
+// Straight lines, cut off at the edges of the surface.
+void ToolkitMoveTo(float x, float y);
+void ToolkitLineTo(float x, float y);
+void ToolkitLineStyle(int type);
+float ToolkitAreaInfo(int item); ///< 11 left, 13 right, 12 bottom, 14 top limit of the units
+
+/// What the page now on the screen is, for transcripts: "log", "page" or "blank".
+void ToolkitPageKind(std::string_view kind);
+
+// Mouse positions. The surface fills the root window, whatever its shape.
+
+/// Fractions of the surface, y upward from the bottom, as user units in force, and back.
+void unitsFromFraction(double fractionX, double fractionY, float &x, float &y);
+void fractionFromUnits(float x, float y, double &fractionX, double &fractionY);
+
+} // namespace keldrin

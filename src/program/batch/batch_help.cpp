@@ -1,0 +1,66 @@
+#include "program/batch/batch_help.h"
+
+#include "base/program_help.h"
+#include "toolkit/help_sections.h"
+
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+constexpr std::array Usage = {
+    HelpEntry{"keldrin-batch build [--out DIR] [--line N|all] FILE...",
+              "Makes a project (*.std) of each field data file (*.avg, *.z, *.amr, *.tem, *.dat), "
+              "beside it or in DIR. Every question is answered by its default. Of a file with "
+              "several lines the first is built, or line N, or all; the line's name is then added "
+              "to the project's name. One line of output tells soundings, windows, skipped "
+              "windows and warnings; messages are in BASE.log and BASE.err beside the project."},
+    HelpEntry{"keldrin-batch invert [--threads N] [--jobs N] PROJECT...",
+              "Inverts each project (*.std) by the engine rkeldrin. One line of output tells "
+              "iterations, median misfit, soundings and seconds. --jobs N inverts N projects at a "
+              "time, each on --threads N threads; without that the processors are shared. The exit "
+              "code is 1 if any failed."},
+    HelpEntry{"keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--plan] [--out DIR] "
+              "PROJECT...",
+              "Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg "
+              "and so on (.hpg for hpgl, .wmf for wmf). LIST is all, which is the default, or "
+              "ordinals such as 1-5,9, or none. --plan adds the map of the survey, "
+              "BASE_plan.svg. Projects are not changed."},
+    HelpEntry{"keldrin-batch play SCENARIO [FILE]",
+              "Runs the program on the lines of a scenario file, which say what a user does, and "
+              "prints the transcript of what a user would have seen."},
+    HelpEntry{"keldrin-batch --help | --version", ""},
+};
+
+constexpr std::array Files = {
+    HelpEntry{"BASE.avg, BASE.z", "Field data, one text line for each reading or window."},
+    HelpEntry{"BASE.amr, BASE.tem, BASE.dat", "Field data as AMIRA text."},
+    HelpEntry{"BASE.mde, BASE.stn, BASE.chn",
+              "Survey information, station positions and channel times beside the data."},
+    HelpEntry{"BASE.std, BASE.m1d", "A project and its layered models."},
+};
+
+constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};
+
+constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "LIST",
+                                                          "N",    "PROJECT", "SCENARIO"};
+constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "rkeldrin"};
+
+constexpr ProgramHelp Help = {
+    "keldrin-batch",
+    "transient electromagnetic soundings without a display",
+    "",
+    Usage,
+    Sections,
+    Placeholders,
+    SeeAlso,
+};
+
+} // namespace
+
+const ProgramHelp &batchHelp() {
+    return Help;
+}
+
+} // namespace keldrin

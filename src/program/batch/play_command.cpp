@@ -1,0 +1,32 @@
+#include "program/batch/command.h"
+
+#include "model/survey_model.h"
+#include "shell/main_loop.h"
+#include "toolkit/scripted/scripted_run.h"
+
+#include <cstdio>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+
+int playCommand(CommandWords words) {
+    if (words.empty() || words.size() > 2) {
+        std::fprintf(stderr, "keldrin-batch play: needs a scenario and at most one file\n");
+        return ExitUsage;
+    }
+    std::vector<std::string> arguments = {"keldrin-batch"};
+    if (words.size() == 2) {
+        arguments.emplace_back(words[1]);
+    }
+    const int status =
+        startScriptedRun(std::string(words[0]), std::move(arguments), std::cout, std::cerr);
+    if (status != 0) {
+        return status;
+    }
+    SurveyModel model;
+    runProgram(model);
+}
+
+} // namespace keldrin

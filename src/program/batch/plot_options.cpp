@@ -1,0 +1,130 @@
+#include "program/batch/plot_options.h"
+
+#include "page/hardcopy.h"
+
+#include <algorithm>
+#include <charconv>
+#include <system_error>
+
+namespace keldrin {
+
+namespace {
+
+using Formats = std::span<const PlotFormat>;
+
+// Words between commas.
+std::vector<std::string_view> listWords(std::string_view list) {
+    std::vector<std::string_view> words;
+    for (;;) {
+        const std::size_t end = list.find(',');
+        words.push_back(list.substr(0, end));
+        if (end == std::string_view::npos) {
+            return words;
+        }
+        list.remove_prefix(end + 1);
+    }
+}
+
+bool readFormats(std::string_view list, Formats formats, PlotOptions &options) {
+    options.formats.clear();
+    for (const std::string_view name : listWords(list)) {
+        const auto found = std::find_if(formats.begin(), formats.end(),
+                                        [&](const PlotFormat &f) { return f.name == name; });
+        if (found == formats.end()) {
+            return false;
+        }
+        options.formats.push_back(*found);
+    }
+    return true;
+}
+
+// "svg, hpgl and wmf"
+std::string namesOf(Formats formats) {
+    std::string names;
+    for (const PlotFormat &format : formats) {
+        const bool last = &format == &formats.back();
+        names.append(names.empty() ? "" : last ? " and " : ", ").append(format.name);
+    }
+    return names;
+}
+
+bool readOrdinal(std::string_view word, int &ordinal) {
+    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), ordinal);
+    return error == std::errc{} && end == word.data() + word.size() && ordinal >= 1;
+}
+
+bool readSoundings(std::string_view list, PlotOptions &options) {
+    options.soundings.clear();
+    options.allSoundings = list == "all";
+    if (options.allSoundings || list == "none") {
+        return true;
+    }
+    for (const std::string_view word : listWords(list)) {
+        const std::size_t dash = word.find('-');
+        OrdinalRange range;
+        const bool read =
+            readOrdinal(word.substr(0, dash), range.first) &&
+            readOrdinal(dash == std::string_view::npos ? word : word.substr(dash + 1), range.last);
+        if (!read || range.last < range.first) {
+            return false;
+        }
+        options.soundings.push_back(range);
+    }
+    return true;
+}
+
+// An option with a value; empty when it can be used, else what is wrong.
+std::string readValue(std::string_view option, std::string_view value, const FormatChoice &choice,
+                      PlotOptions &options) {
+    if (option == choice.option && !readFormats(value, choice.formats, options)) {
+        return std::string(option) + " takes " + namesOf(choice.formats) +
+               ", with commas between them";
+    }
+    if (option == "--soundings" && !readSoundings(value, options)) {
+        return "--soundings takes ordinals from 1 such as 1-5,9, or all, or none";
+    }
+    if (option == "--out") {
+        options.outputDirectory = value;
+    }
+    return "";
+}
+
+bool anyPdf(Formats formats) {
+    return std::any_of(formats.begin(), formats.end(),
+                       [](const PlotFormat &f) { return f.driver == DriverPdf; });
+}
+
+} // namespace
+
+std::string readPlotOptions(CommandWords words, const FormatChoice &choice, PlotOptions &options) {
+    options.formats = {choice.formats.front()};
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string_view word = words[i];
+        std::string fault;
+        if (word == "--out" || word == choice.option || word == "--soundings") {
+            fault = i + 1 < words.size() ? readValue(word, words[i + 1], choice, options)
+                                         : std::string(word) + " needs a value";
+            ++i;
+        } else if (word == "--plan") {
+            options.plan = true;
+        } else if (word == "--all-in-one" && anyPdf(choice.formats)) {
+            options.allInOne = true;
+        } else if (word.substr(0, 2) == "--" && word.size() > 2) {
+            fault = "unknown option " + std::string(word);
+        } else if (word != "--") {
+            options.files.emplace_back(word);
+        }
+        if (!fault.empty()) {
+            return fault;
+        }
+    }
+    if (options.allInOne && !anyPdf(options.formats)) {
+        return "--all-in-one needs the format pdf";
+    }
+    if (!options.plan && !options.allSoundings && options.soundings.empty()) {
+        return "--soundings none without --plan leaves nothing to plot";
+    }
+    return options.files.empty() ? "no project is named" : "";
+}
+
+} // namespace keldrin

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "program/batch/command.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace keldrin {
+
+/// A kind of plot file.
+struct PlotFormat {
+    std::string_view name;      ///< as the user tells it
+    std::string_view extension; ///< with its point
+    int driver = 0;             ///< see hardcopy.h
+};
+
+/// The option that names the kinds of plot files, and those that there are; the first is made where
+/// none is named.
+struct FormatChoice {
+    std::string_view option = "--format";
+    std::span<const PlotFormat> formats;
+};
+
+/// Ordinals of soundings, both ends included.
+struct OrdinalRange {
+    int first = 1;
+    int last = 1;
+};
+
+/// What is to be plotted of which projects.
+struct PlotOptions {
+    std::vector<PlotFormat> formats;
+    bool allSoundings = true;
+    std::vector<OrdinalRange> soundings; ///< in place of all
+    bool plan = false;
+    bool allInOne = false;       ///< the pages of a project in one PDF
+    std::string outputDirectory; ///< blank: beside each project
+    std::vector<std::string> files;
+};
+
+/// Reads [--format LIST] [--soundings LIST] [--plan] [--all-in-one] [--out DIR] PROJECT...
+/// choice   in place of --format LIST; --all-in-one is known only where there is a PDF
+/// returns  empty when the words can be used, else what is wrong with them
+std::string readPlotOptions(CommandWords words, const FormatChoice &choice, PlotOptions &options);
+
+} // namespace keldrin

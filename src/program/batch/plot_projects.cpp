@@ -1,0 +1,273 @@
+#include "program/batch/plot_projects.h"
+
+#include "base/paths.h"
+#include "messages/message_log.h"
+#include "model/survey_model.h"
+#include "page/hardcopy.h"
+#include "program/batch/output_files.h"
+#include "review/hardcopy.h"
+#include "review/plan_view.h"
+#include "review/plot_document.h"
+#include "review/plot_limits.h"
+#include "review/sounding_plot.h"
+#include "shell/open_project.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <set>
+#include <string>
+#include <vector>
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace keldrin {
+
+namespace {
+
+constexpr int PlanView = 0; ///< in a list of pages, among the ordinals of soundings
+
+/// What became of one project.
+struct PlotResult {
+    int soundings = 0;  ///< of the project
+    int written = 0;    ///< files
+    int failed = 0;     ///< files that could not be written
+    std::string reason; ///< of the first failure, in one line; empty when all went well
+
+    void fail(std::string why) {
+        if (reason.empty()) {
+            reason = std::move(why);
+        }
+    }
+};
+
+/// Shows on a terminal how far the plots are; nothing is shown in a file or a pipe.
+class Progress {
+  public:
+    Progress(std::string file, std::size_t plots) : file_(std::move(file)), plots_(plots) {}
+    ~Progress() {
+        if (shown_) {
+            std::fputs("\r\x1B[K", stderr); // leaves the line to the result
+        }
+    }
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
+
+    void step() {
+        ++done_;
+        if (onTerminal()) {
+            shown_ = true;
+            std::fprintf(stderr, "\r%s: plot %zu of %zu", file_.c_str(), done_, plots_);
+        }
+    }
+
+  private:
+    static bool onTerminal() {
+#ifdef _WIN32
+        return _isatty(_fileno(stderr)) != 0;
+#else
+        return ::isatty(STDERR_FILENO) == 1;
+#endif
+    }
+
+    std::string file_;
+    std::size_t plots_;
+    std::size_t done_ = 0;
+    bool shown_ = false;
+};
+
+// Ordinals to be plotted, each once, behind the plan view.
+std::set<int> pagesOf(const PlotOptions &options, PlotResult &result) {
+    std::set<int> pages;
+    const int count = result.soundings;
+    std::vector<OrdinalRange> ranges = options.soundings;
+    if (options.allSoundings) {
+        ranges = {{1, count}};
+    }
+    for (const OrdinalRange &range : ranges) {
+        if (range.last > count) {
+            result.fail("sounding " + std::to_string(std::max(range.first, count + 1)) +
+                        " is not there, only " + std::to_string(count) + " are");
+        }
+        for (int station = range.first; station <= std::min(range.last, count); ++station) {
+            pages.insert(station);
+        }
+    }
+    if (options.plan) {
+        pages.insert(PlanView);
+    }
+    return pages;
+}
+
+std::string pathOfPage(const std::string &project, int page, std::string_view extension) {
+    constexpr int longestOrdinal = 9999;
+    const std::string base(withoutExtension(project));
+    if (page == PlanView) {
+        return base + "_plan" + std::string(extension);
+    }
+    // The review's own name for a longer ordinal is the same for all of them.
+    return page > longestOrdinal ? base + std::to_string(page) + std::string(extension)
+                                 : plotFilePath(project, page, extension);
+}
+
+/// A project that is being plotted.
+struct PlottedProject {
+    SurveyModel model;
+    std::string path;       ///< of the project
+    std::string namedAfter; ///< the same in the directory where the plots go
+    PlotLimits limits;
+    std::string date;
+    std::string time;
+};
+
+void drawPage(const PlottedProject &project, int page) {
+    if (page == PlanView) {
+        Plot_PlanView(project.model, project.path);
+    } else {
+        Plot_Sounding(project.model, project.limits, page, project.path, project.date,
+                      project.time);
+    }
+}
+
+// False when the file could not be written; ToolkitHardcopyFault() then says why.
+bool plotPage(const PlottedProject &project, int page, const PlotFormat &format) {
+    messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages behind it
+    ToolkitHardcopySelect(1, format.driver);
+    IGrHardcopy(pathOfPage(project.namedAfter, page, format.extension));
+    const bool opened = ToolkitErrorState(1) == 0;
+    if (opened) {
+        drawPage(project, page);
+    }
+    IGrHardcopy("S");
+    return ToolkitErrorState(1) == 0 && opened;
+}
+
+void countFile(const std::string &path, bool written, PlotResult &result) {
+    if (written) {
+        ++result.written;
+    } else {
+        ++result.failed;
+        result.fail(path + ": " + ToolkitHardcopyFault());
+    }
+}
+
+// All pages that have something on them; false as with plotPage().
+bool plotDocument(const PlottedProject &project, const std::string &path,
+                  const std::set<int> &pages, Progress &progress) {
+    std::vector<int> drawn;
+    std::copy_if(pages.begin(), pages.end(), std::back_inserter(drawn), [&](int page) {
+        return page == PlanView || hasSoundingPlot(project.model, page);
+    });
+    plotPagesInOnePdf(
+        path, drawn.size(),
+        [&](std::size_t i) {
+            messageLog().GraphicsErrorCount = 0;
+            drawPage(project, drawn[i]);
+        },
+        [&](std::size_t) {
+            progress.step();
+            return true;
+        });
+    return ToolkitErrorState(1) == 0;
+}
+
+void plotPages(const PlottedProject &project, const PlotOptions &options, PlotResult &result) {
+    const std::set<int> pages = pagesOf(options, result);
+    Progress progress(project.path, pages.size() * options.formats.size());
+    const auto isDocument = [&](const PlotFormat &format) {
+        return options.allInOne && format.driver == DriverPdf;
+    };
+    for (const PlotFormat &format : options.formats) {
+        if (isDocument(format)) {
+            const std::string path = plotDocumentPath(project.namedAfter);
+            countFile(path, plotDocument(project, path, pages, progress), result);
+        }
+    }
+    for (const int page : pages) {
+        for (const PlotFormat &format : options.formats) {
+            if (!isDocument(format)) {
+                progress.step();
+                countFile(pathOfPage(project.namedAfter, page, format.extension),
+                          plotPage(project, page, format), result);
+            }
+        }
+    }
+}
+
+void watchErrors(PlotResult &result) {
+    messageLog().observer = [&result](MessageKind kind, std::span<const MessageLine> lines) {
+        if (kind == MessageKind::Error) {
+            std::string text;
+            for (const MessageLine &line : lines) {
+                text.append(text.empty() ? "" : "; ").append(line.view());
+            }
+            result.fail(std::move(text));
+        }
+    };
+}
+
+PlotResult plotProject(const std::string &file, const PlotOptions &options) {
+    PlotResult result;
+    messageLog() = MessageLog{}; // no log files are named, so none are written
+    watchErrors(result);
+    PlottedProject project;
+    project.path = file;
+    if (!pathExists(existingForm(file))) {
+        result.fail("there is no such file");
+    } else if (OpenProject(project.model, project.path) != 0) {
+        result.fail("it cannot be read");
+    } else {
+        result.soundings = project.model.SoundingCount;
+        project.namedAfter = options.outputDirectory.empty()
+                                 ? project.path
+                                 : joinPath(options.outputDirectory, fileNameOf(project.path));
+        Plot_AutoLimits(project.model, project.limits, project.date, project.time);
+        plotPages(project, options, result);
+    }
+    messageLog() = MessageLog{};
+    return result;
+}
+
+void printResult(const std::string &file, const PlotResult &result) {
+    std::string text = file + ": ";
+    if (result.soundings > 0) {
+        text += std::to_string(result.soundings) + " soundings, " + std::to_string(result.written) +
+                " plot files";
+        if (result.failed > 0) {
+            text += ", " + std::to_string(result.failed) + " could not be written";
+        }
+        text += result.reason.empty() ? "" : ", ";
+    }
+    text += result.reason.empty() ? "" : "FAILED: " + result.reason;
+    std::printf("%s\n", text.c_str());
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int plotProjects(const PlotProgram &program, CommandWords words) {
+    PlotOptions options;
+    const std::string fault = readPlotOptions(words, program.formats, options);
+    if (!fault.empty()) {
+        std::fprintf(stderr, "%s: %s\n", std::string(program.name).c_str(), fault.c_str());
+        return ExitUsage;
+    }
+    return runOverFiles(program.name, program.backend, options.files, options.outputDirectory,
+                        [&](const std::string &file, bool taken) {
+                            PlotResult result;
+                            if (taken) {
+                                result.fail("an earlier project has made plots of these names");
+                            } else {
+                                result = plotProject(file, options);
+                            }
+                            printResult(file, result);
+                            return result.reason.empty();
+                        });
+}
+
+} // namespace keldrin

@@ -1,0 +1,139 @@
+#include "program/batch/command.h"
+
+#include "base/clock.h"
+#include "messages/message_log.h"
+#include "page/drawing.h"
+#include "review/plan_view.h"
+#include "review/sounding_plot.h"
+#include "shell/open_project.h"
+#include "support/files.h"
+#include "support/picture.h"
+#include "support/source_directory.h"
+#include "support/temporary_directory.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace keldrin {
+namespace {
+
+/// A program that reads plot files and knows nothing of ours.
+struct Reader {
+    std::string format;
+    std::string extension;
+    std::vector<std::string> programs;
+    std::string command; ///< from file $IN to a picture $OUT
+};
+
+void PrintTo(const Reader &reader, std::ostream *out) {
+    *out << reader.format;
+}
+
+const Reader Readers[] = {
+    {"svg",
+     ".svg",
+     {"rsvg-convert", "pngtopnm"},
+     "rsvg-convert -b white -w 960 $IN -o $OUT.png && pngtopnm $OUT.png >$OUT"},
+    {"hpgl",
+     ".hpg",
+     {"hp2xx", "pngtopnm"},
+     "hp2xx -q -t -d 102 -c 124 -p 222 -x 0 -X 9600 -y 0 -Y 7200 -m png -f $OUT.png $IN"
+     " && pngtopnm $OUT.png >$OUT"},
+    {"wmf",
+     ".wmf",
+     {"wmf2svg", "rsvg-convert", "pngtopnm"},
+     "wmf2svg -o $OUT.svg $IN && rsvg-convert -b white -w 960 $OUT.svg -o $OUT.png"
+     " && pngtopnm $OUT.png >$OUT"},
+};
+
+bool runs(const std::string &command) {
+    return std::system(("(" + command + ") >/dev/null 2>&1").c_str()) == 0;
+}
+
+class PlotPicture : public testing::TestWithParam<Reader> {
+  protected:
+    PlotPicture() {
+        fixClock(DateTime{2026, 5, 14, 9, 30, 0});
+        const std::string examples = std::string(SourceDirectory) + "/examples/project/";
+        for (const std::string name : {"inloop.std", "inloop.m1d"}) {
+            std::filesystem::copy_file(examples + name, directory.path(name));
+        }
+    }
+    ~PlotPicture() override {
+        selectSurface(nullptr);
+        fixClock({});
+        messageLog() = MessageLog{};
+    }
+    PlotPicture(const PlotPicture &) = delete;
+    PlotPicture &operator=(const PlotPicture &) = delete;
+
+    void record() {
+        std::string path = directory.path("inloop.std");
+        SurveyModel survey;
+        ASSERT_EQ(OpenProject(survey, path), 0);
+        PlotLimits limits;
+        std::string date;
+        std::string time;
+        Plot_AutoLimits(survey, limits, date, time);
+        selectSurface(&soundingPage);
+        Plot_Sounding(survey, limits, 1, path, date, time);
+        selectSurface(&planPage);
+        Plot_PlanView(survey, path);
+        selectSurface(nullptr);
+        messageLog() = MessageLog{};
+    }
+
+    void compare(const RecordSurface &page, const std::string &name) {
+        constexpr double slack = 0.05; // coloured edges of letters
+        SCOPED_TRACE(name);
+        const std::string out = directory.path(name + ".pnm");
+        ASSERT_TRUE(
+            runs("IN='" + directory.path(name) + "' OUT='" + out + "'; " + GetParam().command));
+        Picture picture;
+        ASSERT_TRUE(picture.read(fileContent(out)));
+        const InkMap wanted = pictureOf(page).inkMap();
+        const InkMap shown = picture.inkMap();
+        EXPECT_GT(correlation(wanted, shown), 0.9);
+        EXPECT_EQ(inkWithoutCounterpart(wanted, shown), "") << "missing in the picture";
+        EXPECT_EQ(inkWithoutCounterpart(shown, wanted), "") << "only in the picture";
+        for (const auto &[a, b] :
+             {std::pair{wanted.total(), shown.total()}, std::pair{wanted.red, shown.red},
+              std::pair{wanted.blue, shown.blue}}) {
+            EXPECT_GE(b, a / 2.0 - slack);
+            EXPECT_LE(b, a * 2.0 + slack);
+        }
+    }
+
+    TemporaryDirectory directory;
+    RecordSurface soundingPage;
+    RecordSurface planPage;
+};
+
+// Other programs read our files and show the page that was drawn.
+TEST_P(PlotPicture, AnIndependentReaderShowsThePage) {
+    for (const std::string &program : GetParam().programs) {
+        if (!runs("command -v " + program)) {
+            GTEST_SKIP() << program << " is not installed";
+        }
+    }
+    record();
+    const std::string project = directory.path("inloop.std");
+    const std::vector<std::string_view> words = {"--plan",   "--soundings",     "1",
+                                                 "--format", GetParam().format, project};
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(plotCommand(words), ExitOk);
+    testing::internal::GetCapturedStdout();
+    compare(soundingPage, "inloop0001" + GetParam().extension);
+    compare(planPage, "inloop_plan" + GetParam().extension);
+}
+
+INSTANTIATE_TEST_SUITE_P(Formats, PlotPicture, testing::ValuesIn(Readers),
+                         [](const auto &format) { return format.param.format; });
+
+} // namespace
+} // namespace keldrin
