@@ -1,6 +1,6 @@
 #include "conditioning/data_input_dialog.h"
 
-#include "messages/message_log.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"

@@ -1,7 +1,7 @@
 #include "conditioning/line_azimuth_dialog.h"
 
 #include "base/real.h"
-#include "messages/message_log.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"

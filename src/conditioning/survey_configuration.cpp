@@ -8,6 +8,7 @@
 #include "projectfile/control_block.h"
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"

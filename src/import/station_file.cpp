@@ -7,9 +7,9 @@
 #include "base/sorting.h"
 #include "import/import_steps.h"
 #include "messages/message_log.h"
+#include "messages/questions.h"
 #include "text/columns.h"
 #include "text/value_readers.h"
-#include "toolkit/toolkit.h"
 
 #include <array>
 #include <cmath>
@@ -219,8 +219,9 @@ void StationTable::add(double station, double easting, double northing, double e
 int Stn_File_Input(std::string fileName, StationTable &table) {
     table = StationTable{};
     ReportInfoLine("Searching for file " + fileName);
-    if (!pathExists(fileName) && !ToolkitFileChooser("Optional stn file|*.stn|", 10, fileName,
-                                                     "Select optional station locations file")) {
+    const FileQuestion question = {"Optional stn file|*.stn|",
+                                   "Select optional station locations file"};
+    if (!pathExists(fileName) && !askForFile(question, fileName)) {
         return 1;
     }
     StationReader reader;

@@ -6,8 +6,8 @@
 #include "import/import_steps.h"
 #include "keywords/record.h"
 #include "messages/message_log.h"
+#include "messages/questions.h"
 #include "projectfile/control_block.h"
-#include "toolkit/toolkit.h"
 
 #include <cmath>
 #include <string_view>
@@ -87,10 +87,9 @@ void readFile(Metadata &metadata, const std::string &fileName) {
 } // namespace
 
 int Mde_File_Input(SurveyModel &model, std::string fileName) {
-    const bool exists =
-        pathExists(fileName) || ToolkitFileChooser("Optional *.mde file|*.mde|", 10, fileName,
-                                                   "Select optional survey information file.");
-    if (exists) {
+    const FileQuestion question = {"Optional *.mde file|*.mde|",
+                                   "Select optional survey information file."};
+    if (pathExists(fileName) || askForFile(question, fileName)) {
         readFile(model.metadata, fileName);
     }
     Control_From_Metadata(model);

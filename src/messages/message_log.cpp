@@ -3,7 +3,7 @@
 #include "base/paths.h"
 #include "base/safe_writer.h"
 #include "base/version.h"
-#include "toolkit/toolkit.h"
+#include "messages/message_sink.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -28,17 +28,22 @@ bool isWritable(const std::string &directory) {
 #endif
 }
 
+std::string environmentVariable(const char *name) {
+    const char *value = std::getenv(name);
+    return value != nullptr ? value : "";
+}
+
 std::string stateDirectory() {
-    std::string root = IOsVariable("XDG_STATE_HOME");
+    std::string root = environmentVariable("XDG_STATE_HOME");
     if (root.empty()) {
-        root = joinPath(IOsVariable("HOME"), ".local/state");
+        root = joinPath(environmentVariable("HOME"), ".local/state");
     }
     return joinPath(root, "keldrin");
 }
 
 // Where log files without a directory of their own go.
 std::string logDirectory(MessageLog &log) {
-    std::string working = IOsDirName();
+    std::string working = workingDirectory();
     if (isWritable(working)) {
         return working;
     }
@@ -128,15 +133,8 @@ void logLines(std::span<const MessageLine> lines) {
 }
 
 // Cancel ends the program at once, so the whole message has been written before the box.
-void ShowErrorBox(std::span<const MessageLine> lines, BoxDuty duty) {
-    std::string text;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        text.append(i == 0 ? "" : "\r").append(lines[i].view());
-    }
-    constexpr int okAndCancel = 1;
-    constexpr int errorIcon = 2;
-    constexpr int okIsDefault = 1;
-    if (WMessageBox(okAndCancel, errorIcon, okIsDefault, text, "ERROR", duty) == 0) {
+void ShowErrorBox(std::span<const MessageLine> lines, bool mustBeSeen) {
+    if (messageSink().box && !messageSink().box(lines, mustBeSeen)) {
         ShutDown();
     }
 }
@@ -146,6 +144,11 @@ void ShowErrorBox(std::span<const MessageLine> lines, BoxDuty duty) {
 MessageLog &messageLog() {
     static MessageLog log;
     return log;
+}
+
+MessageSink &messageSink() {
+    static MessageSink sink;
+    return sink;
 }
 
 int OpenLogFiles(std::string_view name) {
@@ -171,8 +174,9 @@ void ReportInfoLine(std::string_view text) {
         buffer.erase(buffer.begin());
     }
     buffer.push_back(line);
-    ToolkitTrace("info", trimRight(text));
-    LogText_Update();
+    if (messageSink().logLine) {
+        messageSink().logLine(text);
+    }
 }
 
 void ReportWarning(std::span<const MessageLine> lines) {
@@ -201,7 +205,7 @@ void ReportError(std::span<const MessageLine> lines) {
         ReportInfoLine("");
         return;
     }
-    ShowErrorBox(atMostFive(lines), BoxDuty::MayBeQuieted);
+    ShowErrorBox(atMostFive(lines), false);
 }
 
 void ReportError(std::initializer_list<MessageLine> lines) {
@@ -217,12 +221,14 @@ void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines) {
     if (level == NoticeLevel::Log) {
         return;
     }
-    ToolkitStatus(StatusPart::Notice, said.front().view());
+    if (messageSink().status) {
+        messageSink().status(said.front().view());
+    }
     if (level == NoticeLevel::Box) {
         observe(MessageKind::Error, said);
         countError(said);
         appendToErrorFile(said, true);
-        ShowErrorBox(said, BoxDuty::AlwaysShown);
+        ShowErrorBox(said, true);
     }
 }
 
@@ -230,22 +236,9 @@ void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines) {
     ReportNotice(level, std::span(lines.begin(), lines.size()));
 }
 
-void CheckGraphicsError(std::string_view tag) {
-    const int number = ToolkitErrorState(1);
-    if (number == 0) {
-        return;
-    }
-    const std::string origin = tag.empty() ? "" : ": from " + std::string(tag);
-    ReportError({"Graphics ERROR" + origin, ToolkitErrorText(number)});
-    if (++messageLog().GraphicsErrorCount > MessageLog::MostGraphicsErrors) {
-        ReportWarning({" Program run aborted, more than 20 graphics errors."});
-        ShutDown();
-    }
-}
-
 void ShutDown() {
     messageLog().file.reset();
-    std::exit(ToolkitClose());
+    std::exit(messageSink().close ? messageSink().close() : 0);
 }
 
 } // namespace keldrin

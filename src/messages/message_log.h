@@ -13,9 +13,9 @@
 
 namespace keldrin {
 
-// All output to the user that is no dialog: progress goes to a log file and to the root window,
-// warnings and errors to an error file, errors also to a box. At most 127 warnings are written,
-// the 128th is a notice; more than 20 toolkit errors end the program.
+// All output to the user that is no dialog: progress goes to a log file, warnings and errors go to
+// an error file. What shows it, and the box of an error, is the program's own (message_sink.h). At
+// most 127 warnings are written, the 128th is a notice.
 
 /// One line of a message; longer text is cut to 128 bytes at the start of a character.
 using MessageLine = FixedText<128>;
@@ -89,22 +89,7 @@ void ReportError(std::initializer_list<MessageLine> lines);
 void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines);
 void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines);
 
-/// Reads and clears the toolkit's error state; a state other than 0 is reported as an error, and
-/// the 21st ends the program.
-/// tag  the place in the program, or empty
-void CheckGraphicsError(std::string_view tag = {});
-
-/// Drains the queue of messages up to the first key or mouse press and empties the shown log.
-/// A close request among them ends the program.
-void ClearLog();
-
-/// Draws the newest lines into the root window; nothing without a drawable surface.
-void LogText_Update();
-
-/// Sets font and size of the log's text for the window as it is now; nothing without a window.
-void selectLogFont();
-
-/// Closes log and toolkit and ends the process, without a word and without a save.
+/// Closes the log and what shows it and ends the process, without a word and without a save.
 [[noreturn]] void ShutDown();
 
 } // namespace keldrin

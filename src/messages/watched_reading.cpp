@@ -6,8 +6,20 @@
 namespace keldrin {
 
 WatchedReading::WatchedReading(LineReader &reader, std::string_view path)
-    : reader_(reader), name_(fileNameOf(path)), work_({std::string(path), "Reading " + name_}) {
-    watchReading(reader);
+    : reader_(reader), name_(fileNameOf(path)) {
+    if (messageSink().beginWork) {
+        work_ = messageSink().beginWork(std::string(path), "Reading " + name_);
+    }
+    if (work_) {
+        reader.watch([work = work_.get()](std::uintmax_t done, std::uintmax_t total) {
+            return work->step(static_cast<double>(done), static_cast<double>(total));
+        });
+    }
+}
+
+WatchedReading::~WatchedReading() {
+    stopped();
+    reader_.watch({});
 }
 
 bool WatchedReading::stopped() {

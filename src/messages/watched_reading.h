@@ -1,8 +1,9 @@
 #pragma once
 
 #include "base/line_reader.h"
-#include "toolkit/long_work.h"
+#include "messages/message_sink.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,7 @@ class WatchedReading {
     WatchedReading(LineReader &reader, std::string_view path);
     WatchedReading(const WatchedReading &) = delete;
     WatchedReading &operator=(const WatchedReading &) = delete;
-    ~WatchedReading() { stopped(); }
+    ~WatchedReading();
 
     /// True when the user has stopped the reading, which is logged once. To be asked before what
     /// was read is judged.
@@ -25,7 +26,7 @@ class WatchedReading {
   private:
     LineReader &reader_;
     std::string name_;
-    LongWork work_;
+    std::unique_ptr<WatchedWork> work_; ///< null when nobody watches
     bool told_ = false;
 };
 

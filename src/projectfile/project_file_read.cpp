@@ -2,11 +2,11 @@
 
 #include "base/paths.h"
 #include "messages/message_log.h"
+#include "messages/questions.h"
 #include "messages/watched_reading.h"
 #include "projectfile/control_group.h"
 #include "projectfile/replace_files.h"
 #include "projectfile/table_file.h"
-#include "toolkit/toolkit.h"
 
 #include <cmath>
 
@@ -14,11 +14,7 @@ namespace keldrin {
 
 namespace {
 
-bool askForFile(std::string &path) {
-    constexpr int openExisting = 10;
-    return ToolkitFileChooser("KELDRIN data file|*.std|", openExisting, path,
-                              "Open KELDRIN data file.");
-}
+constexpr FileQuestion ProjectQuestion = {"KELDRIN data file|*.std|", "Open KELDRIN data file."};
 
 /// Azimuth from the first sounding to the last, in degrees; 90 when they lie together.
 float trendAzimuth(const SurveyModel &model) {
@@ -86,7 +82,7 @@ int STD_File_Read_Text(SurveyModel &model, LineReader &reader, const std::string
 
 int STD_File_Read(SurveyModel &model, std::string &path) {
     path = existingForm(path);
-    if (!pathExists(path) && !askForFile(path)) {
+    if (!pathExists(path) && !askForFile(ProjectQuestion, path)) {
         model.SoundingCount = 0;
         return 1;
     }

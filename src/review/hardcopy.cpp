@@ -7,6 +7,7 @@
 #include "messages/message_log.h"
 #include "page/hardcopy.h"
 #include "review/sounding_plot.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include "page/hardcopy.h"
 #include "review/hardcopy.h"
 #include "review/sounding_plot.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit.h"

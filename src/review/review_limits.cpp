@@ -1,7 +1,7 @@
 #include "review/review_limits.h"
 
-#include "messages/message_log.h"
 #include "review/review_dialogs.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"

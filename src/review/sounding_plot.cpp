@@ -4,13 +4,13 @@
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "base/version.h"
-#include "messages/message_log.h"
 #include "page/drawing.h"
 #include "page/plot.h"
 #include "page/plot_scale.h"
 #include "review/page_layout.h"
 #include "review/sounding_plot_points.h"
 #include "review/sounding_plot_ticks.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/toolkit.h"
 
 #include <array>

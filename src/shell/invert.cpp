@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "base/paths.h"
 #include "messages/message_log.h"
+#include "screen/graphics_errors.h"
 #include "shell/open_project.h"
 #include "shell/project_copy.h"
 #include "toolkit/child_process.h"

@@ -11,9 +11,13 @@
 #include "review/plan_view.h"
 #include "review/review_loop.h"
 #include "review/review_save.h"
+#include "screen/graphics_errors.h"
+#include "screen/log_view.h"
+#include "screen/screen_messages.h"
 #include "shell/invert.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
+#include "shell/questions_on_screen.h"
 #include "shell/start_file.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/toolkit.h"
@@ -178,6 +182,8 @@ RootSize rootWindowSize(int screenWidth, int screenHeight) {
 
 void runProgram(SurveyModel &model) {
     flushDenormals();
+    showMessagesOnScreen();
+    askQuestionsOnScreen();
     model = SurveyModel{};
     Shell shell{model, {}};
     openRootWindow();

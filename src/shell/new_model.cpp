@@ -19,6 +19,7 @@
 #include "import/z_file.h"
 #include "messages/message_log.h"
 #include "projectfile/project_file.h"
+#include "screen/log_view.h"
 #include "shell/sounding_positions.h"
 #include "shell/watched_survey.h"
 #include "toolkit/toolkit.h"

@@ -1,8 +1,8 @@
 #include "shell/open_project.h"
 
-#include "messages/message_log.h"
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
+#include "screen/log_view.h"
 #include "shell/watched_survey.h"
 
 #include <algorithm>

@@ -2,9 +2,7 @@
 
 #include "base/ascii.h"
 #include "messages/message_log.h"
-#include "toolkit/control_ids.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
-#include "toolkit/toolkit.h"
+#include "messages/questions.h"
 
 #include <algorithm>
 #include <string>
@@ -17,50 +15,6 @@ constexpr int Matched = 0;
 constexpr int NothingToMatch = -1;
 constexpr int Cancelled = 2;
 
-constexpr int ControlLabel = 1061;
-constexpr int ControlText = 1091;
-constexpr int ControlNames = 1092;
-
-/// Fills dialog 106 and shows it. index  in: the first choice; out: the user's
-int askInDialog(std::string_view text, std::string_view label,
-                std::span<const std::string_view> names, int &index) {
-    std::vector<std::string> entries;
-    for (const std::string_view name : names) {
-        entries.emplace_back(trimRight(name));
-    }
-    WDialogLoad(MatchingLabelDialog);
-    CheckGraphicsError("Str_to_iEnumeration_Dialog 1480");
-    if (ToolkitDialogInfo(2) != Dialog::MatchingLabel) {
-        return Cancelled;
-    }
-    WDialogPutString(ControlLabel, "Match this " + std::string(trimBlanks(label)) + " label");
-    WDialogPutString(ControlText, text);
-    CheckGraphicsError("Str_to_iEnumeration_Dialog 1486");
-    WDialogPutMenu(ControlNames, entries, index);
-    CheckGraphicsError("Str_to_iEnumeration_Dialog 1490");
-    WDialogShow(-1, -1, ControlNames, DialogModal);
-    CheckGraphicsError("Str_to_iEnumeration_Dialog 1505");
-    int choice = index;
-    const bool goOn = ToolkitDialogInfo(1) == ButtonContinue;
-    if (goOn && WDialogGetMenu(ControlNames, choice) && choice >= 1 &&
-        choice <= static_cast<int>(names.size())) {
-        index = choice;
-    }
-    WDialogUnload();
-    return goOn ? Matched : Cancelled;
-}
-
-int Str_to_iEnumeration_Dialog(std::string_view text, std::string_view label,
-                               std::span<const std::string_view> names, int &index) {
-    const int dialogBelow = ToolkitDialogInfo(2);
-    const int status = askInDialog(text, label, names, index);
-    if (dialogBelow != 0) {
-        WDialogSelect(dialogBelow);
-    }
-    CheckGraphicsError("Str_to_iEnumeration_Dialog 1508");
-    return status;
-}
-
 void remember(const FixedText<64> &text, int answer) {
     auto &entries = enumerationMemo().entries;
     if (entries.size() >= EnumerationMemo::MostEntries) {
@@ -69,7 +23,7 @@ void remember(const FixedText<64> &text, int answer) {
     entries.push_back({text, answer});
 }
 
-/// Told where the dialog was shown, so once for each word: a batch has nobody who could choose.
+/// Told where the user was asked, so once for each word: a batch has nobody who could choose.
 void warnOfUnknownWord(std::string_view word, std::string_view label,
                        std::span<const std::string_view> names, int choice) {
     const bool chosen = choice >= 1 && choice <= static_cast<int>(names.size());
@@ -122,13 +76,13 @@ int Str_to_iEnumeration(std::string_view text, std::string_view label,
         return Matched;
     }
     int choice = std::clamp(index, 1, std::max(1, static_cast<int>(names.size())));
-    const int status = Str_to_iEnumeration_Dialog(word, label, names, choice);
-    remember(asked, status == Matched ? choice : -choice);
-    if (status == Matched) {
+    const bool matched = askForName({word, trimBlanks(label), names}, choice);
+    remember(asked, matched ? choice : -choice);
+    if (matched) {
         index = choice;
     }
-    warnOfUnknownWord(asked.view(), label, names, status == Matched ? choice : 0);
-    return status;
+    warnOfUnknownWord(asked.view(), label, names, matched ? choice : 0);
+    return matched ? Matched : Cancelled;
 }
 
 } // namespace keldrin

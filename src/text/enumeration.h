@@ -21,10 +21,10 @@ struct EnumerationMemo {
 EnumerationMemo &enumerationMemo();
 
 /// The 1-based index of a word in a fixed enumeration. A word that matches no name is put to the
-/// user once (dialog 106) and the answer is remembered for the rest of the run.
-/// label    name of the value, shown in the dialog
-/// index    in: the dialog's first choice; out: the index, unchanged unless matched
-/// returns  -1 nothing to match (blank or "*"), 0 matched, 2 the user cancelled, now or before
+/// user once (questions.h) and the answer is remembered for the rest of the run.
+/// label    name of the value, for the user
+/// index    in: the first choice; out: the index, unchanged unless matched
+/// returns  -1 nothing to match (blank or "*"), 0 matched, 2 the user chose none, now or before
 int Str_to_iEnumeration(std::string_view text, std::string_view label,
                         std::span<const std::string_view> names, int &index);
 

@@ -66,12 +66,6 @@ bool LongWork::step(double done, double total) {
     return !stopped_;
 }
 
-void watchReading(LineReader &reader) {
-    reader.watch([](std::uintmax_t done, std::uintmax_t total) {
-        return stepWork(static_cast<double>(done), static_cast<double>(total));
-    });
-}
-
 WorkPause::WorkPause() {
     ToolkitState &state = toolkitState();
     if (isShown(state)) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "base/line_reader.h"
 #include "toolkit/backend.h"
 #include "toolkit/dialog_model.h"
 
@@ -29,10 +28,6 @@ class LongWork {
   private:
     bool stopped_ = false;
 };
-
-/// Lets the user of the long work in hand watch a file being read, and stop that; nothing where
-/// there is none.
-void watchReading(LineReader &reader);
 
 /// Takes the shown work away while the program asks the user something, for the length of this
 /// object.

@@ -1,8 +1,9 @@
 #include "messages/message_log.h"
+
+#include "messages/message_sink.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/temporary_directory.h"
-#include "toolkit/toolkit.h"
 
 #include <gmock/gmock.h>
 
@@ -16,7 +17,6 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
 
 class MessageLogTest : public testing::Test {
   protected:
@@ -47,8 +47,6 @@ TEST_F(MessageLogTest, TheFortyNinthLinePushesTheOldestOut) {
     EXPECT_EQ(messageLog().LogLineBuffer.size(), 48U);
     EXPECT_EQ(messageLog().LogLineBuffer.front().view(), "line 2");
     EXPECT_THAT(logText(), HasSubstr("\nline 1\n"));
-    ClearLog();
-    EXPECT_TRUE(messageLog().LogLineBuffer.empty());
 }
 
 TEST_F(MessageLogTest, AMessageIsAnEmptyLineAndAtMostFiveLinesBehindABlank) {
@@ -114,29 +112,37 @@ TEST_F(MessageLogTest, TheRecordCountsWarningsAndKeepsTheFirstError) {
     EXPECT_EQ(messageLog().record.warnings + messageLog().record.errors, 0);
 }
 
-TEST_F(MessageLogTest, AToolkitErrorIsReportedOnceWithItsPlace) {
-    MessageRecorder recorder;
-    ToolkitSetError(13);
-    CheckGraphicsError("Some place 12");
-    CheckGraphicsError();
-    ASSERT_EQ(recorder.errors.size(), 1U);
-    EXPECT_THAT(recorder.errors[0], StartsWith("Graphics ERROR: from Some place 12|"));
-    EXPECT_EQ(messageLog().GraphicsErrorCount, 1);
-}
-
-TEST_F(MessageLogTest, TheTwentyFirstToolkitErrorEndsTheProgram) {
-    const auto fail = [] {
-        for (int i = 0; i < 20; ++i) {
-            ToolkitSetError(13);
-            CheckGraphicsError();
+TEST_F(MessageLogTest, ASinkIsToldEachThingOnce) {
+    struct Installed {
+        Installed() {
+            messageSink().logLine = [this](std::string_view line) {
+                told.push_back("log " + std::string(line));
+            };
+            messageSink().status = [this](std::string_view text) {
+                told.push_back("status " + std::string(text));
+            };
+            messageSink().box = [this](std::span<const MessageLine> lines, bool mustBeSeen) {
+                told.push_back((mustBeSeen ? "must " : "box ") + std::string(lines.front().view()));
+                return goOn;
+            };
+            messageSink().close = [] {
+                return 7;
+            };
         }
-        ReportInfoLine("twenty are survived");
-        ToolkitSetError(13);
-        CheckGraphicsError();
-    };
-    EXPECT_EXIT(fail(), testing::ExitedWithCode(0), "");
-    EXPECT_THAT(logText(), EndsWith("twenty are survived\n"));
-    EXPECT_THAT(errText(), EndsWith("\n  Program run aborted, more than 20 graphics errors.\n"));
+        ~Installed() { messageSink() = MessageSink{}; }
+        std::vector<std::string> told;
+        bool goOn = true;
+    } sink;
+    ReportInfoLine("line");
+    ReportWarning({"only in the file"});
+    ReportError({"error"});
+    ReportNotice(NoticeLevel::Status, {"kept"});
+    ReportNotice(NoticeLevel::Box, {"lost"});
+    EXPECT_THAT(sink.told, ElementsAre("log line", "box error", "log kept", "status kept",
+                                       "log lost", "status lost", "must lost"));
+    sink.goOn = false;
+    EXPECT_EXIT(ReportError({"the user ends it"}), testing::ExitedWithCode(7), "");
+    EXPECT_THAT(errText(), EndsWith(" the user ends it\n")) << "written before the box";
 }
 
 } // namespace

@@ -1,15 +1,13 @@
-#include "page/surfaces/null_surface.h"
-#include "support/message_recorder.h"
 #include "text/enumeration.h"
-#include "toolkit/backend.h"
-#include "toolkit/control_ids.h"
-#include "toolkit/dialog_model.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
+
+#include "messages/questions.h"
+#include "support/message_recorder.h"
 
 #include <gmock/gmock.h>
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace keldrin {
 namespace {
@@ -17,63 +15,28 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A toolkit that answers every blocking dialog in the same way and keeps what it saw.
-class AnsweringBackend : public Backend {
+/// A user who answers every question in the same way, and keeps what was asked.
+class Answers {
   public:
     int choice = 0; ///< entry that the user picks; 0 leaves the first one
-    int button = ButtonContinue;
+    bool goesOn = true;
     std::vector<std::string> asked;
 
-    AnsweringBackend() {
+    Answers() {
         enumerationMemo().entries.clear();
-        ToolkitInit(*this, {"keldrin"});
+        questions().matchingName = [this](const NameQuestion &question, int &index) {
+            asked.push_back(std::string(question.label) + "|" + std::string(question.word) + "|" +
+                            std::to_string(question.names.size()) + ":" + std::to_string(index));
+            index = choice > 0 ? choice : index;
+            return goesOn;
+        };
     }
-    ~AnsweringBackend() override {
-        ToolkitClose();
+    Answers(const Answers &) = delete;
+    Answers &operator=(const Answers &) = delete;
+    ~Answers() {
+        questions() = Questions{};
         enumerationMemo().entries.clear();
     }
-
-    int runModal(DialogModel &dialog) override {
-        ControlState &list = *findControl(dialog, 1092);
-        asked.push_back(std::to_string(dialog.number) + "|" + findControl(dialog, 1061)->label +
-                        "|" + shownValue(*findControl(dialog, 1091)) + "|" +
-                        std::to_string(list.entries.size()) + ":" + shownValue(list));
-        if (choice > 0) {
-            chooseEntry(list, choice);
-        }
-        return button;
-    }
-
-    void start() override {}
-    int stop() override { return 0; }
-    PixelSize screenSize() override { return {1000, 800}; }
-    void openRoot(const RootSpec & /*spec*/) override {}
-    PixelRect rootRect() override { return {}; }
-    void setTitle(std::string_view /*title*/) override {}
-    void setMenu(int /*command*/, bool /*on*/) override {}
-    void serveMenu(bool /*on*/) override {}
-    Surface &screen() override { return surface_; }
-    bool hasSurface() override { return false; }
-    void flush() override {}
-    RawEvent wait() override { return {}; }
-    bool peek(RawEvent & /*event*/) override { return false; }
-    void loadDialog(DialogModel & /*dialog*/) override {}
-    void showDialog(DialogModel & /*dialog*/, DialogPlacement /*placement*/) override {}
-    void hideDialog(DialogModel & /*dialog*/) override {}
-    void unloadDialog(DialogModel & /*dialog*/) override {}
-    void refresh(DialogModel & /*dialog*/, int /*id*/) override {}
-    std::optional<std::string> chooseFile(const FileRequest & /*request*/) override { return {}; }
-    BoxResult messageBox(const BoxRequest & /*request*/) override { return {}; }
-    RunResult run(const std::vector<std::string> & /*command*/,
-                  const ChildWatch & /*watch*/) override {
-        return {};
-    }
-    RubberEnd rubberBand(double /*pageX*/, double /*pageY*/) override { return {}; }
-    std::unique_ptr<Surface> printer(PrinterPage & /*page*/) override { return nullptr; }
-    void trace(std::string_view /*kind*/, std::string_view /*text*/) override {}
-
-  private:
-    NullSurface surface_;
 };
 
 constexpr std::array<std::string_view, 3> Units = {"UV/A  ", "NV/AM2", "NT/SEC"};
@@ -81,7 +44,7 @@ constexpr std::array<std::string_view, 4> Components = {"EX", "HX", "HXY", "   "
 constexpr std::array<std::string_view, 2> Arrays = {"LOOP", "COIN"};
 
 TEST(Enumeration, MatchesWithoutAsking) {
-    AnsweringBackend user;
+    Answers user;
     const std::pair<const char *, int> cases[] = {
         {"uv/a", 1}, {" nT/sec ", 3}, {"in nV/Am2 units", 2}};
     for (const auto &[text, expected] : cases) {
@@ -99,7 +62,7 @@ TEST(Enumeration, MatchesWithoutAsking) {
 }
 
 TEST(Enumeration, EqualNamesComeBeforeContainedOnesAndABlankNameCatchesTheRest) {
-    AnsweringBackend user;
+    Answers user;
     const std::pair<const char *, int> cases[] = {
         {"hxy", 3}, {"hxyz", 2}, {"anything", 4}, {"rex", 1}};
     for (const auto &[text, expected] : cases) {
@@ -111,15 +74,13 @@ TEST(Enumeration, EqualNamesComeBeforeContainedOnesAndABlankNameCatchesTheRest) 
 }
 
 TEST(Enumeration, AnAnswerCountsForEveryEnumerationInTheRun) {
-    AnsweringBackend user;
+    Answers user;
     user.choice = 3;
-    WDialogLoad(ConfigurationDialog);
     int index = 7;
     EXPECT_EQ(Str_to_iEnumeration(" volts", " Unit.TEM ", Units, index), 0);
     EXPECT_EQ(index, 3);
-    // the entry before the choice is `index`, held to the list
-    EXPECT_THAT(user.asked, ElementsAre("106|Match this Unit.TEM label|VOLTS|3:NT/SEC"));
-    EXPECT_EQ(ToolkitDialogInfo(2), Dialog::Configuration);
+    // the first choice is `index`, limited to the list
+    EXPECT_THAT(user.asked, ElementsAre("Unit.TEM|VOLTS|3:3"));
     // also where the number means nothing
     EXPECT_EQ(Str_to_iEnumeration("Volts", "Survey.Array", Arrays, index), 0);
     EXPECT_EQ(index, 3);
@@ -127,9 +88,9 @@ TEST(Enumeration, AnAnswerCountsForEveryEnumerationInTheRun) {
 }
 
 TEST(Enumeration, ACancelledWordIsNeverAskedAgain) {
-    AnsweringBackend user;
+    Answers user;
     user.choice = 2;
-    user.button = ButtonCancel;
+    user.goesOn = false;
     int index = 0;
     EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 2);
     EXPECT_EQ(Str_to_iEnumeration("VOLTS", "Unit.TEM", Units, index), 2);
@@ -138,8 +99,20 @@ TEST(Enumeration, ACancelledWordIsNeverAskedAgain) {
     EXPECT_EQ(enumerationMemo().entries.front().answer, -1);
 }
 
+TEST(Enumeration, WithoutAUserAWordStandsForNothingAndAWarningSaysSo) {
+    const Answers restoring;
+    questions() = Questions{};
+    MessageRecorder recorder;
+    int index = 2;
+    EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 2);
+    EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 2);
+    EXPECT_EQ(index, 2);
+    EXPECT_THAT(recorder.warnings, ElementsAre("WARNING: Unit.TEM = VOLTS matches no known "
+                                               "name|It is not used."));
+}
+
 TEST(Enumeration, TheMemoDropsItsOldestWord) {
-    AnsweringBackend user;
+    Answers user;
     int index = 0;
     for (int i = 0; i <= 32; ++i) {
         Str_to_iEnumeration("word" + std::to_string(i), "Unit.TEM", Units, index);

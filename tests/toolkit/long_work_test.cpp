@@ -1,7 +1,5 @@
 #include "toolkit/long_work.h"
 
-#include "support/files.h"
-#include "support/temporary_directory.h"
 #include "support/work_backend.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/sample_dialogs.h"
@@ -9,7 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <chrono>
 #include <string>
 
@@ -113,39 +110,6 @@ TEST_F(LongWorks, ACloseRequestIsRememberedForTheNextWait) {
     ToolkitNextEvent(event);
     EXPECT_EQ(event.type, EventClose);
     EXPECT_EQ(event.window, 0);
-}
-
-TEST_F(LongWorks, FilesAreWatchedPieceByPiece) {
-    const TemporaryDirectory directory;
-    std::string text;
-    for (int i = 0; i < 100000; ++i) {
-        text += "line " + std::to_string(i) + "\n";
-    }
-    const std::string path = directory.path("big.txt");
-    putFile(path, text);
-    const auto linesRead = [&path] {
-        LineReader reader(80);
-        EXPECT_TRUE(reader.open(path));
-        watchReading(reader);
-        std::string_view line;
-        int lines = 0;
-        while (reader.next(line) == LineStatus::Line) {
-            ++lines;
-        }
-        EXPECT_EQ(reader.next(line), LineStatus::End);
-        EXPECT_EQ(reader.stopped(), lines < 100000);
-        return lines;
-    };
-    EXPECT_EQ(linesRead(), 100000) << "without anybody who watches";
-    EXPECT_THAT(backend.fractions, SizeIs(0));
-    LongWork work({"words"});
-    EXPECT_EQ(linesRead(), 100000);
-    EXPECT_GT(backend.fractions.size(), 2U);
-    EXPECT_EQ(backend.fractions.back(), 1.0);
-    EXPECT_TRUE(std::is_sorted(backend.fractions.begin(), backend.fractions.end()));
-    backend.stopAtStep(static_cast<int>(backend.fractions.size()) + 2);
-    EXPECT_LT(linesRead(), 100000);
-    EXPECT_LT(linesRead(), 100000) << "stopped is stopped, for the next file too";
 }
 
 TEST(WorkDialogs, HoldWordsABarAndTheButtonThatStops) {

@@ -3,9 +3,9 @@
 #include "import/amira/times.h"
 #include "import/window_tables.h"
 #include "messages/message_log.h"
+#include "messages/questions.h"
 #include "messages/watched_reading.h"
 #include "projectfile/table_file.h"
-#include "toolkit/toolkit.h"
 
 #include <algorithm>
 #include <cmath>
@@ -43,8 +43,8 @@ int readChannelTimes(const std::string &fileName, AmiraRecord &record) {
             return 0;
         }
         const std::string expected = path;
-        if (!ToolkitFileChooser("AMIRA TEM channel time files|*.chn|", 10, path,
-                                "Open file holding channel time.")) {
+        if (!askForFile({"AMIRA TEM channel time files|*.chn|", "Open file holding channel time."},
+                        path)) {
             ReportWarning({"WARNING: Could not find channel file " + expected});
             return StopsFile;
         }

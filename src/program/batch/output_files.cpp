@@ -3,6 +3,8 @@
 #include "base/denormals.h"
 #include "base/paths.h"
 #include "program/batch/command.h"
+#include "screen/screen_messages.h"
+#include "shell/questions_on_screen.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -50,6 +52,8 @@ int runOverFiles(std::string_view program, AnsweringBackend &backend,
         return ExitFailed;
     }
     flushDenormals();
+    showMessagesOnScreen(); // of a toolkit that answers everything by its default
+    askQuestionsOnScreen();
     ToolkitInit(backend, {std::string(program.substr(0, program.find(' ')))});
     bool good = true;
     for (std::size_t i = 0; i < files.size(); ++i) {

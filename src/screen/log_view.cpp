@@ -1,5 +1,8 @@
+#include "screen/log_view.h"
+
 #include "messages/message_log.h"
 #include "page/drawing.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/toolkit.h"
 
 #include <cmath>

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string_view>
+
+namespace keldrin {
+
+/// Reads and clears the toolkit's error state; a state other than 0 is reported as an error, and
+/// the 21st ends the program.
+/// tag  the place in the program, or empty
+void CheckGraphicsError(std::string_view tag = {});
+
+} // namespace keldrin

@@ -1,0 +1,55 @@
+#include "screen/screen_messages.h"
+
+#include "base/fixed_text.h"
+#include "messages/message_sink.h"
+#include "screen/log_view.h"
+#include "toolkit/long_work.h"
+#include "toolkit/toolkit.h"
+
+namespace keldrin {
+
+namespace {
+
+void showLogLine(std::string_view line) {
+    ToolkitTrace("info", trimRight(line));
+    LogText_Update();
+}
+
+bool showBox(std::span<const MessageLine> lines, bool mustBeSeen) {
+    std::string text;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        text.append(i == 0 ? "" : "\r").append(lines[i].view());
+    }
+    constexpr int okAndCancel = 1;
+    constexpr int errorIcon = 2;
+    constexpr int okIsDefault = 1;
+    const BoxDuty duty = mustBeSeen ? BoxDuty::AlwaysShown : BoxDuty::MayBeQuieted;
+    return WMessageBox(okAndCancel, errorIcon, okIsDefault, text, "ERROR", duty) != 0;
+}
+
+void showNotice(std::string_view text) {
+    ToolkitStatus(StatusPart::Notice, text);
+}
+
+class WorkOnScreen : public WatchedWork {
+  public:
+    WorkOnScreen(const std::string &words, const std::string &caption)
+        : work_({words, caption}) {}
+    bool step(double done, double total) override { return work_.step(done, total); }
+
+  private:
+    LongWork work_;
+};
+
+std::unique_ptr<WatchedWork> beginWorkOnScreen(const std::string &words,
+                                               const std::string &caption) {
+    return std::make_unique<WorkOnScreen>(words, caption);
+}
+
+} // namespace
+
+void showMessagesOnScreen() {
+    messageSink() = {showLogLine, showBox, showNotice, beginWorkOnScreen, ToolkitClose};
+}
+
+} // namespace keldrin
