@@ -65,7 +65,6 @@ TEST_F(ScreenTest, ClearingTheLogForgetsItsLines) {
 }
 
 TEST_F(ScreenTest, FilesAreWatchedPieceByPiece) {
-    const TemporaryDirectory directory;
     std::string text;
     for (int i = 0; i < 100000; ++i) {
         text += "line " + std::to_string(i) + "\n";

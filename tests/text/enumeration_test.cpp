@@ -27,7 +27,7 @@ class Answers {
         questions().matchingName = [this](const NameQuestion &question, int &index) {
             asked.push_back(std::string(question.label) + "|" + std::string(question.word) + "|" +
                             std::to_string(question.names.size()) + ":" + std::to_string(index));
-            index = choice > 0 ? choice : index;
+            index = goesOn && choice > 0 ? choice : index;
             return goesOn;
         };
     }
