@@ -3,8 +3,9 @@
 #include "conditioning/auto_skip_dialog.h"
 #include "conditioning/unread_fields.h"
 #include "messages/message_log.h"
-#include "projectfile/control_table.h"
 #include "page/drawing.h"
+#include "projectfile/control_table.h"
+#include "screen/graphics_errors.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

@@ -33,8 +33,7 @@ void showNotice(std::string_view text) {
 
 class WorkOnScreen : public WatchedWork {
   public:
-    WorkOnScreen(const std::string &words, const std::string &caption)
-        : work_({words, caption}) {}
+    WorkOnScreen(const std::string &words, const std::string &caption) : work_({words, caption}) {}
     bool step(double done, double total) override { return work_.step(done, total); }
 
   private:

@@ -15,10 +15,9 @@ struct Subcommand {
     int (*run)(keldrin::CommandWords);
 };
 
-constexpr std::array Subcommands = {Subcommand{"build", keldrin::buildCommand},
-                                    Subcommand{"invert", keldrin::invertCommand},
-                                    Subcommand{"plot", keldrin::plotCommand},
-                                    Subcommand{"play", keldrin::playCommand}};
+constexpr std::array Subcommands = {
+    Subcommand{"build", keldrin::buildCommand}, Subcommand{"invert", keldrin::invertCommand},
+    Subcommand{"plot", keldrin::plotCommand}, Subcommand{"play", keldrin::playCommand}};
 
 } // namespace
 
