@@ -2,10 +2,10 @@
 
 #include "base/paths.h"
 #include "base/temporary_names.h"
-#include "program/batch/output_files.h"
-#include "program/batch/run_names.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
+#include "program/batch/output_files.h"
+#include "program/batch/run_names.h"
 #include "projectfile/project_file.h"
 #include "projectfile/replace_files.h"
 #include "shell/new_model.h"
