@@ -256,9 +256,9 @@ std::string faultOf(const std::string &text, const SurveyModel &model,
     reader.openText(text);
     SurveyModel again;
     DataTableLines linesAgain;
-    const std::string fault = "with the calculated values in it the table would not be read as "
-                              "before; is a row longer than " +
-                              std::to_string(MostTableLine) + " bytes?";
+    std::string fault = "with the calculated values in it the table would not be read as "
+                        "before; is a row longer than " +
+                        std::to_string(MostTableLine) + " bytes?";
     if (STD_File_Read_Text(again, reader, path, linesAgain) != 0 ||
         again.SoundingCount != model.SoundingCount) {
         return fault;
