@@ -33,7 +33,7 @@ std::string makeProject(bool withResistivities) {
     if (withResistivities) {
         ARes_Survey(model);
     }
-    const std::string path = bench::scratchPath("open.std");
+    std::string path = bench::scratchPath("open.std");
     static_cast<void>(STD_File_Write(model, path));
     std::filesystem::remove(data);
     return path;
