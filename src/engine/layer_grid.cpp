@@ -103,7 +103,7 @@ std::optional<DepthRange> depthRange(const ControlValues &control, const Soundin
     return range;
 }
 
-std::vector<double> layerGrid(std::vector<DepthRange> ranges, int atLeast) {
+std::vector<double> layerGrid(std::span<const DepthRange> ranges, int atLeast) {
     constexpr double perDecade = 12.0;
     constexpr int fewest = 12;
     double top = 5.0;
@@ -115,7 +115,7 @@ std::vector<double> layerGrid(std::vector<DepthRange> ranges, int atLeast) {
             first.push_back(range.first);
             last.push_back(range.last);
         }
-        top = std::max(0.25 * quantile(first, 0.25), 5.0 * ThinnestLayer);
+        top = std::clamp(0.25 * quantile(first, 0.25), 5.0 * ThinnestLayer, 0.25 * DeepestGrid);
         bottom = std::clamp(quantile(last, 0.75), 4.0 * top, DeepestGrid);
     }
     const int byDepth = static_cast<int>(std::ceil(perDecade * std::log10(bottom / top)));

@@ -4,6 +4,7 @@
 #include "model/survey_model.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace keldrin {
@@ -25,7 +26,7 @@ std::optional<DepthRange> depthRange(const ControlValues &control, const Soundin
 /// upper quartile of the last ones. Each layer is thicker than the one above by one factor. The
 /// number of layers is the largest of `atLeast`, 12, and 12 a decade of depth, at most 48.
 /// Without any range the grid runs from 5 m to 500 m.
-std::vector<double> layerGrid(std::vector<DepthRange> ranges, int atLeast);
+std::vector<double> layerGrid(std::span<const DepthRange> ranges, int atLeast);
 
 /// Background of the control block: Res0Layer and Res0Error over the layers of Thk0Layer, averaged
 /// in logarithm over each layer of the grid. The last layer of either reaches down without end.

@@ -72,17 +72,19 @@ TEST(Smoothness, LinksJoinEqualLayersByDistance) {
 }
 
 TEST(LayerGrid, GrowsByOneFactorFromAQuarterOfTheFirstDepthToTheLast) {
-    const std::vector<double> grid =
-        layerGrid({{20, 300}, {24, 400}, {16, 200}, {16, 400}, {12, 500}}, 8);
+    const std::vector<double> grid = layerGrid(
+        std::vector<DepthRange>{{20, 300}, {24, 400}, {16, 200}, {16, 400}, {12, 500}}, 8);
     EXPECT_EQ(grid.size(), 24U) << "12 a decade from 4 to 400 m";
     EXPECT_NEAR(std::accumulate(grid.begin(), grid.end(), 0.0), 400.0, 1e-6);
     EXPECT_NEAR(grid[0], 0.8, 1e-9);
     EXPECT_NEAR(grid[1] / grid[0], grid[23] / grid[22], 1e-9);
-    EXPECT_EQ(layerGrid({{20, 30}}, 30).size(), 30U) << "as many as asked for";
+    EXPECT_EQ(layerGrid(std::vector<DepthRange>{{20, 30}}, 30).size(), 30U)
+        << "as many as asked for";
     EXPECT_NEAR(std::accumulate(grid.begin(), grid.end(), 0.0), 400.0, 1e-6);
-    EXPECT_EQ(layerGrid({{1e-9, 1e9}}, 2).size(), 48U);
-    EXPECT_GE(layerGrid({{1e-9, 1e9}}, 2).front(), 0.1 - 1e-9) << "what a model file can hold";
-    EXPECT_EQ(layerGrid({}, 2).size(), 24U) << "without data";
+    EXPECT_EQ(layerGrid(std::vector<DepthRange>{{1e-9, 1e9}}, 2).size(), 48U);
+    EXPECT_GE(layerGrid(std::vector<DepthRange>{{1e-9, 1e9}}, 2).front(), 0.1 - 1e-9)
+        << "what a model file can hold";
+    EXPECT_EQ(layerGrid(std::vector<DepthRange>{}, 2).size(), 24U) << "without data";
 }
 
 TEST(LayerGrid, BackgroundOfTheControlBlockIsAveragedInLogarithm) {

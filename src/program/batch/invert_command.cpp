@@ -77,7 +77,7 @@ int threadsOfEach(const InvertRequest &request) {
 }
 
 InvertOutcome invertOne(const std::string &project, int threads) {
-    constexpr std::string_view mark = "median misfit";
+    static constexpr std::string_view mark = "median misfit";
     InvertOutcome outcome;
     ChildWatch watch;
     watch.line = [&outcome](std::string_view line) {
