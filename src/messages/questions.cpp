@@ -13,12 +13,12 @@ bool askForFile(const FileQuestion &question, std::string &path) {
     if (questions().existingFile) {
         return questions().existingFile(question, path);
     }
-    ReportInfoLine("There is no file " + path + "; the program goes on without it.");
+    ReportInfoLine("There is no file " + path + ".");
     return false;
 }
 
 bool askForName(const NameQuestion &question, int &index) {
-    return questions().matchingName && questions().matchingName(question, index);
+    return !questions().matchingName || questions().matchingName(question, index);
 }
 
 } // namespace keldrin

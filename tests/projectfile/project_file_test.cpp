@@ -208,9 +208,9 @@ TEST_F(ProjectFile, LineEndsAndMarksOfOtherSystems) {
 TEST_F(ProjectFile, FilesThatCannotBeReadLoseTheProject) {
     model = fullModel();
     path = directory.path("missing.std");
-    EXPECT_EQ(STD_File_Read(model, path), 1) << "the chooser is declined without a toolkit";
+    EXPECT_EQ(STD_File_Read(model, path), 1) << "nobody is there to choose another";
     EXPECT_EQ(model.SoundingCount, 0);
-    EXPECT_THAT(messages.infos, IsEmpty());
+    EXPECT_THAT(messages.infos, ElementsAre("There is no file " + path + "."));
     model.SoundingCount = 2;
     path = directory.path();
     EXPECT_EQ(STD_File_Read(model, path), 1);

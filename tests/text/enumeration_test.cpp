@@ -99,16 +99,16 @@ TEST(Enumeration, ACancelledWordIsNeverAskedAgain) {
     EXPECT_EQ(enumerationMemo().entries.front().answer, -1);
 }
 
-TEST(Enumeration, WithoutAUserAWordStandsForNothingAndAWarningSaysSo) {
+TEST(Enumeration, WithoutAUserTheFirstChoiceIsTakenAndAWarningSaysSo) {
     const Answers restoring;
     questions() = Questions{};
     MessageRecorder recorder;
     int index = 2;
-    EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 2);
-    EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 2);
+    EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 0);
+    EXPECT_EQ(Str_to_iEnumeration("volts", "Unit.TEM", Units, index), 0);
     EXPECT_EQ(index, 2);
     EXPECT_THAT(recorder.warnings, ElementsAre("WARNING: Unit.TEM = VOLTS matches no known "
-                                               "name|It is not used."));
+                                               "name|It is taken as NV/AM2"));
 }
 
 TEST(Enumeration, TheMemoDropsItsOldestWord) {
