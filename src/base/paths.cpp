@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace keldrin {
 
@@ -23,6 +24,36 @@ std::size_t extensionStart(std::string_view path) {
     const std::size_t start = nameStart(path);
     const std::size_t point = path.rfind('.');
     return point == std::string_view::npos || point <= start ? path.size() : point;
+}
+
+// Elements that name no directory of their own mean the working directory, where anybody may have
+// put anything.
+std::vector<std::string> searchedDirectories(std::string_view searchPath) {
+#ifdef _WIN32
+    constexpr char listSeparator = ';';
+#else
+    constexpr char listSeparator = ':';
+#endif
+    std::vector<std::string> directories;
+    std::size_t start = 0;
+    while (start <= searchPath.size()) {
+        const std::size_t end = std::min(searchPath.find(listSeparator, start), searchPath.size());
+        const std::string_view element = searchPath.substr(start, end - start);
+        if (fs::path(element).is_absolute()) {
+            directories.emplace_back(element);
+        }
+        start = end + 1;
+    }
+    return directories;
+}
+
+bool isExecutable(const std::string &path) {
+    constexpr fs::perms executable =
+        fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return !error && fs::is_regular_file(status) &&
+           (status.permissions() & executable) != fs::perms::none;
 }
 
 } // namespace
@@ -112,29 +143,19 @@ std::string workingDirectory() {
 std::optional<std::string> findProgram(std::string_view name, std::string_view searchPath,
                                        std::string_view programDirectory) {
 #ifdef _WIN32
-    constexpr char listSeparator = ';';
     const std::string file = std::string(name) + ".exe";
 #else
-    constexpr char listSeparator = ':';
     const std::string file(name);
 #endif
-    std::string places(searchPath);
-    places += listSeparator;
-    places += programDirectory;
-    std::size_t start = 0;
-    while (start <= places.size()) {
-        const std::size_t end = std::min(places.find(listSeparator, start), places.size());
-        const std::string directory = places.substr(start, end - start);
-        const std::string candidate = joinPath(directory.empty() ? "." : directory, file);
-        std::error_code error;
-        const fs::file_status status = fs::status(candidate, error);
-        constexpr fs::perms executable =
-            fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
-        if (!error && fs::is_regular_file(status) &&
-            (status.permissions() & executable) != fs::perms::none) {
+    std::vector<std::string> places = searchedDirectories(searchPath);
+    if (!programDirectory.empty()) {
+        places.emplace_back(programDirectory);
+    }
+    for (const std::string &directory : places) {
+        std::string candidate = joinPath(directory, file);
+        if (isExecutable(candidate)) {
             return candidate;
         }
-        start = end + 1;
     }
     return std::nullopt;
 }

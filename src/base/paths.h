@@ -51,7 +51,9 @@ std::string sideFilePath(std::string_view path, std::string_view extension);
 /// The working directory, without a separator at its end.
 std::string workingDirectory();
 
-/// Finds a program on the search path, then in `programDirectory`; empty when it is in neither.
+/// Finds a program on the search path, then in `programDirectory` unless that is blank; empty when
+/// it is in neither. Elements of the search path that are not absolute are passed over, so a
+/// program is never looked for in the working directory.
 std::optional<std::string> findProgram(std::string_view name, std::string_view searchPath,
                                        std::string_view programDirectory);
 

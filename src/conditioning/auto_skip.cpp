@@ -70,6 +70,12 @@ int largestWindowCount(const SurveyModel &model) {
     return largest;
 }
 
+void inOrder(AutoSkipSettings &settings) {
+    if (settings.firstWindow > settings.lastWindow) {
+        std::swap(settings.firstWindow, settings.lastWindow);
+    }
+}
+
 void clearRootWindow() {
     ToolkitClearPage();
     ToolkitPageKind("blank");
@@ -89,9 +95,7 @@ AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &setting
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff) {
     CheckGraphicsError();
     AutoSkipSettings shown = settings; // what the limits change becomes a setting at Continue only
-    if (shown.firstWindow > shown.lastWindow) {
-        std::swap(shown.firstWindow, shown.lastWindow);
-    }
+    inOrder(shown);
     shown.firstWindow = std::max(std::min(shown.firstWindow, maxWindows), 1);
     shown.lastWindow = std::max(std::min(shown.lastWindow, maxWindows), 1);
     constexpr ForcedRange range = control_ranges::SkipCutoff;
@@ -104,6 +108,7 @@ int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff
     }
     reportUnreadFields(answer.unread);
     settings = answers.settings;
+    inOrder(settings);
     DataCutoff = answers.cutoff;
     return 0;
 }

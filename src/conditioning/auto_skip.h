@@ -22,7 +22,8 @@ struct AutoSkipSettings {
 /// returns  0 done, 1 no soundings (reported) or cancelled
 int AutoSkip(SurveyModel &model, AutoSkipSettings &settings);
 
-/// Lets the user change the settings and the cut-off.
+/// Lets the user change the settings and the cut-off. A first window above the last is swapped with
+/// it, when the dialog opens and when it is confirmed.
 /// maxWindows  largest window count of all soundings
 /// returns     0, or 1 on Cancel with nothing changed
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff);

@@ -6,8 +6,6 @@
 #include "conditioning/transmitter_choice.h"
 #include "messages/message_log.h"
 #include "projectfile/control_block.h"
-#include "projectfile/model_file.h"
-#include "projectfile/project_file.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_specs/dialog_specs.h"
@@ -348,22 +346,11 @@ void followWaveform(ControlValues &control, const ControlValues &before) {
     }
 }
 
-// A project that got another name takes its models along; a change of case alone is none.
-void writeRenamedModel(SurveyModel &model, std::string_view oldPath, const std::string &path) {
-    const bool hasModel = model.SoundingCount > 0 && model.hTrn[0].NumLayer > 0;
-    if (hasModel && !sameIgnoringCase(oldPath, path)) {
-        static_cast<void>(M1D_File_Write(model, modelPathOf(path))); // a failure is reported
-    }
-}
-
 } // namespace
 
-int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
+int EditSurveyConfiguration(SurveyModel &model, std::string &path, const WriteConfigured &write) {
     const ControlValues before = model.control;
-    const std::string pathBefore = path;
     ProjectName name = nameOfProject(path);
-    path = name.path();
-    const std::string oldPath = path;
     bringIntoRange(model);
     WDialogLoad(ConfigurationDialog);
     ToolkitDialogOption(10, 1);
@@ -376,12 +363,11 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path) {
     if (button == ButtonContinue) {
         readFields(model.control, name);
         followWaveform(model.control, before);
-        path = name.path();
-        static_cast<void>(STD_File_Write(model, path)); // a failure has been reported
-        writeRenamedModel(model, oldPath, path);
+        if (write(before, name.path())) {
+            path = name.path();
+        }
     } else if (button == ButtonCancel) {
         model.control = before;
-        path = pathBefore;
         status = 1;
     } else {
         status = 3;

@@ -69,6 +69,17 @@ void observe(MessageKind kind, std::span<const MessageLine> lines) {
     }
 }
 
+// For the list that the user may ask for; of a very long run the oldest lines are dropped.
+void keepForList(std::span<const MessageLine> lines) {
+    std::vector<std::string> &told = messageLog().told;
+    if (told.size() >= MessageLog::MostTold) {
+        told.erase(told.begin(), told.begin() + MessageLog::MostTold / 2);
+    }
+    for (const MessageLine &line : lines) {
+        told.push_back(line.str());
+    }
+}
+
 std::span<const MessageLine> atMostFive(std::span<const MessageLine> lines) {
     return lines.first(std::min<std::size_t>(lines.size(), MessageLog::MostLines));
 }
@@ -161,6 +172,7 @@ int OpenLogFiles(std::string_view name) {
     log.logPath = base + ".log";
     log.errorPath = base + ".err";
     log.record = {};
+    log.told.clear();
     const int logStatus = deleteIfPresent(log.logPath);
     return logStatus != 0 ? logStatus : deleteIfPresent(log.errorPath);
 }
@@ -168,6 +180,7 @@ int OpenLogFiles(std::string_view name) {
 void ReportInfoLine(std::string_view text) {
     const MessageLine line = text;
     observe(MessageKind::Info, {&line, 1});
+    keepForList({&line, 1});
     appendToLog(text);
     std::vector<MessageLine> &buffer = messageLog().LogLineBuffer;
     if (buffer.size() >= MessageLog::BufferLines) {
@@ -181,6 +194,7 @@ void ReportInfoLine(std::string_view text) {
 
 void ReportWarning(std::span<const MessageLine> lines) {
     observe(MessageKind::Warning, lines);
+    keepForList(atMostFive(lines));
     const int count = ++messageLog().record.warnings;
     if (count < MessageLog::MostWarnings) {
         appendToErrorFile(atMostFive(lines), true);
@@ -197,6 +211,7 @@ void ReportWarning(std::initializer_list<MessageLine> lines) {
 
 void ReportError(std::span<const MessageLine> lines) {
     observe(MessageKind::Error, lines);
+    keepForList(atMostFive(lines));
     countError(lines);
     appendToErrorFile(atMostFive(lines), true);
     if (messageLog().quiet) {

@@ -42,9 +42,11 @@ struct MessageLog {
     static constexpr int BufferLines = 48;
     static constexpr int MostWarnings = 128;
     static constexpr int MostGraphicsErrors = 20;
-    static constexpr int MostLines = 5; ///< lines of one error or warning
+    static constexpr std::size_t MostTold = 10000; ///< lines of log and messages that are kept
+    static constexpr int MostLines = 5;            ///< lines of one error or warning
 
     std::vector<MessageLine> LogLineBuffer; ///< the newest lines, at most 48
+    std::vector<std::string> told;          ///< lines of log and messages of this run, see F2
     std::string logPath;                    ///< full path of the log file
     std::string errorPath;                  ///< full path of the error file
     std::string movedNotice;                ///< first log line when the files lie elsewhere

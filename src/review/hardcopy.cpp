@@ -155,8 +155,18 @@ int Plot_HardcopyOpen(int iPlt, const std::string &path) {
     }
     setOptions(placement);
     IGrHardcopy(path);
-    CheckGraphicsError("Plot_HardcopyOpen");
+    checkHardcopy(std::string(trimBlanks(path)), "Plot_HardcopyOpen");
     return 0;
+}
+
+void checkHardcopy(const std::string &path, std::string_view tag) {
+    const int number = ToolkitErrorState(1);
+    if (number == ErrorOutputFile) {
+        ReportNotice(NoticeLevel::Box,
+                     {"ERROR: The plot file could not be written.", path, ToolkitHardcopyFault()});
+    } else if (number != 0) {
+        ReportGraphicsError(number, tag);
+    }
 }
 
 void tellWhereHardcopyWent(std::string_view path) {
@@ -185,7 +195,7 @@ int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int i
     Plot_Sounding(survey, limits, station, path, date, time);
     IGrHardcopy("S");
     tellWhereHardcopyWent(plotPath);
-    CheckGraphicsError("QCC_Plot_Hardcopy");
+    checkHardcopy(std::string(trimBlanks(plotPath)), "QCC_Plot_Hardcopy");
     return 0;
 }
 

@@ -87,7 +87,7 @@ int Plot_AllSoundings(const SurveyModel &survey, const PlotLimits &limits, std::
     const std::string file(fileNameOf(document));
     ReportInfoLine("");
     if (stations.empty()) {
-        ReportInfoLine("No sounding has data to plot.");
+        ReportNotice(NoticeLevel::Status, {"No sounding has data to plot."});
         return 1;
     }
     ReportInfoLine("Saving plots of " + std::to_string(stations.size()) + " soundings in file " +
@@ -100,11 +100,11 @@ int Plot_AllSoundings(const SurveyModel &survey, const PlotLimits &limits, std::
             return work.step(static_cast<double>(i), static_cast<double>(stations.size()));
         });
     if (!done) {
-        ReportInfoLine("Stopped; no file has been written.");
+        ReportNotice(NoticeLevel::Status, {"Stopped; no file has been written."});
         return 1;
     }
     tellWhereHardcopyWent(document);
-    CheckGraphicsError("Plot_AllSoundings");
+    checkHardcopy(document, "Plot_AllSoundings");
     return 0;
 }
 

@@ -25,7 +25,7 @@ int applyStep(SurveyModel &model, const MarkStep &step, float MarkChange::*value
 
 } // namespace
 
-void recordMarks(MarkHistory &history, int station, const WindowReals &before,
+bool recordMarks(MarkHistory &history, int station, const WindowReals &before,
                  const WindowReals &after) {
     MarkStep step{station, {}};
     for (std::size_t i = 0; i < before.size(); ++i) {
@@ -34,11 +34,12 @@ void recordMarks(MarkHistory &history, int station, const WindowReals &before,
         }
     }
     if (step.changes.empty()) {
-        return;
+        return false;
     }
     history.steps.resize(history.applied);
     history.steps.push_back(std::move(step));
     history.applied = history.steps.size();
+    return true;
 }
 
 int undoMarks(MarkHistory &history, SurveyModel &model) {
@@ -55,6 +56,33 @@ int redoMarks(MarkHistory &history, SurveyModel &model) {
     }
     ++history.applied;
     return applyStep(model, history.steps[history.applied - 1], &MarkChange::after);
+}
+
+void keepUndoneMarks(MarkHistory &history) {
+    const auto applied = static_cast<std::ptrdiff_t>(history.applied);
+    history.steps.erase(history.steps.begin(), history.steps.begin() + applied);
+    history.applied = 0;
+}
+
+void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {
+    std::map<std::pair<int, std::size_t>, float> errors; // as they are behind the steps so far
+    for (MarkStep &step : history.steps) {
+        const bool exists = step.station >= 1 && step.station <= model.SoundingCount;
+        const SoundingRecord *sounding =
+            exists ? &model.hTrn[static_cast<std::size_t>(step.station - 1)] : nullptr;
+        std::erase_if(step.changes, [sounding](const MarkChange &change) {
+            return sounding == nullptr ||
+                   change.window >= static_cast<std::size_t>(std::max(sounding->NumTW, 0));
+        });
+        for (MarkChange &change : step.changes) {
+            const auto key = std::pair(step.station, change.window);
+            float &error = errors.try_emplace(key, sounding->TEMerr[change.window]).first->second;
+            change.before = error;
+            change.after = withSkipMark(error, isSkipped(change.after));
+            error = change.after;
+        }
+    }
+    std::erase_if(history.steps, [](const MarkStep &step) { return step.changes.empty(); });
 }
 
 std::size_t changedMarks(const MarkHistory &history) {

@@ -31,7 +31,8 @@ struct MarkHistory {
 
 /// Adds an action to the history, from the errors of a sounding before and after it. An action that
 /// changed nothing is not kept; any other one drops what was taken back before.
-void recordMarks(MarkHistory &history, int station, const WindowReals &before,
+/// returns  true when it was kept
+bool recordMarks(MarkHistory &history, int station, const WindowReals &before,
                  const WindowReals &after);
 
 /// Take the last action back, or bring again the one taken back last.
@@ -39,6 +40,19 @@ void recordMarks(MarkHistory &history, int station, const WindowReals &before,
 /// returns  ordinal of the sounding that has changed, 0 when there is nothing left
 int undoMarks(MarkHistory &history, SurveyModel &model);
 int redoMarks(MarkHistory &history, SurveyModel &model);
+
+/// Keeps what redoMarks() can still bring, for another entry of the review. Steps that stand in the
+/// model are forgotten.
+void keepUndoneMarks(MarkHistory &history);
+
+/// The marks of the whole history are no longer in the model: it was loaded again.
+inline void countAllAsUndone(MarkHistory &history) {
+    history.applied = 0;
+}
+
+/// Fits a history of undone steps to soundings that were loaded again: the marks are those that
+/// were recorded, the errors those of the model. Changes of windows that are gone are dropped.
+void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model);
 
 /// How many windows are now marked as skipped that were not at the start of the history, or the
 /// other way round.

@@ -1,8 +1,10 @@
 #include "review/review_loop.h"
 
+#include "base/number_text.h"
 #include "base/real.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
+#include "projectfile/table_file.h"
 #include "review/hardcopy.h"
 #include "review/page_layout.h"
 #include "review/plot_document.h"
@@ -19,6 +21,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace keldrin {
 
@@ -38,7 +41,8 @@ struct Review {
     std::string date = {}; ///< of the entry
     std::string time = {};
     MarkHistory history = {};
-    bool changed = false; ///< the project is written on exit
+    bool aimed = false; ///< at a mark, hit or not
+    bool hit = false;   ///< a mark has changed
     bool stays = true;
     bool redraws = true; ///< the page is drawn anew after this event
     int status = 0;
@@ -69,16 +73,31 @@ void leave(Review &review, const ToolkitEvent & /*event*/) {
     review.stays = false;
 }
 
+void forgetChanges(Review &review) {
+    review.aimed = false;
+    review.hit = false;
+}
+
+// The marks are gone, but for Redo at the next entry.
 void cancelChanges(Review &review, const ToolkitEvent &event) {
-    review.changed = false;
+    forgetChanges(review);
+    countAllAsUndone(review.history);
+    const std::string project = review.path;
     const int status = review.reload(review.survey, review.path);
+    if (review.path != project) { // it was gone, and another one was chosen
+        review.history = {};
+    }
+    if (review.survey.SoundingCount < 1) {
+        ReportNotice(NoticeLevel::Box, {"ERROR: The project could not be loaded again.", project,
+                                        "No soundings are loaded; Open tries once more."});
+    }
     review.status = status >= WindowClosed ? status : 0; // a failure has left no soundings
     leave(review, event);
 }
 
 void closeWindow(Review &review, const ToolkitEvent &event) {
     review.status = WindowClosed;
-    review.changed = false;
+    forgetChanges(review);
     leave(review, event);
 }
 
@@ -99,7 +118,7 @@ void editLimits(Review &review, const ToolkitEvent & /*event*/) {
 // The sounding that changes comes on show.
 void showChanged(Review &review, int station) {
     if (station > 0) {
-        review.changed = true;
+        review.hit = true;
         showStation(review, station);
     }
 }
@@ -135,8 +154,9 @@ void markByMouse(Review &review, const ToolkitEvent &event) {
     const WindowReals &errors = review.survey.hTrn[ordinal].TEMerr;
     const WindowReals before = errors;
     changeMarks(review, flag, box);
-    recordMarks(review.history, review.state.ReviewStation, before, errors);
-    review.changed = true; // on purpose also when no point was hit
+    review.hit =
+        recordMarks(review.history, review.state.ReviewStation, before, errors) || review.hit;
+    review.aimed = true; // on purpose also when no point was hit
 }
 
 struct Binding {
@@ -235,9 +255,12 @@ void closeDialog() {
     blankPage();
 }
 
-void settleStation(ReviewState &state, int soundings) {
-    state.ReviewStation =
-        state.ReviewCount == soundings ? limited(state.ReviewStation, 1, soundings) : 1;
+void settleState(ReviewState &state, int soundings) {
+    const bool sameLine = state.ReviewCount == soundings;
+    state.ReviewStation = sameLine ? limited(state.ReviewStation, 1, soundings) : 1;
+    if (!sameLine) {
+        state.undone = {};
+    }
     state.ReviewCount = soundings;
 }
 
@@ -248,9 +271,46 @@ void showUnsavedMarks(const MarkHistory &history) {
     ToolkitStatus(StatusPart::Marks, count > 0 ? windows + " changed, not saved" : "");
 }
 
+// Marks that were undone or cancelled at an earlier entry.
+void offerUndoneMarks(Review &review) {
+    review.history = std::move(review.state.undone);
+    rebaseUndoneMarks(review.history, review.survey);
+    if (const std::size_t steps = review.history.steps.size(); steps > 0) {
+        ToolkitStatus(StatusPart::Notice, "Ctrl+Y brings back " + std::to_string(steps) +
+                                              (steps == 1 ? " change" : " changes") +
+                                              " of skip marks that were not saved.");
+    }
+}
+
+// A miss alone must not cost the soundings of another transmitter.
+void saveMarks(const Review &review) {
+    if (review.hit || (review.aimed && writesEverySounding(review.survey))) {
+        writeMarkedProject(review.survey, review.path);
+    }
+}
+
+// On a Fixed-Loop line soundings of several transmitters may follow one another.
+std::string transmitterText(const ControlValues &control, const SoundingRecord &sounding) {
+    if (control.SurveyTypeIndex != FixedLoop) {
+        return "";
+    }
+    const std::string transmitter = "Transmitter " + messageNumber(sounding.TxStn);
+    return isLeftOut(control, sounding)
+               ? transmitter + ", not part of the project, whose transmitter is " +
+                     messageNumber(control.TxStn)
+               : transmitter;
+}
+
+void showTransmitter(const Review &review) {
+    const auto ordinal = static_cast<std::size_t>(review.state.ReviewStation - 1);
+    ToolkitStatus(StatusPart::Sounding,
+                  transmitterText(review.survey.control, review.survey.hTrn[ordinal]));
+}
+
 void serveReview(Review &review) {
     while (review.stays) {
         showUnsavedMarks(review.history);
+        showTransmitter(review);
         WDialogSelect(Dialog::Review); // another dialog may have been selected since
         WDialogPutTrackbar(StationTrackbar, review.state.ReviewStation);
         ToolkitEvent event;
@@ -290,8 +350,9 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     if (survey.SoundingCount < 1) {
         return 1;
     }
-    settleStation(state, survey.SoundingCount);
+    settleState(state, survey.SoundingCount);
     Review review{survey, state, path, reload};
+    offerUndoneMarks(review);
     Plot_AutoLimits(survey, review.limits, review.date, review.time);
     drawStation(review);
     openDialog(review);
@@ -301,10 +362,11 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     serveReview(review);
     ToolkitPointerText({});
     closeDialog();
-    if (review.changed) {
-        writeMarkedProject(survey, path);
-    }
+    saveMarks(review);
+    keepUndoneMarks(review.history);
+    state.undone = std::move(review.history);
     ToolkitStatus(StatusPart::Marks, "");
+    ToolkitStatus(StatusPart::Sounding, "");
     return review.status;
 }
 

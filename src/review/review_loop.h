@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/survey_model.h"
+#include "review/review_history.h"
 #include "review/review_skip.h"
 #include "toolkit/toolkit.h"
 
@@ -11,8 +12,9 @@ namespace keldrin {
 
 /// What the review keeps between its entries.
 struct ReviewState {
-    int ReviewStation = 1; ///< ordinal of the sounding on show, from 1
-    int ReviewCount = 0;   ///< SoundingCount at the last entry; another one starts at sounding 1
+    int ReviewStation = 1;   ///< ordinal of the sounding on show, from 1
+    int ReviewCount = 0;     ///< SoundingCount at the last entry; another one starts at sounding 1
+    MarkHistory undone = {}; ///< marks that Redo brings back: undone or cancelled in this project
 };
 
 /// Loads the project again from disk; the path may come back changed. Returns the status of opening
@@ -24,8 +26,8 @@ using ReloadProject = std::function<int(SurveyModel &, std::string &)>;
 /// plot limits and plots. Blocks until the user leaves.
 ///
 /// survey   only skip marks change, in the stored errors
-/// path     of the project. Written on exit if a mark was aimed at, hit or not; on Cancel Changes
-///          the project is reloaded instead
+/// path     of the project. Written on exit if a mark was aimed at, and if that missed only where
+///          no sounding is lost to the file; on Cancel Changes the project is reloaded instead
 /// returns  0 done, also when the reload failed (SoundingCount is then 0); 1 without soundings; 3
 ///          or more when the window was closed, nothing being written. Not reported
 int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,

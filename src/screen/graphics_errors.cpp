@@ -8,14 +8,18 @@
 namespace keldrin {
 
 void CheckGraphicsError(std::string_view tag) {
-    const int number = ToolkitErrorState(1);
-    if (number == 0) {
-        return;
+    if (const int number = ToolkitErrorState(1); number != 0) {
+        ReportGraphicsError(number, tag);
     }
+}
+
+void ReportGraphicsError(int number, std::string_view tag) {
     const std::string origin = tag.empty() ? "" : ": from " + std::string(tag);
     ReportError({"Graphics ERROR" + origin, ToolkitErrorText(number)});
     if (++messageLog().GraphicsErrorCount > MessageLog::MostGraphicsErrors) {
         ReportWarning({" Program run aborted, more than 20 graphics errors."});
+        ReportNotice(NoticeLevel::Box, {"The program ends here: more than 20 graphics errors.",
+                                        "What has not been saved is lost."});
         ShutDown();
     }
 }

@@ -1,6 +1,7 @@
 #include "screen/screen_messages.h"
 
 #include "base/fixed_text.h"
+#include "messages/message_log.h"
 #include "messages/message_sink.h"
 #include "screen/log_view.h"
 #include "toolkit/long_work.h"
@@ -49,6 +50,7 @@ std::unique_ptr<WatchedWork> beginWorkOnScreen(const std::string &words,
 
 void showMessagesOnScreen() {
     messageSink() = {showLogLine, showBox, showNotice, beginWorkOnScreen, ToolkitClose};
+    ToolkitMessagesSource([] { return messageLog().told; });
 }
 
 } // namespace keldrin

@@ -14,6 +14,16 @@ namespace keldrin {
 
 namespace {
 
+// Where the system looks for the engine.
+std::string searchedPlaces() {
+    std::string own = programDirectory(ToolkitArgument(0));
+    if (own.size() > 1 && own.back() == separatorOf(own)) {
+        own.pop_back();
+    }
+    return "It was looked for in the directories of PATH" +
+           (own.empty() ? "." : ", then in " + own);
+}
+
 /// Reads the toolkit's error state and reports a run that did not take place.
 void reportFailedRun(const std::string &path) {
     const int state = ToolkitErrorState(1);
@@ -21,12 +31,44 @@ void reportFailedRun(const std::string &path) {
     const std::string words = "OS command \"" + std::string(EngineName) + " " + path + "\"";
     if (state == ErrorCannotRun) {
         if (systemError != 0) { // without a code the system has nothing to say
-            ReportError(
-                {words, "generated an operating-system error = " + std::to_string(systemError)});
+            ReportNotice(NoticeLevel::Box,
+                         {words,
+                          "generated an operating-system error = " + std::to_string(systemError),
+                          searchedPlaces()});
         }
     } else if (state != 0) {
-        ReportError({words, "generated a toolkit error = " + std::to_string(state)});
+        ReportNotice(NoticeLevel::Box,
+                     {words, "generated a toolkit error = " + std::to_string(state)});
     }
+}
+
+// A name that begins with "-" must not be taken for an option.
+std::string asArgument(const std::string &path) {
+    return path.rfind('-', 0) == 0 ? "./" + path : path;
+}
+
+void logEnd(const CommandEnd &end) {
+    const std::string engine(EngineName);
+    if (end.signal != 0) {
+        ReportInfoLine(engine + " was ended by signal " + std::to_string(end.signal) + ".");
+    } else if (end.started) {
+        ReportInfoLine(engine + " ended with exit code " + std::to_string(end.exitCode) + ".");
+    }
+}
+
+// The engine works on the files as they are on the disk.
+bool isReady(const std::string &path) {
+    if (!isProjectPath(path)) { // the engine writes over the file that it is given
+        ReportError({"ERROR: Only *.std files can be inverted.", path,
+                     "Save the project under a name that ends in .std first."});
+        return false;
+    }
+    if (!isRegularFile(path)) {
+        ReportNotice(NoticeLevel::Box, {"ERROR: This project is not on the disk.", path,
+                                        "Nothing was started. Save writes it again."});
+        return false;
+    }
+    return true;
 }
 
 void logEngineLine(std::string_view line) {
@@ -37,18 +79,18 @@ void logEngineLine(std::string_view line) {
 
 int Invert(SurveyModel &model, std::string &path) {
     path.resize(trimRight(path).size());
-    if (!isProjectPath(path)) { // the engine writes over the file that it is given
-        ReportError({"ERROR: Only *.std files can be inverted.", path,
-                     "Save the project under a name that ends in .std first."});
+    if (!isReady(path)) {
         return 0;
     }
     constexpr int waitForItsEnd = 2;
     CheckGraphicsError();
     ProjectCopy copy(path);
-    const bool ended = IOsCommand({EngineName, path}, waitForItsEnd, logEngineLine, &EngineDialog);
+    const CommandEnd end =
+        IOsCommand({EngineName, asArgument(path)}, waitForItsEnd, logEngineLine, &EngineDialog);
     reportFailedRun(path);
-    copy.settle(!ended);
+    copy.settle(end);
     const int status = OpenProject(model, path);
+    logEnd(end); // the log begins anew with the opening
     copy.conclude(status == 0);
     return status;
 }

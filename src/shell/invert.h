@@ -13,8 +13,8 @@ inline constexpr const char *EngineName = "rkeldrin";
 /// it left, whatever happened: nothing of the model survives but what is in the files. What the
 /// engine writes to its console goes to the log. The user may stop it; see ProjectCopy for files
 /// that it did not finish.
-/// An engine that cannot be run is reported; its exit code is not looked at. A path that is no
-/// ".std" is refused with a report, and the model stays.
+/// An engine that cannot be run, that fails or leaves less than it found is reported. A path that
+/// is no ".std", or no file on the disk, is refused with a report, and the model stays.
 /// path     as for OpenProject
 /// returns  status of OpenProject; 0 for a refused path
 int Invert(SurveyModel &model, std::string &path);

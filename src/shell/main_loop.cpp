@@ -4,20 +4,20 @@
 #include "base/paths.h"
 #include "base/version.h"
 #include "conditioning/auto_skip.h"
-#include "conditioning/survey_configuration.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
-#include "projectfile/project_file.h"
 #include "review/plan_view.h"
 #include "review/review_loop.h"
 #include "review/review_save.h"
 #include "screen/graphics_errors.h"
 #include "screen/log_view.h"
 #include "screen/screen_messages.h"
+#include "shell/edit_configuration.h"
 #include "shell/invert.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
 #include "shell/questions_on_screen.h"
+#include "shell/save_project.h"
 #include "shell/start_file.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/toolkit.h"
@@ -53,6 +53,7 @@ void leaveIfClosed(int status) {
 
 void commandNew(Shell &shell) {
     shell.ProjectPath.clear();
+    shell.review.undone = {};
     if (BuildNewModel(shell.model, shell.ProjectPath) != 0) {
         reportAbortedBuild(); // a closed window ends only the dialog here, not the program
     }
@@ -64,6 +65,7 @@ void commandOpen(Shell &shell) {
                             "Open KELDRIN file")) {
         return;
     }
+    shell.review.undone = {};
     leaveIfClosed(OpenProject(shell.model, shell.ProjectPath));
     showProjectTitle(shell);
 }
@@ -75,29 +77,20 @@ void commandInvert(Shell &shell) {
 }
 
 void commandSave(Shell &shell) {
-    std::string chosen = shell.ProjectPath;
-    if (!ToolkitFileChooser("Save std file|*.std|", 11, chosen, "Save KELDRIN *.std file")) {
-        return;
-    }
-    if (!isProjectPath(chosen)) { // nothing else is ever overwritten by a project
-        ReportError({"ERROR: " + std::string(fileNameOf(chosen)) + " is no name of a project.",
-                     "The name of a KELDRIN file ends in .std; nothing has been written."});
-        return;
-    }
-    if (Project_Files_Write(shell.model, chosen).written) {
-        shell.ProjectPath = chosen;
-    }
+    SaveProject(shell.model, shell.ProjectPath);
 }
 
 void commandEdit(Shell &shell) {
-    leaveIfClosed(EditSurveyConfiguration(shell.model, shell.ProjectPath));
+    leaveIfClosed(EditConfiguration(shell.model, shell.ProjectPath));
     showProjectTitle(shell);
 }
 
-// Written after Cancel too, unchanged.
+// Cancel writes nothing; a model without soundings is written, as Save does.
 void commandAutoSkip(Shell &shell) {
-    AutoSkip(shell.model, shell.autoSkip);
-    writeMarkedProject(shell.model, shell.ProjectPath);
+    const bool empty = shell.model.SoundingCount < 1;
+    if (AutoSkip(shell.model, shell.autoSkip) == 0 || empty) {
+        writeMarkedProject(shell.model, shell.ProjectPath);
+    }
 }
 
 void commandReview(Shell &shell) {

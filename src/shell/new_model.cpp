@@ -24,8 +24,10 @@
 #include "shell/watched_survey.h"
 #include "toolkit/toolkit.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace keldrin {
 
@@ -123,11 +125,41 @@ void writeHeaderLines(ControlValues &control, const std::string &displayName) {
     control.Header[3] = "Data from " + displayName;
 }
 
-std::string projectPathFor(const std::string &input, const NewModelOptions &options) {
+std::string projectPathFor(const SurveyModel &model, const std::string &input,
+                           const NewModelOptions &options) {
     const std::string base = options.outputDirectory.empty()
                                  ? std::string(withoutExtension(input))
                                  : joinPath(options.outputDirectory, baseNameOf(input));
-    return base + ".std";
+    const bool otherLine = model.lines.LineCount > 1 && pathExists(base + ".std");
+    return (otherLine ? nameWithLine(base, model.control.LineName.view()) : base) + ".std";
+}
+
+// Names the project and lets the user settle the configuration.
+int configure(SurveyModel &model, std::string &path, WriteOutcome &trial) {
+    return EditSurveyConfiguration(
+        model, path, [&](const ControlValues & /*before*/, const std::string &chosen) {
+            trial = STD_File_Write(model, chosen, WriteKind::Trial);
+            return trial.written;
+        });
+}
+
+// A project that cannot be written stays in memory, and has no path until it is saved. A trial that
+// failed has been told, and is not repeated.
+void writeNewProject(SurveyModel &model, std::string &path, WriteOutcome outcome,
+                     const NewModelOptions &options) {
+    if (outcome.written) {
+        outcome = STD_File_Write(model, path);
+    }
+    if (outcome.written) {
+        ToolkitRecentFile(path);
+    } else {
+        path.clear();
+        ReportNotice(NoticeLevel::Status,
+                     {"The new project is not on the disk; Save writes it elsewhere."});
+    }
+    if (options.outcome != nullptr) {
+        *options.outcome = std::move(outcome);
+    }
 }
 
 // What the field data file and its side files say, as soundings of one line.
@@ -171,15 +203,16 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     settleTxByOffset(model);
     writeHeaderLines(model.control, displayName);
     setDefaultTxWaveform(model.control); // field data files tell ramp and frequency only
-    path = projectPathFor(input, options);
-    status = EditSurveyConfiguration(model, path);
+    path = projectPathFor(model, input, options);
+    WriteOutcome trial;
+    status = configure(model, path, trial);
     if (status != 0) {
         return status;
     }
     positionSoundings(model, stations);
     ApplyDataCutoff(model);
     surveyApparentResistivities(model);
-    static_cast<void>(STD_File_Write(model, path)); // a failure has been reported
+    writeNewProject(model, path, std::move(trial), options);
     return 0;
 }
 
@@ -200,9 +233,18 @@ int BuildNewModel(SurveyModel &model, std::string &path, const NewModelOptions &
     return status;
 }
 
+std::string nameWithLine(std::string_view base, std::string_view lineName) {
+    std::string name(lineName);
+    std::replace_if(
+        name.begin(), name.end(),
+        [](char c) { return std::string_view("/\\:*?\"<>| ").find(c) != std::string_view::npos; },
+        '-');
+    return std::string(base) + "_" + name;
+}
+
 void reportAbortedBuild() {
-    ReportError(
-        {"ERROR: New model build aborted.", "Retry New, Open an existing model or Exit program."});
+    ReportNotice(NoticeLevel::Box, {"ERROR: New model build aborted.",
+                                    "Retry New, Open an existing model or Exit program."});
 }
 
 void showDataTitle(std::string_view displayName) {

@@ -4,6 +4,7 @@
 #include "projectfile/project_file.h"
 #include "screen/log_view.h"
 #include "shell/watched_survey.h"
+#include "toolkit/toolkit.h"
 
 #include <algorithm>
 
@@ -34,6 +35,7 @@ int OpenProject(SurveyModel &model, std::string &path) {
     if (std::any_of(first, first + model.SoundingCount, lacksApparentResistivity)) {
         surveyApparentResistivities(model);
     }
+    ToolkitRecentFile(path);
     return 0;
 }
 

@@ -1,5 +1,6 @@
 #include "shell/project_copy.h"
 
+#include "base/file_operations.h"
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "projectfile/file_content.h"
@@ -9,6 +10,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace keldrin {
 
@@ -52,8 +54,9 @@ ProjectCopy::ProjectCopy(const std::string &projectPath) {
 void ProjectCopy::copyFile(File &file) {
     const WriteOutcome outcome = copyWholeFile(file.path, file.copy);
     if (!outcome.written) {
-        ReportInfoLine("No copy of " + std::string(fileNameOf(file.path)) +
-                       " could be made before the inversion: " + outcome.failure);
+        ReportNotice(NoticeLevel::Status,
+                     {"No copy of " + std::string(fileNameOf(file.path)) +
+                      " could be made before the inversion: " + outcome.failure});
         file.copy.clear();
     }
 }
@@ -72,43 +75,102 @@ void ProjectCopy::putBack(const File &file) {
     }
 }
 
-void ProjectCopy::settle(bool stopped) {
-    stopped_ = stopped;
-    const FileContent project = projectContent(project_.path);
-    const FileContent model = modelContent(model_.path);
-    const bool torn = (project_.before.whole && !project.whole) ||
-                      (model_.before.whole && !model.whole) ||
-                      (project_.before.rows > 0 && project.rows == 0) ||
-                      (model_.before.rows > 0 && model.rows == 0);
-    // An engine that ends by itself may have its reasons to leave fewer rows.
-    const bool cut = stopped && project.rows < project_.before.rows;
-    if (stopped && (torn || cut) && !project_.copy.empty()) {
+bool ProjectCopy::File::isTorn() const {
+    return (before.whole && !now.whole) || (before.rows > 0 && now.rows == 0);
+}
+
+bool ProjectCopy::File::isUnchanged() const {
+    if (copy.empty()) {
+        return !pathExists(path);
+    }
+    std::string left;
+    std::string right;
+    std::string failure;
+    return readWholeFile(path, left, failure) && readWholeFile(copy, right, failure) &&
+           left == right;
+}
+
+void ProjectCopy::settle(const CommandEnd &end) {
+    end_ = end;
+    project_.now = projectContent(project_.path);
+    model_.now = modelContent(model_.path);
+    torn_ = project_.isTorn() || model_.isTorn();
+    less_ = holdsLess(project_.now, project_.before) ||
+            model_.now.soundings < model_.before.soundings; // of layers there may be fewer
+    const bool failed = end.started && !end.succeeded();
+    // The user's stop counts as torn where rows are missing; an engine may have its reasons.
+    if (end.stopped && !project_.copy.empty() &&
+        (torn_ || project_.now.rows < project_.before.rows)) {
         putBack_ = true;
         putBack(project_);
         putBack(model_);
-    } else {
-        keep_ = torn || (stopped && model.rows < model_.before.rows);
+    } else if (torn_ || less_) {
+        keep_ = true;
+    } else if (failed && !end.stopped) {
+        keep_ = !project_.isUnchanged() || !model_.isUnchanged();
     }
 }
 
+void ProjectCopy::tellStop() const {
+    const std::string engine(EngineName);
+    ReportNotice(NoticeLevel::Status,
+                 {putBack_ ? "Inversion stopped while " + engine +
+                                 " was writing; the project is as it was before."
+                           : "Inversion stopped; the project is as " + engine + " left it."});
+}
+
+std::string ProjectCopy::countsText() const {
+    const auto counts = [](const FileContent &project, const FileContent &model) {
+        return std::to_string(project.soundings) + " soundings, " + std::to_string(project.rows) +
+               " windows, " + std::to_string(model.soundings) + " models";
+    };
+    return "Before: " + counts(project_.before, model_.before) +
+           "; now: " + counts(project_.now, model_.now) + ".";
+}
+
+// What the engine did by itself, and where the project is as it was before.
+void ProjectCopy::tellLoss() const {
+    std::vector<MessageLine> lines;
+    const std::string engine(EngineName);
+    if (end_.signal != 0) {
+        lines.emplace_back("ERROR: " + engine + " was ended by signal " +
+                           std::to_string(end_.signal) + ".");
+    } else if (end_.exitCode != 0) {
+        lines.emplace_back("ERROR: " + engine + " ended with exit code " +
+                           std::to_string(end_.exitCode) + ".");
+    } else {
+        lines.emplace_back(
+            "WARNING: " + engine +
+            (torn_ ? " left a file that is not whole." : " left less than it found."));
+    }
+    if (torn_ || less_) {
+        lines.emplace_back(countsText());
+    }
+    if (!keep_) {
+        lines.emplace_back("The project is as it was before.");
+    } else if (!project_.copy.empty()) {
+        lines.emplace_back("The project as it was before the inversion is kept in");
+        lines.emplace_back(project_.copy);
+    }
+    ReportNotice(NoticeLevel::Box, lines);
+}
+
 void ProjectCopy::conclude(bool loaded) {
-    if (stopped_) {
-        const std::string engine(EngineName);
-        ReportInfoLine(putBack_ ? "Inversion stopped while " + engine +
-                                      " was writing; the project is as it was before."
-                                : "Inversion stopped; the project is as " + engine + " left it.");
+    keep_ = keep_ || !loaded;
+    if (end_.stopped) {
+        tellStop();
     }
-    if (project_.copy.empty()) {
-        return;
+    if (keep_ && end_.stopped && !project_.copy.empty()) {
+        ReportNotice(NoticeLevel::Status,
+                     {"The project as it was before the inversion is kept in " +
+                      std::string(fileNameOf(project_.copy))});
+    } else if (end_.started && !end_.stopped && (keep_ || !end_.succeeded())) {
+        tellLoss();
     }
-    if (keep_ || !loaded) {
-        ReportInfoLine("The project as it was before the inversion is kept in");
-        ReportInfoLine(project_.copy);
-        return;
-    }
-    removeQuietly(project_.copy);
-    if (!model_.copy.empty()) {
-        removeQuietly(model_.copy);
+    for (const File *file : {&project_, &model_}) {
+        if (!keep_ && !file->copy.empty()) {
+            removeQuietly(file->copy);
+        }
     }
 }
 

@@ -22,6 +22,7 @@ std::string ChooseStartFile(std::string_view defaultExtension) {
         if (pathExists(path)) {
             return path;
         }
+        ReportError({"ERROR: There is no file of this name:", path});
     }
     path.clear();
     const bool chosen =

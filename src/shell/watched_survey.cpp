@@ -19,8 +19,9 @@ void surveyApparentResistivities(SurveyModel &model) {
     };
     ARes_Survey(model, progress);
     if (work.stopped() && computed < model.SoundingCount) {
-        ReportInfoLine("Apparent resistivities were stopped: " + std::to_string(computed) + " of " +
-                       count + " soundings are done. Opening the project again computes the rest.");
+        ReportNotice(NoticeLevel::Status,
+                     {"Apparent resistivities were stopped: " + std::to_string(computed) + " of " +
+                      count + " soundings are done. Opening the project again computes the rest."});
     }
 }
 

@@ -82,6 +82,7 @@ struct RunResult {
     int systemError = 0;     ///< the system's error code that came with it
     bool closeAsked = false; ///< the root window was asked to close meanwhile
     bool stopped = false;    ///< the user ended it
+    int signal = 0;          ///< that ended it; 0 none
 };
 
 /// Who watches a child process while it runs; both on the caller's thread.
@@ -159,6 +160,10 @@ class Backend {
 
     /// Another text for a part of the status bar; blank clears it.
     virtual void setStatus(StatusPart /*part*/, std::string_view /*text*/) {}
+    /// Shows lines of text in a list of its own and returns at once.
+    virtual void showMessages(const std::vector<std::string> & /*lines*/) {}
+    /// A file was opened or made; it goes to the head of the recent ones.
+    virtual void addRecentFile(const std::string & /*path*/) {}
     /// Asked for the text of the pointer's part whenever the mouse moves; empty asks no more.
     virtual void setPointerText(const PointerText & /*text*/) {}
     /// Long work begins; makeWorkDialog() gives its dialog, to be shown once the work has taken a

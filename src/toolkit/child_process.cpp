@@ -210,7 +210,8 @@ RunResult Child::result() {
     }
     constexpr int signalBase = 128;
     RunResult result;
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : signalBase + WTERMSIG(status);
+    result.signal = WIFEXITED(status) ? 0 : WTERMSIG(status);
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : signalBase + result.signal;
     result.stopped = killAt_.has_value();
     return result;
 }
@@ -251,7 +252,7 @@ std::string programDirectory(const std::string &ownPath) {
     }
     std::error_code error; // found on the search path: the system knows where
     const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? workingDirectory() : own.parent_path().string();
+    return error ? "" : own.parent_path().string();
 }
 
 } // namespace keldrin

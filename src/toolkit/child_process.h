@@ -19,7 +19,8 @@ namespace keldrin {
 RunResult runChild(const std::vector<std::string> &command, const std::string &programDirectory,
                    const ChildWatch &watch = {});
 
-/// The directory of this program, from its own path as the command line gives it.
+/// The directory of this program, from its own path as the command line gives it; blank when
+/// neither that nor the system knows.
 std::string programDirectory(const std::string &ownPath);
 
 } // namespace keldrin

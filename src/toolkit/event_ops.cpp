@@ -70,6 +70,10 @@ bool takeQueued(ToolkitEvent &event) {
     while (!state.queue.empty()) {
         const RawEvent raw = asChosen(state.queue.front());
         state.queue.pop_front();
+        if (raw.type == EventKey && raw.value == KeyF2) { // at any time
+            ToolkitShowMessages();
+            continue;
+        }
         if (isServed(raw) && !isRepeated(raw, state.queue)) {
             deliver(raw, event);
             return true;

@@ -15,6 +15,7 @@ inline constexpr std::array MainWindowKeys = {
     HelpEntry{"Ctrl+S", "Save the project."},
     HelpEntry{"Ctrl+Q", "Leave the program."},
     HelpEntry{"F1", "Show the keys."},
+    HelpEntry{"F2", "Show the log and all messages, from a dialog too."},
     HelpEntry{"Right click", "Choose one of the files opened lately."},
     HelpEntry{"Drop a file", "Open a project, or make one of field data."},
 };

@@ -105,6 +105,23 @@ void ToolkitStatus(StatusPart part, std::string_view text) {
     }
 }
 
+void ToolkitMessagesSource(std::vector<std::string> (*lines)()) {
+    toolkitState().messages = lines;
+}
+
+void ToolkitShowMessages() {
+    const ToolkitState &state = toolkitState();
+    if (state.backend != nullptr && state.messages != nullptr) {
+        state.backend->showMessages(state.messages());
+    }
+}
+
+void ToolkitRecentFile(const std::string &path) {
+    if (Backend *backend = toolkitState().backend) {
+        backend->addRecentFile(path);
+    }
+}
+
 void ToolkitPointerText(std::function<std::string(float, float)> text) {
     Backend *backend = toolkitState().backend;
     if (backend == nullptr) {

@@ -90,12 +90,12 @@ void WHardcopyOptions(int /*which*/) {
     toolkit.lastCommonOk = true;
 }
 
-bool IOsCommand(const std::vector<std::string> &command, int /*flags*/,
-                const std::function<void(std::string_view)> &line, const DialogSpec *dialog) {
+CommandEnd IOsCommand(const std::vector<std::string> &command, int /*flags*/,
+                      const std::function<void(std::string_view)> &line, const DialogSpec *dialog) {
     ToolkitState &state = toolkitState();
     if (state.backend == nullptr || command.empty()) {
         ToolkitSetError(ErrorCannotRun);
-        return true;
+        return {};
     }
     LongWork work({shortForm(command), {}, dialog});
     const auto goOn = [&work] {
@@ -105,8 +105,9 @@ bool IOsCommand(const std::vector<std::string> &command, int /*flags*/,
     state.closeRemembered = state.closeRemembered || result.closeAsked;
     if (result.toolkitError != 0) {
         ToolkitSetError(result.toolkitError, result.systemError);
+        return {};
     }
-    return !result.stopped;
+    return {true, result.stopped, result.exitCode, result.signal};
 }
 
 } // namespace keldrin

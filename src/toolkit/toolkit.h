@@ -55,6 +55,7 @@ enum ToolkitKey : int {
     KeyPageDown = 265,
     KeyDelete = 266,
     KeyF1 = 267,
+    KeyF2 = 268,           ///< never delivered: it shows log and messages
     KeyWithCtrl = 0x10000, ///< added to a code; letters are then upper case
     KeyWithShift = 0x20000,
 };
@@ -87,10 +88,11 @@ bool ToolkitHasSurface();
 
 /// The parts of the status bar beside the hints of the menu.
 enum class StatusPart {
-    Notice,  ///< the last thing that the user has to know
-    Program, ///< what the program found at its start
-    Marks,   ///< changes that are not saved
-    Pointer, ///< what lies under the mouse
+    Notice,   ///< the last thing that the user has to know
+    Program,  ///< what the program found at its start
+    Sounding, ///< what the user has to know of the sounding on show
+    Marks,    ///< changes that are not saved
+    Pointer,  ///< what lies under the mouse
 };
 
 /// A text in the status bar, which stands until the part gets another one; blank clears it.
@@ -99,6 +101,15 @@ void ToolkitStatus(StatusPart part, std::string_view text);
 /// Gives the pointer's part of the status bar the text for every position of the mouse, told in
 /// the units in force, until it is set again. An empty function ends that and clears the part.
 void ToolkitPointerText(std::function<std::string(float x, float y)> text);
+
+/// Names who gives the lines of log and messages, the oldest first, when the user asks for them.
+void ToolkitMessagesSource(std::vector<std::string> (*lines)());
+
+/// Shows log and messages in a list of their own, beside whatever is on show.
+void ToolkitShowMessages();
+
+/// Puts a file at the head of the list of files opened lately.
+void ToolkitRecentFile(const std::string &path);
 
 /// Enables (value 1) or greys (0) a menu command.
 void WMenuSetState(int command, int item, int value);
@@ -195,14 +206,23 @@ enum class BoxDuty { MayBeQuieted, AlwaysShown };
 int WMessageBox(int buttons, int icon, int defaultButton, std::string_view text,
                 std::string_view title, BoxDuty duty = BoxDuty::MayBeQuieted);
 
+/// How a program that was run has ended.
+struct CommandEnd {
+    bool started = false;
+    bool stopped = false; ///< the user has ended it
+    int exitCode = 0;
+    int signal = 0; ///< that ended it; 0 none
+
+    [[nodiscard]] bool succeeded() const { return started && exitCode == 0 && signal == 0; }
+};
+
 /// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended; the user
 /// may end it before. A program that cannot be started leaves error state 13.
 /// line     gets each line that it writes to its console
 /// dialog   shown meanwhile, a table of long work; null: the toolkit's own
-/// returns  false when the user has ended it
-bool IOsCommand(const std::vector<std::string> &command, int flags,
-                const std::function<void(std::string_view)> &line = {},
-                const DialogSpec *dialog = nullptr);
+CommandEnd IOsCommand(const std::vector<std::string> &command, int flags,
+                      const std::function<void(std::string_view)> &line = {},
+                      const DialogSpec *dialog = nullptr);
 
 /// The system's printer dialog for the chosen hardcopy (page/hardcopy.h); ToolkitDialogInfo(4) says
 /// whether it ended with OK. When it was declined no driver is chosen any more. The argument is

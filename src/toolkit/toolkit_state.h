@@ -38,6 +38,7 @@ struct ToolkitState {
     bool rootOpen = false;
     std::array<bool, MenuEntries.size()> menuOn{};
 
+    std::vector<std::string> (*messages)() = nullptr; ///< lines of the log and of messages
     FaultInjection fault;
 
     std::deque<ToolkitEvent> putBack; ///< given again before all else

@@ -93,7 +93,8 @@ bool userPresses(DialogModel &dialog, int id) {
 }
 
 bool userCloses(DialogModel &dialog) {
-    return userPresses(dialog, closeButtonOf(dialog));
+    const bool rollsUp = dialog.spec != nullptr && dialog.spec->inRoot;
+    return rollsUp || userPresses(dialog, closeButtonOf(dialog));
 }
 
 void userAsksToClose() {

@@ -26,7 +26,7 @@ void userMoves(DialogModel &dialog, int id, int position);
 /// sets `endButton`, else it queues the button's event. False when there is no such button.
 bool userPresses(DialogModel &dialog, int id);
 
-/// The close box of the dialog, or Esc.
+/// The close box of the dialog, or Esc. A dialog on the root window's page only rolls up.
 bool userCloses(DialogModel &dialog);
 
 /// The close box of the root window during long work: the next wait for an event gives the request.

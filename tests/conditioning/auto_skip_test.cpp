@@ -173,8 +173,8 @@ TEST_F(AutoSkipAnswers, AnswersStayAndUnreadableOnesDoNotCount) {
         EXPECT_TRUE(answers.edit(1089, "off"));
     });
     EXPECT_EQ(AutoSkip(model, settings), 0);
-    EXPECT_EQ(marks(model.hTrn[1]), "111") << "used as typed";
-    EXPECT_EQ(settings.firstWindow, 3);
+    EXPECT_EQ(marks(model.hTrn[1]), "100") << "3 to 2 means 2 to 3";
+    EXPECT_EQ(settings.firstWindow, 2);
     EXPECT_EQ(model.control.DataCutoff, 10000.0F);
     answer([](AnsweringBackend &answers) {
         EXPECT_EQ(shown(1085), "2");

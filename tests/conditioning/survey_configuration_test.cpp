@@ -38,7 +38,8 @@ class SurveyConfiguration : public testing::Test {
             user.edit(RampField, text);
         };
         std::string path = directory.path("x.std");
-        return EditSurveyConfiguration(model, path);
+        return EditSurveyConfiguration(
+            model, path, [](const ControlValues &, const std::string &) { return true; });
     }
 
     TemporaryDirectory directory;

@@ -90,8 +90,8 @@ TEST_F(PlotDocumentTest, AFileThatCannotBeWrittenIsToldOnce) {
     project = directory.path("missing/line1.std");
     EXPECT_EQ(plotAll(), 0);
     EXPECT_THAT(messages.errors,
-                ElementsAre("Graphics ERROR: from Plot_AllSoundings|The output file cannot be "
-                            "created or written."));
+                ElementsAre("ERROR: The plot file could not be written.|" +
+                            directory.path("missing/line1.pdf") + "|No such file or directory"));
     EXPECT_TRUE(ToolkitHasSurface());
 }
 

@@ -16,6 +16,7 @@
 
 #include <array>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -92,10 +93,14 @@ class ReviewTest : public testing::Test {
         WindowOpen(7, -1, -1, 1000, 750);
         int status = -1;
         try {
-            status = Review_Loop(survey, state, path, [this](SurveyModel &, std::string &) {
-                ++reloads;
-                return reloadStatus;
-            });
+            status =
+                Review_Loop(survey, state, path, [this](SurveyModel &model, std::string &project) {
+                    ++reloads;
+                    if (onReload) {
+                        onReload(model, project);
+                    }
+                    return reloadStatus;
+                });
         } catch (const Stopped &) {
             ADD_FAILURE() << out.str();
         }
@@ -143,6 +148,7 @@ class ReviewTest : public testing::Test {
     ReviewState state;
     int reloads = 0;
     int reloadStatus = 0;
+    std::function<void(SurveyModel &, std::string &)> onReload;
     std::string transcript;
     std::vector<std::string> statuses; ///< of unsaved marks, each change
     std::vector<std::string> readings;
@@ -252,7 +258,6 @@ TEST_F(ReviewTest, CancelChangesReloadsAndWritesNothing) {
         int status;
     } cases[] = {{"key Escape", 0, 0},
                  {"press Cancel Changes", 1, 0},
-                 {"close dialog", 2, 0},
                  {"press 1084", 3, 3},
                  {"press Cancel Changes", 4, 4}};
     for (const auto &c : cases) {
@@ -280,6 +285,68 @@ TEST_F(ReviewTest, ChangesOfMarksCanBeTakenBack) {
     EXPECT_EQ(marks(2), "101");
     review({"click right " + at(Windows[0]) + " double", "key Ctrl+Z", "key x"});
     EXPECT_EQ(marks(2), "101") << "the second click of two had nothing to change";
+    EXPECT_TRUE(wasWritten());
+}
+
+TEST_F(ReviewTest, TheCloseButtonOfThePanelDoesNotEndTheReview) {
+    EXPECT_EQ(review({leftClick(Windows[0]), "close dialog", "key n", "key x"}), 0);
+    EXPECT_EQ(reloads, 0);
+    EXPECT_EQ(state.ReviewStation, 2);
+    EXPECT_TRUE(wasWritten());
+}
+
+TEST_F(ReviewTest, RedoBringsCancelledMarksBackAtTheNextEntry) {
+    onReload = [](SurveyModel &model, std::string &) {
+        model.hTrn.assign(3, soundingOf(Windows));
+        model.hTrn[0].TEMerr[1] = 7.0F; // the file changed meanwhile
+    };
+    review({leftClick(Windows[1]), "key n", leftClick(Windows[0]), leftClick(Windows[2]),
+            "key Ctrl+Z", "key Escape"});
+    EXPECT_EQ(marks(1) + marks(2), "000000");
+    EXPECT_FALSE(wasWritten());
+
+    review({"key Ctrl+Y", "key Ctrl+Y", "key x"});
+    EXPECT_EQ(marks(1) + marks(2), "010100");
+    EXPECT_EQ(trueError(survey.hTrn[0].TEMerr[1]), 7.0F) << "the mark comes back, not the error";
+    EXPECT_TRUE(wasWritten());
+    EXPECT_THAT(told, ElementsAre("Ctrl+Y brings back 3 changes of skip marks that were not "
+                                  "saved."));
+
+    review({"key Ctrl+Y", "key Ctrl+Y", "key Ctrl+Z", "key x"});
+    EXPECT_EQ(marks(2), "100") << "also the one that was undone";
+}
+
+TEST_F(ReviewTest, AnotherLineKnowsNothingOfCancelledMarks) {
+    const struct {
+        const char *what;
+        std::function<void(SurveyModel &, std::string &)> reloads;
+    } cases[] = {
+        {"another project was chosen",
+         [](SurveyModel &, std::string &project) {
+             project += ".other.std";
+         }},
+        {"the project has fewer soundings",
+         [](SurveyModel &model, std::string &) {
+             model.SoundingCount = 2;
+         }},
+    };
+    for (const auto &c : cases) {
+        survey.hTrn.assign(3, soundingOf(Windows));
+        survey.SoundingCount = 3;
+        onReload = c.reloads;
+        review({leftClick(Windows[1]), "key Escape"});
+        survey.hTrn.assign(3, soundingOf(Windows));
+        review({"key Ctrl+Y", "key x"});
+        EXPECT_EQ(marks(1), "000") << c.what;
+    }
+}
+
+TEST_F(ReviewTest, AMissDoesNotCostTheSoundingsOfAnotherTransmitter) {
+    setSurveyType(survey.control, FixedLoop);
+    survey.hTrn[2].TxStn = 5.0;
+    review({"click left 5 16.5", "key x"});
+    EXPECT_FALSE(wasWritten());
+    review({leftClick(Windows[0]), "key x"});
     EXPECT_TRUE(wasWritten());
 }
 

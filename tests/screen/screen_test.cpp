@@ -21,6 +21,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::EndsWith;
+using testing::HasSubstr;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -122,9 +123,12 @@ TEST_F(ScreenTest, TheTwentyFirstToolkitErrorEndsTheProgram) {
         CheckGraphicsError();
     };
     EXPECT_EXIT(fail(), testing::ExitedWithCode(0), "");
-    EXPECT_THAT(fileContent(directory.path("keldrin.log")), EndsWith("twenty are survived\n"));
+    EXPECT_THAT(
+        fileContent(directory.path("keldrin.log")),
+        EndsWith("twenty are survived\nThe program ends here: more than 20 graphics errors.\n"
+                 "What has not been saved is lost.\n"));
     EXPECT_THAT(fileContent(directory.path("keldrin.err")),
-                EndsWith("\n  Program run aborted, more than 20 graphics errors.\n"));
+                HasSubstr("\n  Program run aborted, more than 20 graphics errors.\n"));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "shell/main_loop.h"
 #include "shell/new_model.h"
 #include "shell/sounding_positions.h"
+#include "support/failing_files.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/source_directory.h"
@@ -73,6 +74,24 @@ TEST_F(NewModelTest, InLoopSurveyGivesTheResistivitiesOfItsEarth) {
     EXPECT_EQ(model.control.Header[3].view(), "Data from inloop.avg");
     EXPECT_EQ(model.ModelLayerCount, nearestInt(3.47436F * std::log(10.5F / 0.0299998F)));
     EXPECT_THAT(messages.errors, SizeIs(0));
+}
+
+TEST_F(NewModelTest, AProjectThatCannotBeWrittenStaysInMemoryWithoutAPath) {
+    for (const int number : {1, 2}) { // the trial at Continue, and the last write
+        messages.errors.clear();
+        WriteOutcome outcome;
+        path = directory.path("inloop.avg");
+        {
+            const FailingFiles disk({FileCall::Sync, FileFault::Fails, number});
+            EXPECT_EQ(BuildNewModel(model, path, {"", &outcome}), 0);
+            EXPECT_TRUE(disk.struck());
+        }
+        EXPECT_FALSE(outcome.written);
+        EXPECT_EQ(path, "");
+        EXPECT_EQ(model.SoundingCount, 24);
+        EXPECT_THAT(messages.errors, SizeIs(1)) << "told once";
+        EXPECT_FALSE(std::filesystem::exists(directory.path("inloop.std")));
+    }
 }
 
 TEST_F(NewModelTest, FixedLoopTakesPositionsFromTheDataAndKeepsItsLoopNumber) {

@@ -121,13 +121,60 @@ TEST_F(OpenAndInvert, WhatTheDiskHoldsReplacesTheModel) {
         1003.0F; // never written, so neither the engine nor the reload sees it
     backend.engine = [this](const auto & /*command*/) {
         putFile(directory.path("line.m1d"), "Station,Zinv,ResInv\n100,50,9\n100,45,4\n");
-        return RunResult{3, 0, 0, false};
+        return RunResult{3, 0, 0};
     };
     EXPECT_EQ(Invert(model, path), 0);
     EXPECT_EQ(model.hTrn[0].TEMerr[0], 3.0F);
     EXPECT_EQ(model.hTrn[0].ThkInv[0], 10.0F);
     EXPECT_EQ(model.hTrn[1].NumLayer, 0);
-    EXPECT_THAT(messages.errors, IsEmpty()) << "an exit code is not looked at";
+    const std::string kept = directory.path("line.before-inversion.std");
+    EXPECT_THAT(messages.errors,
+                ElementsAre("ERROR: rkeldrin ended with exit code 3.|Before: 2 soundings, 2 "
+                            "windows, 2 models; now: 2 soundings, 2 windows, 1 models.|The project "
+                            "as it was before the inversion is kept in|" +
+                            kept));
+    EXPECT_THAT(messages.infos, Contains("rkeldrin ended with exit code 3."));
+    EXPECT_TRUE(std::filesystem::exists(kept));
+}
+
+TEST_F(OpenAndInvert, AFailureThatChangedNothingKeepsNoCopy) {
+    const struct {
+        RunResult result;
+        const char *told;
+    } cases[] = {
+        {{3, 0, 0, false, false, 0}, "ERROR: rkeldrin ended with exit code 3."},
+        {{137, 0, 0, false, false, 9}, "ERROR: rkeldrin was ended by signal 9."},
+    };
+    for (const auto &c : cases) {
+        messages.errors.clear();
+        backend.engine = [&c](const auto & /*command*/) {
+            return c.result;
+        };
+        EXPECT_EQ(Invert(model, path), 0);
+        EXPECT_THAT(messages.errors,
+                    ElementsAre(std::string(c.told) + "|The project is as it was before."));
+        EXPECT_FALSE(std::filesystem::exists(directory.path("line.before-inversion.std")));
+    }
+}
+
+TEST_F(OpenAndInvert, AProjectThatIsNotOnTheDiskIsNotInverted) {
+    ASSERT_EQ(OpenProject(model, path), 0);
+    std::filesystem::remove(path);
+    EXPECT_EQ(Invert(model, path), 0);
+    EXPECT_THAT(backend.commands, IsEmpty());
+    EXPECT_EQ(model.SoundingCount, 2) << "what is in memory is all there is";
+    EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("not on the disk")));
+}
+
+TEST_F(OpenAndInvert, ANameIsNeverTakenForAnOption) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(directory.path());
+    std::filesystem::copy(path, "-line.std");
+    std::string dashed = "-line.std";
+    EXPECT_EQ(Invert(model, dashed), 0);
+    std::filesystem::current_path(before);
+    EXPECT_THAT(backend.commands, ElementsAre(ElementsAre("rkeldrin", "./-line.std")));
+    EXPECT_EQ(dashed, "-line.std");
 }
 
 TEST_F(OpenAndInvert, ARunThatFailedIsToldAndTheFilesAreLoadedAgain) {
@@ -136,7 +183,11 @@ TEST_F(OpenAndInvert, ARunThatFailedIsToldAndTheFilesAreLoadedAgain) {
         RunResult result;
         std::vector<std::string> told;
     } cases[] = {
-        {{0, ErrorCannotRun, 2, false}, {start + "generated an operating-system error = 2"}},
+        {{0, ErrorCannotRun, 2, false},
+         {start +
+          "generated an operating-system error = 2|It was looked for in the directories of "
+          "PATH, then in " +
+          programDirectory("keldrin")}},
         {{0, ErrorCannotRun, 0, false}, {}},
         {{0, 7, 2, false}, {start + "generated a toolkit error = 7"}},
     };
@@ -197,6 +248,15 @@ TEST_F(OpenAndInvert, TheEngineIsFoundOnTheSearchPathThenBesideTheProgram) {
     {
         const SearchPath searched(directory.path() + ":" + directory.path("searched"));
         EXPECT_EQ(runChild(command, own).exitCode, 11);
+    }
+    {
+        const std::filesystem::path before = std::filesystem::current_path();
+        std::filesystem::current_path(directory.path("searched"));
+        for (const char *relative : {"", ".", ":", ".:/nowhere", "../searched"}) {
+            const SearchPath here(relative);
+            EXPECT_EQ(runChild(command, "").systemError, ENOENT) << relative;
+        }
+        std::filesystem::current_path(before);
     }
     const SearchPath nowhere(directory.path());
     EXPECT_EQ(runChild(command, own).exitCode, 12);

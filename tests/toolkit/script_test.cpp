@@ -155,7 +155,7 @@ TEST(ScriptFaults, EveryBadLineIsTold) {
         "auto file",
         "menu Print",
         "menu",
-        "key F2",
+        "key F3",
         "click left 1",
         "click up 1 2",
         "drag left 1 2 3",

@@ -7,7 +7,6 @@
 #include "program/batch/output_files.h"
 #include "program/batch/run_names.h"
 #include "projectfile/project_file.h"
-#include "projectfile/replace_files.h"
 #include "shell/new_model.h"
 #include "text/enumeration.h"
 #include "toolkit/control_ids.h"
@@ -66,16 +65,6 @@ void countMessages(BuildResult &result) {
     result.reason = oneLine(record.firstError);
 }
 
-// Keeps the words of a failed write.
-void watchWrites(BuildResult &result, bool &writeFailed) {
-    messageLog().observer = [&](MessageKind /*kind*/, std::span<const MessageLine> lines) {
-        if (!lines.empty() && lines.front() == WriteFailureText) {
-            writeFailed = true;
-            result.reason = oneLine(lines);
-        }
-    };
-}
-
 void countWindows(const SurveyModel &model, BuildResult &result) {
     result.soundings = model.SoundingCount;
     for (int i = 0; i < model.SoundingCount; ++i) {
@@ -84,16 +73,6 @@ void countWindows(const SurveyModel &model, BuildResult &result) {
         result.windows += record.NumTW;
         result.skipped += static_cast<int>(std::count_if(first, first + record.NumTW, isSkipped));
     }
-}
-
-// A line's name as part of a file name.
-std::string fileSafe(std::string_view name) {
-    std::string safe(name);
-    std::replace_if(
-        safe.begin(), safe.end(),
-        [](char c) { return std::string_view("/\\:*?\"<>| ").find(c) != std::string_view::npos; },
-        '-');
-    return safe;
 }
 
 std::string directoryFor(const std::string &file, const BuildOptions &options) {
@@ -137,9 +116,8 @@ void startAfresh(const std::string &file, const BuildOptions &options) {
 BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
                       const BuildOptions &options, MadeProjects &made, int line) {
     BuildResult result;
-    bool writeFailed = false;
+    WriteOutcome outcome;
     startAfresh(file, options);
-    watchWrites(result, writeFailed);
     SurveyModel model;
     bool lineMissing = false;
     backend.beforeAnswer = [&](AnsweringBackend &answers, int dialog) {
@@ -156,7 +134,7 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
         if (dialog == Dialog::Configuration) {
             std::string base(baseNameOf(file));
             if (lines.LineCount > 1) {
-                base += "_" + fileSafe(model.control.LineName.view());
+                base = nameWithLine(base, model.control.LineName.view());
             }
             const std::string free = made.freeBase(directoryFor(file, options), base);
             if (free != baseNameOf(file)) {
@@ -165,10 +143,11 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
         }
     };
     result.project = file;
-    const int status = BuildNewModel(model, result.project, {options.outputDirectory});
-    result.built = status == 0 && !writeFailed;
-    if (!writeFailed) {
-        countMessages(result);
+    const int status = BuildNewModel(model, result.project, {options.outputDirectory, &outcome});
+    result.built = status == 0 && outcome.written;
+    countMessages(result);
+    if (!outcome.failure.empty()) {
+        result.reason = "the project cannot be written: " + outcome.failure;
     }
     if (result.built) {
         countWindows(model, result);

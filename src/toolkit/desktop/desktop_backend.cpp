@@ -6,6 +6,7 @@
 #include "toolkit/desktop/documents.h"
 #include "toolkit/desktop/keys_help.h"
 #include "toolkit/desktop/main_window.h"
+#include "toolkit/desktop/message_list.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/desktop/work_window.h"
 #include "toolkit/toolkit_state.h"
@@ -59,9 +60,6 @@ void DesktopBackend::openRoot(const RootSpec &spec) {
         window_->move(spec.x, spec.y);
     }
     window_->canvas().page().begin(PageWidthCm, PageHeightCm);
-    if (ToolkitArgumentCount() > 0) {
-        settings_.addRecentFile(qtText(ToolkitArgument(1)));
-    }
     window_->show();
     waitForScreen();
 }
@@ -160,6 +158,14 @@ void DesktopBackend::flush() {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         sinceFlush_.start();
     }
+}
+
+void DesktopBackend::showMessages(const std::vector<std::string> &lines) {
+    showMessageList(window_.get(), lines);
+}
+
+void DesktopBackend::addRecentFile(const std::string &path) {
+    settings_.addRecentFile(qtText(path));
 }
 
 void DesktopBackend::setStatus(StatusPart part, std::string_view text) {

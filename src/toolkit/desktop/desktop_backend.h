@@ -56,6 +56,8 @@ class DesktopBackend : public Backend {
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
 
     void setStatus(StatusPart part, std::string_view text) override;
+    void showMessages(const std::vector<std::string> &lines) override;
+    void addRecentFile(const std::string &path) override;
     void setPointerText(const PointerText &text) override;
     void beginWork(const WorkRequest &request) override;
     bool workStep(double fraction) override;

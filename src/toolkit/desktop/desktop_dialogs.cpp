@@ -69,9 +69,6 @@ std::optional<std::string> DesktopBackend::chooseFile(const FileRequest &request
             settings_.keepLastDirectory(chooser.directory().absolutePath());
         }
     }
-    if (path) {
-        settings_.addRecentFile(qtText(*path));
-    }
     return path;
 }
 

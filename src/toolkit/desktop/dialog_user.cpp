@@ -1,6 +1,7 @@
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/field_widgets.h"
 #include "toolkit/desktop/keys.h"
+#include "toolkit/desktop/panel_frame.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/user_edits.h"
 
@@ -90,6 +91,10 @@ void DialogWindow::leaveField(const QObject *widget) {
 }
 
 void DialogWindow::reject() {
+    if (frame_ != nullptr) {
+        frame_->rollUp(true);
+        return;
+    }
     report([&] { userCloses(dialog_); });
 }
 
@@ -115,6 +120,10 @@ void DialogWindow::pressEnter() {
 
 bool DialogWindow::takesKey(QKeyEvent &key) {
     const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (key.key() == Qt::Key_F2) {
+        ToolkitShowMessages();
+        return true;
+    }
     if (leavesKeys()) {
         const int code = key.modifiers().testFlag(Qt::AltModifier) ? 0 : keyCodeOf(key);
         if (enter) {

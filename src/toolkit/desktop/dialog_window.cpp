@@ -60,10 +60,6 @@ DialogWindow::DialogWindow(DialogModel &dialog, QWidget *parent)
         };
     }
     build(spec);
-    if (const ControlState *button = findControl(dialog_, closeButtonOf(dialog_));
-        button != nullptr && frame_ != nullptr) {
-        frame_->setCloseHint(qtText(withoutMnemonic(button->label)));
-    }
     const QSize size = wantedSize().grownBy(frame_ != nullptr ? QMargins() : systemFrame());
     dialog_.size = {size.width(), size.height()};
 }

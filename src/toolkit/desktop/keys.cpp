@@ -31,6 +31,7 @@ constexpr std::array NamedKeys = {
     NamedKey{Qt::Key_PageDown, KeyPageDown},
     NamedKey{Qt::Key_Delete, KeyDelete},
     NamedKey{Qt::Key_F1, KeyF1},
+    NamedKey{Qt::Key_F2, KeyF2},
 };
 
 int modifiersOf(const QKeyEvent &key) {

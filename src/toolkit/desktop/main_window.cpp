@@ -64,8 +64,9 @@ void MainWindow::makeStatusBar() {
     notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long one is cut
     statusBar()->addWidget(notice, 1);
     statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)]);
-    statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(StatusPart::Marks)]);
-    statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(StatusPart::Program)]);
+    for (const StatusPart part : {StatusPart::Sounding, StatusPart::Marks, StatusPart::Program}) {
+        statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(part)]);
+    }
 }
 
 void MainWindow::setStatus(StatusPart part, const QString &text) {

@@ -46,7 +46,7 @@ class MainWindow : public QMainWindow {
 
     Canvas *canvas_ = nullptr;
     std::map<int, QAction *> actions_; ///< by command
-    std::array<QLabel *, 4> status_{}; ///< by StatusPart
+    std::array<QLabel *, 5> status_{}; ///< by StatusPart
     bool menuServed_ = true;
 };
 

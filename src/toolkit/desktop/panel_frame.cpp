@@ -72,6 +72,8 @@ QWidget *PanelFrame::makeTitle() {
         }
     });
     close_->setText(QString(QChar(0x00D7))); // a cross
+    close_->setToolTip("Show the title bar only");
+    close_->setAccessibleName("Roll up");
     showRolled();
     return title_;
 }
@@ -109,11 +111,6 @@ void PanelFrame::rollUp(bool rolledUp) {
     layout()->activate();
     showRolled();
     fit();
-}
-
-void PanelFrame::setCloseHint(const QString &hint) {
-    close_->setToolTip(hint);
-    close_->setAccessibleName(hint);
 }
 
 void PanelFrame::setCaption(const QString &caption) {

@@ -21,8 +21,6 @@ class PanelFrame : public QFrame {
     explicit PanelFrame(QWidget *panel);
 
     void setCaption(const QString &caption);
-    /// Tells what the close box does.
-    void setCloseHint(const QString &hint);
     /// Where the content goes, below the title bar.
     [[nodiscard]] QVBoxLayout &content() { return *content_; }
     /// Moves the panel's corner to a place of the widget below, as near as can be.

@@ -34,7 +34,7 @@ void AnsweringBackend::answer(DialogModel &dialog) {
     const bool instead = button_ != 0 && userPresses(dialog, button_);
     const bool byDefault =
         !instead && dialog.defaultButton != 0 && userPresses(dialog, dialog.defaultButton);
-    if (!instead && !byDefault && !userCloses(dialog)) {
+    if (!instead && !byDefault && !userPresses(dialog, closeButtonOf(dialog))) {
         dialog.endButton = closeButtonOf(dialog); // a dialog without a usable button
     }
 }

@@ -193,6 +193,13 @@ void ScriptedBackend::setStatus(StatusPart part, std::string_view text) {
     transcript_.fact(bar);
 }
 
+void ScriptedBackend::showMessages(const std::vector<std::string> &lines) {
+    transcript_.fact("messages " + std::to_string(lines.size()));
+    for (const std::string &line : lines) {
+        transcript_.listed(line);
+    }
+}
+
 void ScriptedBackend::trace(std::string_view kind, std::string_view text) {
     const std::string fact = std::string(kind) + " " + std::string(text);
     if (kind == "info") {

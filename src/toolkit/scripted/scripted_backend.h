@@ -53,6 +53,7 @@ class ScriptedBackend : public HeadlessBackend {
     RubberEnd rubberBand(double pageX, double pageY) override;
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
     void setStatus(StatusPart part, std::string_view text) override;
+    void showMessages(const std::vector<std::string> &lines) override;
     void trace(std::string_view kind, std::string_view text) override;
 
   protected:
@@ -91,11 +92,11 @@ class ScriptedBackend : public HeadlessBackend {
 
     ScriptPlace place_;
     Transcript transcript_;
-    std::map<int, bool> menuTold_;  ///< state of the entries that a line was printed for
+    std::map<int, bool> menuTold_;             ///< state of the entries that a line was printed for
     std::map<StatusPart, std::string> status_; ///< the status bar, blank parts left out
     std::vector<std::string> info_;            ///< lines of the message log
-    std::uint64_t drawn_ = 0;       ///< changes of the page that a line was printed for
-    int lineNumber_ = 0;            ///< of the line taken last
+    std::uint64_t drawn_ = 0;                  ///< changes of the page that a line was printed for
+    int lineNumber_ = 0;                       ///< of the line taken last
     int requestsWithoutLine_ = 0;
     int code_ = ScriptPassed;
     bool usedUp_ = false;

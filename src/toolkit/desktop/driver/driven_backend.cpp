@@ -55,6 +55,11 @@ void DrivenBackend::setStatus(StatusPart part, std::string_view text) {
     desktop_.setStatus(part, text);
 }
 
+void DrivenBackend::showMessages(const std::vector<std::string> &lines) {
+    ScriptedBackend::showMessages(lines);
+    desktop_.showMessages(lines);
+}
+
 void DrivenBackend::setPointerText(const PointerText &text) {
     desktop_.setPointerText(text);
 }

@@ -32,6 +32,7 @@ class DrivenBackend : public ScriptedBackend {
     void refresh(DialogModel &dialog, int id) override;
 
     void setStatus(StatusPart part, std::string_view text) override;
+    void showMessages(const std::vector<std::string> &lines) override;
     void setPointerText(const PointerText &text) override;
     std::unique_ptr<DocumentSurface> document(int driver) override;
 
