@@ -47,6 +47,7 @@ int removeFile(const std::string &path) {
 
 #ifdef _WIN32
 constexpr int ReadingFlags = _O_RDONLY | _O_BINARY;
+constexpr int AppendingFlags = _O_WRONLY | _O_CREAT | _O_APPEND | _O_BINARY;
 
 int openFile(const std::string &path, int flags, unsigned mode) {
     return ::_open(path.c_str(), flags, static_cast<int>(mode));
@@ -66,6 +67,7 @@ int closeFile(int file) {
 #else
 // Without waiting, so that a pipe without a writer is refused at once.
 constexpr int ReadingFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC;
+constexpr int AppendingFlags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC;
 
 int openFile(const std::string &path, int flags, unsigned mode) {
     return ::open(path.c_str(), flags, static_cast<mode_t>(mode));
@@ -144,6 +146,27 @@ std::ptrdiff_t readSome(const OpenFile &file, char *to, std::size_t size) {
         got = fileOperations().read(file.number(), to, size);
     } while (got < 0 && errno == EINTR);
     return got;
+}
+
+OpenFile openForAppending(const std::string &path) {
+    constexpr unsigned newFileMode = 0666; // less what the user's mask takes away
+    return OpenFile(fileOperations().open(path, AppendingFlags, newFileMode));
+}
+
+bool writeAll(const OpenFile &file, std::string_view content) {
+    while (!content.empty()) {
+        const std::ptrdiff_t written =
+            fileOperations().write(file.number(), content.data(), content.size());
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written <= 0) {
+            errno = written == 0 ? ENOSPC : errno;
+            return false;
+        }
+        content.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
 }
 
 bool readWholeFile(const std::string &path, std::string &content, std::string &failure) {

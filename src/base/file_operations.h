@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 
 namespace keldrin {
 
@@ -60,6 +61,13 @@ OpenFile openForReading(const std::string &path, std::string &failure);
 
 /// Reads at most `size` bytes. 0 at the end, below 0 on failure, with the code in errno.
 std::ptrdiff_t readSome(const OpenFile &file, char *to, std::size_t size);
+
+/// Opens a file for writing behind what it holds, creating it. What it gives is not open on
+/// failure, with the code in errno.
+OpenFile openForAppending(const std::string &path);
+
+/// Writes all of `content`. False on failure, with the code in errno.
+[[nodiscard]] bool writeAll(const OpenFile &file, std::string_view content);
 
 /// Reads a plain file whole. False when anything fails; `failure` then says why.
 [[nodiscard]] bool readWholeFile(const std::string &path, std::string &content,

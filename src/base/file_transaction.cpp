@@ -51,22 +51,6 @@ void setMode(const OpenFile &file, unsigned mode) {
 #endif
 }
 
-bool writeAll(const OpenFile &file, std::string_view content) {
-    while (!content.empty()) {
-        const std::ptrdiff_t written =
-            fileOperations().write(file.number(), content.data(), content.size());
-        if (written < 0 && errno == EINTR) {
-            continue;
-        }
-        if (written <= 0) {
-            errno = written == 0 ? ENOSPC : errno;
-            return false;
-        }
-        content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
 bool flushDirectory(const std::string &directory) {
 #ifdef _WIN32
     return true;

@@ -118,7 +118,7 @@ bool LineReader::takeLine(std::string_view &line, bool &hasEnd) {
     hasEnd = end != std::string_view::npos;
     line = pending_.substr(0, end);
     if (end == std::string_view::npos && mark == std::string_view::npos &&
-        (inLongLine_ || line.find_first_not_of(" \t\r") != std::string_view::npos)) {
+        (inLongLine_ || line.find_first_not_of('\r') != std::string_view::npos)) {
         endedInLine_ = true;
     }
     pending_.remove_prefix(std::min(pending_.size(), line.size() + 1));

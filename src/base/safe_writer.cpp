@@ -3,8 +3,6 @@
 #include "base/file_operations.h"
 #include "base/file_transaction.h"
 
-#include <cstdio>
-#include <memory>
 #include <new>
 
 namespace keldrin {
@@ -30,16 +28,8 @@ WriteOutcome copyWholeFile(const std::string &from, const std::string &to) {
 }
 
 bool appendToFile(const std::string &path, std::string_view content) {
-    struct CloseFile {
-        void operator()(std::FILE *file) const { std::fclose(file); }
-    };
-    std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "ab"));
-    if (!file) {
-        return false;
-    }
-    const bool written =
-        std::fwrite(content.data(), 1, content.size(), file.get()) == content.size();
-    return std::fclose(file.release()) == 0 && written;
+    OpenFile file = openForAppending(path);
+    return file.isOpen() && writeAll(file, content) && file.close();
 }
 
 } // namespace keldrin

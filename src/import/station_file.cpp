@@ -136,9 +136,9 @@ void readLines(StationReader &reader, StationTable &table) {
             return;
         }
         if (status == LineStatus::Fault) {
-            ReportError(
-                {"ERROR while reading data line " + std::to_string(reader.lines.lineNumber()),
-                 line});
+            ReportUnreadFile(reader.name, {"ERROR while reading data line " +
+                                               std::to_string(reader.lines.lineNumber()),
+                                           reader.name, reader.lines.errorText()});
         } else {
             readLine(reader, line, table);
         }
@@ -230,7 +230,8 @@ int Stn_File_Input(std::string fileName, StationTable &table) {
     ReportInfoLine("Reading station location data from");
     ReportInfoLine(fileName);
     if (!reader.lines.open(fileName)) {
-        ReportError({"ERROR: Could not open station file", fileName, reader.lines.errorText()});
+        ReportUnreadFile(reader.name, {"ERROR: Could not open station file", fileName,
+                                       reader.lines.errorText()});
         return 1;
     }
     readLines(reader, table);

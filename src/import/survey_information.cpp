@@ -47,19 +47,20 @@ void settleCoilAreas(RxMetadata &rx) {
     }
 }
 
-void readRecords(Metadata &metadata, LineReader &reader, std::string_view name) {
+// False when the system refuses to read on (reported).
+bool readRecords(Metadata &metadata, LineReader &reader, std::string_view name) {
     std::string_view line;
     for (;;) {
         const LineStatus status = reader.next(line);
         if (status == LineStatus::End) {
             noteFileEnd(reader, name);
-            return;
+            return true;
         }
         if (status == LineStatus::Fault) {
-            ReportError(
-                {"ERROR while reading file near line " + std::to_string(reader.lineNumber()),
-                 reader.errorText()});
-            return;
+            ReportUnreadFile(
+                name, {"ERROR while reading file near line " + std::to_string(reader.lineNumber()),
+                       name, reader.errorText()});
+            return false;
         }
         line = trimRight(line);
         const bool longEnough = line.size() >= 2;
@@ -75,12 +76,13 @@ void readFile(Metadata &metadata, const std::string &fileName) {
     ReportInfoLine("Scanning " + name + " for survey information.");
     LineReader reader(LineLimit);
     if (!reader.open(fileName)) {
-        ReportError(
-            {"ERROR: Could not open survey information file", fileName, reader.errorText()});
+        ReportUnreadFile(
+            name, {"ERROR: Could not open survey information file", fileName, reader.errorText()});
         return;
     }
-    readRecords(metadata, reader, name);
-    ReportInfoLine("Survey configuration, stn # scaling and annotation read from " + name);
+    if (readRecords(metadata, reader, name)) {
+        ReportInfoLine("Survey configuration, stn # scaling and annotation read from " + name);
+    }
     settleStationScaling(metadata.Stn, 1.0E-6);
 }
 

@@ -110,7 +110,7 @@ bool ZWalk::nextReading(ZReading &reading, std::string_view &line) {
             return false;
         }
         if (status == LineStatus::Fault) {
-            ReportError({"ERROR while reading data from:", name, reader.errorText()});
+            ReportUnreadFile(name, {"ERROR while reading data from:", name, reader.errorText()});
             continue; // the reader ends next
         }
         if (isEndLine(line)) {

@@ -251,6 +251,14 @@ void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines) {
     ReportNotice(level, std::span(lines.begin(), lines.size()));
 }
 
+void ReportUnreadFile(std::string_view name, std::initializer_list<MessageLine> lines) {
+    std::vector<std::string> &unread = messageLog().record.unreadFiles;
+    if (std::find(unread.begin(), unread.end(), name) == unread.end()) {
+        unread.emplace_back(name);
+    }
+    ReportNotice(NoticeLevel::Box, lines);
+}
+
 void ShutDown() {
     messageLog().file.reset();
     std::exit(messageSink().close ? messageSink().close() : 0);

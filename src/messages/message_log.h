@@ -32,9 +32,10 @@ enum class NoticeLevel {
 
 /// What was reported since the files of the log were opened, for summaries.
 struct MessageRecord {
-    int warnings = 0;                    ///< warnings, those past the limit of the file included
-    int errors = 0;                      ///< errors and notices of level Box
-    std::vector<MessageLine> firstError; ///< the lines of the first of these errors
+    int warnings = 0;                     ///< warnings, those past the limit of the file included
+    int errors = 0;                       ///< errors and notices of level Box
+    std::vector<MessageLine> firstError;  ///< the lines of the first of these errors
+    std::vector<std::string> unreadFiles; ///< names of the files of ReportUnreadFile()
 };
 
 /// State of the message log. One per process, see messageLog().
@@ -90,6 +91,11 @@ void ReportError(std::initializer_list<MessageLine> lines);
 /// lines  at most 5; every line goes to the log
 void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines);
 void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines);
+
+/// Tells that an input file which exists could not be read, or not to its end: a notice of level
+/// Box, since what is made without it looks as if nothing were missing.
+/// name  of the file, kept in the record for summaries
+void ReportUnreadFile(std::string_view name, std::initializer_list<MessageLine> lines);
 
 /// Closes the log and what shows it and ends the process, without a word and without a save.
 [[noreturn]] void ShutDown();

@@ -1,5 +1,6 @@
 #include "page/hardcopy.h"
 
+#include "base/file_operations.h"
 #include "base/safe_writer.h"
 #include "page/drawing.h"
 #include "page/error_state.h"
@@ -12,7 +13,6 @@
 #include <array>
 #include <cerrno>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <memory>
@@ -78,14 +78,14 @@ bool canBeWritten(const std::string &path, std::string &fault) {
     if (!isNew && type != fs::file_type::regular && type != fs::file_type::directory) {
         return true; // a link or a device: the writer finds out
     }
-    std::FILE *file = std::fopen(path.c_str(), isNew ? "wb" : "r+b");
-    if (file == nullptr) {
+    OpenFile file = openForAppending(path);
+    if (!file.isOpen()) {
         fault = std::strerror(errno);
         return false;
     }
-    std::fclose(file);
+    file.close();
     if (isNew) {
-        fs::remove(path, error);
+        fileOperations().remove(path);
     }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "review/plot_document.h"
 
+#include "base/file_operations.h"
 #include "base/paths.h"
 #include "base/version.h"
 #include "messages/message_log.h"
@@ -11,8 +12,8 @@
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit.h"
 
+#include <algorithm>
 #include <array>
-#include <fstream>
 #include <vector>
 
 namespace keldrin {
@@ -32,9 +33,14 @@ std::string creatorOfOurs() {
 bool isOurDocument(const std::string &path) {
     constexpr std::size_t headBytes = 1024; // the entry stands in the first object
     std::array<char, headBytes> head{};
-    std::ifstream file(path, std::ios::binary);
-    file.read(head.data(), head.size());
-    const std::string_view bytes(head.data(), static_cast<std::size_t>(file.gcount()));
+    std::string failure;
+    const OpenFile file = openForReading(path, failure);
+    std::size_t size = 0;
+    for (std::ptrdiff_t got = 1; file.isOpen() && got > 0 && size < head.size();) {
+        got = readSome(file, head.data() + size, head.size() - size);
+        size += static_cast<std::size_t>(std::max<std::ptrdiff_t>(got, 0));
+    }
+    const std::string_view bytes(head.data(), size);
     return bytes.find(creatorOfOurs()) != std::string_view::npos;
 }
 

@@ -124,17 +124,12 @@ TEST(LineReaderNotes, TellsALastLineWithoutItsEndAndALineThatWasCut) {
         bool endedInLine;
         int firstCutLine;
     };
-    const Case cases[] = {{"", false, 0},
-                          {"one\n", false, 0},
-                          {"one\r\n", false, 0},
-                          {"one\ntwo", true, 0},
-                          {"one\n  \t", false, 0},
-                          {"one\n\x1A", false, 0},
-                          {"one\ntw\x1A", false, 0},
-                          {"12345678\n", false, 0},
-                          {"ok\n123456789\nok\n", false, 2},
-                          {"123456789", true, 1},
-                          {"ok\n12345678901234567890123\n", false, 2}};
+    const Case cases[] = {{"", false, 0},           {"one\n", false, 0},
+                          {"one\r\n", false, 0},    {"one\ntwo", true, 0},
+                          {"one\n  \t", true, 0},   {"one\n\r", false, 0},
+                          {"one\n\x1A", false, 0},  {"one\ntw\x1A", false, 0},
+                          {"12345678\n", false, 0}, {"ok\n123456789\nok\n", false, 2},
+                          {"123456789", true, 1},   {"ok\n12345678901234567890123\n", false, 2}};
     for (const Case &c : cases) {
         LineReader reader(8, 16);
         reader.openText(c.text);

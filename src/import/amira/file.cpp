@@ -106,7 +106,8 @@ bool AmiraWalk::nextRow(std::string_view &line, std::size_t leastLength) {
             return false;
         }
         if (status == LineStatus::Fault) {
-            ReportError({"ERROR in reading file near line " + std::to_string(number()), line});
+            ReportUnreadFile(name, {"ERROR in reading file near line " + std::to_string(number()),
+                                    name, reader.errorText()});
             continue; // the reader ends next
         }
         line = trimRight(line);

@@ -197,7 +197,9 @@ int readLines(ChannelFile &file, AmiraRecord &record) {
             break;
         }
         if (status == LineStatus::Fault) {
-            ReportError({"ERROR while reading file near line " + std::to_string(number), line});
+            ReportUnreadFile(file.name,
+                             {"ERROR while reading file near line " + std::to_string(number),
+                              file.name, file.reader.errorText()});
         } else if (number > MostLines) {
             ReportWarning(
                 {"WARNING: More than " + std::to_string(MostLines) + " lines in " + file.name,
@@ -286,7 +288,7 @@ int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record) {
     ReportInfoLine("Reading channel-file times from");
     ReportInfoLine(path);
     if (!file.reader.open(path)) {
-        ReportError({"ERROR while opening", file.name, file.reader.errorText()});
+        ReportUnreadFile(file.name, {"ERROR while opening", file.name, file.reader.errorText()});
         return 1;
     }
     const int status = readLines(file, record);

@@ -44,7 +44,8 @@ struct BuildResult {
     int windows = 0;
     int skipped = 0;
     int warnings = 0;
-    std::string reason; ///< of a failure, in one line
+    std::vector<std::string> unread; ///< side files that exist and could not be read
+    std::string reason;              ///< of a failure, in one line
 };
 
 std::string oneLine(std::span<const MessageLine> lines) {
@@ -62,6 +63,7 @@ std::string oneLine(std::span<const MessageLine> lines) {
 void countMessages(BuildResult &result) {
     const MessageRecord &record = messageLog().record;
     result.warnings = record.warnings + record.errors;
+    result.unread = record.unreadFiles;
     result.reason = oneLine(record.firstError);
 }
 
@@ -151,12 +153,14 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
     }
     if (result.built) {
         countWindows(model, result);
-        made.add(result.project);
     } else if (lineMissing) {
         result.reason = "there are only " + std::to_string(result.linesInFile) + " lines";
     }
-    const std::string base = result.built ? std::string(withoutExtension(result.project))
-                                          : joinPath(directoryFor(file, options), baseNameOf(file));
+    const std::string directory = directoryFor(file, options);
+    const std::string base =
+        result.built ? std::string(withoutExtension(result.project))
+                     : joinPath(directory, made.freeBase(directory, std::string(baseNameOf(file))));
+    made.add(base + ".std");
     result.messagesNamed = nameLogs(base);
     messageLog() = MessageLog{};
     return result;
@@ -168,6 +172,9 @@ void printResult(const std::string &file, const BuildResult &result) {
         text += result.project + ", " + std::to_string(result.soundings) + " soundings, " +
                 std::to_string(result.windows) + " windows, " + std::to_string(result.skipped) +
                 " skipped, " + std::to_string(result.warnings) + " warnings";
+        for (const std::string &name : result.unread) {
+            text += ", FAILED to read " + name;
+        }
     } else {
         text += "FAILED: " + (result.reason.empty() ? "cancelled" : result.reason);
     }
@@ -184,7 +191,7 @@ bool buildFile(AnsweringBackend &backend, const std::string &file, const BuildOp
     do {
         const BuildResult result = buildLine(backend, file, options, made, line);
         printResult(file, result);
-        good = good && result.built && result.messagesNamed;
+        good = good && result.built && result.unread.empty() && result.messagesNamed;
         linesInFile = result.linesInFile;
         ++line;
     } while (all && line <= linesInFile);
@@ -241,13 +248,8 @@ int buildCommand(CommandWords words) {
     AnsweringBackend backend;
     MadeProjects made;
     return runOverFiles("keldrin-batch build", backend, options.files, options.outputDirectory,
-                        [&](const std::string &file, bool taken) {
-                            if (taken) {
-                                std::printf("%s: FAILED: an earlier file has made a project of "
-                                            "this name\n",
-                                            file.c_str());
-                            }
-                            return !taken && buildFile(backend, file, options, made);
+                        [&](const std::string &file, bool /*taken*/) {
+                            return buildFile(backend, file, options, made);
                         });
 }
 

@@ -5,10 +5,11 @@
 
 namespace keldrin {
 
-/// The projects that one run has made, so that none of them is replaced by a later one.
+/// The projects that one run has made, and the names that the messages of failed ones have, so
+/// that none of these files is replaced by a later one.
 class MadeProjects {
   public:
-    /// `base` or, where the run has made DIRECTORY/base.std already, the first free of base_2,
+    /// `base` or, where the run has given DIRECTORY/base.std already, the first free of base_2,
     /// base_3 ... Case does not count: model files are found without regard to it.
     [[nodiscard]] std::string freeBase(const std::string &directory, const std::string &base) const;
 

@@ -22,7 +22,8 @@ class BuildCommandTest : public testing::Test {
   protected:
     BuildCommandTest() : before_(fs::current_path()) {
         fs::current_path(directory_.path());
-        for (const char *name : {"fixedloop.avg", "movingloop.avg", "movingloop.stn"}) {
+        for (const char *name :
+             {"fixedloop.avg", "movingloop.avg", "movingloop.stn", "movingloop.mde"}) {
             fs::copy(fs::path(SourceDirectory) / "examples" / name, name);
         }
     }
@@ -104,7 +105,8 @@ TEST_F(BuildCommandTest, AFailingCallLeavesOldOrNewAndFailsTheRun) {
             const std::string left = fileContent("movingloop.std");
             EXPECT_TRUE(left == old || fileContent("movingloop.std~") == old) << spoiled.text();
             EXPECT_TRUE(left != old || code == ExitFailed) << spoiled.text();
-            // A station file that cannot be read leaves other positions, and is told.
+            // A side file that cannot be read leaves another project, and fails the run.
+            EXPECT_TRUE(left == good || code == ExitFailed) << spoiled.text();
             EXPECT_TRUE(left == old || left == good || fs::exists("movingloop.err"))
                 << spoiled.text();
             for (const auto &entry : fs::directory_iterator(".")) {
@@ -116,11 +118,44 @@ TEST_F(BuildCommandTest, AFailingCallLeavesOldOrNewAndFailsTheRun) {
     EXPECT_GE(calls, 15);
 }
 
-TEST_F(BuildCommandTest, OneFailureFailsTheRunButNotTheOthers) {
-    fs::create_directory("other");
-    fs::copy("movingloop.avg", "other/movingloop.avg");
-    EXPECT_EQ(build({"--out", "made", "missing.avg", "movingloop.avg", "other/movingloop.avg"}),
+// A directory in the place of a side file is there and cannot be read.
+TEST_F(BuildCommandTest, AnUnreadableSideFileIsNamedAndFailsTheRun) {
+    for (const char *extension : {".avg", ".stn", ".mde"}) {
+        fs::copy(fs::path(SourceDirectory) / "examples" / ("inloop" + std::string(extension)),
+                 "inloop" + std::string(extension));
+    }
+    for (const char *side : {"inloop.stn", "inloop.mde"}) {
+        const std::string content = fileContent(side);
+        fs::remove(side);
+        fs::create_directory(side);
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(build({"inloop.avg"}), ExitFailed) << side;
+        EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                    testing::HasSubstr(std::string(", FAILED to read ") + side));
+        EXPECT_TRUE(fs::exists("inloop.std"));
+        fs::remove(side);
+        putFile(side, content);
+    }
+    EXPECT_EQ(build({"inloop.avg"}), ExitOk);
+}
+
+TEST_F(BuildCommandTest, FilesOfOneNameGetNamesOfTheirOwn) {
+    for (const char *directory : {"a", "b", "c", "d"}) {
+        fs::create_directory(directory);
+        fs::copy("movingloop.avg", std::string(directory) + "/line.avg");
+    }
+    putFile("c/line.avg", "no data\n");
+    EXPECT_EQ(build({"a/line.avg", "b/line.avg", "c/line.avg", "d/line.avg", "--out", "made"}),
               ExitFailed);
+    EXPECT_TRUE(fs::exists("made/line.std"));
+    EXPECT_TRUE(fs::exists("made/line_2.std"));
+    EXPECT_FALSE(fs::exists("made/line_3.std"));
+    EXPECT_THAT(fileContent("made/line_3.err"), testing::HasSubstr("found no TEM data"));
+    EXPECT_TRUE(fs::exists("made/line_4.std"));
+}
+
+TEST_F(BuildCommandTest, OneFailureFailsTheRunButNotTheOthers) {
+    EXPECT_EQ(build({"--out", "made", "missing.avg", "movingloop.avg"}), ExitFailed);
     EXPECT_TRUE(fs::exists("made/movingloop.std"));
     EXPECT_TRUE(fs::exists("made/missing.err"));
     EXPECT_EQ(build({"--line", "3", "fixedloop.avg"}), ExitFailed);
