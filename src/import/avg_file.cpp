@@ -78,7 +78,11 @@ bool isComment(std::string_view line) {
 
 bool AvgWalk::open(const std::string &fileName) {
     name = fileNameOf(fileName);
-    return reader.open(fileName);
+    const bool opened = reader.open(fileName);
+    if (!opened && pathExists(fileName)) {
+        ReportError({"ERROR: Could not open data file", fileName, reader.errorText()});
+    }
+    return opened;
 }
 
 // A section without data stands for nothing: the labels before it remain in force.
@@ -134,7 +138,8 @@ bool AvgWalk::nextDataLine(Metadata &metadata, std::string_view &line) {
         }
         if (status == LineStatus::Fault) {
             faulted = true;
-            ReportError({"ERROR while reading file near line " + std::to_string(record()), line});
+            ReportError({"ERROR while reading file near line " + std::to_string(record()),
+                         reader.errorText()});
             return false;
         }
         line = trimRight(line);

@@ -43,16 +43,13 @@ void PrintTo(const CutCase &cut, std::ostream *out) {
 
 constexpr CutCase Cases[] = {
     {"inloop", ".avg", ".avg", AVG_Count, AVG_Read},
-    {"inloop", ".avg", ".mde", AVG_Count, AVG_Read},
-    {"inloop", ".avg", ".stn", AVG_Count, AVG_Read},
     {"fixedloop", ".avg", ".avg", AVG_Count, AVG_Read},
     {"movingloop", ".avg", ".avg", AVG_Count, AVG_Read},
+    {"movingloop", ".avg", ".mde", AVG_Count, AVG_Read},
+    {"movingloop", ".avg", ".stn", AVG_Count, AVG_Read},
     {"coincident_avg", ".avg", ".avg", AVG_Count, AVG_Read},
-    {"coincident", ".z", ".z", Z_Count, Z_Read},
     {"coincident", ".z", ".mde", Z_Count, Z_Read},
     {"coincident", ".z", ".stn", Z_Count, Z_Read},
-    {"amira_uv", ".tem", ".tem", AMR_Count, AMR_Read},
-    {"amira_nt", ".tem", ".tem", AMR_Count, AMR_Read},
     {"amira_uv", ".tem", ".chn", AMR_Count, AMR_Read},
     {"amira_uv", ".tem", ".mde", AMR_Count, AMR_Read},
     {"amira_uv", ".tem", ".stn", AMR_Count, AMR_Read},
@@ -145,9 +142,7 @@ TEST_P(CutSurveys, WhatIsLostIsTold) {
             yield.soundings == 0 || yield.stations == 0 || (length > 0 && text[length - 1] != '\n');
         EXPECT_TRUE(messages.warnings.size() + messages.errors.size() > toldOfWhole || !shows ||
                     !yield.isLessThan(whole))
-            << "cut to " << length << ": ..."
-            << text.substr(length - std::min<std::size_t>(length, 30),
-                           std::min<std::size_t>(length, 30));
+            << "cut to " << length;
     }
 }
 
