@@ -4,6 +4,7 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "screen/graphics_errors.h"
+#include "shell/engine_lines.h"
 #include "shell/open_project.h"
 #include "shell/project_copy.h"
 #include "toolkit/child_process.h"
@@ -71,8 +72,14 @@ bool isReady(const std::string &path) {
     return true;
 }
 
-void logEngineLine(std::string_view line) {
-    ReportInfoLine(std::string(EngineName) + ": " + std::string(line));
+// Logs what the engine writes and keeps the line that says how the run went.
+CommandProgress takeEngineLine(std::string_view line, std::string &summary) {
+    const std::string_view words = withoutEngineName(line);
+    ReportInfoLine(std::string(EngineName) + ": " + std::string(words));
+    if (isEngineSummary(words)) {
+        summary = words;
+    }
+    return engineProgress(line);
 }
 
 } // namespace
@@ -85,13 +92,20 @@ int Invert(SurveyModel &model, std::string &path) {
     constexpr int waitForItsEnd = 2;
     CheckGraphicsError();
     ProjectCopy copy(path);
+    std::string summary;
+    const auto line = [&summary](std::string_view text) {
+        return takeEngineLine(text, summary);
+    };
     const CommandEnd end =
-        IOsCommand({EngineName, asArgument(path)}, waitForItsEnd, logEngineLine, &EngineDialog);
+        IOsCommand({EngineName, asArgument(path)}, waitForItsEnd, line, &EngineDialog);
     reportFailedRun(path);
     copy.settle(end);
     const int status = OpenProject(model, path);
     logEnd(end); // the log begins anew with the opening
     copy.conclude(status == 0);
+    if (end.succeeded() && status == 0 && !summary.empty()) {
+        ReportNotice(NoticeLevel::Status, {summary});
+    }
     return status;
 }
 

@@ -174,6 +174,8 @@ class Backend {
     /// 30 times a second. Below 0 the end is not known. False once the user stops the work, after
     /// which some more steps may come.
     virtual bool workStep(double /*fraction*/) { return true; }
+    /// What the shown work says of itself now.
+    virtual void workWords(std::string_view /*words*/) {}
     virtual void endWork() {}
     /// The page of a plot file that needs the window system's help; null: there is none.
     virtual std::unique_ptr<DocumentSurface> document(int driver);

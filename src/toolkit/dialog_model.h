@@ -45,12 +45,12 @@ struct DialogModel {
     const DialogSpec *spec = nullptr; ///< its table; null only in a model without one
     int number = 0;
     std::string caption;
-    std::vector<ControlState> controls; ///< in tab order
-    int defaultButton = 0;              ///< what Enter presses; 0 none
-    int firstControl = 0;               ///< has the focus at first; 0 the first of the table
-    int mode = 0;                       ///< DialogMode while shown, else 0
-    int endButton = 0;                  ///< button that ended it while it blocks; 0 none yet
-    PixelSize size;                     ///< filled by the backend
+    std::vector<ControlState> controls;  ///< in tab order
+    int defaultButton = 0;               ///< what Enter presses; 0 none
+    int firstControl = 0;                ///< has the focus at first; 0 the first of the table
+    int mode = 0;                        ///< DialogMode while shown, else 0
+    int endButton = 0;                   ///< button that ended it while it blocks; 0 none yet
+    PixelSize size;                      ///< filled by the backend
     std::function<void(int id)> changed; ///< called after a change by the user while it blocks
 };
 

@@ -66,6 +66,14 @@ bool LongWork::step(double done, double total) {
     return !stopped_;
 }
 
+void LongWork::say(std::string_view words) {
+    ToolkitState &state = toolkitState();
+    state.work.request.words = words; // so that they stand there again after a pause
+    if (isShown(state)) {
+        state.backend->workWords(words);
+    }
+}
+
 WorkPause::WorkPause() {
     ToolkitState &state = toolkitState();
     if (isShown(state)) {

@@ -3,6 +3,8 @@
 #include "toolkit/backend.h"
 #include "toolkit/dialog_model.h"
 
+#include <string_view>
+
 namespace keldrin {
 
 // Long work that the user watches and may stop: a dialog with words, a bar and a button, which the
@@ -22,6 +24,9 @@ class LongWork {
     /// item of a loop: the window system sees about 30 steps a second.
     /// returns  false once the user has stopped the work
     bool step(double done, double total);
+
+    /// Replaces the words of the dialog.
+    void say(std::string_view words);
 
     [[nodiscard]] bool stopped() const { return stopped_; }
 

@@ -91,17 +91,26 @@ void WHardcopyOptions(int /*which*/) {
 }
 
 CommandEnd IOsCommand(const std::vector<std::string> &command, int /*flags*/,
-                      const std::function<void(std::string_view)> &line, const DialogSpec *dialog) {
+                      const std::function<CommandProgress(std::string_view)> &line,
+                      const DialogSpec *dialog) {
     ToolkitState &state = toolkitState();
     if (state.backend == nullptr || command.empty()) {
         ToolkitSetError(ErrorCannotRun);
         return {};
     }
     LongWork work({shortForm(command), {}, dialog});
-    const auto goOn = [&work] {
-        return work.step(0.0, 0.0);
+    CommandProgress progress;
+    const auto onLine = [&](std::string_view text) {
+        CommandProgress now = line ? line(text) : CommandProgress{};
+        if (now.total > 0.0) {
+            progress = std::move(now);
+            work.say(progress.words);
+        }
     };
-    const RunResult result = state.backend->run(command, {line, goOn});
+    const auto goOn = [&] {
+        return work.step(progress.done, progress.total);
+    };
+    const RunResult result = state.backend->run(command, {onLine, goOn});
     state.closeRemembered = state.closeRemembered || result.closeAsked;
     if (result.toolkitError != 0) {
         ToolkitSetError(result.toolkitError, result.systemError);

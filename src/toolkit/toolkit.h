@@ -216,12 +216,19 @@ struct CommandEnd {
     [[nodiscard]] bool succeeded() const { return started && exitCode == 0 && signal == 0; }
 };
 
+/// How far a program has come, as a line of its own says.
+struct CommandProgress {
+    double done = 0.0;
+    double total = 0.0;     ///< 0: the line says nothing of it
+    std::string words = {}; ///< for the user, where total is above 0
+};
+
 /// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended; the user
 /// may end it before. A program that cannot be started leaves error state 13.
-/// line     gets each line that it writes to its console
+/// line     gets each line that it writes to its console, and returns what it says of the progress
 /// dialog   shown meanwhile, a table of long work; null: the toolkit's own
 CommandEnd IOsCommand(const std::vector<std::string> &command, int flags,
-                      const std::function<void(std::string_view)> &line = {},
+                      const std::function<CommandProgress(std::string_view)> &line = {},
                       const DialogSpec *dialog = nullptr);
 
 /// The system's printer dialog for the chosen hardcopy (page/hardcopy.h); ToolkitDialogInfo(4) says

@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "physics/ordered_work.h"
+#include "shell/engine_lines.h"
 #include "shell/invert.h"
 #include "toolkit/child_process.h"
 
@@ -77,15 +78,12 @@ int threadsOfEach(const InvertRequest &request) {
 }
 
 InvertOutcome invertOne(const std::string &project, int threads) {
-    static constexpr std::string_view mark = "median misfit";
     InvertOutcome outcome;
     ChildWatch watch;
     watch.line = [&outcome](std::string_view line) {
-        const std::string_view prefix = "rkeldrin: ";
-        line.remove_prefix(line.substr(0, prefix.size()) == prefix ? prefix.size() : 0);
-        outcome.last = line;
-        if (line.find(mark) != std::string_view::npos) {
-            outcome.summary = line;
+        outcome.last = withoutEngineName(line);
+        if (isEngineSummary(line)) {
+            outcome.summary = outcome.last;
         }
     };
     watch.goOn = [] {

@@ -61,6 +61,7 @@ class DesktopBackend : public Backend {
     void setPointerText(const PointerText &text) override;
     void beginWork(const WorkRequest &request) override;
     bool workStep(double fraction) override;
+    void workWords(std::string_view words) override;
     void endWork() override;
     std::unique_ptr<DocumentSurface> document(int driver) override;
 

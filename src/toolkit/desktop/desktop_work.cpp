@@ -17,6 +17,12 @@ bool DesktopBackend::workStep(double fraction) {
     return work_ == nullptr || work_->step(fraction);
 }
 
+void DesktopBackend::workWords(std::string_view words) {
+    if (work_ != nullptr) {
+        work_->say(words);
+    }
+}
+
 void DesktopBackend::endWork() {
     work_.reset();
     if (topDialog() != nullptr) {

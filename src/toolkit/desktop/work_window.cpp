@@ -54,13 +54,19 @@ bool WorkWindow::step(double fraction) {
     return model_->endButton == 0;
 }
 
-void WorkWindow::closeAsked() {
-    if (ControlState *words = firstOfKind(*model_, ControlKind::Static)) {
-        putText(*words, "The program closes when this is done.");
+void WorkWindow::say(std::string_view text) {
+    ControlState *words = firstOfKind(*model_, ControlKind::Static);
+    if (words != nullptr && !closing_) {
+        putText(*words, std::string(text));
         if (shown_) {
             window_->refresh(words->id);
         }
     }
+}
+
+void WorkWindow::closeAsked() {
+    say("The program closes when this is done.");
+    closing_ = true;
 }
 
 } // namespace keldrin

@@ -6,6 +6,7 @@
 #include <QElapsedTimer>
 
 #include <memory>
+#include <string_view>
 
 namespace keldrin {
 
@@ -25,6 +26,9 @@ class WorkWindow {
     /// is not known. False once the button has been pressed.
     bool step(double fraction);
 
+    /// Replaces the words; once the program is to end, they stay.
+    void say(std::string_view text);
+
     /// Shows that the program ends as soon as the work has.
     void closeAsked();
 
@@ -36,6 +40,7 @@ class WorkWindow {
     std::unique_ptr<DialogWindow> window_;
     QElapsedTimer sinceBegin_;
     bool shown_ = false;
+    bool closing_ = false;
 };
 
 } // namespace keldrin
