@@ -44,7 +44,7 @@ TEST_F(AmiraTest, AListLowersTheCountOfTheChannelFileAndNeverRaisesIt) {
 TEST_F(AmiraTest, WithoutAnyTimesTheImportEnds) {
     channels.clear();
     EXPECT_EQ(read(Head + Rows), 2); // no user is there to choose a channel file
-    EXPECT_THAT(messages.warnings.back(), HasSubstr("Could not find channel file"));
+    EXPECT_THAT(messages.errors.back(), HasSubstr("Could not find channel file"));
     channels = "DELAY\n1\n";
     EXPECT_EQ(read(Head + Rows), 0);
     channels = "DELAY\n";
