@@ -105,7 +105,7 @@ bool LineReader::anyDataLeft() {
 }
 
 // Takes one line from what is pending. False when more must be read to see its end.
-bool LineReader::takeLine(std::string_view &line, bool &hasEnd) {
+bool LineReader::takeLine(std::string_view &line) {
     std::size_t end = pending_.find('\n');
     const std::size_t mark = pending_.substr(0, end).find(EndMark);
     if (mark != std::string_view::npos) {
@@ -115,10 +115,11 @@ bool LineReader::takeLine(std::string_view &line, bool &hasEnd) {
     if (end == std::string_view::npos && !sourceEnded_) {
         return false;
     }
-    hasEnd = end != std::string_view::npos;
     line = pending_.substr(0, end);
-    if (end == std::string_view::npos && mark == std::string_view::npos &&
-        (inLongLine_ || line.find_first_not_of('\r') != std::string_view::npos)) {
+    // Blanks may be the rest of a line that was cut; in front of an end mark they pad the text.
+    const std::string_view padding = mark == std::string_view::npos ? "\r" : Padding;
+    if (end == std::string_view::npos &&
+        (inLongLine_ || line.find_first_not_of(padding) != std::string_view::npos)) {
         endedInLine_ = true;
     }
     pending_.remove_prefix(std::min(pending_.size(), line.size() + 1));
@@ -130,8 +131,7 @@ bool LineReader::takeLine(std::string_view &line, bool &hasEnd) {
 
 LineStatus LineReader::next(std::string_view &line) {
     inLongLine_ = false;
-    bool hasEnd = false;
-    while (!takeLine(line, hasEnd)) {
+    while (!takeLine(line)) {
         if (pending_.size() == buffer_.size()) {
             // No line end in a full buffer: keep the head of the line, forget the rest.
             if (!inLongLine_) {
@@ -159,7 +159,6 @@ LineStatus LineReader::next(std::string_view &line) {
     if (firstCutLine_ == 0 && (inLongLine_ || line.size() > limit_)) {
         firstCutLine_ = lineNumber_;
     }
-    lineHadEnd_ = hasEnd;
     line = cutText(line, limit_);
     return LineStatus::Line;
 }

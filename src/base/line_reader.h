@@ -51,14 +51,12 @@ class LineReader {
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
-    /// True when the text ended in a line that has no line end, and not at a 0x1A.
+    /// True once the text has ended in a line without a line end: that line may be cut. In front of
+    /// a 0x1A blanks are no line.
     [[nodiscard]] bool endedInLine() const { return endedInLine_; }
 
     /// Number of the first line that was longer than the limit and so was cut; 0 none yet.
     [[nodiscard]] int firstCutLine() const { return firstCutLine_; }
-
-    /// True when the last line given was ended by a line end, not by the end of the text.
-    [[nodiscard]] bool lineHadEnd() const { return lineHadEnd_; }
 
     /// True once the system has refused to read on: the text is not whole.
     [[nodiscard]] bool failed() const { return failed_; }
@@ -75,7 +73,7 @@ class LineReader {
     void passOverByteOrderMark();
     void stopAtMark(std::size_t markPosition);
     bool anyDataLeft();
-    bool takeLine(std::string_view &line, bool &hasEnd);
+    bool takeLine(std::string_view &line);
 
     std::size_t limit_;
     OpenFile file_;
@@ -92,7 +90,6 @@ class LineReader {
     bool endedAtMark_ = false;
     bool endedInLine_ = false;
     int firstCutLine_ = 0;
-    bool lineHadEnd_ = false;
     bool failed_ = false;
     int lineNumber_ = 0;
     std::string errorText_;

@@ -89,7 +89,7 @@ bool AvgWalk::open(const std::string &fileName) {
 void AvgWalk::takeLabels(std::string_view line) {
     LabelMatch options;
     options.maxCols = AvgMaxColumns;
-    options.width = AvgCellWidth;
+    options.width = AvgLabelWidth;
     AvgLabels taken;
     taken.record = record();
     taken.line = line;
@@ -122,7 +122,7 @@ bool AvgWalk::takeDataLine(std::string_view line) {
     if (!quiet && commas.count == 0 && hasDecimalCommas(line)) {
         commas.note(record(), line);
     }
-    Str_Split_Columns(line, AvgMaxColumns, AvgCellWidth, cells);
+    Str_Split_Columns(line, AvgMaxColumns, AvgLineLimit, cells);
     return true;
 }
 
@@ -166,8 +166,7 @@ bool AvgWalk::nextDataLine(Metadata &metadata, std::string_view &line) {
 void AvgWalk::reportNotices() const {
     emptySections.report(name, "Lines of column labels without data below them",
                          "They are passed over.");
-    commas.report(name, "A data line seems to have commas for decimal points",
-                  "A comma is read as the end of a column: the values are not what they seem.");
+    noteDecimalCommas(commas, name);
 }
 
 int avgComponent(std::string_view text, std::string_view label) {

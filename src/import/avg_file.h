@@ -71,7 +71,7 @@ inline constexpr std::array<std::string_view, AvgVariables> AvgNames = {
     "DBDT.%ERR",  "DBDT.WGT",    "ARES.MAG",  "DEPTH.IMAGE", "B.MAG"};
 
 inline constexpr int AvgMaxColumns = 32;
-inline constexpr std::size_t AvgCellWidth = 32;
+inline constexpr std::size_t AvgLabelWidth = 32;
 inline constexpr std::size_t AvgLineLimit = 8192;
 inline constexpr int AvgSourceLevel = 2; ///< of the file's keyword records
 

@@ -123,19 +123,18 @@ int soundingsNeeded(const LineEntry &entry) {
 }
 
 void settleTxByOffset(SurveyModel &model) {
-    const ControlValues &control = model.control;
-    if (!model.preset.TxByOffset || !(control.StnScale > 0.0F)) {
+    const auto scale = static_cast<double>(model.control.StnScale);
+    if (!(scale > 0.0)) {
         return;
     }
-    const double offset =
-        static_cast<double>(control.XRxOffset) / static_cast<double>(control.StnScale);
     for (int i = 0; i < model.SoundingCount; ++i) {
-        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
-        if (record.TxStn == record.RxStn) {
-            hTrn_Set_Stations(model, i, record.RxStn - offset, record.RxStn);
+        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        if (model.preset.TxByOffset.count({record.TxStn, record.RxStn}) > 0) {
+            const double offset = record.RxStn - record.TxStn;
+            hTrn_Set_Stations(model, i, record.RxStn - offset / scale, record.RxStn);
         }
     }
-    model.preset.TxByOffset = false;
+    model.preset.TxByOffset.clear();
 }
 
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
@@ -221,8 +220,10 @@ void warnOfDefaults(std::string_view file, const GivenSettings &given, const Sur
 
 void noteFileEnd(const LineReader &reader, std::string_view file) {
     if (reader.endedAtMark()) {
-        ReportError({"WARNING: " + std::string(file) + " has an end mark (code 26)",
-                     "What stands behind it was not read."});
+        ReportNotice(NoticeLevel::Box,
+                     {"WARNING: " + std::string(file) + " has an end mark (code 26) after line " +
+                          std::to_string(reader.lineNumber()),
+                      "What stands behind it was not read."});
     }
     if (reader.endedInLine()) {
         ReportWarning({"WARNING: The last line of " + std::string(file) + " has no line end",
@@ -233,6 +234,11 @@ void noteFileEnd(const LineReader &reader, std::string_view file) {
                            std::string(file) + " is too long",
                        "What stands behind its last column that fits was not read."});
     }
+}
+
+void noteDecimalCommas(const LineNotice &commas, std::string_view file) {
+    commas.report(file, "A data line seems to have commas for decimal points",
+                  "A comma is read as the end of a column: the values are not what they seem.");
 }
 
 std::string foundText(int lines, int transients) {

@@ -88,8 +88,9 @@ class SoundingCounter {
 int soundingsNeeded(const LineEntry &entry);
 
 /// Puts the transmitters of a Moving-Loop line whose file tells no loop where the receiver offset
-/// says: TxStn = RxStn - XRxOffset / StnScale, for soundings of ImportPreset::TxByOffset whose
-/// TxStn is still their RxStn. Called once the station file has settled StnScale.
+/// of their rows says: TxStn = RxStn - offset / StnScale, for the soundings of
+/// ImportPreset::TxByOffset, whose TxStn is still RxStn - offset. Called once the station file has
+/// settled StnScale.
 void settleTxByOffset(SurveyModel &model);
 
 /// hTrn_Find_Or_Add for importers: a table that is full is left as it was.
@@ -148,9 +149,12 @@ void warnOfDefaults(std::string_view file, const GivenSettings &given, const Sur
 /// given  loop and centre become true with the vertices
 void settleLoopFromVertices(SurveyModel &model, GivenSettings &given);
 
-/// What must be told at the end of a file of field data: an end mark with data behind it, a last
-/// line that may be cut, a line that was too long.
+/// What must be told at the end of a file of field data: an end mark with data behind it (a box
+/// that is always shown), a last line that may be cut, a line that was too long.
 void noteFileEnd(const LineReader &reader, std::string_view file);
+
+/// Tells of data rows that seem to have commas for decimal points.
+void noteDecimalCommas(const LineNotice &commas, std::string_view file);
 
 /// The words that end a count pass: "Found N lines and M TEM transients."
 std::string foundText(int lines, int transients);

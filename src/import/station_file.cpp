@@ -85,7 +85,7 @@ bool isSpurious(StationReader &reader, const std::array<double, 4> &values) {
 
 void readPoint(StationReader &reader, std::string_view line, StationTable &table) {
     const RecordLine record{reader.lines.lineNumber(), line};
-    Str_Split_Columns(line, MaxColumns, CellWidth, reader.cells);
+    Str_Split_Columns(line, MaxColumns, LineLimit, reader.cells);
     std::array<double, 4> values{};
     for (std::size_t i = 0; i < values.size(); ++i) {
         const int status = Val_Read_R8(record, reader.cells.column(reader.columns.iVarCol[i]),

@@ -2,7 +2,6 @@
 #include "import/z_file.h"
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
-#include "projectfile/table_file.h"
 
 namespace keldrin {
 
@@ -64,7 +63,9 @@ int Z_Count(SurveyModel &model, const std::string &fileName) {
     if (walk.ended) {
         warnOfReadingsBehindEnd(walk);
     }
-    noteEndMark(walk.reader);
+    noteFileEnd(walk.reader, walk.name);
+    walk.commas.report(walk.name, "Readings with commas for decimal points",
+                       "They cannot be read.");
     if (entry.Transients < 1) {
         ReportError({"ERROR while reading " + walk.name, "Found no valid data"});
         return 1;

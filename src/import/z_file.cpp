@@ -4,6 +4,7 @@
 #include "base/free_form.h"
 #include "base/paths.h"
 #include "messages/message_log.h"
+#include "text/decimal_commas.h"
 
 namespace keldrin {
 
@@ -121,6 +122,10 @@ bool ZWalk::nextReading(ZReading &reading, std::string_view &line) {
             continue;
         }
         if (!readZFields(line, reading)) {
+            if (hasDecimalCommas(line)) {
+                commas.note(reader.lineNumber(), line);
+                continue;
+            }
             ReportError({"ERROR while reading data from:", trimBlanks(line)});
         } else if (reading.code == ZReadingCode) {
             return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/line_reader.h"
+#include "import/import_steps.h"
 #include "model/survey_model.h"
 
 #include <cstddef>
@@ -43,6 +44,7 @@ struct ZWalk {
     std::string name;         ///< of the file, for messages
     bool ended = false;       ///< an end line was met
     int linesOfOtherCode = 0; ///< passed over so far, blank ones apart
+    LineNotice commas;        ///< lines that cannot be read for their decimal commas
 
     /// False when the file cannot be opened (reported).
     bool open(const std::string &fileName);
@@ -51,7 +53,8 @@ struct ZWalk {
     /// lacks the mark of the right data (reported).
     bool scanHead();
 
-    /// Goes to the next reading of code 2. A line that cannot be read is reported and passed over.
+    /// Goes to the next reading of code 2. A line that cannot be read is passed over and reported;
+    /// those with decimal commas are noted.
     /// line     as it stands in the file
     /// returns  false at the end line or the end of the file
     bool nextReading(ZReading &reading, std::string_view &line);

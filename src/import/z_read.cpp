@@ -61,9 +61,10 @@ bool openSounding(ReadPass &pass, SurveyModel &model, double station) {
     return true;
 }
 
-bool isPossible(double station, float time, float dBdt) {
-    return std::fabs(station) < LargestStation && time >= LeastTime && time <= GreatestTime &&
-           std::fabs(dBdt) <= LargestReading;
+bool isPossible(const ImportPreset &preset, double station, float time, float dBdt) {
+    return std::fabs(station) <= LargestStation &&
+           std::fabs(rescaledStation(preset, station)) <= LargestStation && time >= LeastTime &&
+           time <= GreatestTime && std::fabs(dBdt) <= LargestReading;
 }
 
 bool addWindow(SoundingRecord &record, float time, float dBdt) {
@@ -86,7 +87,7 @@ bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
         pass.note(NoTime, line);
         return true;
     }
-    if (!isPossible(rescaledStation(model.preset, reading.station), reading.time, dBdt)) {
+    if (!isPossible(model.preset, reading.station, reading.time, dBdt)) {
         pass.note(Impossible, line);
         return true;
     }
@@ -143,6 +144,9 @@ int Z_Read(SurveyModel &model, const std::string &fileName, std::string_view /*l
         ReportError({"ERROR while reading " + pass.walk.name});
         return 1;
     }
+    GivenSettings given = givenSettings(model);
+    settleLoopFromVertices(model, given);
+    warnOfDefaults(pass.walk.name, given, model);
     ReportInfoLine(std::to_string(model.SoundingCount) + " soundings have been read from " +
                    pass.walk.name);
     return 0;

@@ -9,8 +9,10 @@
 
 #include <array>
 #include <cmath>
+#include <set>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -167,7 +169,8 @@ struct LineTable {
 /// What an import takes from the data input dialog: array and scaling of the selected line.
 struct ImportPreset : LineScaling {
     int SelectedArrayIndex = 0;
-    bool TxByOffset = false; ///< a read pass leaves TxStn to be settled from XRxOffset
+    /// TxStn and RxStn of soundings whose TxStn is to be settled from the offset between them
+    std::set<std::pair<double, double>> TxByOffset;
 };
 
 /// A station number of the file as a position on the line.

@@ -113,9 +113,6 @@ void splitTableRow(TableScan &scan);
 /// True when a table that was scanned to its end was read whole and lost no part of a row.
 bool isWholeTable(const TableScan &scan);
 
-/// Tells that an end mark cut off the rest of a file, if it did.
-void noteEndMark(const LineReader &reader);
-
 /// Why a table is not whole, in words; blank when it is.
 std::string wholenessText(const TableScan &scan);
 

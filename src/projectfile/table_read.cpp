@@ -116,7 +116,7 @@ bool isFull(const RowShape &shape, const RowShape &usual, TableScan &scan) {
 }
 
 void noteShape(TableScan &scan, TableLine kind) {
-    scan.lacksEnd = !scan.reader.lineHadEnd();
+    scan.lacksEnd = scan.reader.endedInLine();
     if (kind == TableLine::Labels) {
         scan.shape = {shapeOf(scan.line, scan).fields, true};
     } else if (kind == TableLine::Data) {
@@ -187,14 +187,6 @@ bool nextTableRow(TableScan &scan, RowValues &values) {
 
 bool isWholeTable(const TableScan &scan) {
     return !scan.endsCut && !scan.reader.failed() && !scan.reader.endedAtMark();
-}
-
-void noteEndMark(const LineReader &reader) {
-    if (reader.endedAtMark()) {
-        ReportNotice(NoticeLevel::Box, {"WARNING: The file has an end mark (code 26) after line " +
-                                            std::to_string(reader.lineNumber()),
-                                        "What stands behind it was not read."});
-    }
 }
 
 std::string wholenessText(const TableScan &scan) {

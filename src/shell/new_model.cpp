@@ -164,7 +164,7 @@ void writeNewProject(SurveyModel &model, std::string &path, WriteOutcome outcome
 
 // What the field data file and its side files say, as soundings of one line.
 int readFieldData(SurveyModel &model, const ReaderFamily &family, const std::string &input) {
-    model.preset.TxByOffset = false;
+    model.preset.TxByOffset.clear();
     Mde_File_Input(model, sideFilePath(input, ".mde"));
     int status = family.countPass(model, input);
     if (status == 0) {

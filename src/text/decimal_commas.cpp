@@ -27,6 +27,9 @@ CellForm formOf(std::string_view cell) {
     if (whole == 0 || whole == cell.size()) {
         return whole > 0 ? CellForm::Integer : CellForm::Other;
     }
+    if (whole + 1 == cell.size() && holds("NSEW", {&cell[whole], 1})) { // a station
+        return CellForm::Integer;
+    }
     const std::size_t decimals = cell[whole] == ',' ? digitsAt(cell, whole + 1) : 0;
     if (decimals == 0) {
         return CellForm::Other;

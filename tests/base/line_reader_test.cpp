@@ -124,12 +124,19 @@ TEST(LineReaderNotes, TellsALastLineWithoutItsEndAndALineThatWasCut) {
         bool endedInLine;
         int firstCutLine;
     };
-    const Case cases[] = {{"", false, 0},           {"one\n", false, 0},
-                          {"one\r\n", false, 0},    {"one\ntwo", true, 0},
-                          {"one\n  \t", true, 0},   {"one\n\r", false, 0},
-                          {"one\n\x1A", false, 0},  {"one\ntw\x1A", false, 0},
-                          {"12345678\n", false, 0}, {"ok\n123456789\nok\n", false, 2},
-                          {"123456789", true, 1},   {"ok\n12345678901234567890123\n", false, 2}};
+    const Case cases[] = {{"", false, 0},
+                          {"one\n", false, 0},
+                          {"one\r\n", false, 0},
+                          {"one\ntwo", true, 0},
+                          {"one\n  \t", true, 0},
+                          {"one\n\r", false, 0},
+                          {"one\n  \x1A", false, 0},
+                          {"one\ntw\x1A", true, 0},
+                          {"one\n\x1Atwo", false, 0},
+                          {"12345678\n", false, 0},
+                          {"ok\n123456789\nok\n", false, 2},
+                          {"123456789", true, 1},
+                          {"ok\n12345678901234567890123\n", false, 2}};
     for (const Case &c : cases) {
         LineReader reader(8, 16);
         reader.openText(c.text);
@@ -150,15 +157,6 @@ TEST(LineReader, LooksForDataBehindAnEndMarkBeyondItsBuffer) {
         ASSERT_TRUE(reader.open(path));
         EXPECT_EQ(linesOf(reader), std::vector<std::string>{"1234"});
         EXPECT_EQ(reader.endedAtMark(), data);
-    }
-}
-
-TEST(LineReader, SaysWhetherTheLastLineHadAnEnd) {
-    for (const auto &[text, hadEnd] : {std::pair{"1\n2\n", true}, std::pair{"1\n2", false}}) {
-        LineReader reader(80);
-        reader.openText(text);
-        EXPECT_EQ(linesOf(reader), (std::vector<std::string>{"1", "2"}));
-        EXPECT_EQ(reader.lineHadEnd(), hadEnd);
     }
 }
 

@@ -20,6 +20,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
+/// What a survey information file gives besides, so that no default is taken.
+const std::string Given = "$ Tx.Length = 100\n$ Tx.Freq = 1\n$ Survey.Array = COL\n";
+
 const std::string Head = "line 7\nmagnitude\nIIX\n";
 
 /// A reading of a coil of 1000 m^2, so that a file value in uV/A is the value in nV/(A m2).
@@ -65,7 +68,7 @@ class ZFileTest : public testing::Test {
     TemporaryDirectory directory;
     MessageRecorder messages;
     SurveyModel model;
-    std::string survey = "$ Survey.Array = COL\n$ Line.Name = C 7\n$ Rx.Area = 1000\n";
+    std::string survey = Given + "$ Line.Name = C 7\n$ Rx.Area = 1000\n";
     int capacity = 0;
 };
 
@@ -194,7 +197,7 @@ TEST_F(ZFileTest, ALineThatCannotBeReadIsToldOnBothPassesAndCostsNoOther) {
 
 TEST_F(ZFileTest, TheDataEndAtTheEndTextAnywhereInTenColumns) {
     for (const char *end :
-         {"  9999.0\n", "9999.0 end\n", " 2  9999.0     0.1         5\n", "xx19999.00\n", "\x1A"}) {
+         {"  9999.0\n", "9999.0 end\n", " 2  9999.0     0.1         5\n", "xx19999.00\n"}) {
         EXPECT_EQ(read(Head + reading("100", "0.1", "1") + end + "free text\n"), 0) << end;
         EXPECT_THAT(stations(), ElementsAre(100)) << end;
         EXPECT_THAT(messages.errors, IsEmpty()) << end;
@@ -232,7 +235,7 @@ TEST_F(ZFileTest, TheHeadTellsWhatIsMissingInIt) {
 }
 
 TEST_F(ZFileTest, WhatASoundingCannotTakeIsToldOnceForItsCause) {
-    survey = "$ Rx.Area = 0.01\n";
+    survey = Given + "$ Rx.Area = 0.01\n";
     EXPECT_EQ(read(Head + reading("100", "0.1", "1") + reading("100", "0", "2") +
                    reading("200", "-0.1", "2") + " 2     200\n" + reading("300", "0.1", "1E30") +
                    reading("-1E32", "0.1", "1") + reading("300", "1E5", "1") +
@@ -285,6 +288,53 @@ TEST_F(ZFileTest, AReadPassWithoutASoundingFailsInWords) {
     EXPECT_EQ(Z_Count(model, directory.path("missing.z")), 1);
     EXPECT_EQ(Z_Read(model, directory.path("missing.z"), ""), 1);
     EXPECT_EQ(messages.errors.back(), "ERROR: Could not find missing.z");
+}
+
+TEST_F(ZFileTest, WhatIsNotReadOrNotCertainIsToldOnce) {
+    struct Case {
+        std::string what;
+        std::string survey;
+        std::string text;
+        std::string told;
+    };
+    const std::string good = Head + reading("100", "0.1", "1");
+    const std::string whole = survey;
+    const std::string fixed = "$ Rx.Area = 1000\n$ Tx.Length = 100\n$ Tx.Freq = 1\n"
+                              "$ Survey.Array = FXL\n";
+    const Case cases[] = {
+        {"a last line without its end", whole, good + " 2     100     0.2    5",
+         "The last line of x.z has no line end|The file may be cut."},
+        {"an end mark with data behind it", whole, good + "\x1A" + good,
+         "x.z has an end mark (code 26) after line"},
+        {"decimal commas", whole, good + reading("100", "0,2", "5,5") + reading("100", "0,3", "5"),
+         "Readings with commas for decimal points: 2, the first on line 5 of x.z"},
+        {"a station too far", whole, good + reading("1.1E9", "0.1", "1"),
+         "impossible station, time or magnitude: 1, the first on line 5"},
+        {"a station too far before its rescaling", whole + "$ Stn.QdrInc = 10\n$ Stn.Inc = 1\n",
+         good + reading("1.1E9", "0.1", "1"),
+         "impossible station, time or magnitude: 1, the first on line 5"},
+        {"no loop size", "$ Rx.Area = 1000\n$ Tx.Freq = 1\n$ Survey.Array = COL\n", good,
+         "x.z gives no size of the transmitter loop"},
+        {"no frequency", "$ Rx.Area = 1000\n$ Tx.Length = 1\n$ Survey.Array = COL\n", good,
+         "x.z gives no transmitter frequency"},
+        {"no coil area", Given, good, "x.z gives no area of the receiver coil"},
+        {"no array", "$ Rx.Area = 1000\n$ Tx.Length = 1\n$ Tx.Freq = 1\n", good,
+         "x.z gives no survey array"},
+        {"no centre", fixed, good, "x.z gives no centre of the fixed loop"},
+    };
+    for (const Case &c : cases) {
+        survey = c.survey;
+        EXPECT_EQ(read(c.text), 0) << c.what;
+        std::vector<std::string> all = messages.errors;
+        all.insert(all.end(), messages.warnings.begin(), messages.warnings.end());
+        EXPECT_THAT(all, ElementsAre(HasSubstr(c.told))) << c.what;
+        EXPECT_THAT(stations(), ElementsAre(testing::_)) << c.what;
+    }
+    survey = fixed + "$ Tx.Center = 500, 600\n";
+    EXPECT_EQ(read(good), 0);
+    EXPECT_EQ(model.control.XTxCenter, 500.0);
+    EXPECT_EQ(model.control.YTxCenter, 600.0);
+    EXPECT_THAT(messages.warnings, IsEmpty());
 }
 
 TEST_F(ZFileTest, AnArrayThatIsNoneIsToldOnce) {

@@ -83,26 +83,13 @@ void warn(const std::string &what, const std::string &consequence) {
 
 } // namespace
 
-void warnOfAssumptions(const AmiraRecord &record, const ControlValues &control) {
-    if (!record.hasConfig) {
-        warn("the file names no array (CONFIG)", "Fixed-Loop is taken.");
-    }
+void warnOfGuesses(const AmiraRecord &record) {
     if (record.unitIsGuessed) {
         warn("the unit " + record.TEMUnit.str() + " is no known name (uV/A, nV/Am2, nT/sec)",
              "It is taken as " + std::string(nameOf(AmiraUnitNames, record.unitIndex)) + ".");
     }
-    if (!record.hasArea && record.unitIndex == AmiraMicrovolts) {
-        warn("the file gives no coil area (RXAREA)",
-             messageNumber(record.RxAreaXYZ[2]) + " m^2 is taken.");
-    }
-    if (!(record.XTxLength > 0.0F)) {
-        warn("the file gives no loop size", messageNumber(control.XTxLength) + " by " +
-                                                messageNumber(control.YTxLength) + " " +
-                                                control.LengthUnits.str() + " is taken.");
-    }
-    if (!record.hasTxFreq) {
-        warn(isPresent(record.frequencyNumber) ? "there is no TXFREQ, but FREQUENCY is a number"
-                                               : "the file gives no base frequency (TXFREQ)",
+    if (!record.hasTxFreq && isPresent(record.frequencyNumber)) {
+        warn("there is no TXFREQ, but FREQUENCY is a number",
              messageNumber(record.baseFrequency()) + " Hz is taken.");
     }
 }

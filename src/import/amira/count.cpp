@@ -1,7 +1,6 @@
 #include "import/amira/file.h"
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
-#include "projectfile/table_file.h"
 
 #include <algorithm>
 #include <array>
@@ -18,10 +17,40 @@ struct CountPass {
     SoundingCounter soundings;
     std::array<bool, MaxSurveyLines> carriesLoop{}; ///< of lines where a row goes on with a loop
     LineNotice notRead;                             ///< rows of a component that is not read
+    LineNotices lineNotices;
+    FixedText<64> notedLine; ///< in the notices, with its array
+    int notedArray = 0;
     int readings = 0;
 };
 
-void countRow(CountPass &pass, LineTable &lines, std::string_view line) {
+// Settles the line of a row, and the coil areas in force for it.
+void settleLine(CountPass &pass, SurveyModel &model) {
+    AmiraWalk &walk = pass.walk;
+    const AmiraRecord &record = walk.record;
+    const std::string_view array = amiraArrayName(record.arrayIndex);
+    if (walk.identity.take(record.Line.view(), array)) {
+        pass.entry = &currentLineEntry(model.lines, walk.identity, record.arrayIndex);
+    }
+    if (record.Line != pass.notedLine || record.arrayIndex != pass.notedArray) {
+        pass.notedLine = record.Line;
+        pass.notedArray = record.arrayIndex;
+        pass.lineNotices.note(walk.identity.label().view(), record.Line.view(), array,
+                              walk.number());
+    }
+    pass.entry->scaling = model.preset;
+    pass.entry->scaling.RxAreaXYZ = record.RxAreaXYZ;
+}
+
+// Transmitter of a row as the read pass tells soundings apart.
+double loopOfRow(const AmiraWalk &walk, double loop) {
+    const AmiraRecord &record = walk.record;
+    const bool byOffset =
+        record.arrayIndex == MovingLoop && !record.hasLoop && !walk.hasColumn(AmiraLoop);
+    return byOffset ? -static_cast<double>(record.XRxOffset) : loop;
+}
+
+void countRow(CountPass &pass, SurveyModel &model, std::string_view line) {
+    LineTable &lines = model.lines;
     AmiraWalk &walk = pass.walk;
     walk.takeLineAndComponent();
     const AmiraRecord &record = walk.record;
@@ -29,9 +58,7 @@ void countRow(CountPass &pass, LineTable &lines, std::string_view line) {
         pass.notRead.note(walk.number(), line);
         return;
     }
-    if (walk.identity.take(record.Line.view(), amiraArrayName(record.arrayIndex))) {
-        pass.entry = &currentLineEntry(lines, walk.identity, record.arrayIndex);
-    }
+    settleLine(pass, model);
     ++pass.readings;
     ++pass.entry->Transients;
     const int axis = std::min(record.componentCode, ComponentAxes) - 1;
@@ -43,7 +70,8 @@ void countRow(CountPass &pass, LineTable &lines, std::string_view line) {
     const auto entry = static_cast<std::size_t>(pass.entry - lines.entries.data());
     pass.carriesLoop[entry] = pass.carriesLoop[entry] || (walk.hasColumn(AmiraLoop) && !hasLoop);
     if (Cell_to_AmiraNumber(walk.cell(AmiraStation), station) == CellRead) {
-        pass.soundings.count(lines, *pass.entry, loop, station, record.baseFrequency());
+        pass.soundings.count(lines, *pass.entry, loopOfRow(walk, loop), station,
+                             record.baseFrequency());
     }
 }
 
@@ -82,7 +110,7 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     ReportInfoLine("Counting numerical data.");
     std::string_view line;
     while (pass.walk.nextRow(line, LeastLength)) {
-        countRow(pass, model.lines, line);
+        countRow(pass, model, line);
     }
     if (pass.walk.stopStatus >= StopsFile) {
         return pass.walk.stopStatus;
@@ -90,16 +118,15 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     if (watched.stopped()) {
         return 1;
     }
-    noteEndMark(pass.walk.reader);
+    noteFileEnd(pass.walk.reader, pass.walk.name);
+    pass.lineNotices.report(pass.walk.name);
+    noteDecimalCommas(pass.walk.commas, pass.walk.name);
     pass.notRead.report(pass.walk.name, "Rows of a component other than X, Y, Z, I and C",
                         "They are not read.");
     forgetUnsureCounts(pass, model.lines);
     status = finishCount(model.lines, pass.readings, "AMR_Count");
     if (status == 0) {
         model.preset.RxAreaXYZ = pass.walk.record.RxAreaXYZ;
-        for (LineEntry &entry : model.lines.entries) {
-            entry.scaling = model.preset;
-        }
         checkHeader(pass.walk.record, model.control);
     }
     return status;

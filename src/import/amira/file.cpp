@@ -4,6 +4,7 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "text/cell_report.h"
+#include "text/decimal_commas.h"
 
 #include <algorithm>
 #include <vector>
@@ -48,7 +49,7 @@ int AmiraWalk::open(const SurveyModel &model, const std::string &fileName) {
 bool AmiraWalk::takeLabels(std::string_view line, bool reportMissing) {
     LabelMatch options;
     options.maxCols = AmiraMaxColumns;
-    options.width = AmiraCellWidth;
+    options.width = AmiraLabelWidth;
     ColumnMap map;
     Str_Column_Labels_Alias(line, options, amiraAliases(), AmiraNames, map);
     std::vector<MessageLine> missing;
@@ -60,6 +61,7 @@ bool AmiraWalk::takeLabels(std::string_view line, bool reportMissing) {
     }
     if (missing.empty()) {
         columns = map;
+        commasSeparate = holds(line, ",");
         return true;
     }
     if (reportMissing) {
@@ -125,9 +127,12 @@ bool AmiraWalk::nextRow(std::string_view &line, std::size_t leastLength) {
                 return false;
             }
         } else if (kind == AmiraLine::Other) {
-            Str_Split_Columns(line, AmiraMaxColumns, AmiraCellWidth, cells);
+            Str_Split_Columns(line, AmiraMaxColumns, AmiraLineLimit, cells);
             // Labels may come again, where files were put together, and in another order.
             if (hasDigit(cell(AmiraStation)) || !takeLabels(line, false)) {
+                if (!commasSeparate && commas.count == 0 && hasDecimalCommas(line)) {
+                    commas.note(number(), line);
+                }
                 return true;
             }
         }

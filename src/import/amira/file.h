@@ -64,7 +64,7 @@ inline constexpr std::array<std::string_view, AmiraVariables> AmiraNames = {
     "XTXLENGTH", "CURRENT", "TURNOFF", "COMPONENT", "NUMTIMES", "CH1"};
 
 inline constexpr int AmiraMaxColumns = 128;
-inline constexpr std::size_t AmiraCellWidth = 32;
+inline constexpr std::size_t AmiraLabelWidth = 32;
 
 /// Room for the longest row: a shorter limit would cut its last value to another number.
 inline constexpr std::size_t AmiraLineLimit = 8192;
@@ -94,8 +94,10 @@ struct AmiraWalk {
     ColumnMap columns;
     SplitCells cells;
     LineIdentity identity;
-    LineNotice rowsAsKeywords; ///< rows that hold a mark of keywords
-    int stopStatus = 0;        ///< 2 or more when a keyword has stopped the file
+    LineNotice rowsAsKeywords;   ///< rows that hold a mark of keywords
+    LineNotice commas;           ///< the first row with decimal commas
+    bool commasSeparate = false; ///< the labels are separated by commas
+    int stopStatus = 0;          ///< 2 or more when a keyword has stopped the file
 
     /// Opens the file, sets the defaults and what the survey information file has said.
     /// returns  0, or 1 when it cannot be opened (reported)

@@ -180,7 +180,7 @@ int nearestUnit(std::string_view text) {
 }
 
 // A unit of no known name is put to the user, the nearest name first; what was made of it is told
-// after the rows, see warnOfAssumptions().
+// after the rows, see warnOfGuesses().
 int readUnit(const AmiraPair &pair) {
     if (pair.value.empty()) {
         return 0;

@@ -45,7 +45,7 @@ int readChannelTimes(const std::string &fileName, AmiraRecord &record) {
         const std::string expected = path;
         if (!askForFile({"AMIRA TEM channel time files|*.chn|", "Open file holding channel time."},
                         path)) {
-            ReportWarning({"WARNING: Could not find channel file " + expected});
+            ReportError({"WARNING: Could not find channel file " + expected});
             return StopsFile;
         }
     }
@@ -120,6 +120,18 @@ AmiraRecord closingRecord(const AmiraReadPass &pass) {
     return record;
 }
 
+// Areas play a part in data in uV/A only.
+GivenSettings givenSettings(const AmiraRecord &record, const ImportPreset &preset) {
+    GivenSettings given;
+    given.loop = record.XTxLength > 0.0F;
+    given.frequency = record.hasTxFreq || isPresent(record.frequencyNumber);
+    given.coilArea = record.hasArea || record.unitIndex != AmiraMicrovolts ||
+                     preset.RxAreaXYZ != LineScaling{}.RxAreaXYZ;
+    given.array = record.hasConfig;
+    given.centre = isPresent(record.XTxCenter) && isPresent(record.YTxCenter);
+    return given;
+}
+
 void finishControlValues(const AmiraReadPass &pass, SurveyModel &model) {
     AmiraRecord record = closingRecord(pass);
     const auto unit = static_cast<std::size_t>(model.control.LengthUnitsIndex - 1);
@@ -127,8 +139,8 @@ void finishControlValues(const AmiraReadPass &pass, SurveyModel &model) {
     settleLoopSides(record);
     AMR_To_Control_Values(record, model.control);
     warnOfTurnedLoop(record, model.control);
-    warnOfAssumptions(record, model.control);
-    model.preset.TxByOffset = pass.txByOffset;
+    warnOfGuesses(record);
+    warnOfDefaults(pass.walk.name, givenSettings(record, model.preset), model);
 }
 
 void reportNotices(const AmiraReadPass &pass) {
@@ -142,6 +154,7 @@ void reportNotices(const AmiraReadPass &pass) {
 } // namespace
 
 int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel) {
+    model.preset.TxByOffset.clear();
     AmiraReadPass pass;
     int status = pass.walk.open(model, fileName);
     if (status != 0) {

@@ -164,8 +164,7 @@ void settleLoopSides(AmiraRecord &record);
 /// The values in force into the control values. A unit that is none of the three is reported.
 void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control);
 
-/// One warning for each of array, unit, coil area, loop size and frequency that was taken by
-/// default or guessed, for the file and its survey information file do not tell it.
-void warnOfAssumptions(const AmiraRecord &record, const ControlValues &control);
+/// One warning for a unit, and one for a frequency, that the file does not tell in so many words.
+void warnOfGuesses(const AmiraRecord &record);
 
 } // namespace keldrin

@@ -93,9 +93,10 @@ int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double station, const
     const double rx = rescaledStation(model.preset, station);
     double tx = record.LoopNumber;
     if (record.arrayIndex == MovingLoop && !record.hasLoop) {
-        tx = rx; // for now, see settleTxByOffset()
-        pass.txByOffset = pass.txByOffset || record.hasXRxOffset;
-        if (!record.hasXRxOffset) {
+        tx = rx - static_cast<double>(record.XRxOffset); // for now, see settleTxByOffset()
+        if (record.hasXRxOffset) {
+            model.preset.TxByOffset.insert({tx, rx});
+        } else {
             pass.note(AmiraNoLoop, line);
         }
     } else if (record.arrayIndex > FixedLoop) {

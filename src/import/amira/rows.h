@@ -29,7 +29,6 @@ struct AmiraReadPass {
     bool inChosenLine = false; ///< the last row was one of it
     bool full = false;         ///< no room for another sounding
     bool noCurrentTold = false;
-    bool txByOffset = false; ///< transmitters wait for the scale of the stations
 
     void note(AmiraNotice notice, std::string_view line) {
         notices[notice].note(walk.number(), line);

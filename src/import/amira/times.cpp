@@ -7,8 +7,8 @@
 #include "import/amira/keywords.h"
 #include "import/import_steps.h"
 #include "messages/message_log.h"
-#include "projectfile/table_file.h"
 #include "text/columns.h"
+#include "text/decimal_commas.h"
 #include "text/value_readers.h"
 
 #include <algorithm>
@@ -102,8 +102,10 @@ struct ChannelFile {
     SplitCells cells;
     bool hasLabels = false;
     bool full = false;
-    LineNotice noTime;  ///< rows whose centre cannot be read
-    LineNotice noWidth; ///< rows whose width cannot be read
+    bool commasSeparate = false; ///< the labels are separated by commas
+    LineNotice commas;           ///< the first row with decimal commas
+    LineNotice noTime;           ///< rows whose centre cannot be read
+    LineNotice noWidth;          ///< rows whose width cannot be read
     int rows = 0;
     int timed = 0; ///< of these
 };
@@ -126,7 +128,10 @@ void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
         return;
     }
     const int number = file.reader.lineNumber();
-    Str_Split_Columns(line, LabelColumns, CellWidth, file.cells);
+    if (!file.commasSeparate && file.commas.count == 0 && hasDecimalCommas(line)) {
+        file.commas.note(number, line);
+    }
+    Str_Split_Columns(line, LabelColumns, LineLimit, file.cells);
     float delay = MissingValue;
     float width = MissingValue;
     if (file.rows == MaxWindows) {
@@ -166,6 +171,7 @@ void readLabels(ChannelFile &file, std::string_view line, ChannelTimes &times) {
     }
     file.columns = columns;
     file.hasLabels = true;
+    file.commasSeparate = holds(line, ",");
     Str_Split_Columns(line, LabelColumns + 1, CellWidth, file.cells);
     if (file.cells.cells.size() > LabelColumns) {
         ReportWarning({"WARNING: Only the first two columns are read in " + file.name,
@@ -292,7 +298,8 @@ int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record) {
         return 1;
     }
     const int status = readLines(file, record);
-    noteEndMark(file.reader);
+    noteFileEnd(file.reader, file.name);
+    noteDecimalCommas(file.commas, file.name);
     file.noTime.report(file.name, "Channels whose DELAY cannot be read",
                        "Their values are passed over.");
     file.noWidth.report(file.name, "Channels whose WIDTH cannot be read",

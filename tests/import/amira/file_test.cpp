@@ -253,11 +253,116 @@ TEST_F(AmiraTest, WithoutALoopTheReceiverOffsetSaysWhereTheTransmitterIs) {
 TEST_F(AmiraTest, WhatTheFileDoesNotGiveIsTold) {
     EXPECT_EQ(read("/TEMUNIT: uV/Am\n" + Labels + "1 Z 1 1 1\n"), 0);
     EXPECT_THAT(messages.warnings,
-                ElementsAre(HasSubstr("names no array (CONFIG)|Fixed-Loop is taken."),
-                            HasSubstr("the unit uV/Am is no known name"),
-                            HasSubstr("no coil area (RXAREA)|10000 m^2 is taken."),
-                            HasSubstr("no loop size|100 by 100 m is taken."),
-                            HasSubstr("no base frequency (TXFREQ)|1 Hz is taken.")));
+                ElementsAre(HasSubstr("the unit uV/Am is no known name"),
+                            HasSubstr("x.tem gives no size of the transmitter loop|The default is "
+                                      "taken: 100 by 100 m"),
+                            HasSubstr("no transmitter frequency|The default is taken: 1 Hz"),
+                            HasSubstr("no area of the receiver coil|The default is taken: 10000 "),
+                            HasSubstr("no survey array|The default is taken: Fixed-Loop"),
+                            HasSubstr("no centre of the fixed loop")));
+}
+
+struct ToldCase {
+    std::string what;
+    std::string channels;
+    std::string text;
+    std::string told;
+    int soundings;
+};
+
+TEST_F(AmiraTest, WhatIsNotReadOrNotCertainIsToldOnce) {
+    const std::string plain = "DELAY\n1\n2\n4\n";
+    const std::string section = Head + Labels + "1 Z 5 5 5\n";
+    std::string manyLines = section;
+    for (int i = 0; i < 33; ++i) {
+        manyLines += "/LINE: L" + std::to_string(i) + "\n2 Z 5 5 5\n";
+    }
+    const ToldCase cases[] = {
+        {"a last line without its end", plain, section + "2 Z 5 5 5",
+         "The last line of x.tem has no line end|The file may be cut.", 2},
+        {"an end mark with data behind it", plain, section + "\x1A" + "2 Z 5 5 5\n",
+         "x.tem has an end mark (code 26) after line 7", 1},
+        {"decimal commas", plain, section + "2 Z 5,5 6,5 7\n3N Z 5,5 6,5 7\n",
+         "x.tem|2 Z 5,5 6,5 7|A comma is read as the end of a column", 3},
+        {"decimal commas of a station with a letter", plain, section + "3N Z 5,5 6,5 7\n",
+         "commas for decimal points: 1, the first on line 8 of x.tem", 2},
+        {"decimal commas in the channel file", "DELAY WIDTH\n0,5 0,1\n2,5 0,2\n4 1\n", section,
+         "commas for decimal points: 1, the first on line 3 of x.chn|0,5 0,1", 1},
+        {"a cut channel file", "DELAY\n1\n2\n4", section, "The last line of x.chn has no line end",
+         1},
+        {"lines beyond the 32nd", plain, manyLines, "Lines beyond the 32nd: 2, the first on line",
+         1},
+        {"lines that agree in 16 characters", plain,
+         Head + "/LINE: NORTH-LINE-1234567\n" + Labels +
+             "1 Z 5 5 5\n/LINE: NORTH-LINE-1234568\n2 Z 5 5 5\n"
+             "/LINE: NORTH-LINE-1234567\n3 Z 5 5 5\n",
+         "agree in the 16 characters that are kept: 1, the first on line 10 of x.tem|"
+         "NORTH-LINE-1234568",
+         3},
+        {"a station too far", plain, section + "1.1e9 Z 5 5 5\n",
+         "WARNING: Could not read number from 1.1e9|Record # 8", 1},
+        {"a coordinate too far", plain, Head + "STATION EAST CH1 CH2 CH3\n1 -2E9 5 5 5\n",
+         "WARNING: Could not read number from -2E9|Record # 7", 1},
+        {"no centre of a fixed loop", plain,
+         "CONFIG:FIXEDLOOP LSIDE:50 TXFREQ:25 TEMUNIT:nV/Am2\n" + Labels + "1 Z 5 5 5\n",
+         "x.tem gives no centre of the fixed loop|The default is taken: East 0, North 0", 1},
+    };
+    for (const ToldCase &c : cases) {
+        channels = c.channels;
+        messages.errors.clear();
+        messages.warnings.clear();
+        EXPECT_EQ(read(c.text), 0) << c.what;
+        EXPECT_EQ(model.SoundingCount, c.soundings) << c.what;
+        std::vector<std::string> all = messages.errors;
+        all.insert(all.end(), messages.warnings.begin(), messages.warnings.end());
+        EXPECT_THAT(all, Contains(HasSubstr(c.told)).Times(1)) << c.what;
+    }
+}
+
+// The commas of these separate columns, as their labels say.
+TEST_F(AmiraTest, CommasBetweenColumnsAreNoDecimalPoints) {
+    channels = "DELAY,WIDTH\n1,5\n2,5\n4,5\n";
+    EXPECT_EQ(read(Head + "STATION,CH1\n1,5\n2,7\n"), 0);
+    EXPECT_THAT(messages.warnings, testing::Not(Contains(HasSubstr("decimal points"))));
+}
+
+TEST_F(AmiraTest, ACellOfAnyLengthIsReadWhole) {
+    EXPECT_EQ(read(Head + Labels + "1 Z 0.000000000000000000000000000000000012E36 5 5\n"), 0);
+    EXPECT_THAT(values(0), ElementsAre(testing::FloatEq(12.0F), 5, 5));
+}
+
+TEST_F(AmiraTest, CoilAreasAreThoseOfTheLastRowOfTheirLine) {
+    const std::string text = "CONFIG:INLOOP LSIDE:50 TXFREQ:25 TEMUNIT:uV/A\n/RXAREA: 1000\n" +
+                             Labels + "1 Z 1 1 1\n/LINE: 8\n/RXAREA: 4000\n2 Z 1 1 1\n" +
+                             "/RXAREA: 77\n";
+    EXPECT_EQ(read(text), 0);
+    EXPECT_EQ(model.lines.entries[0].scaling.RxAreaXYZ[2], 1000.0F);
+    EXPECT_EQ(model.lines.entries[1].scaling.RxAreaXYZ[2], 4000.0F);
+    EXPECT_THAT(values(0), ElementsAre(1, 1, 1));
+    chosen = 1;
+    EXPECT_EQ(read(text), 0);
+    EXPECT_THAT(values(0), ElementsAre(0.25F, 0.25F, 0.25F));
+}
+
+TEST_F(AmiraTest, AnOffsetHoldsForTheRowsBelowIt) {
+    EXPECT_EQ(read("CONFIG:SLINGRAM TEMUNIT:nV/Am2 LSIDE:50 TXFREQ:25\n/SEP: 100\n"
+                   "STATION CH1 CH2 CH3\n8 1 1 1\n/SEP: 50\n8 2 2 2\n4 2 2 2\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 3); // station 8 with both offsets
+    model.control.StnScale = 25.0F;
+    settleTxByOffset(model);
+    EXPECT_EQ(sounding(0).TxStn, 4.0);
+    EXPECT_EQ(sounding(1).TxStn, 6.0);
+    EXPECT_EQ(sounding(2).TxStn, 2.0);
+}
+
+TEST_F(AmiraTest, TheCentreOfTheSurveyInformationFileIsUsed) {
+    information = "$ Tx.Center = 500, 600\n";
+    EXPECT_EQ(read("CONFIG:FIXEDLOOP LSIDE:50 TXFREQ:25 TEMUNIT:nV/Am2\n" + Labels + "1 Z 5 5 5\n"),
+              0);
+    EXPECT_EQ(model.control.XTxCenter, 500.0);
+    EXPECT_EQ(model.control.YTxCenter, 600.0);
+    EXPECT_THAT(messages.warnings, IsEmpty());
 }
 
 TEST_F(AmiraTest, AFrequencyThatIsANumberServesWithoutTxfreq) {

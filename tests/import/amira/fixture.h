@@ -34,6 +34,7 @@ class AmiraTest : public testing::Test {
             return countStatus;
         }
         const LineEntry &entry = model.lines.entries[chosen];
+        selectLine(model, static_cast<int>(chosen) + 1);
         EXPECT_EQ(STD_Allocate_hTrn(model, capacity > 0 ? capacity : soundingsNeeded(entry)), 0);
         return AMR_Read(model, path, entry.LineLabel.view());
     }

@@ -44,7 +44,7 @@ TEST_F(AmiraTest, AListLowersTheCountOfTheChannelFileAndNeverRaisesIt) {
 TEST_F(AmiraTest, WithoutAnyTimesTheImportEnds) {
     channels.clear();
     EXPECT_EQ(read(Head + Rows), 2); // no user is there to choose a channel file
-    EXPECT_THAT(messages.warnings.back(), HasSubstr("Could not find channel file"));
+    EXPECT_THAT(messages.errors.back(), HasSubstr("Could not find channel file"));
     channels = "DELAY\n1\n";
     EXPECT_EQ(read(Head + Rows), 0);
     channels = "DELAY\n";
@@ -99,7 +99,8 @@ TEST_F(AmiraTest, AChannelFileThatDoesNotFitIsTold) {
     channels = "DELAY WIDTH\n1 0.1\n2 0."; // of fewer channels, or cut off
     EXPECT_EQ(read(Head + "STATION NCH CH1 CH2 CH3\n1 3 10 20 30\n"), 0);
     EXPECT_THAT(times(0), testing::SizeIs(2));
-    EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("channels and times differ in number")));
+    EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("The last line of x.chn has no line end"),
+                                               HasSubstr("channels and times differ in number")));
     channels = "CENTRE WIDTH\n1 0.1\n";
     EXPECT_EQ(read(Head + Rows), 1);
     EXPECT_THAT(messages.errors,
