@@ -26,7 +26,7 @@ std::string ChooseStartFile(std::string_view defaultExtension) {
     }
     path.clear();
     const bool chosen =
-        ToolkitFileChooser("KELDRIN *.std or TEM data files|*.std;*.avg;*.z;*.tem;*.amr;*.dat|", 10,
+        ToolkitFileChooser("KELDRIN *.std or TEM data files|*.std;*.avg;*.z;*.tem;*.amr;*.dat|", ChooseExisting,
                            path, "Select KELDRIN *.std or TEM data file");
     if (!chosen || trimBlanks(path).empty()) {
         ShutDown();

@@ -1,4 +1,4 @@
-#include "conditioning/auto_skip.h"
+#include "conditioning/auto_skip_dialog.h"
 
 #include "support/message_recorder.h"
 #include "toolkit/control_ids.h"
@@ -122,7 +122,7 @@ class AutoSkipAnswers : public testing::Test {
 
     void answer(std::function<void(AnsweringBackend &)> by) {
         backend.beforeAnswer = [this, by = std::move(by)](AnsweringBackend &answers, int dialog) {
-            EXPECT_EQ(dialog, Dialog::AutoSkip);
+            EXPECT_EQ(dialog, AutoSkipDialog.number);
             asked = true;
             by(answers);
         };
@@ -189,7 +189,7 @@ TEST_F(AutoSkipAnswers, AnswersStayAndUnreadableOnesDoNotCount) {
     EXPECT_EQ(settings.lastWindow, 3);
     EXPECT_EQ(model.control.DataCutoff, 10000.0F);
     EXPECT_EQ(marks(model.hTrn[1]), "100");
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_THAT(messages.errors,
                 ElementsAre("Use data from window: \"first\" cannot be read; 2 stays.|"
                             "Skip data after error: \"\" cannot be read; 10000.0 % stays."));
