@@ -51,7 +51,7 @@ TEST_F(DataInputDialogTest, EveryFieldIsShownTypedAndHeldInItsLimits) {
     EXPECT_EQ(scaling(0).StnRescaleQdr.increment, 0.01);
     EXPECT_EQ(scaling(0).StnRescaleClient.begin, 9.9E9);
     EXPECT_EQ(scaling(0).StnRescaleClient.increment, -0.01);
-    EXPECT_EQ(model.preset.scaling.RxAreaXYZ[0], 0.1F);
+    EXPECT_EQ(model.preset.RxAreaXYZ[0], 0.1F);
 }
 
 TEST_F(DataInputDialogTest, AreasBelongToTheLineThatTheyWereTypedFor) {
