@@ -10,10 +10,14 @@ namespace {
 
 using enum ControlKind;
 
+std::string titleOf(const MatchingLabelAnswers &answers) {
+    return "Match this " + answers.label + " label";
+}
+
 constexpr std::array Controls = {
     ControlSpec{.id = MatchingLabelControl::Title,
                 .label = "Match this label",
-                .field = fieldOf<&MatchingLabelAnswers::title>()},
+                .field = shownBy<titleOf>()},
     ControlSpec{.id = MatchingLabelControl::Word,
                 .kind = Text,
                 .enabled = false,

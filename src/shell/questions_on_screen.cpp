@@ -16,7 +16,7 @@ namespace {
 bool chooseName(const NameQuestion &question, int &index) {
     const int dialogBelow = ToolkitDialogInfo(DialogSelected);
     MatchingLabelAnswers answers;
-    answers.title = "Match this " + std::string(question.label) + " label";
+    answers.label = question.label;
     answers.word = question.word;
     answers.choice = index;
     for (const std::string_view name : question.names) {

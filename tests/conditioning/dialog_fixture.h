@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <utility>
 #include <vector>
@@ -36,6 +38,17 @@ class DialogTest : public testing::Test {
     }
     static const ControlState &control(int id) { return *findControl(*topDialog(), id); }
     static std::string shown(int id) { return shownValue(control(id)); }
+
+    /// What was said about fields that cannot be read. There is no box for it.
+    std::vector<std::string> unreadTold() const {
+        EXPECT_TRUE(messages.errors.empty());
+        std::vector<std::string> told;
+        std::copy_if(messages.infos.begin(), messages.infos.end(), std::back_inserter(told),
+                     [](const std::string &line) {
+                         return line.find("cannot be read") != std::string::npos;
+                     });
+        return told;
+    }
 
     MessageRecorder messages;
     AnsweringBackend backend;
