@@ -142,9 +142,10 @@ TEST_F(ConfigurationDialogTest, ValuesOutsideTheirRangeAreChangedWithAWarning) {
     EXPECT_EQ(model.control.StnScale, 900000.0F);
     EXPECT_EQ(model.control.LineNumber, 9.9E9F);
     EXPECT_EQ(model.control.NTxTurn, 1);
-    EXPECT_THAT(messages.warnings,
-                testing::Contains("EditSurveyConfiguration.WARNING: StnScale = 2e+06 < 1.1e-06 or "
-                                  "> 900000|StnScale will be set = 900000"));
+    EXPECT_THAT(
+        messages.warnings,
+        testing::Contains("EditSurveyConfiguration.WARNING: StnScale = 2000000 < 1.1e-06 or "
+                          "> 900000|StnScale will be set = 900000"));
     EXPECT_EQ(messages.warnings.size(), 3U);
 }
 
