@@ -3,11 +3,12 @@
 #include "conditioning/dialog_fixture.h"
 #include "conditioning/survey_configuration.h"
 #include "projectfile/control_block.h"
-#include "support/temporary_directory.h"
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace keldrin {
 namespace {
@@ -40,12 +41,16 @@ class ConfigurationDialogTest : public DialogTest {
 
     int edit(const Edits &edits, int button = ButtonContinue, std::function<void()> look = {}) {
         answer(edits, button, std::move(look));
-        return EditSurveyConfiguration(model, path);
+        return EditSurveyConfiguration(model, path,
+                                       [this](const CV & /*before*/, const std::string &chosen) {
+                                           written.push_back(chosen);
+                                           return true;
+                                       });
     }
 
-    TemporaryDirectory directory;
     SurveyModel model;
-    std::string path = directory.path("line1.std");
+    std::string path = "folder/line1.std";
+    std::vector<std::string> written;
 };
 
 TEST_F(ConfigurationDialogTest, EveryFieldIsShownTypedAndHeldInItsLimits) {
@@ -110,15 +115,15 @@ TEST_F(ConfigurationDialogTest, TextsAndListsGoToTheirFields) {
     EXPECT_EQ(model.control.LineName, "L1");
     EXPECT_EQ(model.control.SurveyType, "In-Loop");
     EXPECT_EQ(model.control.LengthUnits, "ft");
-    answer({}, ButtonContinue, [] {
+    const auto look = [] {
         EXPECT_EQ(control(LoopSizeTitle).label, "Tx Loop Size (ft)");
         EXPECT_EQ(control(LoopCenterTitle).label, "FXL Tx Loop Center (ft)");
         EXPECT_EQ(control(OffsetUnit).label, "ft");
         EXPECT_FALSE(control(Transmitter).enabled);
         EXPECT_FALSE(control(LoopEast).enabled);
         EXPECT_FALSE(control(Offset).enabled);
-    });
-    EXPECT_EQ(EditSurveyConfiguration(model, path), 0);
+    };
+    EXPECT_EQ(edit({}, ButtonContinue, look), 0);
 }
 
 TEST_F(ConfigurationDialogTest, UntouchedNumbersStayExactButAzimuthsBecomeWhole) {
@@ -153,7 +158,6 @@ TEST_F(ConfigurationDialogTest, CancelRestoresAllAndWritesNothing) {
     model.control.TxStn = 98.0; // of no sounding: snapped while the dialog is open
     model.control.LineAzimuth = 30.25F;
     const CV before = model.control;
-    const std::string oldPath = path;
     const auto look = [] {
         EXPECT_EQ(shown(Transmitter), "100.0");
         EXPECT_EQ(shown(LineAzimuth), "30");
@@ -173,8 +177,8 @@ TEST_F(ConfigurationDialogTest, CancelRestoresAllAndWritesNothing) {
     EXPECT_EQ(model.control.LengthUnitsIndex, before.LengthUnitsIndex);
     EXPECT_EQ(model.control.SurveyTypeIndex, before.SurveyTypeIndex);
     EXPECT_EQ(model.control.JobName, before.JobName);
-    EXPECT_EQ(path, oldPath);
-    EXPECT_TRUE(std::filesystem::is_empty(directory.path()));
+    EXPECT_EQ(path, "folder/line1.std");
+    EXPECT_THAT(written, ElementsAre());
     EXPECT_THAT(unreadTold(), ElementsAre()) << "what is cancelled needs no message";
 }
 
@@ -229,13 +233,12 @@ TEST_F(ConfigurationDialogTest, SaveAsTakesAPlainNameOnly) {
     };
     for (const auto &c : cases) {
         messages.infos.clear();
-        path = directory.path("line1.std");
+        path = "folder/line1.std";
         EXPECT_EQ(edit({{SaveAs, c.typed}}), 0);
-        EXPECT_EQ(path, directory.path(c.file)) << c.typed;
-        EXPECT_TRUE(std::filesystem::exists(path)) << c.typed;
+        EXPECT_EQ(path, std::string("folder/") + c.file) << c.typed;
+        EXPECT_EQ(written.back(), path);
         EXPECT_EQ(unreadTold().empty(), c.accepted) << c.typed;
     }
-    EXPECT_FALSE(std::filesystem::exists(directory.path("sub")));
 }
 
 TEST(ConfigurationTable, HasTheLimitsOfTheProjectFile) {

@@ -21,8 +21,10 @@ class NamingBackend : public AnsweringBackend {
 
     int runModal(DialogModel &dialog) override {
         ControlState &list = *findControl(dialog, MatchingLabelControl::Names);
-        asked = std::to_string(dialog.number) + "|" + findControl(dialog, MatchingLabelControl::Title)->label + "|" +
-                shownValue(*findControl(dialog, MatchingLabelControl::Word)) + "|" + shownValue(list);
+        asked = std::to_string(dialog.number) + "|" +
+                findControl(dialog, MatchingLabelControl::Title)->label + "|" +
+                shownValue(*findControl(dialog, MatchingLabelControl::Word)) + "|" +
+                shownValue(list);
         chooseEntry(list, 2);
         return button;
     }
