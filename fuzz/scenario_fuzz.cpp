@@ -84,10 +84,10 @@ void serve(int command) {
         askInDialog(Served, DialogModelessAlone);
         break;
     case Command::Open:
-        ToolkitFileChooser("Choose|*.std|", 10, path, "Open");
+        ToolkitFileChooser("Choose|*.std|", ChooseExisting, path, "Open");
         break;
     case Command::Save:
-        ToolkitFileChooser("Save|*.std|", 11, path, "Save");
+        ToolkitFileChooser("Save|*.std|", ChooseForSave, path, "Save");
         WMessageBox(1, 2, 1, path, "ERROR");
         break;
     default:

@@ -4,7 +4,6 @@
 #include "conditioning/unread_fields.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
-#include "projectfile/control_table.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/toolkit.h"
 
@@ -94,14 +93,10 @@ AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &setting
 
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff) {
     CheckGraphicsError();
-    AutoSkipSettings shown = settings; // what the limits change becomes a setting at Continue only
-    inOrder(shown);
-    shown.firstWindow = std::max(std::min(shown.firstWindow, maxWindows), 1);
-    shown.lastWindow = std::max(std::min(shown.lastWindow, maxWindows), 1);
-    constexpr ForcedRange range = control_ranges::SkipCutoff;
-    AutoSkipAnswers answers = {shown, DataCutoff, maxWindows};
-    answers.cutoff =
-        limited(DataCutoff, static_cast<float>(range.low), static_cast<float>(range.high));
+    // What the limits change becomes a setting at Continue only.
+    AutoSkipAnswers answers = {settings, DataCutoff, maxWindows};
+    inOrder(answers.settings);
+    limitFields(AutoSkipDialog, answers);
     const DialogAnswer answer = askDialog(AutoSkipDialog, answers);
     if (!answer.confirmed()) {
         return 1;

@@ -1,8 +1,8 @@
 #include "conditioning/data_input_dialog.h"
 
+#include "conditioning/unread_fields.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -15,25 +15,76 @@ namespace keldrin {
 
 namespace {
 
-constexpr int LineList = 1082;
-constexpr std::array<int, ComponentAxes> AreaFields = {1083, 1116, 1117};
-constexpr std::string_view AreaFormat = "(1P,G14.4E1)";
-constexpr std::string_view ScaleFormat = "(F14.2)";
-constexpr double LargestNumber = 9.9E9;
+// ---- The table
 
-/// A rescaling number of the dialog and what it edits.
-struct ScaleField {
-    int id;
-    StationScale LineScaling::*scale;
-    double StationScale::*number;
+using enum ControlKind;
+using namespace DataInputControl;
+
+std::vector<std::string> lineLabels(const DataInputAnswers &answers) {
+    std::vector<std::string> labels;
+    for (int i = 0; i < answers.lines.LineCount; ++i) {
+        labels.push_back(answers.lines.entries[static_cast<std::size_t>(i)].LineLabel.str());
+    }
+    return labels;
+}
+
+template <std::size_t axis>
+consteval ControlSpec area(int id, std::string_view label, std::string_view name) {
+    return {.id = id,
+            .kind = Real,
+            .label = label,
+            .format = "(1P,G14.4E1)",
+            .unit = "m^2",
+            .limits = {0.1, 9.9E9},
+            .field = fieldOf<&DataInputAnswers::scaling, &LineScaling::RxAreaXYZ, axis>(),
+            .name = name};
+}
+
+template <auto Scale, auto Number>
+consteval ControlSpec rescaling(int id, std::string_view label, std::string_view name,
+                                bool sameRow) {
+    return {.id = id,
+            .kind = Double,
+            .label = label,
+            .format = "(F14.2)",
+            .limits = {-9.9E9, 9.9E9},
+            .field = fieldOf<&DataInputAnswers::scaling, Scale, Number>(),
+            .name = name,
+            .sameRow = sameRow};
+}
+
+constexpr ControlSpec title(int id, std::string_view label, StaticLook look, bool sameRow) {
+    return {.id = id, .label = label, .sameRow = sameRow, .look = look};
+}
+
+constexpr auto Qdr = &LineScaling::StnRescaleQdr;
+constexpr auto Client = &LineScaling::StnRescaleClient;
+
+constexpr std::array Controls = {
+    ControlSpec{.id = Line,
+                .kind = List,
+                .label = "Select Line",
+                .length = MaxSurveyLines,
+                .field = fieldOf<&DataInputAnswers::lines, &LineTable::SelectedLine>(),
+                .entries = givenBy<lineLabels>()},
+    title(4001, "Rx Coil", StaticLook::GroupTitle, false),
+    title(4002, "Effective Area", StaticLook::GroupTitle, true),
+    area<0>(AreaX, "along-line X", "Effective Area along-line X"),
+    area<1>(AreaY, "across-line Y", "Effective Area across-line Y"),
+    area<2>(AreaZ, "vertical Z", "Effective Area vertical Z"),
+    title(4003, "Stn Number Rescaling", StaticLook::GroupTitle, false),
+    title(4004, "Beginning", StaticLook::Head, false),
+    title(4005, "Increment", StaticLook::Head, true),
+    rescaling<Qdr, &StationScale::begin>(QdrBegin, "QDR", "QDR Beginning", false),
+    rescaling<Qdr, &StationScale::increment>(QdrIncrement, "QDR", "QDR Increment", true),
+    rescaling<Client, &StationScale::begin>(ClientBegin, "Client", "Client Beginning", false),
+    rescaling<Client, &StationScale::increment>(ClientIncrement, "Client", "Client Increment",
+                                                true),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };
 
-constexpr std::array ScaleFields = {
-    ScaleField{1114, &LineScaling::StnRescaleQdr, &StationScale::begin},
-    ScaleField{1115, &LineScaling::StnRescaleQdr, &StationScale::increment},
-    ScaleField{1118, &LineScaling::StnRescaleClient, &StationScale::begin},
-    ScaleField{1119, &LineScaling::StnRescaleClient, &StationScale::increment},
-};
+// ---- The flow
 
 // An increment of at least `least` in size; 0 counts as positive.
 double heldIncrement(double increment, double least) {
@@ -47,100 +98,62 @@ void holdIncrements(LineScaling &scaling, double least) {
     }
 }
 
-void bringIntoRange(LineScaling &scaling) {
-    for (float &area : scaling.RxAreaXYZ) {
-        area = limited(area, 0.1F, 9.9E9F);
-    }
-    for (const ScaleField &field : ScaleFields) {
-        double &number = scaling.*field.scale.*field.number;
-        number = limited(number, -LargestNumber, LargestNumber);
-    }
-    holdIncrements(scaling, 0.001);
+LineScaling &scalingOf(LineTable &lines, int line) {
+    return lines.entries[static_cast<std::size_t>(line - 1)].scaling;
 }
 
-LineEntry &selectedEntry(LineTable &lines) {
-    return lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)];
-}
-
-void putLineList(const LineTable &lines) {
-    std::vector<std::string> labels;
-    labels.reserve(static_cast<std::size_t>(lines.LineCount));
-    for (int i = 0; i < lines.LineCount; ++i) {
-        labels.push_back(lines.entries[static_cast<std::size_t>(i)].LineLabel.str());
-    }
-    WDialogPutMenu(LineList, labels, lines.SelectedLine);
-}
-
-void setRanges() {
-    for (const int id : AreaFields) {
-        WDialogRangeReal(id, 0.1F, 9.9E9F);
-    }
-    for (const ScaleField &field : ScaleFields) {
-        WDialogRangeDouble(field.id, -LargestNumber, LargestNumber);
-    }
-}
-
-void putScaling(const LineScaling &scaling) {
-    for (std::size_t axis = 0; axis < AreaFields.size(); ++axis) {
-        WDialogPutReal(AreaFields[axis], scaling.RxAreaXYZ[axis], AreaFormat);
-    }
-    for (const ScaleField &field : ScaleFields) {
-        WDialogPutDouble(field.id, scaling.*field.scale.*field.number, ScaleFormat);
-    }
-    CheckGraphicsError("VerifyDataInput fill");
-}
-
-// A field that holds no number keeps its old value.
-void readScaling(LineScaling &scaling) {
-    for (std::size_t axis = 0; axis < AreaFields.size(); ++axis) {
-        WDialogGetReal(AreaFields[axis], scaling.RxAreaXYZ[axis]);
-    }
-    for (const ScaleField &field : ScaleFields) {
-        WDialogGetDouble(field.id, scaling.*field.scale.*field.number);
-    }
-    holdIncrements(scaling, 0.01);
-}
-
-// The values shown are those of the selected line: another choice first keeps what was typed.
-void followSelection(LineTable &lines) {
-    int selected = lines.SelectedLine;
-    WDialogGetMenu(LineList, selected);
-    selected = std::clamp(selected, 1, std::max(lines.LineCount, 1));
-    if (selected == lines.SelectedLine) {
-        return;
-    }
-    readScaling(selectedEntry(lines).scaling);
-    lines.SelectedLine = selected;
-    bringIntoRange(selectedEntry(lines).scaling);
-    putScaling(selectedEntry(lines).scaling);
+void showScaling(DataInputAnswers &answers) {
+    answers.scaling = scalingOf(answers.lines, answers.lines.SelectedLine);
+    limitFields(DataInputDialog, answers);
+    holdIncrements(answers.scaling, 0.001);
 }
 
 } // namespace
 
+const DialogForm<DataInputAnswers> DataInputDialog = DialogSpec{
+    .number = 101,
+    .caption = "Verify data input parameters.",
+    .defaultButton = ButtonContinue,
+    .controls = Controls,
+    .firstControl = ButtonContinue,
+};
+
 int VerifyDataInput(SurveyModel &model) {
     CheckGraphicsError();
-    LineTable lines = model.lines; // a Cancel leaves the table as it was
+    DataInputAnswers answers{model.lines, {}}; // a Cancel leaves the table as it was
+    LineTable &lines = answers.lines;
     lines.SelectedLine = std::max(std::min(lines.SelectedLine, lines.LineCount), 1);
-    bringIntoRange(selectedEntry(lines).scaling);
-    WDialogLoad(DataInputDialog);
-    putLineList(lines);
-    setRanges();
-    putScaling(selectedEntry(lines).scaling);
-    WDialogWatch([&lines](int id) {
-        if (id == LineList) {
-            followSelection(lines);
+    showScaling(answers);
+    int shownLine = lines.SelectedLine;
+    const auto keepScaling = [&] {
+        holdIncrements(answers.scaling, 0.01);
+        scalingOf(lines, shownLine) = answers.scaling;
+        shownLine = lines.SelectedLine;
+    };
+    std::vector<UnreadField> unread; // of lines that were selected before the last one
+    const auto followSelection = [&](int id) {
+        if (id == Line) {
+            const std::vector<UnreadField> faulty = readFields(DataInputDialog, answers);
+            unread.insert(unread.end(), faulty.begin(), faulty.end());
+            keepScaling();
+            showScaling(answers);
+            putFields(DataInputDialog, answers);
+            CheckGraphicsError("VerifyDataInput fill");
         }
+    };
+    const DialogAnswer answer = askDialog(DataInputDialog, answers, [&] {
+        CheckGraphicsError("VerifyDataInput fill");
+        WDialogWatch(followSelection);
     });
-    WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    const bool confirmed = ToolkitDialogInfo(1) == ButtonContinue;
-    if (confirmed) {
-        followSelection(lines);
-        readScaling(selectedEntry(lines).scaling);
-        model.lines = lines;
-        selectLine(model, lines.SelectedLine);
+    if (!answer.confirmed()) {
+        return 2;
     }
-    WDialogUnload();
-    return confirmed ? 0 : 2;
+    keepScaling();
+    unread.insert(unread.end(), answer.unread.begin(), answer.unread.end());
+    reportUnreadFields(unread);
+    model.lines = lines;
+    selectLine(model, lines.SelectedLine);
+    return 0;
 }
 
 } // namespace keldrin

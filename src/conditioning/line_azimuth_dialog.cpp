@@ -1,37 +1,60 @@
 #include "conditioning/line_azimuth_dialog.h"
 
 #include "base/real.h"
+#include "conditioning/unread_fields.h"
+#include "projectfile/control_table.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
-#include "toolkit/toolkit.h"
 
+#include <array>
 #include <cmath>
 
 namespace keldrin {
 
 namespace {
-constexpr int TrendField = 1060;
-constexpr int AzimuthField = 1048;
-constexpr float FullCircle = 360.0F;
+
+using enum ControlKind;
+
+constexpr FieldLimits Circle = {control_ranges::Azimuth.low, control_ranges::Azimuth.high};
+
+constexpr std::array Controls = {
+    ControlSpec{.id = LineAzimuthControl::Trend,
+                .kind = Integer,
+                .label = "Stn file trend",
+                .limits = Circle,
+                .enabled = false,
+                .field = fieldOf<&LineAzimuthAnswers::trend>()},
+    ControlSpec{.id = LineAzimuthControl::Azimuth,
+                .kind = Integer,
+                .label = "Verify Line azimuth",
+                .limits = Circle,
+                .field = fieldOf<&LineAzimuthAnswers::azimuth>()},
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+};
+
+float withinCircle(float degrees) {
+    return std::fmod(degrees, 360.0F); // keeps its sign
+}
+
 } // namespace
 
+const DialogForm<LineAzimuthAnswers> LineAzimuthDialog = DialogSpec{
+    .number = 110,
+    .caption = "Verify line azimuth",
+    .defaultButton = ButtonContinue,
+    .controls = Controls,
+    .firstControl = ButtonContinue,
+};
+
 void VerifyLineAzimuth(float trend, float &azimuth) {
-    azimuth = std::fmod(azimuth, FullCircle); // keeps its sign
-    WDialogLoad(LineAzimuthDialog);
-    if (isPresent(trend)) {
-        WDialogPutInteger(TrendField, nearestInt(std::fmod(trend, FullCircle)));
-    } else {
-        WDialogPutString(TrendField, ""); // one point has no trend
+    LineAzimuthAnswers answers;
+    answers.azimuth = withinCircle(azimuth);
+    if (isPresent(trend)) { // one point has no trend
+        answers.trend = withinCircle(trend);
     }
-    WDialogRangeInteger(AzimuthField, -360, 360);
-    WDialogPutInteger(AzimuthField, nearestInt(azimuth));
-    WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    int answer = 0;
-    if (WDialogGetInteger(AzimuthField, answer)) {
-        azimuth = static_cast<float>(answer);
-    }
-    WDialogUnload();
+    const DialogAnswer answer = askDialog(LineAzimuthDialog, answers); // has no Cancel
+    azimuth = answers.azimuth;
+    reportUnreadFields(answer.unread);
     CheckGraphicsError("VerifyLineAzimuth");
 }
 

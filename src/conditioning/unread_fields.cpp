@@ -2,16 +2,19 @@
 
 #include "messages/message_log.h"
 
-#include <algorithm>
-
 namespace keldrin {
 
 void reportUnreadFields(const std::vector<UnreadField> &fields) {
-    constexpr std::size_t most = MessageLog::MostLines;
-    const std::vector<std::string> words = unreadLines(fields);
-    const std::vector<MessageLine> lines(words.begin(), words.end());
-    for (std::size_t first = 0; first < lines.size(); first += most) {
-        ReportError(std::span(lines).subspan(first, std::min(most, lines.size() - first)));
+    const std::vector<std::string> lines = unreadLines(fields);
+    if (lines.size() == 1) {
+        ReportNotice(NoticeLevel::Status, {lines.front()});
+    } else if (!lines.empty()) { // the status bar shows the first line alone
+        ReportNotice(NoticeLevel::Status, {std::to_string(lines.size()) +
+                                           " fields cannot be read and keep their values, see the "
+                                           "log."});
+        for (const std::string &line : lines) {
+            ReportNotice(NoticeLevel::Log, {line});
+        }
     }
 }
 

@@ -6,8 +6,8 @@
 
 namespace keldrin {
 
-/// Tells the user which fields of a dialog could not be read, what was typed there and what stands,
-/// in one message of up to five fields; nothing where all were read.
+/// Says in the log and the status bar which fields of a dialog could not be read, what was typed
+/// there and what stands; nothing where all were read.
 void reportUnreadFields(const std::vector<UnreadField> &fields);
 
 } // namespace keldrin

@@ -129,9 +129,9 @@ void ToolkitTextOrientation(float degrees) {
 float ToolkitTextMetric(int item) {
     const DrawingState &state = drawingState();
     switch (item) {
-    case 3:
+    case TextCharacterWidth:
         return std::fabs(unitsOfExtent(state.characterWidth, Left, Right));
-    case 4:
+    case TextCharacterHeight:
         return std::fabs(unitsOfExtent(state.characterHeight, Bottom, Top));
     default:
         return 0.0F;
@@ -139,7 +139,7 @@ float ToolkitTextMetric(int item) {
 }
 
 float ToolkitTextWidth(std::string_view text) {
-    return textWidthInEms(text) * EmPerCharacterWidth * ToolkitTextMetric(3);
+    return textWidthInEms(text) * EmPerCharacterWidth * ToolkitTextMetric(TextCharacterWidth);
 }
 
 std::string ToolkitFittingText(std::string_view text, float width) {
@@ -239,13 +239,13 @@ void ToolkitLineStyle(int /*type*/) {}
 float ToolkitAreaInfo(int item) {
     const DrawingView &view = drawingState().view;
     switch (item) {
-    case 11:
+    case AreaLeft:
         return view.units[Left];
-    case 12:
+    case AreaBottom:
         return view.units[Bottom];
-    case 13:
+    case AreaRight:
         return view.units[Right];
-    case 14:
+    case AreaTop:
         return view.units[Top];
     default:
         return 0.0F;

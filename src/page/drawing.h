@@ -48,7 +48,8 @@ void WGrTextFont(int code, int weight, float width, float height);
 /// Text orientation: degrees counter-clockwise from horizontal; text starts at its left baseline.
 void ToolkitTextOrientation(float degrees);
 
-float ToolkitTextMetric(int item);             ///< 3 character width, 4 height, in user units
+enum TextItem : int { TextCharacterWidth = 3, TextCharacterHeight = 4 };
+float ToolkitTextMetric(int item);             ///< of a TextItem, in user units
 float ToolkitTextWidth(std::string_view text); ///< drawn width of horizontal text in user units
 
 /// The text itself where it is at most `width` user units wide, else its head and "...".
@@ -65,7 +66,9 @@ void ToolkitFillRectangle(float x1, float y1, float x2, float y2); ///< in the b
 void ToolkitMoveTo(float x, float y);
 void ToolkitLineTo(float x, float y);
 void ToolkitLineStyle(int type);
-float ToolkitAreaInfo(int item); ///< 11 left, 13 right, 12 bottom, 14 top limit of the units
+
+enum AreaItem : int { AreaLeft = 11, AreaBottom = 12, AreaRight = 13, AreaTop = 14 };
+float ToolkitAreaInfo(int item); ///< the limit of the units at a side
 
 /// What the page now on the screen is, for transcripts: "log", "page" or "blank".
 void ToolkitPageKind(std::string_view kind);

@@ -243,10 +243,8 @@ void ToolkitHardcopyOption(int number, int value) {
 }
 
 double ToolkitPageInfo(int item) {
-    constexpr int paperWidth = 91;
-    constexpr int paperHeight = 92;
     const PrinterPage &paper = hardcopyState().paper;
-    return item == paperWidth ? paper.width : item == paperHeight ? paper.height : 0.0;
+    return item == PaperWidth ? paper.width : item == PaperHeight ? paper.height : 0.0;
 }
 
 void IGrHardcopy(std::string_view pathOrCode) {

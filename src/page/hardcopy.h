@@ -60,6 +60,10 @@ enum HardcopyOption : int {
     HardcopyHeight = 2,
     HardcopyLeft = 3,   ///< offset of the page from the left edge of the paper, in points
     HardcopyBottom = 4, ///< offset from its bottom edge, in points
+    // Of drivers that these no longer are: stored, without an effect.
+    HardcopyOption5 = 5,
+    HardcopyOption6 = 6,
+    HardcopyOption9 = 9,
 };
 
 /// Chooses a driver and forgets the options of the last hardcopy. The first argument is always 1.
@@ -69,7 +73,8 @@ void ToolkitHardcopySelect(int which, int driver);
 /// Sets an option; other numbers up to 9 than those above are taken and have no effect.
 void ToolkitHardcopyOption(int number, int value);
 
-/// 91 paper width, 92 paper height of the chosen printer, in points; 0 without one.
+enum PageItem : int { PaperWidth = 91, PaperHeight = 92 };
+/// The paper of the chosen printer, by PageItem, in points; 0 without a printer.
 double ToolkitPageInfo(int item);
 
 /// Opens the chosen device on a path (a blank one for a printer), or with "S" closes it, after

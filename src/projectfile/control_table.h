@@ -50,12 +50,14 @@ struct ForcedRange {
 struct ControlRow {
     std::string_view name;
     ControlField field;
-    ForcedRange range = {};
+    ForcedRange range = {}; ///< after reading, and of what a user types
+    ForcedRange entry = {}; ///< before the configuration is shown; empty: `range`
 };
 
 namespace control_ranges {
 inline constexpr ForcedRange Azimuth = {-360.0, 360.0, true};
 inline constexpr ForcedRange Scale = {1.0E-6, 1.0E6};
+inline constexpr ForcedRange ScaleAtEntry = {1.1E-6, 900000.0}; ///< tighter on purpose
 inline constexpr ForcedRange LoopSide = {0.1, 990000.0};
 inline constexpr ForcedRange Turns = {1, MaxWaveformPoints};
 inline constexpr ForcedRange Frequency = {0.01, 1024.0};
@@ -79,12 +81,12 @@ inline constexpr auto ControlTable = std::to_array<ControlRow>({
     {"JobNumber", &ControlValues::JobNumber},
     {"JobDate", &ControlValues::JobDate},
     {"LineName", &ControlValues::LineName},
-    {"LineNumber", &ControlValues::LineNumber},
+    {"LineNumber", &ControlValues::LineNumber, {}, control_ranges::Position},
     {"LineAzimuth", &ControlValues::LineAzimuth, control_ranges::Azimuth},
     {"SurveyType", &ControlValues::SurveyType},
     {"TEMUnits", &ControlValues::TEMUnits},
     {"LengthUnits", &ControlValues::LengthUnits},
-    {"StnScale", &ControlValues::StnScale, control_ranges::Scale},
+    {"StnScale", &ControlValues::StnScale, control_ranges::Scale, control_ranges::ScaleAtEntry},
     {"XTxLength", &ControlValues::XTxLength, control_ranges::LoopSide},
     {"YTxLength", &ControlValues::YTxLength, control_ranges::LoopSide},
     {"TxAzimuth", &ControlValues::TxAzimuth, control_ranges::Azimuth},
@@ -129,6 +131,23 @@ consteval const ControlRow *controlRow(std::string_view name) {
         }
     }
     throw std::logic_error("no such control value");
+}
+
+/// The row of a control value; one without a row does not compile.
+template <class Member>
+consteval const ControlRow &controlRowOf(Member member) {
+    for (const ControlRow &row : ControlTable) {
+        const Member *field = std::get_if<Member>(&row.field);
+        if (field != nullptr && *field == member) {
+            return row;
+        }
+    }
+    throw std::logic_error("no such control value");
+}
+
+/// The range that the configuration brings a value into before it shows it.
+constexpr const ForcedRange &entryRange(const ControlRow &row) {
+    return row.entry.low > row.entry.high ? row.range : row.entry;
 }
 
 /// The row of a name without regard to case; null when there is none.

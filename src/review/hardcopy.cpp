@@ -59,9 +59,8 @@ double cmOfPoints(double points) {
 }
 
 void selectDriver(int driver) {
-    constexpr int option5 = 5;
     ToolkitHardcopySelect(1, driver);
-    ToolkitHardcopyOption(option5, 1);
+    ToolkitHardcopyOption(HardcopyOption5, 1);
 }
 
 HardcopyPlacement openFileDriver(const FileDevice &device, const std::string &path) {
@@ -74,19 +73,15 @@ HardcopyPlacement openFileDriver(const FileDevice &device, const std::string &pa
 
 // False when the user declined.
 bool choosePrinter(HardcopyPlacement &placement) {
-    constexpr int showDialog = 2;
-    constexpr int endedWithOk = 4;
-    constexpr int paperWidth = 91;
-    constexpr int paperHeight = 92;
     ReportInfoLine("Writing " + sizeText(PageHeight, PageWidth) + " cm plot to printer.");
     selectDriver(DriverPrinter);
-    WHardcopyOptions(showDialog);
-    if (ToolkitDialogInfo(endedWithOk) == 0) {
+    WHardcopyOptions(PrinterDialog);
+    if (ToolkitDialogInfo(CommonDialogOk) == 0) {
         return false;
     }
-    const double width = cmOfPoints(ToolkitPageInfo(paperWidth));
-    const double height = cmOfPoints(ToolkitPageInfo(paperHeight));
-    placement = placeOnPaper(ToolkitPageInfo(paperWidth), ToolkitPageInfo(paperHeight));
+    const double width = cmOfPoints(ToolkitPageInfo(PaperWidth));
+    const double height = cmOfPoints(ToolkitPageInfo(PaperHeight));
+    placement = placeOnPaper(ToolkitPageInfo(PaperWidth), ToolkitPageInfo(PaperHeight));
     ReportInfoLine("Using " + sizeText(height, width) +
                    " cm paper = " + sizeText(height / CmPerInch, width / CmPerInch) + " inches.");
     if (placement.scale < 1.0) {
@@ -97,14 +92,12 @@ bool choosePrinter(HardcopyPlacement &placement) {
 }
 
 void setOptions(const HardcopyPlacement &placement) {
-    constexpr int option6 = 6;
-    constexpr int option9 = 9;
     ToolkitHardcopyOption(HardcopyWidth, placement.width);
     ToolkitHardcopyOption(HardcopyHeight, placement.height);
     ToolkitHardcopyOption(HardcopyLeft, placement.left);
     ToolkitHardcopyOption(HardcopyBottom, placement.bottom);
-    ToolkitHardcopyOption(option6, 0);
-    ToolkitHardcopyOption(option9, 8);
+    ToolkitHardcopyOption(HardcopyOption6, 0);
+    ToolkitHardcopyOption(HardcopyOption9, 8);
 }
 
 } // namespace

@@ -151,8 +151,8 @@ struct MapExtent {
 
 double windowShape() {
     constexpr double shapeOfPage = 0.75;
-    const int width = ToolkitWindowInfo(1);
-    const int height = ToolkitWindowInfo(2);
+    const int width = ToolkitWindowInfo(WindowWidth);
+    const int height = ToolkitWindowInfo(WindowHeight);
     return width > 0 && height > 0 ? static_cast<double>(height) / width : shapeOfPage;
 }
 
@@ -197,11 +197,11 @@ void drawTitle(const ControlValues &control, std::string_view fileName) {
     lines.push_back("Data from " + std::string(fileName));
 
     selectTextSize(TitleSize);
-    const float indent = 2.0F * ToolkitTextMetric(3);
+    const float indent = 2.0F * ToolkitTextMetric(TextCharacterWidth);
     const float x = 2.5F + indent;
     float y = 17.5F;
     for (const std::string &line : lines) {
-        y -= ToolkitTextMetric(4);
+        y -= ToolkitTextMetric(TextCharacterHeight);
         ToolkitDrawText(x, y, ToolkitFittingText(line, FrameRight - indent - x));
     }
 }

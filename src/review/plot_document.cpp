@@ -67,7 +67,7 @@ bool plotPagesInOnePdf(const std::string &path, std::size_t pages,
                        const std::function<bool(std::size_t)> &goOn) {
     ToolkitHardcopySelect(1, DriverPdf);
     IGrHardcopy(path);
-    if (const int error = ToolkitErrorState(1); error != 0) {
+    if (const int error = ToolkitErrorState(ErrorNumber); error != 0) {
         IGrHardcopy("S");
         ToolkitSetError(error);
         return true;

@@ -1,14 +1,11 @@
 #include "review/review_limits.h"
 
-#include "review/review_dialogs.h"
+#include "conditioning/unread_fields.h"
+#include "review/plot_limits_dialog.h"
 #include "screen/graphics_errors.h"
-#include "toolkit/control_ids.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
-#include "toolkit/toolkit.h"
 
 #include <array>
 #include <cmath>
-#include <string>
 #include <utility>
 
 namespace keldrin {
@@ -17,27 +14,23 @@ namespace {
 
 enum class AxisKind { ArcSinh, Logarithmic, Linear };
 
-struct LimitPair {
-    int maximumField;
-    int minimumField;
+/// An axis: its ends in the dialog, and as PlotLimits keeps them.
+struct AxisLimits {
+    AxisEnds PlotLimitsAnswers::*shown;
     float PlotLimits::*maximum;
     float PlotLimits::*minimum;
-    std::string_view format;
     AxisKind kind;
 };
 
-constexpr std::string_view FourDigits = "(1P,G12.4E1)";
-constexpr std::string_view OneDecimal = "(F12.1)";
-
-constexpr std::array Pairs = {
-    LimitPair{1027, 1045, &PlotLimits::PlotDataMax, &PlotLimits::PlotDataMin, FourDigits,
-              AxisKind::ArcSinh},
-    LimitPair{1062, 1063, &PlotLimits::PlotTimeMax, &PlotLimits::PlotTimeMin, FourDigits,
-              AxisKind::Logarithmic},
-    LimitPair{1064, 1065, &PlotLimits::PlotDepthMax, &PlotLimits::PlotDepthMin, OneDecimal,
-              AxisKind::Linear},
-    LimitPair{1066, 1080, &PlotLimits::PlotResMax, &PlotLimits::PlotResMin, FourDigits,
-              AxisKind::Logarithmic},
+constexpr std::array Axes = {
+    AxisLimits{&PlotLimitsAnswers::data, &PlotLimits::PlotDataMax, &PlotLimits::PlotDataMin,
+               AxisKind::ArcSinh},
+    AxisLimits{&PlotLimitsAnswers::time, &PlotLimits::PlotTimeMax, &PlotLimits::PlotTimeMin,
+               AxisKind::Logarithmic},
+    AxisLimits{&PlotLimitsAnswers::depth, &PlotLimits::PlotDepthMax, &PlotLimits::PlotDepthMin,
+               AxisKind::Linear},
+    AxisLimits{&PlotLimitsAnswers::resistivity, &PlotLimits::PlotResMax, &PlotLimits::PlotResMin,
+               AxisKind::Logarithmic},
 };
 
 // A limit as the user sees it, and as PlotLimits keeps it.
@@ -60,14 +53,9 @@ bool isOnAxis(const Limit &limit, AxisKind kind) {
 
 // A number that was not edited must not come back rounded by ArcSinh(sinh(x)): the label at the
 // end of the axis would be lost.
-Limit readLimit(int field, float kept, AxisKind kind) {
+Limit answeredLimit(float shown, float kept, AxisKind kind) {
     const Limit old = limitKept(kept, kind);
-    float shown = old.shown;
-    if (!WDialogGetReal(field, shown) || shown == old.shown) {
-        return old;
-    }
-    const Limit read = limitShown(shown, kind);
-    return isOnAxis(read, kind) ? read : old;
+    return shown == old.shown ? old : limitShown(shown, kind);
 }
 
 Limit widenedMaximum(const Limit &maximum, const Limit &minimum, AxisKind kind) {
@@ -81,45 +69,45 @@ Limit widenedMaximum(const Limit &maximum, const Limit &minimum, AxisKind kind) 
     return wide ? maximum : limitShown(minimum.shown + leastRange, kind);
 }
 
-void readPair(const LimitPair &pair, PlotLimits &limits) {
-    Limit maximum = readLimit(pair.maximumField, limits.*pair.maximum, pair.kind);
-    Limit minimum = readLimit(pair.minimumField, limits.*pair.minimum, pair.kind);
+void takeAxis(const AxisLimits &axis, const PlotLimitsAnswers &answers, PlotLimits &limits) {
+    const AxisEnds &ends = answers.*axis.shown;
+    Limit maximum = answeredLimit(ends.maximum, limits.*axis.maximum, axis.kind);
+    Limit minimum = answeredLimit(ends.minimum, limits.*axis.minimum, axis.kind);
     if (maximum.shown < minimum.shown) {
         std::swap(maximum, minimum);
     }
-    maximum = widenedMaximum(maximum, minimum, pair.kind);
-    if (isOnAxis(maximum, pair.kind) && maximum.kept > minimum.kept) {
-        limits.*pair.maximum = maximum.kept;
-        limits.*pair.minimum = minimum.kept;
+    maximum = widenedMaximum(maximum, minimum, axis.kind);
+    if (isOnAxis(maximum, axis.kind) && maximum.kept > minimum.kept) {
+        limits.*axis.maximum = maximum.kept;
+        limits.*axis.minimum = minimum.kept;
     }
 }
 
-void fillDialog(const SurveyModel &survey, const PlotLimits &limits) {
-    WDialogPutString(1054, "dBz/dt (" + survey.control.TEMUnits.str() + ")");
-    WDialogPutString(1056, "Depth (" + survey.control.LengthUnits.str() + ")");
-    for (const LimitPair &pair : Pairs) {
-        WDialogPutReal(pair.maximumField, limitKept(limits.*pair.maximum, pair.kind).shown,
-                       pair.format);
-        WDialogPutReal(pair.minimumField, limitKept(limits.*pair.minimum, pair.kind).shown,
-                       pair.format);
+PlotLimitsAnswers answersOf(const SurveyModel &survey, const PlotLimits &limits) {
+    PlotLimitsAnswers answers;
+    answers.dataUnits = survey.control.TEMUnits.str();
+    answers.lengthUnits = survey.control.LengthUnits.str();
+    for (const AxisLimits &axis : Axes) {
+        answers.*axis.shown = {limitKept(limits.*axis.maximum, axis.kind).shown,
+                               limitKept(limits.*axis.minimum, axis.kind).shown};
     }
+    return answers;
 }
 
 } // namespace
 
 int Review_EditLimits(const SurveyModel &survey, PlotLimits &limits) {
     CheckGraphicsError();
-    WDialogLoad(PlotLimitsDialog);
-    fillDialog(survey, limits);
-    showAtLowerRight(DialogModal);
-    const bool confirmed = ToolkitDialogInfo(1) == ButtonContinue;
-    if (confirmed) {
-        for (const LimitPair &pair : Pairs) {
-            readPair(pair, limits);
-        }
+    PlotLimitsAnswers answers = answersOf(survey, limits);
+    const DialogAnswer answer = askDialog(PlotLimitsDialog, answers);
+    if (!answer.confirmed()) {
+        return 1;
     }
-    WDialogUnload();
-    return confirmed ? 0 : 1;
+    for (const AxisLimits &axis : Axes) {
+        takeAxis(axis, answers, limits);
+    }
+    reportUnreadFields(answer.unread);
+    return 0;
 }
 
 } // namespace keldrin

@@ -9,14 +9,13 @@
 #include "review/page_layout.h"
 #include "review/plot_document.h"
 #include "review/plot_limits.h"
-#include "review/review_dialogs.h"
 #include "review/review_history.h"
 #include "review/review_limits.h"
+#include "review/review_panel.h"
 #include "review/review_pointer.h"
 #include "review/review_save.h"
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
 
 #include <algorithm>
 #include <array>
@@ -28,8 +27,6 @@ namespace keldrin {
 namespace {
 
 constexpr int WindowClosed = 3; ///< a status of this or more leaves the program
-constexpr int StationTrackbar = 1057;
-constexpr int LastStationText = 1069;
 
 /// One entry of the review.
 struct Review {
@@ -62,10 +59,15 @@ void showNext(Review &review, const ToolkitEvent & /*event*/) {
     showStation(review, review.state.ReviewStation + 1);
 }
 
+PanelValues panelOf(const Review &review) {
+    return {review.state.ReviewStation, review.survey.SoundingCount};
+}
+
 void followTrackbar(Review &review, const ToolkitEvent & /*event*/) {
-    int station = 0;
-    if (WDialogGetTrackbar(StationTrackbar, station)) {
-        showStation(review, station); // with one sounding the trackbar still has a second place
+    PanelValues panel = panelOf(review);
+    if (readField(ReviewDialog, ReviewControl::Station, panel)) {
+        showStation(review,
+                    panel.station); // with one sounding the trackbar still has a second place
     }
 }
 
@@ -181,23 +183,23 @@ constexpr std::array Bindings = {
     Binding{EventKey, KeyWithCtrl | 'Y', redo},
     Binding{EventKey, KeyWithCtrl | KeyWithShift | 'Z', redo},
     Binding{EventKey, KeyWithCtrl | 'P', plotOn<PlotToPrinter>},
-    Binding{EventButton, 1058, showPrevious},
-    Binding{EventButton, 1059, showNext},
-    Binding{EventButton, 1067, plotOn<PlotToPrinter>},
-    Binding{EventButton, 1074, plotOn<PlotToMetafile>},
-    Binding{EventButton, 1075, plotOn<PlotToHpgl>},
-    Binding{EventButton, 1076, plotOn<PlotToPng>},
-    Binding{EventButton, 1077, plotOn<PlotToPdf>},
-    Binding{EventButton, 1079, plotOn<PlotToSvg>},
-    Binding{EventButton, 1073, plotAll},
-    Binding{EventButton, 1081, editLimits},
-    Binding{EventButton, 1068, leave},
+    Binding{EventButton, ReviewControl::Previous, showPrevious},
+    Binding{EventButton, ReviewControl::Next, showNext},
+    Binding{EventButton, ReviewControl::PrinterPlot, plotOn<PlotToPrinter>},
+    Binding{EventButton, ReviewControl::ToMetafile, plotOn<PlotToMetafile>},
+    Binding{EventButton, ReviewControl::ToHpgl, plotOn<PlotToHpgl>},
+    Binding{EventButton, ReviewControl::ToPng, plotOn<PlotToPng>},
+    Binding{EventButton, ReviewControl::ToPdf, plotOn<PlotToPdf>},
+    Binding{EventButton, ReviewControl::ToSvg, plotOn<PlotToSvg>},
+    Binding{EventButton, ReviewControl::AllToPdf, plotAll},
+    Binding{EventButton, ReviewControl::EditLimits, editLimits},
+    Binding{EventButton, ReviewControl::Exit, leave},
     Binding{EventButton, ButtonCancel, cancelChanges},
-    Binding{EventMouseDown, 1, markByMouse<SetMark>},
-    Binding{EventMouseDown, 3, markByMouse<ClearMark>},
-    Binding{EventMouseDown, 4, showPrevious},
-    Binding{EventMouseDown, 5, showNext},
-    Binding{EventFieldChange, StationTrackbar, followTrackbar},
+    Binding{EventMouseDown, MouseLeft, markByMouse<SetMark>},
+    Binding{EventMouseDown, MouseRight, markByMouse<ClearMark>},
+    Binding{EventMouseDown, WheelUp, showPrevious},
+    Binding{EventMouseDown, WheelDown, showNext},
+    Binding{EventFieldChange, ReviewControl::Station, followTrackbar},
 };
 
 // ---- The loop
@@ -228,30 +230,17 @@ void drawStation(const Review &review) {
                   review.date, review.time);
 }
 
-// Doubled until some twenty presses cross the line.
-int trackbarStep(int soundings) {
-    constexpr int mostSteps = 20;
-    int step = 1;
-    while (soundings / step > mostSteps) {
-        step *= 2;
-    }
-    return step;
-}
-
 void openDialog(const Review &review) {
-    const int soundings = review.survey.SoundingCount;
     WDialogLoad(ReviewDialog);
-    ToolkitDialogOption(EventFieldChange, 1);
-    WDialogRangeTrackbar(StationTrackbar, 1, std::max(2, soundings), trackbarStep(soundings));
-    WDialogPutString(LastStationText, std::to_string(soundings));
-    WDialogPutTrackbar(StationTrackbar, review.state.ReviewStation);
-    showAtLowerRight(DialogModeless);
+    ToolkitDialogOption(FieldChangeEvents, 1);
+    putFields(ReviewDialog, panelOf(review));
+    showDialog(ReviewDialog, DialogModeless);
 }
 
 void closeDialog() {
-    WDialogSelect(Dialog::Review);
+    WDialogSelect(ReviewDialog.number);
     WDialogUnload();
-    ToolkitDialogOption(EventFieldChange, 0);
+    ToolkitDialogOption(FieldChangeEvents, 0);
     blankPage();
 }
 
@@ -311,8 +300,8 @@ void serveReview(Review &review) {
     while (review.stays) {
         showUnsavedMarks(review.history);
         showTransmitter(review);
-        WDialogSelect(Dialog::Review); // another dialog may have been selected since
-        WDialogPutTrackbar(StationTrackbar, review.state.ReviewStation);
+        WDialogSelect(ReviewDialog.number); // another dialog may have been selected since
+        putField(ReviewDialog, ReviewControl::Station, panelOf(review));
         ToolkitEvent event;
         ToolkitNextEvent(event);
         review.redraws = true;
@@ -326,21 +315,20 @@ void serveReview(Review &review) {
 } // namespace
 
 int Review_Rubberband(const ToolkitEvent &event, PageBox &box) {
-    constexpr int rectangle = 3;
     IGrColour("RED");
     ToolkitLineStyle(0);
     float x = event.x;
     float y = event.y;
     int end = EventNone;
-    WGrInput(rectangle, x, y, end);
+    WGrInput(RubberRectangle, x, y, end);
     IGrColour("BLACK");
     const auto held = [](float place, int lowItem, int highItem) {
         return limited(place, ToolkitAreaInfo(lowItem), ToolkitAreaInfo(highItem));
     };
-    box.xLow = held(std::min(event.x, x), 11, 13);
-    box.xHigh = held(std::max(event.x, x), 11, 13);
-    box.yLow = held(std::min(event.y, y), 12, 14);
-    box.yHigh = held(std::max(event.y, y), 12, 14);
+    box.xLow = held(std::min(event.x, x), AreaLeft, AreaRight);
+    box.xHigh = held(std::max(event.x, x), AreaLeft, AreaRight);
+    box.yLow = held(std::min(event.y, y), AreaBottom, AreaTop);
+    box.yHigh = held(std::max(event.y, y), AreaBottom, AreaTop);
     return end == EventMouseUp ? 0 : 1;
 }
 

@@ -181,7 +181,7 @@ std::vector<std::string> sourceOf(const ControlValues &control, const SoundingCu
 
 // Lines below each other, a character height apart, each cut where the next column begins.
 void drawColumn(float x, float y, float right, const std::vector<std::string> &lines,
-                float pitch = ToolkitTextMetric(4)) {
+                float pitch = ToolkitTextMetric(TextCharacterHeight)) {
     for (const std::string &line : lines) {
         ToolkitDrawText(x, y, ToolkitFittingText(line, right - x));
         y -= pitch;
@@ -192,7 +192,7 @@ void drawLegend() {
     selectTextSize(NumberSize);
     const float x = 1.7F;
     const float y = 2.6F;
-    const float pitch = ToolkitTextMetric(4);
+    const float pitch = ToolkitTextMetric(TextCharacterHeight);
     drawColumn(x, y, DataFrame.right,
                {"Black line = calculated dB/dT", "Black + = observed dB/dT"});
     IGrColour("BLUE");

@@ -8,7 +8,7 @@
 namespace keldrin {
 
 void CheckGraphicsError(std::string_view tag) {
-    if (const int number = ToolkitErrorState(1); number != 0) {
+    if (const int number = ToolkitErrorState(ErrorNumber); number != 0) {
         ReportGraphicsError(number, tag);
     }
 }

@@ -22,9 +22,9 @@ struct LogPage {
 };
 
 LogPage logPage() {
-    const auto windowWidth = static_cast<float>(ToolkitWindowInfo(1));
-    const auto windowHeight = static_cast<float>(ToolkitWindowInfo(2));
-    const auto screenWidth = static_cast<float>(ToolkitScreenInfo(1));
+    const auto windowWidth = static_cast<float>(ToolkitWindowInfo(WindowWidth));
+    const auto windowHeight = static_cast<float>(ToolkitWindowInfo(WindowHeight));
+    const auto screenWidth = static_cast<float>(ToolkitScreenInfo(ScreenWidth));
     if (!(windowWidth > 0.0F) || !(windowHeight > 0.0F) || !(screenWidth > 0.0F)) {
         return {};
     }
@@ -35,8 +35,8 @@ LogPage logPage() {
 // The newest lines that fit, from the top of the window down.
 void drawNewestLines(float pageHeight) {
     const std::vector<MessageLine> &lines = messageLog().LogLineBuffer;
-    const float characterWidth = ToolkitTextMetric(3);
-    const float characterHeight = ToolkitTextMetric(4);
+    const float characterWidth = ToolkitTextMetric(TextCharacterWidth);
+    const float characterHeight = ToolkitTextMetric(TextCharacterHeight);
     if (!(characterHeight > 0.0F)) {
         return;
     }

@@ -21,11 +21,8 @@ bool showBox(std::span<const MessageLine> lines, bool mustBeSeen) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         text.append(i == 0 ? "" : "\r").append(lines[i].view());
     }
-    constexpr int okAndCancel = 1;
-    constexpr int errorIcon = 2;
-    constexpr int okIsDefault = 1;
     const BoxDuty duty = mustBeSeen ? BoxDuty::AlwaysShown : BoxDuty::MayBeQuieted;
-    return WMessageBox(okAndCancel, errorIcon, okIsDefault, text, "ERROR", duty) != 0;
+    return WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, text, "ERROR", duty) != BoxCancel;
 }
 
 void showNotice(std::string_view text) {

@@ -4,11 +4,11 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "screen/graphics_errors.h"
+#include "shell/engine_dialog.h"
 #include "shell/engine_lines.h"
 #include "shell/open_project.h"
 #include "shell/project_copy.h"
 #include "toolkit/child_process.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/toolkit.h"
 
 namespace keldrin {
@@ -27,8 +27,8 @@ std::string searchedPlaces() {
 
 /// Reads the toolkit's error state and reports a run that did not take place.
 void reportFailedRun(const std::string &path) {
-    const int state = ToolkitErrorState(1);
-    const int systemError = ToolkitErrorState(2);
+    const int state = ToolkitErrorState(ErrorNumber);
+    const int systemError = ToolkitErrorState(ErrorOfSystem);
     const std::string words = "OS command \"" + std::string(EngineName) + " " + path + "\"";
     if (state == ErrorCannotRun) {
         if (systemError != 0) { // without a code the system has nothing to say
@@ -89,7 +89,6 @@ int Invert(SurveyModel &model, std::string &path) {
     if (!isReady(path)) {
         return 0;
     }
-    constexpr int waitForItsEnd = 2;
     CheckGraphicsError();
     ProjectCopy copy(path);
     std::string summary;
@@ -97,7 +96,7 @@ int Invert(SurveyModel &model, std::string &path) {
         return takeEngineLine(text, summary);
     };
     const CommandEnd end =
-        IOsCommand({EngineName, asArgument(path)}, waitForItsEnd, line, &EngineDialog);
+        IOsCommand({EngineName, asArgument(path)}, WaitForItsEnd, line, &EngineDialog);
     reportFailedRun(path);
     copy.settle(end);
     const int status = OpenProject(model, path);

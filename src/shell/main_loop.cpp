@@ -61,7 +61,7 @@ void commandNew(Shell &shell) {
 }
 
 void commandOpen(Shell &shell) {
-    if (!ToolkitFileChooser("Choose KELDRIN file|*.std|", 10, shell.ProjectPath,
+    if (!ToolkitFileChooser("Choose KELDRIN file|*.std|", ChooseExisting, shell.ProjectPath,
                             "Open KELDRIN file")) {
         return;
     }
@@ -131,9 +131,9 @@ void drawStartText() {
 }
 
 void openRootWindow() {
-    const RootSize size = rootWindowSize(ToolkitScreenInfo(1), ToolkitScreenInfo(2));
-    constexpr int resizableWithSystemMenu = 7;
-    WindowOpen(resizableWithSystemMenu, -1, -1, size.width, size.height);
+    const RootSize size =
+        rootWindowSize(ToolkitScreenInfo(ScreenWidth), ToolkitScreenInfo(ScreenHeight));
+    WindowOpen(ResizableWindow, -1, -1, size.width, size.height);
     WindowTitle(std::string(ProgramIdentity) + " updated " + std::string(ProgramDate));
 }
 

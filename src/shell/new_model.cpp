@@ -63,8 +63,8 @@ int chooseDataFile(std::string &path) {
     if (!trimBlanks(path).empty()) {
         return 0;
     }
-    const bool chosen = ToolkitFileChooser("TEM data file|*.avg;*.z;*.tem;*.amr;*.dat|", 10, path,
-                                           "Open file holding TEM data.");
+    const bool chosen = ToolkitFileChooser("TEM data file|*.avg;*.z;*.tem;*.amr;*.dat|",
+                                           ChooseExisting, path, "Open file holding TEM data.");
     return chosen && !trimBlanks(path).empty() ? 0 : 2;
 }
 

@@ -8,7 +8,8 @@ namespace keldrin {
 
 void SaveProject(SurveyModel &model, std::string &path) {
     std::string chosen = path;
-    if (!ToolkitFileChooser("Save std file|*.std|", 11, chosen, "Save KELDRIN *.std file")) {
+    if (!ToolkitFileChooser("Save std file|*.std|", ChooseForSave, chosen,
+                            "Save KELDRIN *.std file")) {
         return;
     }
     if (!isProjectPath(chosen)) { // as in "Save As"

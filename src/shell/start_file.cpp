@@ -26,8 +26,8 @@ std::string ChooseStartFile(std::string_view defaultExtension) {
     }
     path.clear();
     const bool chosen =
-        ToolkitFileChooser("KELDRIN *.std or TEM data files|*.std;*.avg;*.z;*.tem;*.amr;*.dat|", 10,
-                           path, "Select KELDRIN *.std or TEM data file");
+        ToolkitFileChooser("KELDRIN *.std or TEM data files|*.std;*.avg;*.z;*.tem;*.amr;*.dat|",
+                           ChooseExisting, path, "Select KELDRIN *.std or TEM data file");
     if (!chosen || trimBlanks(path).empty()) {
         ShutDown();
     }

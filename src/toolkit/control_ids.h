@@ -15,17 +15,7 @@ inline constexpr int AutoSkip = 40007;
 inline constexpr int Save = 40008;
 } // namespace Command
 
-namespace Dialog {
-inline constexpr int DataInput = 101;
-inline constexpr int Review = 102;
-inline constexpr int PlotLimits = 103;
-inline constexpr int AutoSkip = 104;
-inline constexpr int MatchingLabel = 106;
-inline constexpr int Configuration = 108;
-inline constexpr int LineAzimuth = 110;
-inline constexpr int Engine = 121;
-inline constexpr int Progress = 122;
-} // namespace Dialog
+// Numbers of dialogs and ids of their controls stand beside their tables.
 
 inline constexpr int ButtonCancel = 1084;
 inline constexpr int ButtonContinue = 1090;

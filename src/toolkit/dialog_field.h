@@ -11,7 +11,8 @@
 namespace keldrin {
 
 // How a row of a dialog's table names the value that its control shows and changes. A dialog has
-// one record, and a field of it is named by the members, and indices of arrays, that lead to it:
+// one record, and a field of it is named by the members, and indices of arrays, that lead to it
+// (a member that is a pointer leads on to what it points to):
 // fieldOf<&Answers::control, &ControlValues::Header, 1>. The types of the members are checked when
 // the table is compiled, the type of the record when its DialogForm is (dialog_form.h).
 
@@ -66,17 +67,22 @@ struct RecordOfPath {
 
 template <auto First, auto... Rest>
 constexpr auto &follow(auto &object) {
-    const auto step = [](auto &from) -> auto & {
-        if constexpr (std::is_member_object_pointer_v<decltype(First)>) {
-            return from.*First;
-        } else {
-            return from[First];
-        }
-    };
-    if constexpr (sizeof...(Rest) == 0) {
-        return step(object);
+    if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(object)>>) {
+        return follow<First, Rest...>(*object);
     } else {
-        return follow<Rest...>(step(object));
+        auto &next = [&]() -> auto & {
+            if constexpr (std::is_member_object_pointer_v<decltype(First)>) {
+                return object.*First;
+            } else {
+                return object[First];
+            }
+        }
+        ();
+        if constexpr (sizeof...(Rest) == 0) {
+            return next;
+        } else {
+            return follow<Rest...>(next);
+        }
     }
 }
 

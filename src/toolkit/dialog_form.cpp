@@ -20,6 +20,10 @@ const ControlSpec *findRow(const DialogSpec &spec, int id) {
     return found == spec.controls.end() ? nullptr : &*found;
 }
 
+bool isFollower(const DialogSpec &spec, int id) {
+    return std::find(spec.followers.begin(), spec.followers.end(), id) != spec.followers.end();
+}
+
 bool isNumber(const ControlSpec &row) {
     return row.kind == ControlKind::Integer || row.kind == ControlKind::Real ||
            row.kind == ControlKind::Double;
@@ -69,12 +73,6 @@ void putRow(const ControlSpec &row, const void *record) {
     } else {
         const std::string *text = std::get_if<std::string>(&value);
         WDialogPutString(row.id, text != nullptr ? std::string_view(*text) : "");
-    }
-}
-
-void putStateOf(const ControlSpec &row, const void *record) {
-    if (row.enabledFrom.get != nullptr) {
-        WDialogFieldState(row.id, row.enabledFrom.get(record));
     }
 }
 
@@ -128,7 +126,7 @@ UnreadField unread(const ControlSpec &row, const void *record) {
     } else if (const std::string *text = std::get_if<std::string>(&kept)) {
         field.stands = '"' + *text + '"';
     }
-    if (!row.unit.empty()) {
+    if (!row.unit.empty() && isNumber(row)) {
         field.stands.append(" ").append(row.unit);
     }
     return field;
@@ -141,17 +139,21 @@ namespace dialog_form {
 void putFields(const DialogSpec &spec, const void *record) {
     for (const ControlSpec &row : spec.controls) {
         putLimitsOf(row, record);
-        putRow(row, record);
-        putStateOf(row, record);
+        if (row.kind != ControlKind::Static || !isFollower(spec, row.id)) {
+            putRow(row, record);
+        }
     }
 }
 
 void followRecord(const DialogSpec &spec, const void *record) {
-    for (const ControlSpec &row : spec.controls) {
-        if (row.kind == ControlKind::Static) {
-            putRow(row, record);
+    for (const int id : spec.followers) {
+        const ControlSpec *row = findRow(spec, id);
+        if (row != nullptr && row->kind == ControlKind::Static) {
+            putRow(*row, record);
         }
-        putStateOf(row, record);
+        if (row != nullptr && row->enabledFrom.get != nullptr) {
+            WDialogFieldState(id, row->enabledFrom.get(record));
+        }
     }
 }
 
@@ -177,12 +179,37 @@ bool readField(const DialogSpec &spec, int id, void *record) {
     return row != nullptr && row->field.set != nullptr && readRow(*row, record);
 }
 
-DialogAnswer ask(const DialogSpec &spec, void *record) {
+// In the width of the control: the limit 0.1 of a 32-bit real is that real.
+void limitFields(const DialogSpec &spec, void *record) {
+    for (const ControlSpec &row : spec.controls) {
+        if (!isNumber(row) || row.field.get == nullptr) {
+            continue;
+        }
+        const FieldLimits limits =
+            row.limitsFrom.get != nullptr ? row.limitsFrom.get(record) : row.limits;
+        const FieldValue value = row.field.get(record);
+        const double *number = std::get_if<double>(&value);
+        if (number == nullptr || limits.low > limits.high) {
+            continue;
+        }
+        const auto single = [](double real) {
+            return static_cast<double>(static_cast<float>(real));
+        };
+        const bool isReal = row.kind == ControlKind::Real;
+        row.field.set(record, limited(*number, isReal ? single(limits.low) : limits.low,
+                                      isReal ? single(limits.high) : limits.high));
+    }
+}
+
+DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void()> &filled) {
     WDialogLoad(spec);
     putFields(spec, record);
+    if (filled) {
+        filled();
+    }
     showDialog(spec, DialogModal);
     DialogAnswer answer;
-    answer.button = ToolkitDialogInfo(1);
+    answer.button = ToolkitDialogInfo(DialogEndButton);
     if (answer.confirmed()) {
         answer.unread = readFields(spec, record);
     }
@@ -201,8 +228,10 @@ void showDialog(const DialogSpec &spec, int mode) {
         WDialogShow(-1, -1, spec.firstControl, mode);
         return;
     }
-    const int x = ToolkitWindowInfo(5) + ToolkitWindowInfo(1) - ToolkitDialogInfo(8);
-    const int y = ToolkitWindowInfo(6) + ToolkitWindowInfo(2) - ToolkitDialogInfo(9);
+    const int x = ToolkitWindowInfo(WindowX) + ToolkitWindowInfo(WindowWidth) -
+                  ToolkitDialogInfo(DialogWidth);
+    const int y = ToolkitWindowInfo(WindowY) + ToolkitWindowInfo(WindowHeight) -
+                  ToolkitDialogInfo(DialogHeight);
     WDialogShow(std::max(x, 0) + 1, std::max(y, 0) + 1, spec.firstControl, mode);
 }
 

@@ -2,6 +2,7 @@
 
 #include "toolkit/dialog_spec.h"
 
+#include <functional>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -53,11 +54,12 @@ void putField(const DialogSpec &spec, int id, const void *record);
 void followRecord(const DialogSpec &spec, const void *record);
 std::vector<UnreadField> readFields(const DialogSpec &spec, void *record);
 bool readField(const DialogSpec &spec, int id, void *record);
-DialogAnswer ask(const DialogSpec &spec, void *record);
+void limitFields(const DialogSpec &spec, void *record);
+DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void()> &filled);
 } // namespace dialog_form
 
-/// Fills all controls of the selected dialog, sets the limits that the record gives and enables
-/// what it enables. A field of integers shows a real as the nearest integer.
+/// Fills all controls of the selected dialog and sets the limits that the record gives. A field of
+/// integers shows a real as the nearest integer.
 template <class Record>
 void putFields(const DialogForm<Record> &form, const Record &record) {
     dialog_form::putFields(form, &record);
@@ -69,7 +71,7 @@ void putField(const DialogForm<Record> &form, int id, const Record &record) {
     dialog_form::putField(form, id, &record);
 }
 
-/// Makes what the user cannot change agree with the record: static texts, and which controls are
+/// Brings the followers of the table (DialogSpec) up to date: texts, and which controls are
 /// enabled.
 template <class Record>
 void followRecord(const DialogForm<Record> &form, const Record &record) {
@@ -90,11 +92,20 @@ bool readField(const DialogForm<Record> &form, int id, Record &record) {
     return dialog_form::readField(form, id, &record);
 }
 
+/// Moves each number into the limits of its control, silently: for values that a user is to
+/// confirm.
+template <class Record>
+void limitFields(const DialogForm<Record> &form, Record &record) {
+    dialog_form::limitFields(form, &record);
+}
+
 /// Loads a dialog, shows a record in it until a button ends it, and unloads it. Only Continue reads
 /// the controls back.
+/// filled  called before the dialog is shown
 template <class Record>
-DialogAnswer askDialog(const DialogForm<Record> &form, Record &record) {
-    return dialog_form::ask(form, &record);
+DialogAnswer askDialog(const DialogForm<Record> &form, Record &record,
+                       const std::function<void()> &filled = {}) {
+    return dialog_form::ask(form, &record, filled);
 }
 
 /// Shows the selected dialog at the place that its table says.

@@ -157,15 +157,15 @@ int ToolkitDialogInfo(int item) {
     const DialogModel *dialog = findLoaded(state.selected);
     const PixelSize size = dialog != nullptr ? dialog->size : PixelSize{};
     switch (item) {
-    case 1:
+    case DialogEndButton:
         return state.lastButton;
-    case 2:
+    case DialogSelected:
         return state.selected;
-    case 4:
+    case CommonDialogOk:
         return state.lastCommonOk ? 1 : 0;
-    case 8:
+    case DialogWidth:
         return size.width;
-    case 9:
+    case DialogHeight:
         return size.height;
     default:
         return 0;

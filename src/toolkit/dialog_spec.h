@@ -95,6 +95,9 @@ struct DialogSpec {
     bool inRoot = false; ///< lies upon the root window's page, beside which it is used
     DialogPlace place = DialogPlace::Usual;
     int firstControl = 0; ///< has the focus at first; 0 the first of the table
+    /// Static texts and enabled states that change while the dialog is shown, in the order in which
+    /// followRecord() sets them; putFields() leaves them as the table has them.
+    std::span<const int> followers = {};
 };
 
 } // namespace keldrin

@@ -94,7 +94,7 @@ bool readControl(int id, int errorOfFailure, Read read) {
     if (target.control != nullptr && !found) {
         ToolkitSetError(errorOfFailure);
     }
-    const bool good = ToolkitErrorState(1) == 0;
+    const bool good = ToolkitErrorState(ErrorNumber) == 0;
     errorState() = earlier;
     return good;
 }

@@ -43,9 +43,9 @@ int takeErrorOrFault(FaultInjection &fault) {
 
 int ToolkitErrorState(int item) {
     switch (item) {
-    case 1:
+    case ErrorNumber:
         return takeErrorOrFault(toolkitState().fault);
-    case 2:
+    case ErrorOfSystem:
         return errorState().systemError;
     default:
         return 0;

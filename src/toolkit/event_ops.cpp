@@ -131,7 +131,7 @@ void ToolkitPutBack(const ToolkitEvent &event) {
 }
 
 void ToolkitDialogOption(int option, int value) {
-    if (option == EventFieldChange) {
+    if (option == FieldChangeEvents) {
         toolkitState().fieldChangeEvents = value != 0;
     }
 }

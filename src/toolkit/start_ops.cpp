@@ -74,20 +74,20 @@ void WindowTitle(std::string_view title) {
 int ToolkitScreenInfo(int item) {
     Backend *backend = toolkitState().backend;
     const PixelSize size = backend != nullptr ? backend->screenSize() : PixelSize{};
-    return item == 1 ? size.width : item == 2 ? size.height : 0;
+    return item == ScreenWidth ? size.width : item == ScreenHeight ? size.height : 0;
 }
 
 int ToolkitWindowInfo(int item) {
     const ToolkitState &state = toolkitState();
     const PixelRect rect = state.rootOpen ? state.backend->rootRect() : PixelRect{};
     switch (item) {
-    case 1:
+    case WindowWidth:
         return rect.width;
-    case 2:
+    case WindowHeight:
         return rect.height;
-    case 5:
+    case WindowX:
         return rect.x;
-    case 6:
+    case WindowY:
         return rect.y;
     default:
         return 0;

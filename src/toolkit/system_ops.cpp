@@ -13,8 +13,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int SaveFlags = 11;
-
 std::vector<std::string> splitLines(std::string_view text) {
     std::vector<std::string> lines;
     for (;;) {
@@ -45,7 +43,7 @@ bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
     if (state.backend == nullptr) {
         return false;
     }
-    const bool save = flags == SaveFlags;
+    const bool save = flags == ChooseForSave;
     const FileRequest request{save, std::string(title), std::string(trimRight(filter)), path};
     const WorkPause pause;
     const std::optional<std::string> chosen = state.backend->chooseFile(request);

@@ -25,7 +25,7 @@ enum ToolkitEventType : int {
     EventKey = 1,       ///< value: character, or key code above 255
     EventMenu = 2,      ///< value: command number
     EventButton = 3,    ///< value: control id of a dialog's button
-    EventMouseDown = 4, ///< value: 1 left, 2 middle, 3 right, 4 wheel up, 5 wheel down
+    EventMouseDown = 4, ///< value: a MouseButton
     EventMouseUp = 5,
     EventMouseMove = 6, ///< never delivered to the logic
     EventExposure = 7,
@@ -72,16 +72,26 @@ int ToolkitClose();
 /// True between ToolkitInit and ToolkitClose.
 bool ToolkitStarted();
 
+inline constexpr int ResizableWindow = 7; ///< with system menu, minimise and maximise
+
 /// Opens the root window with the program's menu.
-/// flags  7 resizable with system menu, minimise and maximise;  x, y  -1 lets the system place it
+/// flags  ResizableWindow;  x, y  -1 lets the system place it
 void WindowOpen(int flags, int x, int y, int width, int height);
 void WindowTitle(std::string_view title);
 
-int ToolkitScreenInfo(int item); ///< 1 screen width, 2 screen height in pixels
-int ToolkitWindowInfo(int item); ///< 1 width, 2 height, 5 x, 6 y of the root window in pixels
-/// 1 button that ended the last blocking dialog, 2 number of the selected dialog (0 none), 4 not 0
-/// when the last common dialog ended with OK, 8 width and 9 height of the selected dialog
-int ToolkitDialogInfo(int item);
+enum ScreenItem : int { ScreenWidth = 1, ScreenHeight = 2 };
+enum WindowItem : int { WindowWidth = 1, WindowHeight = 2, WindowX = 5, WindowY = 6 };
+enum DialogItem : int {
+    DialogEndButton = 1, ///< that ended the last blocking dialog
+    DialogSelected = 2,  ///< number of the selected dialog, 0 none
+    CommonDialogOk = 4,  ///< not 0 when the last file chooser or printer dialog ended with OK
+    DialogWidth = 8,     ///< of the selected dialog
+    DialogHeight = 9,
+};
+
+int ToolkitScreenInfo(int item); ///< of a ScreenItem, in pixels
+int ToolkitWindowInfo(int item); ///< of the root window, by WindowItem, in pixels
+int ToolkitDialogInfo(int item); ///< by DialogItem
 
 /// True when there is a root window, not minimised, that can be drawn on.
 bool ToolkitHasSurface();
@@ -125,12 +135,23 @@ bool ToolkitPeekEvent(ToolkitEvent &event);
 /// Puts an event in front of the queue, for the caller's caller.
 void ToolkitPutBack(const ToolkitEvent &event);
 
-/// Rubber-band rectangle (mode 3) from a corner, following the mouse. In: the corner in user
+enum MouseButton : int {
+    MouseLeft = 1,
+    MouseMiddle = 2,
+    MouseRight = 3,
+    WheelUp = 4,
+    WheelDown = 5,
+};
+
+inline constexpr int RubberRectangle = 3; ///< a mode of WGrInput
+
+/// Rubber-band rectangle from a corner, following the mouse. In: the corner in user
 /// units; out: the opposite one, and the type of the event that ended it: EventMouseUp,
 /// EventMouseDown of another button, EventKey or EventClose, the last of which is put back.
 void WGrInput(int mode, float &x, float &y, int &event);
 
-/// Option 10: value 1 sends field-change events, 0 stops them.
+inline constexpr int FieldChangeEvents = 10; ///< an option of dialogs: 1 sends them, 0 stops them
+
 void ToolkitDialogOption(int option, int value);
 
 /// Lets the window repaint during long work.
@@ -192,17 +213,26 @@ void WDialogRangeTrackbar(int id, int low, int high, int step);
 
 // ---- Files, boxes and the operating system
 
+enum ChooserFlags : int {
+    ChooseExisting = 10,
+    ChooseForSave = 11, ///< a name without extension gets the filter's
+};
+
 /// The system's file dialog. On OK `path` is the choice, else it stays as it was.
 /// filter   a description, a bar, patterns separated by semicolons, and a closing bar
-/// flags    10 open an existing file, 11 save; a name without extension gets the filter's
-/// returns  true on OK, as ToolkitDialogInfo(4) tells too
+/// flags    ChooserFlags
+/// returns  true on OK, as the item CommonDialogOk says too
 bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
                         std::string_view title);
 
 /// Whether a box stays away once the user wants no further messages of this command.
 enum class BoxDuty { MayBeQuieted, AlwaysShown };
 
-/// A message box with OK and Cancel. Lines are joined by carriage returns. Returns 0 Cancel, 1 OK.
+enum BoxButton : int { BoxCancel = 0, BoxOk = 1 };
+inline constexpr int BoxOkAndCancel = 1; ///< the buttons of a box
+inline constexpr int BoxErrorIcon = 2;
+
+/// A message box. Lines are joined by carriage returns. Returns the BoxButton that was pressed.
 int WMessageBox(int buttons, int icon, int defaultButton, std::string_view text,
                 std::string_view title, BoxDuty duty = BoxDuty::MayBeQuieted);
 
@@ -223,17 +253,21 @@ struct CommandProgress {
     std::string words = {}; ///< for the user, where total is above 0
 };
 
-/// Runs a program with its arguments, without a shell. Flag 2 blocks until it has ended; the user
-/// may end it before. A program that cannot be started leaves error state 13.
+inline constexpr int WaitForItsEnd = 2; ///< a flag of IOsCommand
+
+/// Runs a program with its arguments, without a shell, until it has ended; the user may end it
+/// before. A program that cannot be started leaves error state 13.
 /// line     gets each line that it writes to its console, and returns what it says of the progress
 /// dialog   shown meanwhile, a table of long work; null: the toolkit's own
 CommandEnd IOsCommand(const std::vector<std::string> &command, int flags,
                       const std::function<CommandProgress(std::string_view)> &line = {},
                       const DialogSpec *dialog = nullptr);
 
-/// The system's printer dialog for the chosen hardcopy (page/hardcopy.h); ToolkitDialogInfo(4) says
-/// whether it ended with OK. When it was declined no driver is chosen any more. The argument is
-/// always 2.
+inline constexpr int PrinterDialog = 2; ///< which options are asked for
+
+/// The system's printer dialog for the chosen hardcopy (page/hardcopy.h); the item CommonDialogOk
+/// says whether it ended with OK. When it was declined no driver is chosen any more.
+/// which  always PrinterDialog
 void WHardcopyOptions(int which);
 
 std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
@@ -252,8 +286,10 @@ enum ToolkitErrorNumber : int {
     ErrorCannotRun = 13,
 };
 
-/// Item 1: the last error number, 0 if none; reading clears it. Item 2: the system's error value
-/// that came with it.
+enum ErrorItem : int {
+    ErrorNumber = 1,   ///< the last error number, 0 if none; reading clears it
+    ErrorOfSystem = 2, ///< the system's error value that came with it
+};
 int ToolkitErrorState(int item);
 std::string ToolkitErrorText(int number);
 

@@ -1,5 +1,6 @@
 #include "conditioning/survey_configuration.h"
 
+#include "conditioning/configuration_dialog.h"
 #include "projectfile/project_file.h"
 #include "support/message_recorder.h"
 #include "support/temporary_directory.h"
@@ -13,8 +14,6 @@
 
 namespace keldrin {
 namespace {
-
-constexpr int RampField = 1025;
 
 class SurveyConfiguration : public testing::Test {
   protected:
@@ -35,7 +34,7 @@ class SurveyConfiguration : public testing::Test {
 
     int editRamp(const char *text) {
         backend.beforeAnswer = [text](AnsweringBackend &user, int /*dialog*/) {
-            user.edit(RampField, text);
+            user.edit(ConfigurationControl::Ramp, text);
         };
         std::string path = directory.path("x.std");
         return EditSurveyConfiguration(

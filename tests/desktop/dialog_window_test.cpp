@@ -327,8 +327,8 @@ class ReviewPanel : public DialogWindowTest {
         const QWidget &page = *backend.root.centralWidget();
         const QPoint corner = page.mapToGlobal(QPoint(page.width(), page.height()));
         ToolkitDialogOption(EventFieldChange, 1);
-        WDialogShow(corner.x() - ToolkitDialogInfo(8) + 1, corner.y() - ToolkitDialogInfo(9) + 1, 0,
-                    DialogModeless);
+        WDialogShow(corner.x() - ToolkitDialogInfo(DialogWidth) + 1,
+                    corner.y() - ToolkitDialogInfo(DialogHeight) + 1, 0, DialogModeless);
         return *topDialog();
     }
 

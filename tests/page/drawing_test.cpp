@@ -46,8 +46,8 @@ TEST_F(DrawingTest, UnitsLieOnTheSelectedArea) {
     EXPECT_FLOAT_EQ(page.items()[0].points[0].y, 13.5F);
     // Character sizes are parts of the surface, not of the area.
     EXPECT_NEAR(page.items()[0].characterHeight, 0.353F, 1e-4F);
-    EXPECT_NEAR(ToolkitTextMetric(3), 0.00872695F * 20.0F / 0.5F, 1e-5F);
-    EXPECT_NEAR(ToolkitTextMetric(4), 0.0196111F * 100.0F / 0.5F, 1e-4F);
+    EXPECT_NEAR(ToolkitTextMetric(TextCharacterWidth), 0.00872695F * 20.0F / 0.5F, 1e-5F);
+    EXPECT_NEAR(ToolkitTextMetric(TextCharacterHeight), 0.0196111F * 100.0F / 0.5F, 1e-4F);
     EXPECT_EQ(ToolkitAreaInfo(11), -10.0F);
     EXPECT_EQ(ToolkitAreaInfo(13), 10.0F);
     EXPECT_EQ(ToolkitAreaInfo(12), 100.0F);
@@ -79,7 +79,7 @@ TEST_F(DrawingTest, ViewsThatCannotBeDrawnKeepTheOldOne) {
     WGrTextFont(0, 0, 0.0F, 0.02F);
     EXPECT_TRUE(refused());
     EXPECT_EQ(ToolkitAreaInfo(13), before.units[2]);
-    EXPECT_NEAR(ToolkitTextMetric(4), 0.353F, 1e-4F);
+    EXPECT_NEAR(ToolkitTextMetric(TextCharacterHeight), 0.353F, 1e-4F);
     ToolkitDrawText(NotANumber, 1.0F, "nowhere");
     ToolkitDrawText(1.0F, std::numeric_limits<float>::max(), "nowhere");
     ToolkitMoveTo(NotANumber, 1.0F);

@@ -176,7 +176,7 @@ TEST_F(PlanViewTest, SoundingsWithoutCoordinatesHaveNoDotAndNoLoop) {
 
     survey.hTrn[1].East = std::nan("");
     EXPECT_EQ(Plot_PlanView(survey, "survey.std"), 0);
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_THAT(texts(), ElementsAre("Plan View of Survey Configuration", "Data from survey.std"));
 
     setSurveyType(survey.control, FixedLoop); // its loop stands by itself
@@ -208,7 +208,7 @@ TEST_F(PlanViewTest, TheMapKeepsOneScaleInTheShapeOfTheWindow) {
     openWindow(1600, 400);
     EXPECT_EQ(Plot_PlanView(survey, "survey.std"), 0);
     EXPECT_NEAR(span(true), 200.25F * 1.05F * 4.0F, 2e-2F);
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
 }
 
 TEST_F(PlanViewTest, TheTitleNamesJobLineAndFileAndStaysInTheFrame) {

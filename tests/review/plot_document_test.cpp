@@ -80,7 +80,7 @@ TEST_F(PlotDocumentTest, StoppedPlotsLeaveNoFileAndNoHardcopy) {
     EXPECT_EQ(plotAll(), 1);
     EXPECT_FALSE(std::filesystem::exists(document));
     EXPECT_TRUE(ToolkitHasSurface());
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_THAT(messages.infos, Contains("Stopped; no file has been written."));
     backend.stopAt = 2.0;
     EXPECT_EQ(plotAll(), 0);

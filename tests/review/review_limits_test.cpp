@@ -1,5 +1,6 @@
 #include "review/review_limits.h"
 
+#include "support/message_recorder.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
@@ -60,6 +61,7 @@ class LimitsDialog : public testing::Test {
         return shown.front();
     }
 
+    MessageRecorder messages;
     PlacingBackend backend;
     SurveyModel survey;
     PlotLimits start;
@@ -103,14 +105,18 @@ TEST_F(LimitsDialog, SwapsThenWidens) {
 }
 
 TEST_F(LimitsDialog, WhatNoAxisCanShowKeepsTheOldValue) {
-    const Edits faulty = {{1062, "long"}, {1063, "0"},     {1066, "-5"},  {1080, "-1"},
+    const Edits faulty = {{1062, "long"}, {1063, "0"},     {1066, "-5"},   {1080, "-1"},
                           {1027, "1e25"}, {1045, "1e300"}, {1065, "1.0,5"}};
     for (const auto &field : faulty) {
         EXPECT_EQ(edit({field, {1064, "7"}}), 0);
         EXPECT_EQ(all(limits), all({.PlotDepthMax = 7.0F}))
             << field.first << ", the good one counts";
     }
-    EXPECT_EQ(ToolkitErrorState(1), 0) << "nobody else may find the error";
+    EXPECT_TRUE(messages.errors.empty());
+    ASSERT_EQ(messages.infos.size(), faulty.size()) << "each is told once";
+    EXPECT_EQ(messages.infos[0], "Time maximum: \"long\" cannot be read; 100.0 stays.");
+    EXPECT_EQ(messages.infos[1], "Time minimum: \"0\" cannot be read; 1.000E-2 stays.");
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0) << "nobody else may find the error";
 }
 
 TEST_F(LimitsDialog, APairThatStillAllowsNoPlotStaysAsItWas) {

@@ -105,7 +105,7 @@ class ReviewTest : public testing::Test {
             ADD_FAILURE() << out.str();
         }
         transcript = out.str();
-        EXPECT_EQ(ToolkitDialogInfo(2), 0) << "no dialog is left";
+        EXPECT_EQ(ToolkitDialogInfo(DialogSelected), 0) << "no dialog is left";
         EXPECT_FALSE(backend.pointer) << "nor anybody who reads the mouse";
         statuses = backend.statuses;
         readings = backend.readings;

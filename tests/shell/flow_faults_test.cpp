@@ -1,5 +1,6 @@
 #include "base/clock.h"
 #include "conditioning/auto_skip.h"
+#include "conditioning/configuration_dialog.h"
 #include "review/hardcopy.h"
 #include "review/plot_limits.h"
 #include "review/review_save.h"
@@ -113,8 +114,8 @@ const std::vector<Flow> &flows() {
         {"Edit",
          [](OpenedProject &p) {
              p.backend.beforeAnswer = [](AnsweringBackend &user, int dialog) {
-                 if (dialog == Dialog::Configuration) {
-                     user.edit(1015, "400");
+                 if (dialog == ConfigurationDialog.number) {
+                     user.edit(ConfigurationControl::LoopSizeX, "400");
                  }
              };
              EXPECT_EQ(EditConfiguration(p.model, p.path), 0);
@@ -122,8 +123,8 @@ const std::vector<Flow> &flows() {
         {"Edit with another name",
          [](OpenedProject &p) {
              p.backend.beforeAnswer = [](AnsweringBackend &user, int dialog) {
-                 if (dialog == Dialog::Configuration) {
-                     user.edit(1043, "renamed");
+                 if (dialog == ConfigurationDialog.number) {
+                     user.edit(ConfigurationControl::SaveAs, "renamed");
                  }
              };
              EXPECT_EQ(EditConfiguration(p.model, p.path), 0);

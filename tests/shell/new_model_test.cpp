@@ -2,6 +2,9 @@
 #include "projectfile/project_file.h"
 #include "shell/main_loop.h"
 #include "shell/new_model.h"
+
+#include "conditioning/configuration_dialog.h"
+#include "conditioning/data_input_dialog.h"
 #include "shell/sounding_positions.h"
 #include "support/failing_files.h"
 #include "support/files.h"
@@ -96,7 +99,7 @@ TEST_F(NewModelTest, AProjectThatCannotBeWrittenStaysInMemoryWithoutAPath) {
 
 TEST_F(NewModelTest, FixedLoopTakesPositionsFromTheDataAndKeepsItsLoopNumber) {
     backend.beforeAnswer = [](AnsweringBackend &user, int dialog) {
-        if (dialog == Dialog::DataInput) {
+        if (dialog == DataInputDialog.number) {
             user.edit(1082, "#2");
         }
     };
@@ -173,7 +176,7 @@ TEST_F(NewModelTest, WhatCannotBeBuiltLeavesNoSoundingNoPathAndNoFile) {
     }
     EXPECT_THAT(messages.errors.front(), HasSubstr("x.txt is not a recognizable data file."));
     backend.beforeAnswer = [](AnsweringBackend &user, int dialog) {
-        if (dialog == Dialog::Configuration) {
+        if (dialog == ConfigurationDialog.number) {
             user.pressInstead(ButtonCancel);
         }
     };

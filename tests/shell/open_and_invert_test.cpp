@@ -200,7 +200,7 @@ TEST_F(OpenAndInvert, ARunThatFailedIsToldAndTheFilesAreLoadedAgain) {
         EXPECT_EQ(Invert(model, path), 0);
         EXPECT_EQ(model.SoundingCount, 2);
         EXPECT_EQ(messages.errors, c.told);
-        EXPECT_EQ(ToolkitErrorState(1), 0) << "taken, so that it is nobody else's";
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0) << "taken, so that it is nobody else's";
     }
 }
 

@@ -1,8 +1,8 @@
+#include "conditioning/configuration_dialog.h"
 #include "messages/questions.h"
-
+#include "shell/matching_label_dialog.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_model.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/scripted/answering_backend.h"
 
 #include <gtest/gtest.h>
@@ -20,9 +20,11 @@ class NamingBackend : public AnsweringBackend {
     ~NamingBackend() override { ToolkitClose(); }
 
     int runModal(DialogModel &dialog) override {
-        ControlState &list = *findControl(dialog, 1092);
-        asked = std::to_string(dialog.number) + "|" + findControl(dialog, 1061)->label + "|" +
-                shownValue(*findControl(dialog, 1091)) + "|" + shownValue(list);
+        ControlState &list = *findControl(dialog, MatchingLabelControl::Names);
+        asked = std::to_string(dialog.number) + "|" +
+                findControl(dialog, MatchingLabelControl::Title)->label + "|" +
+                shownValue(*findControl(dialog, MatchingLabelControl::Word)) + "|" +
+                shownValue(list);
         chooseEntry(list, 2);
         return button;
     }
@@ -44,7 +46,7 @@ TEST(QuestionsOnScreen, AWordIsMatchedInADialogOverTheOneBelow) {
     EXPECT_TRUE(askForName({"VOLTS", "Unit.TEM", Units}, index));
     EXPECT_EQ(user.asked, "106|Match this Unit.TEM label|VOLTS|NT/SEC");
     EXPECT_EQ(index, 2);
-    EXPECT_EQ(ToolkitDialogInfo(2), Dialog::Configuration);
+    EXPECT_EQ(ToolkitDialogInfo(DialogSelected), ConfigurationDialog.number);
     user.button = ButtonCancel;
     index = 1;
     EXPECT_FALSE(askForName({"VOLTS", "Unit.TEM", Units}, index));

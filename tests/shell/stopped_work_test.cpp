@@ -1,4 +1,5 @@
 #include "messages/message_log.h"
+#include "shell/engine_dialog.h"
 #include "shell/invert.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
@@ -8,7 +9,6 @@
 #include "support/temporary_directory.h"
 #include "support/work_backend.h"
 #include "toolkit/child_process.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
 #include "toolkit/user_edits.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,13 @@
 #pragma once
 
 #include "conditioning/auto_skip_dialog.h"
-#include "toolkit/dialog_specs/dialog_specs.h"
+#include "conditioning/configuration_dialog.h"
+#include "conditioning/data_input_dialog.h"
+#include "conditioning/line_azimuth_dialog.h"
+#include "review/plot_limits_dialog.h"
+#include "review/review_panel.h"
+#include "shell/engine_dialog.h"
+#include "shell/matching_label_dialog.h"
 #include "toolkit/long_work.h"
 
 #include <algorithm>

@@ -154,16 +154,16 @@ TEST_F(DialogEvents, ANestedDialogLeavesTheOuterOneAsItWas) {
         EXPECT_FALSE(answers.edit(1092, "#3")) << "no such entry";
         EXPECT_TRUE(answers.edit(1092, "nV/Am2"));
     };
-    const int outer = ToolkitDialogInfo(2);
+    const int outer = ToolkitDialogInfo(DialogSelected);
     WDialogLoad(SampleNames);
     WDialogPutMenu(1092, {"uV/A", "nV/Am2"}, 1);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
+    EXPECT_EQ(ToolkitDialogInfo(DialogEndButton), ButtonContinue);
     int choice = 0;
     EXPECT_TRUE(WDialogGetMenu(1092, choice));
     EXPECT_EQ(choice, 2);
     WDialogUnload();
-    EXPECT_EQ(ToolkitDialogInfo(2), 0);
+    EXPECT_EQ(ToolkitDialogInfo(DialogSelected), 0);
     int turns = 0;
     EXPECT_FALSE(WDialogGetInteger(1024, turns)) << "no dialog is selected";
     WDialogSelect(outer);
@@ -200,10 +200,10 @@ TEST_F(DialogEvents, AnsweringServesEditsThenTheDefaultButton) {
     };
     WDialogLoad(SampleAreas);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    EXPECT_EQ(ToolkitDialogInfo(1), ButtonCancel);
+    EXPECT_EQ(ToolkitDialogInfo(DialogEndButton), ButtonCancel);
     backend.beforeAnswer = nullptr;
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
+    EXPECT_EQ(ToolkitDialogInfo(DialogEndButton), ButtonContinue);
 }
 
 TEST_F(DialogEvents, DisabledButtonsCannotBePressed) {

@@ -153,7 +153,8 @@ TEST_F(ConfigurationFields, TextThatIsNoNumberStaysAndTheValueHolds) {
     EXPECT_FALSE(WDialogGetReal(1025, ramp));
     EXPECT_EQ(ramp, 7.0F);
     EXPECT_EQ(shown(1025), "5O");
-    EXPECT_EQ(ToolkitErrorState(1), 0) << "a failed read leaves no error for the next caller";
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0)
+        << "a failed read leaves no error for the next caller";
     type(1025, "50.0"); // the text that was put stands for the exact value again
     EXPECT_TRUE(WDialogGetReal(1025, ramp));
     EXPECT_EQ(ramp, 50.0F);
@@ -172,17 +173,17 @@ TEST_F(ConfigurationFields, AReadLeavesEarlierErrorsToTheirOwnReader) {
     float value = 0.0F;
     WDialogPutReal(1025, 50.0F, "(F12.1)");
     EXPECT_TRUE(WDialogGetReal(1025, value));
-    EXPECT_EQ(ToolkitErrorState(1), ErrorCannotRun);
-    EXPECT_EQ(ToolkitErrorState(2), 2);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorCannotRun);
+    EXPECT_EQ(ToolkitErrorState(ErrorOfSystem), 2);
     int missing = 0;
     EXPECT_FALSE(WDialogGetInteger(9999, missing));
     EXPECT_FALSE(WDialogGetMenu(1025, missing)) << "a field is no list";
     EXPECT_FALSE(WDialogGetMenu(1006, missing)) << "a list without entries";
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     WDialogPutInteger(9999, 1);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchControl);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchControl);
     WDialogPutCheckBox(1025, true);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorWrongKind);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorWrongKind);
 }
 
 TEST_F(ConfigurationFields, TextsAreCutToTheirLengthAtACharacter) {
@@ -222,7 +223,7 @@ TEST_F(ConfigurationFields, LabelsAndUnitsCanBeWritten) {
     EXPECT_EQ(findControl(*topDialog(), 1025)->label, "Ramp");
     WDialogGetString(1025 + UnitIdOffset, text);
     EXPECT_EQ(text, "msec");
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
 }
 
 TEST(ProgressBar, ShowsPercentOrThatTheEndIsNotKnown) {

@@ -54,7 +54,7 @@ TEST_F(HardcopyTest, DrawingGoesToTheFileUntilItIsClosed) {
     EXPECT_EQ(fileContent(path), "old") << "a file is written whole at the end";
     IGrHardcopy("S");
     EXPECT_TRUE(ToolkitHasSurface());
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_EQ(onScreen(), 0U);
     const std::string content = fileContent(path);
     EXPECT_THAT(content, testing::HasSubstr("PU0,0;PD9600,7200;PU;"));
@@ -64,7 +64,7 @@ TEST_F(HardcopyTest, DrawingGoesToTheFileUntilItIsClosed) {
     drawLine();
     EXPECT_EQ(onScreen(), 1U);
     IGrHardcopy("S"); // nothing is open
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
 }
 
 TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
@@ -84,7 +84,7 @@ TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
         IGrHardcopy(path);
         drawLine();
         IGrHardcopy("S");
-        EXPECT_EQ(ToolkitErrorState(1), 0);
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
         EXPECT_EQ(fileContent(path).substr(0, c.start.size()), c.start);
     }
 }
@@ -94,11 +94,11 @@ TEST_F(HardcopyTest, AFileThatCannotBeCreatedLeavesAnErrorAndDrawingGoesNowhere)
     for (const std::string &path : paths) {
         ToolkitHardcopySelect(1, DriverMetafile);
         IGrHardcopy(path);
-        EXPECT_EQ(ToolkitErrorState(1), ErrorOutputFile) << path;
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile) << path;
         EXPECT_NE(ToolkitHardcopyFault(), "");
         drawLine();
         IGrHardcopy("S");
-        EXPECT_EQ(ToolkitErrorState(1), 0) << "it is told once";
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0) << "it is told once";
         EXPECT_EQ(onScreen(), 0U);
     }
     EXPECT_THAT(backend.traced, IsEmpty());
@@ -109,19 +109,19 @@ TEST_F(HardcopyTest, AFileThatCannotBeWrittenIsToldAtTheEnd) {
     const std::string path = directory.path("gone/a.svg");
     ToolkitHardcopySelect(1, DriverSvg);
     IGrHardcopy(path);
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_FALSE(std::filesystem::exists(path));
     std::filesystem::remove(directory.path("gone"));
     IGrHardcopy("S");
-    EXPECT_EQ(ToolkitErrorState(1), ErrorOutputFile);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile);
     EXPECT_NE(ToolkitHardcopyFault(), "");
     EXPECT_TRUE(ToolkitHasSurface());
 }
 
 TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
     ToolkitHardcopySelect(1, DriverPrinter);
-    WHardcopyOptions(2);
-    EXPECT_NE(ToolkitDialogInfo(4), 0);
+    WHardcopyOptions(PrinterDialog);
+    EXPECT_NE(ToolkitDialogInfo(CommonDialogOk), 0);
     EXPECT_EQ(ToolkitPageInfo(91), 720.0);
     EXPECT_EQ(ToolkitPageInfo(92), 1440.0);
     ToolkitHardcopyOption(HardcopyWidth, 360);
@@ -136,35 +136,35 @@ TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
     EXPECT_THAT(backend.printed, ElementsAre("line BLACK 2 2.54 5.08 15.24 15.24",
                                              "text 8.89 10.16 1.02 0 BLACK \"x\""));
     EXPECT_THAT(backend.traced, ElementsAre("hardcopy 10 360 288 72 144"));
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_EQ(ToolkitPageInfo(91), 0.0);
 }
 
 TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
     backend.accepts = false;
     ToolkitHardcopySelect(1, DriverPrinter);
-    WHardcopyOptions(2);
-    EXPECT_EQ(ToolkitDialogInfo(4), 0);
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    WHardcopyOptions(PrinterDialog);
+    EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     drawLine();
     EXPECT_EQ(onScreen(), 1U);
 
     backend.accepts = true;
     backend.works = false;
     ToolkitHardcopySelect(1, DriverPrinter);
-    WHardcopyOptions(2);
+    WHardcopyOptions(PrinterDialog);
     IGrHardcopy(" ");
     IGrHardcopy("S");
-    EXPECT_EQ(ToolkitErrorState(1), ErrorOutputFile);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile);
     EXPECT_TRUE(ToolkitHasSurface());
 }
 
 TEST_F(HardcopyTest, DevicesThatAreNotThereAreRefused) {
     ToolkitHardcopySelect(1, 99);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
     ToolkitHardcopySelect(1, DriverHpgl);
-    WHardcopyOptions(2); // has no dialog
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    WHardcopyOptions(PrinterDialog); // has no dialog
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 
     // No driver, a printer that was not chosen, and a page without extent: drawing goes nowhere.
     const std::string path = directory.path("a");
@@ -172,12 +172,12 @@ TEST_F(HardcopyTest, DevicesThatAreNotThereAreRefused) {
         ToolkitHardcopySelect(1, driver);
         ToolkitHardcopyOption(HardcopyWidth, width);
         IGrHardcopy(path);
-        EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
         ToolkitHardcopySelect(1, DriverHpgl); // not while one is open
-        EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
         drawLine();
         IGrHardcopy("S");
-        EXPECT_EQ(ToolkitErrorState(1), 0);
+        EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     };
     open(DriverPrinter, 680);
     open(DriverHpgl, 0);
@@ -201,7 +201,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     ToolkitInit(backend, {"keldrin"});
     WindowOpen(7, -1, -1, 800, 600);
     ToolkitNextPage(); // of nothing
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 
     ToolkitHardcopySelect(1, DriverPdf);
     IGrHardcopy(path);
@@ -209,7 +209,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     ToolkitLineTo(24.0F, 18.0F);
     ToolkitNextPage();
     ToolkitNextPage();
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     ToolkitDropHardcopy();
     EXPECT_TRUE(ToolkitHasSurface());
     EXPECT_FALSE(std::filesystem::exists(path));
@@ -218,7 +218,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     IGrHardcopy(path);
     ToolkitNextPage();
     IGrHardcopy("S");
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_EQ(countOf("<svg", fileContent(path)), 2U);
     ToolkitDropHardcopy(); // nothing is open
     EXPECT_TRUE(std::filesystem::exists(path));
@@ -226,14 +226,14 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     ToolkitHardcopySelect(1, DriverSvg);
     IGrHardcopy(directory.path("a.svg"));
     ToolkitNextPage();
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice) << "one page a file";
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice) << "one page a file";
     IGrHardcopy("S");
     EXPECT_EQ(countOf("<svg", fileContent(directory.path("a.svg"))), 1U);
 
     ToolkitHardcopySelect(1, DriverPng);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
     IGrHardcopy(directory.path("a.png")); // not the device chosen before
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchDevice);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
     EXPECT_NE(ToolkitHardcopyFault(), "");
     IGrHardcopy("S");
     EXPECT_FALSE(std::filesystem::exists(directory.path("a.png")));
@@ -244,12 +244,12 @@ TEST(HardcopyWithoutWindow, PagesAreWrittenAllTheSame) {
     const TemporaryDirectory directory;
     const std::string path = directory.path("a.svg");
     ToolkitHardcopySelect(1, DriverPrinter);
-    WHardcopyOptions(2);
-    EXPECT_EQ(ToolkitDialogInfo(4), 0);
+    WHardcopyOptions(PrinterDialog);
+    EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
     ToolkitHardcopySelect(1, DriverSvg);
     IGrHardcopy(path);
     IGrHardcopy("S");
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_NE(fileContent(path), "");
 }
 

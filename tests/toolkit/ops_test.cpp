@@ -70,7 +70,7 @@ TEST(ToolkitAlone, EveryCallIsHarmless) {
     EXPECT_EQ(end, EventClose);
     EXPECT_FALSE(ToolkitHasSurface());
     EXPECT_EQ(WMessageBox(1, 2, 1, "a\rb", "ERROR"), 1);
-    EXPECT_FALSE(ToolkitFileChooser("d|*.std|", 10, path, "t"));
+    EXPECT_FALSE(ToolkitFileChooser("d|*.std|", ChooseExisting, path, "t"));
     EXPECT_EQ(path, "kept.std");
     EXPECT_FALSE(ToolkitPeekEvent(event));
     ToolkitNextEvent(event);
@@ -78,20 +78,20 @@ TEST(ToolkitAlone, EveryCallIsHarmless) {
     EXPECT_EQ(ToolkitArgumentCount(), 0);
     WDialogLoad(SampleAreas);
     WDialogShow(-1, -1, ButtonContinue, DialogModal);
-    EXPECT_EQ(ToolkitDialogInfo(1), ButtonContinue);
+    EXPECT_EQ(ToolkitDialogInfo(DialogEndButton), ButtonContinue);
     WDialogUnload();
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     IOsCommand({"rkeldrin", "a.std"}, 2);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorCannotRun);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorCannotRun);
     EXPECT_EQ(ToolkitClose(), 0);
 }
 
 TEST(ToolkitErrors, ReadingClearsAndFaultsCountEveryRead) {
     toolkitState() = ToolkitState{};
     ToolkitSetError(ErrorNoSuchControl);
-    EXPECT_EQ(ToolkitErrorState(2), 0);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorNoSuchControl);
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorOfSystem), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchControl);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_FALSE(ToolkitErrorText(ErrorNoSuchControl).empty());
 
     WDialogLoad(SampleAzimuths);
@@ -100,9 +100,9 @@ TEST(ToolkitErrors, ReadingClearsAndFaultsCountEveryRead) {
     int azimuth = 5;
     EXPECT_FALSE(WDialogGetInteger(1048, azimuth)) << "the reading of a field is a read too";
     EXPECT_EQ(azimuth, 5);
-    EXPECT_EQ(ToolkitErrorState(1), 77);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 77);
     EXPECT_EQ(ToolkitErrorText(77), "out of colour");
-    EXPECT_EQ(ToolkitErrorState(1), 0);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_TRUE(WDialogGetInteger(1048, azimuth));
     EXPECT_EQ(azimuth, 30);
     toolkitState() = ToolkitState{};
@@ -128,15 +128,15 @@ TEST(ToolkitFiles, FilterAndExtensionOfASave) {
     std::string path = "old.std";
     EXPECT_FALSE(ToolkitFileChooser(save, 11, path, "Save"));
     EXPECT_EQ(path, "old.std");
-    EXPECT_EQ(ToolkitDialogInfo(4), 0);
+    EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
     EXPECT_EQ(backend.fileAsked.path, "old.std");
     EXPECT_EQ(backend.fileAsked.filter, "Save std file|*.std|");
     backend.path = "new";
     EXPECT_TRUE(ToolkitFileChooser(save, 11, path, "Save"));
     EXPECT_EQ(path, "new.std");
-    EXPECT_TRUE(ToolkitFileChooser("Open|*.std|", 10, path, "Open"));
+    EXPECT_TRUE(ToolkitFileChooser("Open|*.std|", ChooseExisting, path, "Open"));
     EXPECT_EQ(path, "new") << "an opened name is the user's";
-    EXPECT_NE(ToolkitDialogInfo(4), 0);
+    EXPECT_NE(ToolkitDialogInfo(CommonDialogOk), 0);
 }
 
 TEST(ToolkitBoxes, QuietLastsToTheNextCommand) {
@@ -164,11 +164,11 @@ TEST(ToolkitRun, FailuresAndARememberedClose) {
     backend.runResult.toolkitError = ErrorCannotRun;
     backend.runResult.systemError = 2;
     IOsCommand({"rkeldrin", "a.std"}, 2);
-    EXPECT_EQ(ToolkitErrorState(1), ErrorCannotRun);
-    EXPECT_EQ(ToolkitErrorState(2), 2);
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorCannotRun);
+    EXPECT_EQ(ToolkitErrorState(ErrorOfSystem), 2);
     backend.runResult = {3, 0, 0, true};
     IOsCommand({"rkeldrin", "a.std"}, 2);
-    EXPECT_EQ(ToolkitErrorState(1), 0) << "the exit code is not looked at";
+    EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0) << "the exit code is not looked at";
     ToolkitEvent event;
     EXPECT_FALSE(ToolkitPeekEvent(event)) << "the close waits for the next wait";
     ToolkitNextEvent(event);
@@ -210,13 +210,13 @@ TEST(ToolkitStart, WindowArgumentsAndExitCode) {
         EXPECT_EQ(ToolkitArgumentCount(), 1);
         EXPECT_EQ(ToolkitArgument(1), "line1.avg");
         EXPECT_EQ(ToolkitArgument(2), "");
-        EXPECT_EQ(ToolkitWindowInfo(1), 1000);
-        EXPECT_EQ(ToolkitWindowInfo(2), 800);
-        EXPECT_EQ(ToolkitScreenInfo(1), 1600);
+        EXPECT_EQ(ToolkitWindowInfo(WindowWidth), 1000);
+        EXPECT_EQ(ToolkitWindowInfo(WindowHeight), 800);
+        EXPECT_EQ(ToolkitScreenInfo(ScreenWidth), 1600);
         EXPECT_TRUE(ToolkitHasSurface());
         EXPECT_EQ(ToolkitClose(), 42);
         EXPECT_FALSE(ToolkitStarted());
-        EXPECT_EQ(ToolkitWindowInfo(1), 0);
+        EXPECT_EQ(ToolkitWindowInfo(WindowWidth), 0);
     }
     EXPECT_EQ(withoutMnemonic("E&xit Review"), "Exit Review");
 }

@@ -39,7 +39,7 @@ TEST(ScriptedRun, AnUnreadableScenarioStartsNothing) {
     if (startScriptedRun(scenario, {"keldrin"}, std::cerr, std::cerr) == 0) {
         WindowOpen(7, -1, -1, 100, 100);
         std::string path;
-        ToolkitFileChooser("d|*.std|", 10, path, "Open");
+        ToolkitFileChooser("d|*.std|", ChooseExisting, path, "Open");
         putFile(trace, path);
         std::exit(ToolkitClose());
     }

@@ -83,7 +83,7 @@ void askAreas() {
     int line = 0;
     WDialogGetReal(1083, area);
     WDialogGetMenu(1082, line);
-    const int button = ToolkitDialogInfo(1);
+    const int button = ToolkitDialogInfo(DialogEndButton);
     WDialogUnload();
     ToolkitTrace("info", std::to_string(button) + " line " + std::to_string(line) + " area " +
                              std::to_string(static_cast<int>(area / 1.0E6F)));
@@ -211,13 +211,14 @@ TEST(ScriptTranscript, ChoosersBoxesAndTheEngine) {
         serveMenu([](int command) {
             std::string path = "old.std";
             if (command == Command::Open) {
-                ToolkitFileChooser("Choose KELDRIN file|*.std|", 10, path, "Open KELDRIN file");
+                ToolkitFileChooser("Choose KELDRIN file|*.std|", ChooseExisting, path,
+                                   "Open KELDRIN file");
             } else if (command == Command::Save) {
                 ToolkitFileChooser("Save std file|*.std|     ", 11, path, "Save");
             } else {
                 IOsCommand({"rkeldrin", path}, 2);
-                ToolkitTrace("info", std::to_string(ToolkitErrorState(1)) + " " +
-                                         std::to_string(ToolkitErrorState(2)));
+                ToolkitTrace("info", std::to_string(ToolkitErrorState(ErrorNumber)) + " " +
+                                         std::to_string(ToolkitErrorState(ErrorOfSystem)));
             }
         });
     };
@@ -379,7 +380,7 @@ TEST(ScriptTranscript, SetUpBeforeTheStartAndShownStates) {
             "show file \"" + file + "\"\n",
         [&] {
             EXPECT_TRUE(pathExists(file)) << "set up before the program";
-            EXPECT_EQ(ToolkitScreenInfo(1), 800);
+            EXPECT_EQ(ToolkitScreenInfo(ScreenWidth), 800);
             EXPECT_FALSE(ToolkitHasSurface());
             WindowTitle("KELDRIN  ");
             WindowTitle("KELDRIN  ");
@@ -430,7 +431,7 @@ TEST(ScriptTranscript, NoProgressEndsTheRun) {
 TEST(ScriptTranscript, FaultsReachTheReaderOfTheErrorState) {
     const Played played = play("fault 77 \"no pen\" 2\nmenu Exit\n", [] {
         for (int i = 0; i < 3; ++i) {
-            const int state = ToolkitErrorState(1);
+            const int state = ToolkitErrorState(ErrorNumber);
             ToolkitTrace("info", std::to_string(state) + " " + ToolkitErrorText(state));
         }
         serveMenu(nothing);

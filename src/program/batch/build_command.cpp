@@ -2,6 +2,8 @@
 
 #include "base/paths.h"
 #include "base/temporary_names.h"
+#include "conditioning/configuration_dialog.h"
+#include "conditioning/data_input_dialog.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
 #include "program/batch/output_files.h"
@@ -24,8 +26,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int LineList = 1082;
-constexpr int SaveAsField = 1043;
 constexpr int AllLines = 0;
 
 struct BuildOptions {
@@ -124,23 +124,23 @@ BuildResult buildLine(AnsweringBackend &backend, const std::string &file,
     bool lineMissing = false;
     backend.beforeAnswer = [&](AnsweringBackend &answers, int dialog) {
         const LineTable &lines = model.lines;
-        if (dialog == Dialog::DataInput) {
+        if (dialog == DataInputDialog.number) {
             result.linesInFile = lines.LineCount;
             lineMissing = line > lines.LineCount;
             if (lineMissing) {
                 answers.pressInstead(ButtonCancel);
             } else {
-                answers.edit(LineList, "#" + std::to_string(line));
+                answers.edit(DataInputControl::Line, "#" + std::to_string(line));
             }
         }
-        if (dialog == Dialog::Configuration) {
+        if (dialog == ConfigurationDialog.number) {
             std::string base(baseNameOf(file));
             if (lines.LineCount > 1) {
                 base = nameWithLine(base, model.control.LineName.view());
             }
             const std::string free = made.freeBase(directoryFor(file, options), base);
             if (free != baseNameOf(file)) {
-                answers.edit(SaveAsField, free);
+                answers.edit(ConfigurationControl::SaveAs, free);
             }
         }
     };

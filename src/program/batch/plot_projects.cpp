@@ -139,12 +139,12 @@ bool plotPage(const PlottedProject &project, int page, const PlotFormat &format)
     messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages behind it
     ToolkitHardcopySelect(1, format.driver);
     IGrHardcopy(pathOfPage(project.namedAfter, page, format.extension));
-    const bool opened = ToolkitErrorState(1) == 0;
+    const bool opened = ToolkitErrorState(ErrorNumber) == 0;
     if (opened) {
         drawPage(project, page);
     }
     IGrHardcopy("S");
-    return ToolkitErrorState(1) == 0 && opened;
+    return ToolkitErrorState(ErrorNumber) == 0 && opened;
 }
 
 void countFile(const std::string &path, bool written, PlotResult &result) {
@@ -173,7 +173,7 @@ bool plotDocument(const PlottedProject &project, const std::string &path,
             progress.step();
             return true;
         });
-    return ToolkitErrorState(1) == 0;
+    return ToolkitErrorState(ErrorNumber) == 0;
 }
 
 void plotPages(const PlottedProject &project, const PlotOptions &options, PlotResult &result) {

@@ -77,8 +77,7 @@ void prepareBox(QMessageBox &box, const BoxRequest &request) {
     for (const std::string &line : request.lines) {
         lines << qtText(line);
     }
-    constexpr int errorIcon = 2;
-    box.setIcon(request.icon == errorIcon ? QMessageBox::Critical : QMessageBox::Information);
+    box.setIcon(request.icon == BoxErrorIcon ? QMessageBox::Critical : QMessageBox::Information);
     box.setWindowTitle(qtText(request.title));
     box.setTextFormat(Qt::PlainText);
     box.setText(lines.join('\n'));

@@ -1,0 +1,103 @@
+#include "review/plot_limits_dialog.h"
+
+#include "base/real.h"
+#include "toolkit/control_ids.h"
+
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+using namespace PlotLimitsControl;
+using Answers = PlotLimitsAnswers;
+
+constexpr std::string_view FourDigits = "(1P,G12.4E1)";
+constexpr std::string_view OneDecimal = "(F12.1)";
+
+std::string dataTitle(const Answers &answers) {
+    return "dBz/dt (" + answers.dataUnits + ")";
+}
+
+std::string depthTitle(const Answers &answers) {
+    return "Depth (" + answers.lengthUnits + ")";
+}
+
+// A field does not accept what its axis cannot show.
+template <auto isOnAxis>
+bool takeEnd(float &end, const FieldValue &value) {
+    const auto typed = static_cast<float>(std::get<double>(value));
+    const bool accepted = isOnAxis(typed);
+    end = accepted ? typed : end;
+    return accepted;
+}
+
+bool isOnArcSinhAxis(float value) {
+    return std::isfinite(ArcSinh(value));
+}
+
+bool isOnLinearAxis(float value) {
+    return std::isfinite(value);
+}
+
+bool isOnLogarithmicAxis(float value) {
+    return std::isfinite(value) && value > 0.0F;
+}
+
+constexpr ControlSpec group(int id, std::string_view label) {
+    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
+}
+
+constexpr ControlSpec title(int id, std::string_view label, FieldAccess field = {}) {
+    return {.id = id, .label = label, .field = field, .look = StaticLook::RowTitle};
+}
+
+template <auto Axis, auto End, auto isOnAxis>
+consteval ControlSpec limit(int id, std::string_view format, std::string_view name) {
+    return {.id = id,
+            .kind = Real,
+            .label = End == &AxisEnds::maximum ? "maximum" : "minimum",
+            .format = format,
+            .field = fieldTakenBy<takeEnd<isOnAxis>, Axis, End>(),
+            .name = name,
+            .sameRow = true,
+            .labelAbove = true};
+}
+
+constexpr auto Maximum = &AxisEnds::maximum;
+constexpr auto Minimum = &AxisEnds::minimum;
+
+constexpr std::array Controls = {
+    group(4011, "TEM Data Plot Limits"),
+    title(DataTitle, "dBz/dt", shownBy<dataTitle>()),
+    limit<&Answers::data, Maximum, isOnArcSinhAxis>(DataMaximum, FourDigits, "dBz/dt maximum"),
+    limit<&Answers::data, Minimum, isOnArcSinhAxis>(DataMinimum, FourDigits, "dBz/dt minimum"),
+    title(4012, "Time (msec)"),
+    limit<&Answers::time, Maximum, isOnLogarithmicAxis>(TimeMaximum, FourDigits, "Time maximum"),
+    limit<&Answers::time, Minimum, isOnLogarithmicAxis>(TimeMinimum, FourDigits, "Time minimum"),
+    group(4013, "Smooth-Model Plot Limits"),
+    title(DepthTitle, "Depth", shownBy<depthTitle>()),
+    limit<&Answers::depth, Maximum, isOnLinearAxis>(DepthMaximum, OneDecimal, "Depth maximum"),
+    limit<&Answers::depth, Minimum, isOnLinearAxis>(DepthMinimum, OneDecimal, "Depth minimum"),
+    title(4014, "Resistivity (ohm-m)"),
+    limit<&Answers::resistivity, Maximum, isOnLogarithmicAxis>(ResistivityMaximum, FourDigits,
+                                                               "Resistivity maximum"),
+    limit<&Answers::resistivity, Minimum, isOnLogarithmicAxis>(ResistivityMinimum, FourDigits,
+                                                               "Resistivity minimum"),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+};
+
+} // namespace
+
+const DialogForm<PlotLimitsAnswers> PlotLimitsDialog = DialogSpec{
+    .number = 103,
+    .caption = "Set review plot limits",
+    .defaultButton = ButtonContinue,
+    .controls = Controls,
+    .place = DialogPlace::LowerRight,
+};
+
+} // namespace keldrin

@@ -1,0 +1,96 @@
+#include "review/review_panel.h"
+
+#include "toolkit/control_ids.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+
+// Doubled until some twenty presses cross the line.
+int pageStep(int soundings) {
+    constexpr int mostSteps = 20;
+    int step = 1;
+    while (soundings / step > mostSteps) {
+        step *= 2;
+    }
+    return step;
+}
+
+FieldLimits stationLimits(const PanelValues &panel) {
+    return {1.0, static_cast<double>(std::max(2, panel.soundings)), pageStep(panel.soundings)};
+}
+
+std::string lastStation(const PanelValues &panel) {
+    return std::to_string(panel.soundings);
+}
+
+constexpr ControlSpec button(int id, std::string_view caption, bool sameRow) {
+    return {.id = id, .kind = Button, .label = caption, .sameRow = sameRow};
+}
+
+constexpr ControlSpec text(int id, std::string_view label) {
+    return {.id = id, .label = label};
+}
+
+constexpr ControlSpec title(int id, std::string_view label) {
+    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
+}
+
+constexpr ControlSpec help(int id, std::string_view label) {
+    return {.id = id, .label = label, .look = StaticLook::Help};
+}
+
+// Stands below the frame before it.
+constexpr ControlSpec outside(ControlSpec spec) {
+    spec.part = DialogPart::Plain;
+    return spec;
+}
+
+constexpr std::array Controls = {
+    title(1030, "Select Station"),
+    text(1028, "1"),
+    ControlSpec{.id = ReviewControl::Station,
+                .kind = Trackbar,
+                .limits = {1.0, 2.0},
+                .field = fieldOf<&PanelValues::station>(),
+                .limitsFrom = givenBy<stationLimits>(),
+                .sameRow = true},
+    ControlSpec{.id = ReviewControl::LastStation,
+                .label = "1",
+                .field = shownBy<lastStation>(),
+                .sameRow = true},
+    button(ReviewControl::Previous, "&Previous", false),
+    button(ReviewControl::Next, "&Next", true),
+    outside(button(ReviewControl::PrinterPlot, "Printer Plot", false)),
+    title(1034, "Export plot"),
+    button(ReviewControl::ToHpgl, "To HPGL File", false),
+    button(ReviewControl::ToMetafile, "To WMF File", true),
+    button(ReviewControl::ToPng, "To PNG File", true),
+    button(ReviewControl::ToPdf, "To PDF File", false),
+    button(ReviewControl::ToSvg, "To SVG File", true),
+    button(ReviewControl::AllToPdf, "All to PDF", true),
+    outside(button(ReviewControl::EditLimits, "Edit Plot Limits", false)),
+    button(ReviewControl::Exit, "E&xit Review", false),
+    button(ButtonCancel, "Cancel Changes", true),
+    help(1012, "Left click on point to set skip flag, right click to clear flag."),
+    help(1013, "Click and drag to skip or clear multiple data points."),
+    help(4010, "Ctrl+Z takes the last change back, Ctrl+Y brings it again."),
+};
+
+} // namespace
+
+const DialogForm<PanelValues> ReviewDialog = DialogSpec{
+    .number = 102,
+    .caption = "Review TEM data and models",
+    .controls = Controls, // Enter presses none of them
+    .inRoot = true,
+    .place = DialogPlace::LowerRight,
+};
+
+} // namespace keldrin
