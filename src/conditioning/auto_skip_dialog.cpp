@@ -22,7 +22,7 @@ std::string windowCount(const AutoSkipAnswers &answers) {
 }
 
 template <auto Setting>
-consteval FieldAccess setting() {
+constexpr FieldAccess setting() {
     return fieldOf<&AutoSkipAnswers::settings, Setting>();
 }
 

@@ -60,15 +60,15 @@ bool takeBaseName(std::string &base, const FieldValue &value) {
 // ---- Rows of the table
 
 template <auto... Path>
-consteval FieldAccess controlField() {
+constexpr FieldAccess controlField() {
     return fieldOf<&Configuration::model, &SurveyModel::control, Path...>();
 }
 
 // A control value with the limits that the project's reader keeps too.
 template <auto Member>
-consteval ControlSpec value(int id, ControlKind kind, std::string_view label,
+constexpr ControlSpec value(int id, ControlKind kind, std::string_view label,
                             std::string_view format = {}, std::string_view unit = {}) {
-    const ControlRow &row = controlRowOf(Member);
+    constexpr const ControlRow &row = controlRowOf(Member);
     return {.id = id,
             .kind = kind,
             .label = label,
@@ -80,7 +80,7 @@ consteval ControlSpec value(int id, ControlKind kind, std::string_view label,
 }
 
 template <auto... Path>
-consteval ControlSpec text(int id, std::string_view label) {
+constexpr ControlSpec text(int id, std::string_view label) {
     constexpr auto length =
         static_cast<int>(std::remove_cvref_t<decltype(dialog_field::follow<Path...>(
                              std::declval<ControlValues &>()))>::Limit);
@@ -91,7 +91,7 @@ consteval ControlSpec text(int id, std::string_view label) {
 // A position takes any number and is a matter of Fixed-Loop; a value typed before the array was
 // changed counts all the same.
 template <auto Member>
-consteval ControlSpec position(int id, std::string_view label, std::string_view format) {
+constexpr ControlSpec position(int id, std::string_view label, std::string_view format) {
     ControlSpec spec = value<Member>(id, Double, label, format);
     spec.limits = {};
     spec.enabledFrom = givenBy<isFixedLoop>();
@@ -100,7 +100,7 @@ consteval ControlSpec position(int id, std::string_view label, std::string_view 
 }
 
 template <auto Member, const auto &Names>
-consteval ControlSpec list(int id, std::string_view label) {
+constexpr ControlSpec list(int id, std::string_view label) {
     return {.id = id,
             .kind = List,
             .label = label,
@@ -110,7 +110,7 @@ consteval ControlSpec list(int id, std::string_view label) {
 }
 
 template <auto textOf>
-consteval ControlSpec title(int id, std::string_view label, StaticLook look) {
+constexpr ControlSpec title(int id, std::string_view label, StaticLook look) {
     return {.id = id, .label = label, .field = shownBy<textOf>(), .look = look};
 }
 

@@ -22,6 +22,7 @@ using namespace DataInputControl;
 
 std::vector<std::string> lineLabels(const DataInputAnswers &answers) {
     std::vector<std::string> labels;
+    labels.reserve(static_cast<std::size_t>(answers.lines.LineCount));
     for (int i = 0; i < answers.lines.LineCount; ++i) {
         labels.push_back(answers.lines.entries[static_cast<std::size_t>(i)].LineLabel.str());
     }
@@ -29,7 +30,7 @@ std::vector<std::string> lineLabels(const DataInputAnswers &answers) {
 }
 
 template <std::size_t axis>
-consteval ControlSpec area(int id, std::string_view label, std::string_view name) {
+constexpr ControlSpec area(int id, std::string_view label, std::string_view name) {
     return {.id = id,
             .kind = Real,
             .label = label,
@@ -41,7 +42,7 @@ consteval ControlSpec area(int id, std::string_view label, std::string_view name
 }
 
 template <auto Scale, auto Number>
-consteval ControlSpec rescaling(int id, std::string_view label, std::string_view name,
+constexpr ControlSpec rescaling(int id, std::string_view label, std::string_view name,
                                 bool sameRow) {
     return {.id = id,
             .kind = Double,

@@ -135,7 +135,7 @@ consteval const ControlRow *controlRow(std::string_view name) {
 
 /// The row of a control value; one without a row does not compile.
 template <class Member>
-consteval const ControlRow &controlRowOf(Member member) {
+constexpr const ControlRow &controlRowOf(Member member) {
     for (const ControlRow &row : ControlTable) {
         const Member *field = std::get_if<Member>(&row.field);
         if (field != nullptr && *field == member) {

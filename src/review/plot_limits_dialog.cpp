@@ -55,7 +55,7 @@ constexpr ControlSpec title(int id, std::string_view label, FieldAccess field = 
 }
 
 template <auto Axis, auto End, auto isOnAxis>
-consteval ControlSpec limit(int id, std::string_view format, std::string_view name) {
+constexpr ControlSpec limit(int id, std::string_view format, std::string_view name) {
     return {.id = id,
             .kind = Real,
             .label = End == &AxisEnds::maximum ? "maximum" : "minimum",

@@ -15,8 +15,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int WheelUp = 4;
-constexpr int WheelDown = 5;
 constexpr int WheelStep = 120;
 
 int numberOf(Qt::MouseButton button) {
