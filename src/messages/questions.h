@@ -38,8 +38,8 @@ Questions &questions();
 /// Asks for an existing file. Without anybody to ask none is chosen, which the log says.
 bool askForFile(const FileQuestion &question, std::string &path);
 
-/// Asks which name a word stands for. Without anybody to ask it is the first choice; the caller says
-/// what the word was taken for.
+/// Asks which name a word stands for. Without anybody to ask it is the first choice; the caller
+/// says what the word was taken for.
 bool askForName(const NameQuestion &question, int &index);
 
 } // namespace keldrin
