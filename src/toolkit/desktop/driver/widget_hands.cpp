@@ -225,9 +225,17 @@ bool WidgetHands::answerChooser(const FileRequest &request,
         sendKey(chooser, KeyEscape);
     } else {
         auto *name = chooser.findChild<QLineEdit *>("fileNameEdit");
+        name->setCompleter(nullptr); // its list appears when it likes and would take Enter
         const QString whole = QFileInfo(qtText(*path)).absoluteFilePath();
-        typeInto(*name, plainText(whole));
-        sendKey(*name, KeyEnter);
+        // The list of files is filled by a thread of its own and may replace the name.
+        constexpr int mostTries = 5;
+        for (int i = 0; i < mostTries && chooser.isVisible(); ++i) {
+            typeInto(*name, plainText(whole));
+            if (name->text() == whole) {
+                sendKey(*name, KeyEnter);
+            }
+            DesktopBackend::settle();
+        }
     }
     DesktopBackend::settle();
     if (!path) {
