@@ -63,20 +63,23 @@ TEST_F(ConfigurationDialogTest, EveryFieldIsShownTypedAndHeldInItsLimits) {
     } cases[] = {
         {LineNumber, "0.0", "-2E9", [](const CV &c) { return double(c.LineNumber); }, -2.0E9},
         {LineAzimuth, "30", "-400", [](const CV &c) { return double(c.LineAzimuth); }, -360},
-        {StnScale, "1.000", "0", [](const CV &c) { return double(c.StnScale); }, 1.0E-6F},
+        {StnScale, "1.000", "0", [](const CV &c) { return double(c.StnScale); }, double(1.0E-6F)},
         {LoopSizeX, "100.0", "1E9", [](const CV &c) { return double(c.XTxLength); }, 990000},
         {LoopSizeY, "100.0", "12,5", [](const CV &c) { return double(c.YTxLength); }, 12.5},
         {LoopAzimuth, "90", "361", [](const CV &c) { return double(c.TxAzimuth); }, 360},
         {Turns, "1", "33", [](const CV &c) { return double(c.NTxTurn); }, 32},
-        {Ramp, "50.0", "0", [](const CV &c) { return double(c.TxRamp); }, 0.1F},
+        {Ramp, "50.0", "0", [](const CV &c) { return double(c.TxRamp); }, double(0.1F)},
         {Frequency, "1.000", "2000", [](const CV &c) { return double(c.TxFreq); }, 1024},
         {LoopEast, "0.", "1E12", [](const CV &c) { return c.XTxCenter; }, 1.0E12},
         {LoopNorth, "0.", "-7.25", [](const CV &c) { return c.YTxCenter; }, -7.25},
         {BackgroundWeight, "1.000", "1D3", [](const CV &c) { return double(c.dpWeight); }, 100},
-        {SmoothnessWeight, "3.000", "0", [](const CV &c) { return double(c.dzWeight); }, 0.01F},
-        {ErrorFloor, "1.0", "99999", [](const CV &c) { return double(c.ErrorFloor); }, 9999.9F},
+        {SmoothnessWeight, "3.000", "0", [](const CV &c) { return double(c.dzWeight); },
+         double(0.01F)},
+        {ErrorFloor, "1.0", "99999", [](const CV &c) { return double(c.ErrorFloor); },
+         double(9999.9F)},
         {Iterations, "8", "-1", [](const CV &c) { return double(c.Niteration); }, 0},
-        {DataCutoff, "100.0", "0.1", [](const CV &c) { return double(c.DataCutoff); }, 0.1F},
+        {DataCutoff, "100.0", "0.1", [](const CV &c) { return double(c.DataCutoff); },
+         double(0.1F)},
     };
     Edits edits;
     for (const auto &c : cases) {

@@ -15,7 +15,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 TEST(CellPlaces, AreThoseOfTheReader) {
     std::mt19937 random(7);
@@ -152,9 +151,11 @@ TEST_F(CalculatedCells, TheLastLineMayLackItsEndOrEndAtAMark) {
     const std::string labels =
         "Station,East,North,Elevation,TWcenter,TWwidth,TEMobs,TEMerr,TEMcalc,AResObs,AResCalc\n";
     for (const std::string end : {"", "\x1A", "\r\x1A\n1,2,3\n", "\r\n\x1A"}) {
-        const RewrittenProject project =
-            rewrite("TEMUnits='nV'", labels + "1,2,3,4,.1,.05,5,3,7,7,7" + end);
-        EXPECT_EQ(tableOf(project), labels + "1,2,3,4,.1,.05,5,3,1.50000E+00,20,30" + end);
+        std::string before = labels;
+        before.append("1,2,3,4,.1,.05,5,3,7,7,7").append(end);
+        std::string after = labels;
+        after.append("1,2,3,4,.1,.05,5,3,1.50000E+00,20,30").append(end);
+        EXPECT_EQ(tableOf(rewrite("TEMUnits='nV'", before)), after);
     }
 }
 
