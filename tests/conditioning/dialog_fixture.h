@@ -26,7 +26,8 @@ class DialogTest : public testing::Test {
 
     /// What the next dialog gets: edits, then a button. `look` runs before the edits.
     void answer(Edits edits, int button = ButtonContinue, std::function<void()> look = {}) {
-        backend.beforeAnswer = [=](AnsweringBackend &answers, int) {
+        backend.beforeAnswer = [edits = std::move(edits), button,
+                                look = std::move(look)](AnsweringBackend &answers, int) {
             if (look) {
                 look();
             }
