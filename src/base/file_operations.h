@@ -51,7 +51,7 @@ class OpenFile {
     int file_ = -1;
 };
 
-/// Words that a failure is told with where the system has none of its own.
+/// Failure text for what the system has no words of its own for.
 inline constexpr const char *NotAPlainFile = "is not a plain file";
 
 /// Opens a plain file for reading. What is a directory, a device or a pipe is refused and never

@@ -40,8 +40,8 @@ class FileTransaction {
     /// Flushes the directories, after which nothing is taken back.
     [[nodiscard]] bool commit();
 
-    /// Takes every step back, the last one first. Called by the destructor; failure() tells when
-    /// a file could not be put back and where it is.
+    /// Undoes every step, the last one first. Called by the destructor; failure() says when a file
+    /// could not be put back, and where it is.
     void takeBack();
 
     [[nodiscard]] const std::string &failure() const { return failure_; }

@@ -19,8 +19,8 @@ enum class InvertResult {
 };
 
 /// Inverts a project and writes its three calculated columns and its model file, both or neither.
-/// run   threads, stop flag and what is told on the way
-/// fail  told once why, when the result is Failed
+/// run   threads, stop flag, and the sink for progress lines
+/// fail  called once with the reason when the result is Failed
 InvertResult invertProject(const std::string &path, const InvertOptions &options,
                            const EngineRun &run, const std::function<void(std::string_view)> &fail);
 

@@ -41,7 +41,7 @@ void settleLine(CountPass &pass, SurveyModel &model) {
     pass.entry->scaling.RxAreaXYZ = record.RxAreaXYZ;
 }
 
-// Transmitter of a row as the read pass tells soundings apart.
+// The transmitter by which the read pass separates soundings.
 double loopOfRow(const AmiraWalk &walk, double loop) {
     const AmiraRecord &record = walk.record;
     const bool byOffset =

@@ -179,8 +179,8 @@ int nearestUnit(std::string_view text) {
     return static_cast<int>(nearest - AmiraUnitNames.begin()) + 1;
 }
 
-// A unit of no known name is put to the user, the nearest name first; what was made of it is told
-// after the rows, see warnOfGuesses().
+// The user is asked about a unit of unknown name, with the nearest name preselected. The unit that
+// was taken is reported after the rows, see warnOfGuesses().
 int readUnit(const AmiraPair &pair) {
     if (pair.value.empty()) {
         return 0;
