@@ -71,6 +71,9 @@ void MainWindow::makeStatusBar() {
 
 void MainWindow::setStatus(StatusPart part, const QString &text) {
     QLabel *label = status_[static_cast<std::size_t>(part)];
+    if (part == StatusPart::Notice && !text.isEmpty()) {
+        statusBar()->clearMessage(); // the hint of a menu entry would be drawn over it
+    }
     label->setText(text);
     label->setToolTip(text);
     label->setVisible(!text.isEmpty());
