@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/index.h"
+
 #include <array>
 #include <bit>
 #include <charconv>
@@ -56,10 +58,10 @@ inline constexpr auto PowersOfTen = powersOf<20, 10>();
 inline constexpr auto PowersOfFive = powersOf<28, 5>();
 
 inline constexpr std::uint64_t powerOfTen(int n) {
-    return PowersOfTen[static_cast<std::size_t>(n)];
+    return PowersOfTen[asIndex(n)];
 }
 inline constexpr std::uint64_t powerOfFive(int n) {
-    return PowersOfFive[static_cast<std::size_t>(n)];
+    return PowersOfFive[asIndex(n)];
 }
 
 struct Wide {
@@ -156,7 +158,7 @@ inline void collectDigits(const char *begin, const char *end, DecimalDigits &dig
     digits.count = 0;
     for (; begin != end && *begin != 'e'; ++begin) {
         if (*begin != '.' && (digits.count > 0 || *begin != '0')) {
-            digits.text[static_cast<std::size_t>(digits.count++)] = *begin;
+            digits.text[asIndex(digits.count++)] = *begin;
         }
     }
 }

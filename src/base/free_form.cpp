@@ -1,6 +1,7 @@
 #include "base/free_form.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 
 #include <algorithm>
 #include <array>
@@ -137,8 +138,8 @@ bool fromFewDigits(const ScannedReal &real, double &value) {
         return false;
     }
     const auto digits = static_cast<double>(real.digits);
-    value = real.exponent < 0 ? digits / PowersOfTen[static_cast<std::size_t>(-real.exponent)]
-                              : digits * PowersOfTen[static_cast<std::size_t>(real.exponent)];
+    value = real.exponent < 0 ? digits / PowersOfTen[asIndex(-real.exponent)]
+                              : digits * PowersOfTen[asIndex(real.exponent)];
     return true;
 }
 

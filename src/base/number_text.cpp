@@ -1,6 +1,7 @@
 #include "base/number_text.h"
 
 #include "base/decimal_digits.h"
+#include "base/index.h"
 #include "base/real.h"
 
 #include <algorithm>
@@ -20,18 +21,16 @@ struct EditedText {
     int blanksBehind = 0;    ///< of the G form, in place of the exponent
     bool strippable = false; ///< fixed point: trailing zeros may go
 
-    void put(char c) { chars[static_cast<std::size_t>(length++)] = c; }
+    void put(char c) { chars[asIndex(length++)] = c; }
     void put(const char *text, int count) {
-        std::memcpy(chars.data() + length, text, static_cast<std::size_t>(count));
+        std::memcpy(chars.data() + length, text, asIndex(count));
         length += count;
     }
     void fill(char c, int count) {
-        std::memset(chars.data() + length, c, static_cast<std::size_t>(count));
+        std::memset(chars.data() + length, c, asIndex(count));
         length += count;
     }
-    [[nodiscard]] std::string_view view() const {
-        return {chars.data(), static_cast<std::size_t>(length)};
-    }
+    [[nodiscard]] std::string_view view() const { return {chars.data(), asIndex(length)}; }
 };
 
 void fillWithAsterisks(EditedText &out, int width) {
@@ -70,8 +69,7 @@ bool layExponent(int exponent, int count, EditedText &out) {
     out.put(exponent < 0 ? '-' : '+');
     int rest = std::abs(exponent);
     for (int i = count; i > 0; --i, rest /= 10) {
-        out.chars[static_cast<std::size_t>(out.length + i - 1)] =
-            static_cast<char>('0' + rest % 10);
+        out.chars[asIndex(out.length + i - 1)] = static_cast<char>('0' + rest % 10);
     }
     out.length += count;
     return rest == 0;
@@ -169,9 +167,9 @@ std::string formatted(std::string_view descriptor, Real value) {
     }
     const EditedText text = edited(edit, value);
     const int before = edit.width - text.length - text.blanksBehind;
-    std::string out(static_cast<std::size_t>(before), ' ');
+    std::string out(asIndex(before), ' ');
     out += text.view();
-    out.append(static_cast<std::size_t>(text.blanksBehind), ' ');
+    out.append(asIndex(text.blanksBehind), ' ');
     return out;
 }
 
@@ -215,7 +213,7 @@ std::string messageText(Real value) {
     }
     DecimalDigits digits;
     significantDigits(value, Digits, digits);
-    std::string text(digits.text.data(), static_cast<std::size_t>(digits.count));
+    std::string text(digits.text.data(), asIndex(digits.count));
     text.erase(text.find_last_not_of('0') + 1);
     const int exponent = digits.exponent;
     const int length = static_cast<int>(text.size());
@@ -227,11 +225,11 @@ std::string messageText(Real value) {
         text += exponent < 0 ? "e-" : "e+";
         text += power.size() < 2 ? "0" + power : power;
     } else if (exponent < 0) {
-        text.insert(0, "0." + std::string(static_cast<std::size_t>(-exponent) - 1, '0'));
+        text.insert(0, "0." + std::string(asIndex(-exponent) - 1, '0'));
     } else if (length > exponent + 1) {
-        text.insert(static_cast<std::size_t>(exponent) + 1, 1, '.');
+        text.insert(asIndex(exponent) + 1, 1, '.');
     } else {
-        text.append(static_cast<std::size_t>(exponent + 1 - length), '0');
+        text.append(asIndex(exponent + 1 - length), '0');
     }
     return std::signbit(value) ? "-" + text : text;
 }

@@ -1,5 +1,6 @@
 #include "base/sorting.h"
 
+#include "base/index.h"
 #include "base/real.h"
 
 #include <algorithm>
@@ -69,7 +70,7 @@ std::vector<std::size_t> indexSortByKeys(std::span<const std::vector<double>> co
 }
 
 int selectKth(std::span<float> values, int k, float &result) {
-    if (k < 1 || static_cast<std::size_t>(k) > values.size()) {
+    if (k < 1 || asIndex(k) > values.size()) {
         return 1;
     }
     const auto kth = values.begin() + (k - 1);

@@ -1,5 +1,6 @@
 #include "conditioning/auto_skip.h"
 
+#include "base/index.h"
 #include "conditioning/auto_skip_dialog.h"
 #include "conditioning/unread_fields.h"
 #include "messages/message_log.h"
@@ -26,7 +27,7 @@ void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, fl
     StickyMarks marks;
     const int windows = limited(record.NumTW, 0, MaxWindows);
     for (int number = 1; number <= windows; ++number) {
-        const auto i = static_cast<std::size_t>(number - 1);
+        const std::size_t i = asIndex(number - 1);
         const float error = trueError(record.TEMerr[i]);
         if (number < settings.firstWindow || number > settings.lastWindow) {
             record.TEMerr[i] = error + SkipOffset;
@@ -63,8 +64,8 @@ void logCounts(const AutoSkipCounts &counts) {
 
 int largestWindowCount(const SurveyModel &model) {
     int largest = 0;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        largest = std::max(largest, model.hTrn[static_cast<std::size_t>(i)].NumTW);
+    for (const SoundingRecord &record : model.soundings()) {
+        largest = std::max(largest, record.NumTW);
     }
     return largest;
 }
@@ -84,9 +85,8 @@ void clearRootWindow() {
 
 AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &settings) {
     AutoSkipCounts counts;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        filterSounding(model.hTrn[static_cast<std::size_t>(i)], settings, model.control.DataCutoff,
-                       counts);
+    for (SoundingRecord &record : model.soundings()) {
+        filterSounding(record, settings, model.control.DataCutoff, counts);
     }
     return counts;
 }

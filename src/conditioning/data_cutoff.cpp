@@ -10,9 +10,8 @@ int ApplyDataCutoff(SurveyModel &model) {
     }
     ReportInfoLine("");
     ReportInfoLine("Applying data error cutoff to set skip flags.");
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
-        for (std::size_t w = 0; w < static_cast<std::size_t>(record.NumTW); ++w) {
+    for (SoundingRecord &record : model.soundings()) {
+        for (std::size_t w = 0; w < windowCount(record); ++w) {
             if (record.TEMerr[w] >= model.control.DataCutoff) {
                 record.TEMerr[w] = withSkipMark(record.TEMerr[w], true);
             }

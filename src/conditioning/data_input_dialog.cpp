@@ -1,5 +1,6 @@
 #include "conditioning/data_input_dialog.h"
 
+#include "base/index.h"
 #include "conditioning/unread_fields.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
@@ -22,9 +23,8 @@ using namespace DataInputControl;
 
 std::vector<std::string> lineLabels(const DataInputAnswers &answers) {
     std::vector<std::string> labels;
-    labels.reserve(static_cast<std::size_t>(answers.lines.LineCount));
-    for (int i = 0; i < answers.lines.LineCount; ++i) {
-        labels.push_back(answers.lines.entries[static_cast<std::size_t>(i)].LineLabel.str());
+    for (const LineEntry &line : answers.lines.found()) {
+        labels.push_back(line.LineLabel.str());
     }
     return labels;
 }
@@ -100,7 +100,7 @@ void holdIncrements(LineScaling &scaling, double least) {
 }
 
 LineScaling &scalingOf(LineTable &lines, int line) {
-    return lines.entries[static_cast<std::size_t>(line - 1)].scaling;
+    return lines.entries[asIndex(line - 1)].scaling;
 }
 
 void showScaling(DataInputAnswers &answers) {

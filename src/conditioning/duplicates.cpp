@@ -28,11 +28,10 @@ double singleKey(double station) {
     return static_cast<double>(static_cast<float>(station));
 }
 
-std::vector<WindowRow> gatherWindows(const SurveyModel &model, int first, int count) {
+std::vector<WindowRow> gatherWindows(std::span<const SoundingRecord> readings) {
     std::vector<WindowRow> rows;
-    for (int r = first; r < first + count; ++r) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(r)];
-        for (std::size_t w = 0; w < static_cast<std::size_t>(record.NumTW); ++w) {
+    for (const SoundingRecord &record : readings) {
+        for (std::size_t w = 0; w < windowCount(record); ++w) {
             if (record.TEMobs[w] >= -1.0E30F && record.TEMobs[w] <= 1.0E30F) {
                 // The stored error, skip offset and all, is what counts here.
                 rows.push_back({record.TWcenter[w], record.TWwidth[w], record.TEMobs[w],
@@ -60,7 +59,7 @@ float weightOf(const WindowRow &row) {
 std::vector<WindowRow> foldWindows(const std::vector<WindowRow> &rows) {
     std::vector<WindowRow> windows;
     float lastTime = MissingValue;
-    float sum = 0.0F; // of the weights of the window in hand
+    float sum = 0.0F; // of the weights of the current window
     for (const WindowRow &row : rows) {
         if (!(row.time > 0.0F)) {
             continue;
@@ -89,8 +88,7 @@ void warnOfDroppedWindows(const SoundingRecord &record) {
 }
 
 void fillMissingKeys(SurveyModel &model) {
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+    for (SoundingRecord &record : model.soundings()) {
         if (!isPresent(record.RxStn)) {
             record.RxStn = record.Station;
         }
@@ -107,28 +105,27 @@ bool startsGroup(const SoundingRecord &record, double groupTx, double groupRx) {
 } // namespace
 
 void SortByTxRx(SurveyModel &model) {
-    const auto count = static_cast<std::size_t>(model.SoundingCount);
-    if (model.SoundingCount < 2) {
+    const std::span<SoundingRecord> soundings = model.soundings();
+    if (soundings.size() < 2) {
         return;
     }
     ReportInfoLine("Sorting soundings low-to-high by (TxStn,RxStn)");
     std::array<std::vector<double>, 2> keys;
-    for (std::size_t i = 0; i < count; ++i) {
-        keys[0].push_back(singleKey(model.hTrn[i].TxStn));
-        keys[1].push_back(singleKey(model.hTrn[i].RxStn));
+    for (const SoundingRecord &record : soundings) {
+        keys[0].push_back(singleKey(record.TxStn));
+        keys[1].push_back(singleKey(record.RxStn));
     }
     std::vector<std::size_t> index = indexSortByKeys(keys);
     ReportInfoLine("  Reordering sorted data");
-    permuteByIndex(std::span(model.hTrn).first(count), std::move(index));
+    permuteByIndex(soundings, std::move(index));
     model.keyIndex.clear();
 }
 
-int MergeTransients(SurveyModel &model, int target, int first, int count) {
-    std::vector<WindowRow> rows = gatherWindows(model, first, count);
+int MergeTransients(SoundingRecord &record, std::span<const SoundingRecord> readings) {
+    std::vector<WindowRow> rows = gatherWindows(readings);
     sortByTime(rows);
     const std::vector<WindowRow> windows = foldWindows(rows);
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(target)];
-    record = model.hTrn[static_cast<std::size_t>(first)];
+    record = readings.front();
     const std::size_t kept = std::min<std::size_t>(windows.size(), MaxWindows);
     if (kept < windows.size()) {
         warnOfDroppedWindows(record);
@@ -146,26 +143,26 @@ int MergeTransients(SurveyModel &model, int target, int first, int count) {
 
 int AverageDuplicateTransients(SurveyModel &model) {
     const int before = model.SoundingCount;
+    const std::span<SoundingRecord> readings = model.soundings();
     fillMissingKeys(model);
     SortByTxRx(model);
     ReportInfoLine("Averaging duplicate transients data.");
-    std::vector<int> firsts;
+    std::vector<std::size_t> firsts;
     double groupTx = MissingValue;
     double groupRx = MissingValue;
-    for (int i = 0; i < before; ++i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
-        if (firsts.empty() || startsGroup(record, groupTx, groupRx)) {
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        if (firsts.empty() || startsGroup(readings[i], groupTx, groupRx)) {
             firsts.push_back(i);
-            groupTx = record.TxStn;
-            groupRx = record.RxStn;
+            groupTx = readings[i].TxStn;
+            groupRx = readings[i].RxStn;
         }
     }
     model.SoundingCount = static_cast<int>(firsts.size());
     model.keyIndex.clear();
-    firsts.push_back(before);
-    for (int g = 0; g < model.SoundingCount; ++g) {
-        const auto place = static_cast<std::size_t>(g);
-        MergeTransients(model, g, firsts[place], firsts[place + 1] - firsts[place]);
+    firsts.push_back(readings.size());
+    for (std::size_t group = 0; group + 1 < firsts.size(); ++group) {
+        const std::size_t first = firsts[group];
+        MergeTransients(readings[group], readings.subspan(first, firsts[group + 1] - first));
     }
     ReportInfoLine(model.SoundingCount < before
                        ? "Averaging reduced # transients from " + std::to_string(before) + " to " +

@@ -2,6 +2,8 @@
 
 #include "model/survey_model.h"
 
+#include <span>
+
 namespace keldrin {
 
 /// Sorts the soundings by (TxStn, RxStn), each rounded to single precision: station numbers of
@@ -14,10 +16,9 @@ void SortByTxRx(SurveyModel &model);
 /// returns  0 in all cases
 int AverageDuplicateTransients(SurveyModel &model);
 
-/// Merges `count` records from `first` on (from 0) into record `target`, which lies at or before
-/// them. Windows within 0.1 percent of a window's first time become one, weighted by inverse
-/// squared error; the merged error is the weighted mean of the errors. At most 128 windows stay.
-/// returns  0 in all cases
-int MergeTransients(SurveyModel &model, int target, int first, int count);
+/// Merges the readings, at least one, into a record, which may be the first of them. Windows within
+/// 0.1 percent of a window's first time become one, weighted by inverse squared error; the merged
+/// error is the weighted mean of the errors. At most 128 windows stay. returns  0 in all cases
+int MergeTransients(SoundingRecord &record, std::span<const SoundingRecord> readings);
 
 } // namespace keldrin

@@ -6,18 +6,10 @@
 
 namespace keldrin {
 
-namespace {
-
-std::span<const SoundingRecord> soundingsOf(const SurveyModel &model) {
-    return std::span(model.hTrn).first(static_cast<std::size_t>(model.SoundingCount));
-}
-
-} // namespace
-
 double nearestTransmitter(const SurveyModel &model, double station) {
     double nearest = station;
     double least = -1.0;
-    for (const SoundingRecord &record : soundingsOf(model)) {
+    for (const SoundingRecord &record : model.soundings()) {
         const double distance = std::fabs(record.TxStn - station);
         if (least < 0.0 || distance < least) {
             least = distance;
@@ -28,7 +20,7 @@ double nearestTransmitter(const SurveyModel &model, double station) {
 }
 
 void settleTransmitter(SurveyModel &model) {
-    const std::span<const SoundingRecord> soundings = soundingsOf(model);
+    const std::span<const SoundingRecord> soundings = model.soundings();
     const double selected = model.control.TxStn;
     const auto isSelected = [selected](const SoundingRecord &record) {
         return sameFileStation(record.TxStn, selected);

@@ -8,7 +8,7 @@ namespace keldrin {
 namespace {
 
 void setWidths(SoundingRecord &record) {
-    const auto n = static_cast<std::size_t>(record.NumTW);
+    const std::size_t n = windowCount(record);
     if (n == 0) {
         return;
     }
@@ -38,8 +38,8 @@ void setWidths(SoundingRecord &record) {
 } // namespace
 
 void SetWindowWidths(SurveyModel &model) {
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        setWidths(model.hTrn[static_cast<std::size_t>(i)]);
+    for (SoundingRecord &record : model.soundings()) {
+        setWidths(record);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "engine/invert_project.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "engine/file_pair.h"
@@ -166,19 +167,19 @@ InvertResult ProjectRun::readModelFile() {
 
 // The last block of a file that was cut may lack its deeper layers.
 void ProjectRun::dropCutBlock() {
-    int last = -1;
-    for (int i = 0; i < model_.SoundingCount; ++i) {
-        last = model_.hTrn[static_cast<std::size_t>(i)].NumLayer > 0 ? i : last;
+    SoundingRecord *last = nullptr;
+    for (SoundingRecord &record : model_.soundings()) {
+        last = record.NumLayer > 0 ? &record : last;
     }
-    if (last >= 0) {
-        model_.hTrn[static_cast<std::size_t>(last)].NumLayer = 0;
+    if (last != nullptr) {
+        last->NumLayer = 0;
     }
 }
 
 void ProjectRun::tellSurvey() const {
     int windows = 0;
-    for (int i = 0; i < model_.SoundingCount; ++i) {
-        windows += model_.hTrn[static_cast<std::size_t>(i)].NumTW;
+    for (const SoundingRecord &record : model_.soundings()) {
+        windows += record.NumTW;
     }
     say(counted(model_.SoundingCount, "sounding") + ", " + counted(windows, "window") + ", " +
         std::string(trimRight(model_.control.SurveyType.view())));
@@ -262,7 +263,7 @@ void ProjectRun::tellDepth() const {
     for (const LineSounding &sounding : line_.soundings) {
         double depth = 0.0;
         for (Eigen::Index k = 0; k < sounding.m.size() && sounding.sensitivity[k] >= seen; ++k) {
-            depth += sounding.prior.thickness[static_cast<std::size_t>(k)];
+            depth += sounding.prior.thickness[asIndex(k)];
         }
         if (!sounding.data.windows.empty()) {
             depths.push_back(depth);
@@ -286,7 +287,7 @@ InvertResult ProjectRun::computeApparentResistivities() {
 }
 
 InvertResult ProjectRun::write() {
-    std::vector<char> changed(static_cast<std::size_t>(model_.SoundingCount), 0);
+    std::vector<char> changed(model_.soundings().size(), 0);
     for (const std::size_t i : choice_.soundings) {
         changed[i] = 1;
     }

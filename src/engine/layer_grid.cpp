@@ -1,5 +1,7 @@
 #include "engine/layer_grid.h"
 
+#include "base/index.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -83,7 +85,7 @@ std::optional<DepthRange> depthRange(const ControlValues &control, const Soundin
     constexpr float noisy = 30.0F; // percent
     constexpr double secondsPerMillisecond = 1.0E-3;
     std::optional<DepthRange> range;
-    for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumTW); ++k) {
+    for (std::size_t k = 0; k < windowCount(record); ++k) {
         const float error = trueError(record.TEMerr[k]);
         if (isSkipped(record.TEMerr[k]) || !(error < control.DataCutoff)) {
             continue;
@@ -159,7 +161,7 @@ bool backgroundOfControl(const ControlValues &control, LayerPrior &prior) {
     prior.dzW = Eigen::VectorXd::Ones(layers);
     double top = 0.0;
     for (Eigen::Index k = 0; k < layers; ++k) {
-        const double bottom = top + prior.thickness[static_cast<std::size_t>(k)];
+        const double bottom = top + prior.thickness[asIndex(k)];
         prior.background[k] = resistivity.average(top, bottom);
         prior.deviation[k] = std::exp(deviation.average(top, bottom));
         top = bottom;

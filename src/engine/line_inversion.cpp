@@ -1,5 +1,6 @@
 #include "engine/line_inversion.h"
 
+#include "base/index.h"
 #include "base/number_text.h"
 #include "engine/line_system.h"
 
@@ -63,11 +64,9 @@ class LineFit {
 
   private:
     [[nodiscard]] int count() const { return static_cast<int>(fits_.size()); }
-    [[nodiscard]] LineSounding &sounding(int i) {
-        return line_.soundings[static_cast<std::size_t>(i)];
-    }
-    [[nodiscard]] Fitting &fit(int i) { return fits_[static_cast<std::size_t>(i)]; }
-    [[nodiscard]] double link(int i) const { return line_.links[static_cast<std::size_t>(i)]; }
+    [[nodiscard]] LineSounding &sounding(int i) { return line_.soundings[asIndex(i)]; }
+    [[nodiscard]] Fitting &fit(int i) { return fits_[asIndex(i)]; }
+    [[nodiscard]] double link(int i) const { return line_.links[asIndex(i)]; }
 
     void evaluate(int i, const VectorXd &m, DataState &state);
     void renewScale(int i);
@@ -159,8 +158,7 @@ bool LineFit::formSystem(LineSystem &system) {
 
 void LineFit::propose(const std::vector<VectorXd> &solution) {
     for (int i = 0; i < count(); ++i) {
-        const VectorXd step =
-            solution[static_cast<std::size_t>(i)].cwiseMax(-LongestStep).cwiseMin(LongestStep);
+        const VectorXd step = solution[asIndex(i)].cwiseMax(-LongestStep).cwiseMin(LongestStep);
         fit(i).proposed = heldModel(fit(i).state.m + step);
     }
 }
@@ -311,7 +309,7 @@ LineResult LineFit::finish(LineSummary &summary) {
         return status == SolveStatus::Stopped ? LineResult::Stopped : LineResult::Failed;
     }
     for (int i = 0; i < count(); ++i) {
-        sounding(i).deviation = variances[static_cast<std::size_t>(i)].cwiseMax(0.0).cwiseSqrt();
+        sounding(i).deviation = variances[asIndex(i)].cwiseMax(0.0).cwiseSqrt();
     }
     return LineResult::Done;
 }

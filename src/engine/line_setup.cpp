@@ -1,5 +1,6 @@
 #include "engine/line_setup.h"
 
+#include "base/index.h"
 #include "base/number_text.h"
 #include "engine/layer_grid.h"
 #include "physics/ares_check.h"
@@ -121,7 +122,7 @@ bool hasFileModel(const SoundingRecord &record) {
 Eigen::VectorXd fileModel(const SoundingRecord &record) {
     Eigen::VectorXd m(record.NumLayer);
     for (Eigen::Index k = 0; k < m.size(); ++k) {
-        m[k] = std::log(static_cast<double>(record.ResInv[static_cast<std::size_t>(k)]));
+        m[k] = std::log(static_cast<double>(record.ResInv[asIndex(k)]));
     }
     return m;
 }
@@ -216,7 +217,7 @@ void storeModel(const ControlValues &control, const LineSounding &sounding,
 LineChoice chooseSoundings(const SurveyModel &model, const std::vector<SoundingPlan> &plans) {
     LineChoice choice;
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const SoundingRecord &record = model.hTrn[i];
+        const SoundingRecord &record = model.soundings()[i];
         if (isLeftOut(model.control, record)) {
             ++choice.ofOtherTransmitters;
             continue;

@@ -186,7 +186,7 @@ class Rewriting {
         const SoundingRecord &record = model_.hTrn[sounding_];
         const std::size_t window = window_;
         const bool wanted = changed_[sounding_] != 0;
-        if (++window_ == static_cast<std::size_t>(record.NumTW)) {
+        if (++window_ == windowCount(record)) {
             window_ = 0;
             ++sounding_;
         }
@@ -234,7 +234,7 @@ bool readsAs(const SoundingRecord &wanted, const SoundingRecord &got, bool chang
         return std::find(without.begin(), without.end(), DataColumns[column].written) !=
                without.end();
     };
-    for (std::size_t k = 0; k < static_cast<std::size_t>(wanted.NumTW); ++k) {
+    for (std::size_t k = 0; k < windowCount(wanted); ++k) {
         const bool same = wanted.TWcenter[k] == got.TWcenter[k] &&
                           wanted.TEMobs[k] == got.TEMobs[k] && wanted.TEMerr[k] == got.TEMerr[k];
         const bool filled =

@@ -1,5 +1,7 @@
 #include "engine/smoothness.h"
 
+#include "base/index.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -18,7 +20,7 @@ struct Square {
     [[nodiscard]] double valueAt(const Eigen::VectorXd &m) const {
         double value = -target;
         for (int i = 0; i < layers; ++i) {
-            value += coefficient[static_cast<std::size_t>(i)] * m[first + i];
+            value += coefficient[asIndex(i)] * m[first + i];
         }
         return value;
     }
@@ -100,11 +102,10 @@ void addSmoothness(const LayerPrior &prior, const SmoothnessWeights &weights,
     forEachSquare(prior, weights, [&](const Square &square) {
         const double value = square.valueAt(m);
         for (int i = 0; i < square.layers; ++i) {
-            const double a = square.coefficient[static_cast<std::size_t>(i)];
+            const double a = square.coefficient[asIndex(i)];
             gradient[square.first + i] += a * value;
             for (int j = 0; j < square.layers; ++j) {
-                matrix(square.first + i, square.first + j) +=
-                    a * square.coefficient[static_cast<std::size_t>(j)];
+                matrix(square.first + i, square.first + j) += a * square.coefficient[asIndex(j)];
             }
         }
     });

@@ -1,5 +1,7 @@
 #include "engine/sounding_data.h"
 
+#include "base/index.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -35,7 +37,7 @@ DataKind kindOf(const ControlValues &control, const SoundingRecord &record) {
     }
     int most = 0;
     bool negative = false;
-    for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumTW); ++k) {
+    for (std::size_t k = 0; k < windowCount(record); ++k) {
         most = std::max(most, countOf(switchedOn(record, k, ComponentAxes)));
         negative = negative || record.TEMobs[k] < 0.0F;
     }
@@ -132,7 +134,7 @@ SoundingData usableData(const ControlValues &control, const SoundingRecord &reco
         1.0E-4; // (nV/(A m2))^2, as the importers define the percentage
     SoundingData data;
     data.kind = kindOf(control, record);
-    for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumTW); ++k) {
+    for (std::size_t k = 0; k < windowCount(record); ++k) {
         if (isUsable(control, record, k)) {
             data.windows.push_back(k);
         }
@@ -141,7 +143,7 @@ SoundingData usableData(const ControlValues &control, const SoundingRecord &reco
     data.observed.resize(count);
     data.error.resize(count);
     for (Eigen::Index i = 0; i < count; ++i) {
-        const std::size_t k = data.windows[static_cast<std::size_t>(i)];
+        const std::size_t k = data.windows[asIndex(i)];
         const auto value = static_cast<double>(record.TEMobs[k]);
         const auto percent =
             static_cast<double>(std::max(trueError(record.TEMerr[k]), control.ErrorFloor));
@@ -164,7 +166,7 @@ void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,
     computeField(plan, earth, withJacobian, room);
     Eigen::RowVectorXd derivatives(layers);
     for (Eigen::Index i = 0; i < count; ++i) {
-        const std::size_t k = data.windows[static_cast<std::size_t>(i)];
+        const std::size_t k = data.windows[asIndex(i)];
         const double e = data.error[i];
         const double d = data.observed[i];
         const double f =
@@ -181,7 +183,7 @@ void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,
 std::vector<float> calculatedData(const SoundingRecord &record, const SoundingPlan &plan,
                                   DataKind kind, const LayeredEarth &earth, ResponseRoom &room) {
     computeField(plan, earth, false, room);
-    std::vector<float> values(static_cast<std::size_t>(record.NumTW), MissingValue);
+    std::vector<float> values(windowCount(record), MissingValue);
     Eigen::RowVectorXd none;
     for (std::size_t k = 0; k < values.size(); ++k) {
         const auto on = switchedOn(record, k, plan.plan.components());

@@ -39,7 +39,7 @@ void placeReceiver(LoopGeometry &loop, const ControlValues &control, const Sound
 }
 
 bool hasHorizontal(const SoundingRecord &record) {
-    const auto count = static_cast<std::size_t>(record.NumTW);
+    const std::size_t count = windowCount(record);
     return std::any_of(record.TEMwgt.begin(), record.TEMwgt.begin() + count,
                        [](const auto &words) { return words[0] != 0.0F || words[1] != 0.0F; });
 }
@@ -67,7 +67,7 @@ WindowSet windowsOf(const ControlValues &control, const SoundingRecord &record) 
     set.origin = static_cast<double>(control.TxWFT0) * SecondsPerMillisecond;
     set.frequency = static_cast<double>(control.TxFreq);
     // The centre is the geometric mean of the window's edges and the width their difference.
-    for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumTW); ++k) {
+    for (std::size_t k = 0; k < windowCount(record); ++k) {
         const double centre = static_cast<double>(record.TWcenter[k]);
         const double half = 0.5 * static_cast<double>(record.TWwidth[k]);
         const double middle = std::hypot(centre, half);
@@ -107,14 +107,13 @@ struct PartsSoFar {
 
 std::vector<SoundingPlan> planSurvey(const SurveyModel &model) {
     const ControlValues &control = model.control;
-    const int count = std::min(model.SoundingCount, model.SoundingCapacity());
     const double lineToLoop =
         (static_cast<double>(control.LineAzimuth) - static_cast<double>(control.TxAzimuth)) *
         RadiansPerDegree;
-    std::vector<SoundingPlan> plans(static_cast<std::size_t>(count));
+    std::vector<SoundingPlan> plans(model.soundings().size());
     PartsSoFar parts;
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const SoundingRecord &record = model.hTrn[i];
+        const SoundingRecord &record = model.soundings()[i];
         plans[i].cosine = std::cos(lineToLoop);
         plans[i].sine = std::sin(lineToLoop);
         const LoopGeometry loop = loopOf(control, record, lineToLoop);

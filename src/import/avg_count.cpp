@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "import/avg_file.h"
 #include "keywords/length_units.h"
 #include "messages/message_log.h"
@@ -83,7 +84,7 @@ void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReadin
     if (NewTransient) {
         ++pass.transients;
         ++pass.entry->Transients;
-        ++pass.entry->ComponentTransients[static_cast<std::size_t>(axis - 1)];
+        ++pass.entry->ComponentTransients[asIndex(axis - 1)];
     }
 }
 

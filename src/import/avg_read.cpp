@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "import/avg_file.h"
 #include "import/window_tables.h"
 #include "messages/message_log.h"
@@ -196,7 +197,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading)
     }
     model.control.RxArea = model.preset.RxAreaXYZ[AxisZ];
     model.control.TxFreq = reading.freq;
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(pass.sounding)];
+    SoundingRecord &record = model.hTrn[asIndex(pass.sounding)];
     record.TxFreq = reading.freq;
     record.Station = rx;
     hTrn_Set_Stations(model, pass.sounding, tx, rx);
@@ -209,7 +210,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading)
 // Puts a good reading into its window. area in m^2, axis from 0
 void storeReading(ReadPass &pass, SurveyModel &model, const AvgReading &reading, int axis,
                   float area, std::string_view line) {
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(pass.sounding)];
+    SoundingRecord &record = model.hTrn[asIndex(pass.sounding)];
     int window = 0;
     if (TW_Find_Or_Add(record, reading.time, window) == FindOrAdd::Full) {
         if (!pass.windowsFull) {
@@ -222,8 +223,7 @@ void storeReading(ReadPass &pass, SurveyModel &model, const AvgReading &reading,
         return;
     }
     const bool hasEdges = isPresent(reading.timeBeg) && isPresent(reading.timeEnd);
-    record.TWwidth[static_cast<std::size_t>(window)] =
-        hasEdges ? reading.timeEnd - reading.timeBeg : 0.0F;
+    record.TWwidth[asIndex(window)] = hasEdges ? reading.timeEnd - reading.timeBeg : 0.0F;
     const float dBdt = 1000.0F * reading.mag / area;
     const float error = reading.err >= 0.0F
                             ? reading.err
@@ -246,7 +246,7 @@ void AVG_Read_Data(ReadPass &pass, SurveyModel &model, std::string_view line) {
         pass.otherComponents.note(pass.walk.record(), line);
         return;
     }
-    const float area = model.preset.RxAreaXYZ[static_cast<std::size_t>(axis)];
+    const float area = model.preset.RxAreaXYZ[asIndex(axis)];
     const std::string_view fault = faultOf(reading, area);
     if (!fault.empty()) {
         dropRecord(pass, fault, line);
@@ -335,7 +335,7 @@ void reportNoSounding(const ReadPass &pass, std::string_view lineLabel) {
 
 void finishPass(ReadPass &pass, SurveyModel &model) {
     for (int i = 0; i < model.SoundingCount; ++i) {
-        finishWindows(model.hTrn[static_cast<std::size_t>(i)], i, pass.arrayIndex, pass.tables);
+        finishWindows(model.hTrn[asIndex(i)], i, pass.arrayIndex, pass.tables);
     }
 }
 

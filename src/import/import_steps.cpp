@@ -1,6 +1,7 @@
 #include "import/import_steps.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/number_text.h"
 #include "messages/message_log.h"
 
@@ -24,7 +25,7 @@ void warnOfArray(const LineEntry &entry, const Metadata &metadata) {
 LineEntry &settleEntry(LineTable &lines, const LineIdentity &identity, int arrayIndex,
                        FindOrAdd &found) {
     const ListPlace place = List_Find_Or_Add(lines, identity.label().view());
-    LineEntry &entry = lines.entries[static_cast<std::size_t>(place.index)];
+    LineEntry &entry = lines.entries[asIndex(place.index)];
     entry.LineName = identity.LastLineName;
     entry.ArrayIndex = arrayIndex;
     found = place.result;
@@ -35,13 +36,13 @@ LineEntry &settleEntry(LineTable &lines, const LineIdentity &identity, int array
 
 ListPlace List_Find_Or_Add(LineTable &lines, std::string_view label) {
     for (int i = 0; i < lines.LineCount; ++i) {
-        if (lines.entries[static_cast<std::size_t>(i)].LineLabel == label) {
+        if (lines.entries[asIndex(i)].LineLabel == label) {
             return {i, FindOrAdd::Found};
         }
     }
     const bool full = lines.LineCount >= MaxSurveyLines;
     const int index = full ? MaxSurveyLines - 1 : lines.LineCount++;
-    lines.entries[static_cast<std::size_t>(index)].LineLabel = label;
+    lines.entries[asIndex(index)].LineLabel = label;
     return {index, full ? FindOrAdd::Full : FindOrAdd::Added};
 }
 
@@ -128,7 +129,7 @@ void settleTxByOffset(SurveyModel &model) {
         return;
     }
     for (int i = 0; i < model.SoundingCount; ++i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        const SoundingRecord &record = model.sounding(i + 1);
         if (model.preset.TxByOffset.count({record.TxStn, record.RxStn}) > 0) {
             const double offset = record.RxStn - record.TxStn;
             hTrn_Set_Stations(model, i, record.RxStn - offset / scale, record.RxStn);
@@ -169,7 +170,7 @@ void LineNotices::note(std::string_view label, std::string_view fullName, std::s
     const std::string name = Str_Upper(Str_No_Blanks(fullName)) + " " + Str_Upper(array);
     const auto known = nameOfLabel_.find(key);
     if (known == nameOfLabel_.end()) {
-        if (nameOfLabel_.size() >= static_cast<std::size_t>(MaxSurveyLines)) {
+        if (nameOfLabel_.size() >= std::size_t{MaxSurveyLines}) {
             beyond_.note(record, fullName);
         }
         nameOfLabel_.emplace(key, name);

@@ -1,5 +1,7 @@
 #include "import/window_tables.h"
 
+#include "base/index.h"
+
 #include <cmath>
 #include <new>
 #include <stdexcept>
@@ -56,20 +58,20 @@ void finishMagnitude(SoundingRecord &record, int sounding, int window, WindowTab
             sumOfVariances += reading.WinVar;
             ++components;
             skip = skip || reading.WinSkip;
-            weights[static_cast<std::size_t>(axis)] = 1.0F;
+            weights[asIndex(axis)] = 1.0F;
         }
     }
     if (components == 0) {
         return;
     }
-    const auto w = static_cast<std::size_t>(window);
+    const std::size_t w = asIndex(window);
     record.TEMwgt[w] = weights;
     storeWindow(record, w, std::sqrt(sumOfSquares),
                 percentError(sumOfVariances / static_cast<float>(components), sumOfSquares), skip);
 }
 
 void finishVertical(SoundingRecord &record, int sounding, int window, WindowTables &tables) {
-    const auto w = static_cast<std::size_t>(window);
+    const std::size_t w = asIndex(window);
     record.TEMwgt[w] = {0.0F, 0.0F, 0.0F};
     const MergedReading &reading = tables.at(sounding, AxisZ, window);
     if (isPresent(reading.WinMag)) {
@@ -83,7 +85,7 @@ void finishVertical(SoundingRecord &record, int sounding, int window, WindowTabl
 
 bool WindowTables::allocate(int soundings) {
     try {
-        readings_.assign(static_cast<std::size_t>(soundings) * ComponentAxes * MaxWindows, {});
+        readings_.assign(asIndex(soundings) * ComponentAxes * MaxWindows, {});
     } catch (const std::exception &) { // bad_alloc and length_error end here
         return false;
     }
@@ -106,14 +108,14 @@ void averageReading(MergedReading &merged, float dBdt) {
 FindOrAdd TW_Find_Or_Add(SoundingRecord &record, float center, int &index) {
     const float tolerance = 100.0F * spacing(center);
     for (index = 0; index < record.NumTW; ++index) {
-        if (std::fabs(record.TWcenter[static_cast<std::size_t>(index)] - center) < tolerance) {
+        if (std::fabs(record.TWcenter[asIndex(index)] - center) < tolerance) {
             return FindOrAdd::Found;
         }
     }
     if (record.NumTW >= MaxWindows) {
         return FindOrAdd::Full;
     }
-    record.TWcenter[static_cast<std::size_t>(record.NumTW++)] = center;
+    record.TWcenter[asIndex(record.NumTW++)] = center;
     return FindOrAdd::Added;
 }
 
@@ -131,8 +133,8 @@ void dropEmptyWindows(SoundingRecord &record, int sounding, int arrayIndex, Wind
         for (int axis = 0; axis < ComponentAxes; ++axis) {
             tables.at(sounding, axis, kept) = tables.at(sounding, axis, window);
         }
-        const auto from = static_cast<std::size_t>(window);
-        const auto to = static_cast<std::size_t>(kept++);
+        const std::size_t from = asIndex(window);
+        const std::size_t to = asIndex(kept++);
         record.TWcenter[to] = record.TWcenter[from];
         record.TWwidth[to] = record.TWwidth[from];
     }

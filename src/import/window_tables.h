@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/index.h"
 #include "model/survey_model.h"
 
 #include <cstddef>
@@ -23,10 +24,8 @@ class WindowTables {
 
     /// sounding, axis, window from 0
     MergedReading &at(int sounding, int axis, int window) {
-        return readings_[(static_cast<std::size_t>(sounding) * ComponentAxes +
-                          static_cast<std::size_t>(axis)) *
-                             MaxWindows +
-                         static_cast<std::size_t>(window)];
+        return readings_[(asIndex(sounding) * ComponentAxes + asIndex(axis)) * MaxWindows +
+                         asIndex(window)];
     }
 
   private:

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "import/import_steps.h"
 #include "import/window_tables.h"
 #include "import/z_file.h"
@@ -54,7 +55,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, double station) {
                      "Excess data will be dropped."});
         return false;
     }
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(model.SoundingCount++)];
+    SoundingRecord &record = model.sounding(++model.SoundingCount);
     record.Station = rescaledStation(model.preset, station);
     record.Elevation = MissingValue;
     record.NumTW = 0;
@@ -71,7 +72,7 @@ bool addWindow(SoundingRecord &record, float time, float dBdt) {
     if (record.NumTW >= MaxWindows) {
         return false;
     }
-    const auto window = static_cast<std::size_t>(record.NumTW++);
+    const std::size_t window = asIndex(record.NumTW++);
     record.TWcenter[window] = time;
     record.TEMobs[window] = dBdt;
     record.TEMerr[window] = 1.0F; // percent: this format carries no errors
@@ -99,8 +100,7 @@ bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
     if (reading.hasEmptyField) {
         pass.note(EmptyField, line);
     }
-    const auto sounding = static_cast<std::size_t>(model.SoundingCount - 1);
-    if (!addWindow(model.hTrn[sounding], reading.time, dBdt)) {
+    if (!addWindow(model.sounding(model.SoundingCount), reading.time, dBdt)) {
         pass.note(WindowsFull, line);
     }
     return true;

@@ -1,6 +1,7 @@
 #include "keywords/channel_codes.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "text/cell_report.h"
 
 #include <array>
@@ -33,7 +34,7 @@ int gainDigit(char c) {
 }
 
 float gainFactor(int digit) {
-    return GainFactors[static_cast<std::size_t>(digit - 1)];
+    return GainFactors[asIndex(digit - 1)];
 }
 
 /// The stages before the "-". False at a character that is no gain digit.

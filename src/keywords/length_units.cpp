@@ -1,5 +1,6 @@
 #include "keywords/length_units.h"
 
+#include "base/index.h"
 #include "model/enumerations.h"
 
 #include <array>
@@ -9,7 +10,7 @@ namespace keldrin {
 namespace {
 
 float metresPer(int unit) {
-    return LengthUnitMetres[static_cast<std::size_t>(unit == Feet ? Feet - 1 : Metres - 1)];
+    return LengthUnitMetres[asIndex((unit == Feet ? Feet : Metres) - 1)];
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/index.h"
 #include "keywords/keyword_table.h"
 
 #include <vector>
@@ -45,7 +46,7 @@ int readIndexedPoint(const Reading &reading) {
     if (found.index < 0) {
         return found.status;
     }
-    SourcedPoint &point = points[static_cast<std::size_t>(found.index)];
+    SourcedPoint &point = points[asIndex(found.index)];
     keepSource(reading, point, [&] {
         groupOf(reading.metadata, Member).tail.lastPointIndex = found.index;
         point.value = MissingPoint;

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "keywords/group_readers.h"
 #include "keywords/shared_names.h"
 
@@ -24,7 +25,7 @@ Names arraysOf(int typeIndex) {
     constexpr std::array<Names, TypeNames.size()> byType = {
         LoopArrays,   LoopArrays,   TensorArrays, TensorArrays,
         DipoleArrays, DipoleArrays, DipoleArrays};
-    return byType[static_cast<std::size_t>(typeIndex - 1)];
+    return byType[asIndex(typeIndex - 1)];
 }
 
 int readType(const Reading &reading) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/index.h"
+
 #include <array>
 #include <string_view>
 
@@ -32,7 +34,7 @@ inline constexpr std::array<std::string_view, 3> TEMUnitNames = {"uV/A", "nV/Am2
 template <std::size_t N>
 constexpr std::string_view nameOf(const std::array<std::string_view, N> &names, int index) {
     const int held = index < 1 ? 1 : (index > static_cast<int>(N) ? static_cast<int>(N) : index);
-    return names[static_cast<std::size_t>(held - 1)];
+    return names[asIndex(held - 1)];
 }
 
 } // namespace keldrin

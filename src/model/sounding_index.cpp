@@ -1,5 +1,6 @@
 #include "model/sounding_index.h"
 
+#include "base/index.h"
 #include "base/real.h"
 
 #include <bit>
@@ -22,7 +23,7 @@ void SoundingIndex::add(double tx, double rx) {
 
 void SoundingIndex::move(int sounding, double tx, double rx) {
     const Cell cell = cellOf(placeOf(tx), placeOf(rx));
-    if (cell != cells_[static_cast<std::size_t>(sounding)]) {
+    if (cell != cells_[asIndex(sounding)]) {
         unlink(sounding);
         link(sounding, cell);
     }
@@ -39,7 +40,7 @@ std::uint32_t SoundingIndex::placeOf(double station) {
 }
 
 void SoundingIndex::link(int sounding, Cell cell) {
-    const auto place = static_cast<std::size_t>(sounding);
+    const std::size_t place = asIndex(sounding);
     const auto [head, isNew] = heads_.try_emplace(cell, sounding);
     next_[place] = isNew ? -1 : head->second;
     cells_[place] = cell;
@@ -47,10 +48,10 @@ void SoundingIndex::link(int sounding, Cell cell) {
 }
 
 void SoundingIndex::unlink(int sounding) {
-    const auto place = static_cast<std::size_t>(sounding);
+    const std::size_t place = asIndex(sounding);
     int *link = &heads_.at(cells_[place]);
     while (*link != sounding) {
-        link = &next_[static_cast<std::size_t>(*link)];
+        link = &next_[asIndex(*link)];
     }
     *link = next_[place];
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/index.h"
+
 #include <cstdint>
 #include <unordered_map>
 #include <vector>
@@ -59,9 +61,7 @@ class SoundingIndex {
 
     static std::uint32_t placeOf(double station);
     static Cell cellOf(std::uint32_t tx, std::uint32_t rx) { return (Cell{tx} << 32U) | rx; }
-    [[nodiscard]] int after(int sounding) const {
-        return next_[static_cast<std::size_t>(sounding)];
-    }
+    [[nodiscard]] int after(int sounding) const { return next_[asIndex(sounding)]; }
     void link(int sounding, Cell cell);
     void unlink(int sounding);
 

@@ -2,6 +2,7 @@
 
 #include "base/ascii.h"
 #include "base/clock.h"
+#include "base/index.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +20,7 @@ SoundingIndex &settledKeys(SurveyModel &model) {
         keys.clear();
     }
     while (keys.size() < model.SoundingCount) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(keys.size())];
+        const SoundingRecord &record = model.hTrn[asIndex(keys.size())];
         keys.add(record.TxStn, record.RxStn);
     }
     return keys;
@@ -33,7 +34,7 @@ void selectLine(SurveyModel &model, int line) {
         return;
     }
     lines.SelectedLine = std::clamp(line, 1, lines.LineCount);
-    const LineEntry &entry = lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)];
+    const LineEntry &entry = lines.selected();
     static_cast<LineScaling &>(model.preset) = entry.scaling;
     model.preset.SelectedArrayIndex = entry.ArrayIndex;
 }
@@ -42,7 +43,7 @@ int allocateSoundings(SurveyModel &model, int requested) {
     if (model.SoundingCapacity() < requested) {
         try {
             std::vector<SoundingRecord>().swap(model.hTrn);
-            model.hTrn.resize(static_cast<std::size_t>(requested));
+            model.hTrn.resize(asIndex(requested));
         } catch (const std::exception &) { // bad_alloc and length_error end here
             model.hTrn.clear();
             model.keyIndex.clear();
@@ -72,7 +73,7 @@ int hTrn_Find(SurveyModel &model, double TxStn, float TxFreq, double RxStn) {
     SoundingIndex &keys = settledKeys(model);
     const double reach = 100.0;
     return keys.find(TxStn, reach * spacing(TxStn), RxStn, reach * spacing(RxStn), [&](int i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        const SoundingRecord &record = model.hTrn[asIndex(i)];
         return sameStation(record.RxStn, RxStn) && sameStation(record.TxStn, TxStn) &&
                sameFrequency(record.TxFreq, TxFreq);
     });
@@ -89,14 +90,14 @@ FindOrAdd hTrn_Find_Or_Add(SurveyModel &model, double TxStn, float TxFreq, doubl
         return FindOrAdd::Full;
     }
     index = full ? model.SoundingCapacity() - 1 : model.SoundingCount++;
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
+    SoundingRecord &record = model.hTrn[asIndex(index)];
     record.TxFreq = TxFreq;
     hTrn_Set_Stations(model, index, TxStn, RxStn);
     return full ? FindOrAdd::Full : FindOrAdd::Added;
 }
 
 void hTrn_Set_Stations(SurveyModel &model, int index, double TxStn, double RxStn) {
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(index)];
+    SoundingRecord &record = model.hTrn[asIndex(index)];
     record.TxStn = TxStn;
     record.RxStn = RxStn;
     settledKeys(model).move(index, TxStn, RxStn);
@@ -144,12 +145,11 @@ int TEMUnitsIndexOf(std::string_view text) {
 void deriveTimeRange(SurveyModel &model) {
     model.MaxTW = 0;
     model.TimeRatio = 1.0F;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+    for (const SoundingRecord &record : model.soundings()) {
         model.MaxTW = std::max(model.MaxTW, record.NumTW);
         if (record.NumTW > 0) {
-            const auto last = static_cast<std::size_t>(record.NumTW - 1);
-            model.TimeRatio = std::max(model.TimeRatio, record.TWcenter[last] / record.TWcenter[0]);
+            const auto times = std::span(record.TWcenter).first(windowCount(record));
+            model.TimeRatio = std::max(model.TimeRatio, times.back() / times.front());
         }
     }
     model.ModelLayerCount = std::clamp(nearestInt(3.47436F * std::log(model.TimeRatio)), 2, 48);

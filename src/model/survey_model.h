@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/fixed_text.h"
+#include "base/index.h"
 #include "base/real.h"
 #include "model/enumerations.h"
 #include "model/metadata.h"
@@ -10,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <set>
+#include <span>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -80,6 +82,15 @@ struct SoundingRecord {
     LayerReals Rsns = filledArray<float, MaxLayers>(0.0F);         ///< sensitivity
 };
 static_assert(std::is_trivially_copyable_v<SoundingRecord>);
+
+/// Windows in use, 0..128 whatever the record holds.
+inline std::size_t windowCount(const SoundingRecord &record) {
+    return asIndex(limited(record.NumTW, 0, MaxWindows));
+}
+/// Layers in use, 0..48 whatever the record holds.
+inline std::size_t layerCount(const SoundingRecord &record) {
+    return asIndex(limited(record.NumLayer, 0, MaxLayers));
+}
 
 /// The project's single values, named as in the project file. The initialisers are the defaults;
 /// the limits that readers and dialogs force stand with their tables.
@@ -164,6 +175,13 @@ struct LineTable {
     std::array<LineEntry, MaxSurveyLines> entries;
     int LineCount = 0;
     int SelectedLine = 0; ///< 1-based; 0 before a choice
+
+    /// The lines that were found.
+    [[nodiscard]] std::span<const LineEntry> found() const {
+        return std::span(entries).first(asIndex(LineCount));
+    }
+    /// The selected line; there must have been a choice.
+    [[nodiscard]] const LineEntry &selected() const { return entries[asIndex(SelectedLine - 1)]; }
 };
 
 /// What an import takes from the data input dialog: array and scaling of the selected line.
@@ -198,6 +216,23 @@ struct SurveyModel {
     int ModelLayerCount = 0; ///< 2..48, eight layers a decade of time
 
     [[nodiscard]] int SoundingCapacity() const { return static_cast<int>(hTrn.size()); }
+
+    /// The records in use; no more than there are.
+    [[nodiscard]] std::span<SoundingRecord> soundings() { return std::span(hTrn).first(used()); }
+    [[nodiscard]] std::span<const SoundingRecord> soundings() const {
+        return std::span(hTrn).first(used());
+    }
+
+    /// One record by its number, 1..SoundingCapacity(), as the program shows it and files count.
+    [[nodiscard]] SoundingRecord &sounding(int number) { return hTrn[asIndex(number - 1)]; }
+    [[nodiscard]] const SoundingRecord &sounding(int number) const {
+        return hTrn[asIndex(number - 1)];
+    }
+
+  private:
+    [[nodiscard]] std::size_t used() const {
+        return asIndex(limited(SoundingCount, 0, SoundingCapacity()));
+    }
 };
 
 /// Selects a line of the table, 1-based and held to the lines there are: its array and scaling

@@ -1,6 +1,7 @@
 #include "page/hardcopy.h"
 
 #include "base/file_operations.h"
+#include "base/index.h"
 #include "base/safe_writer.h"
 #include "page/drawing.h"
 #include "page/error_state.h"
@@ -103,7 +104,7 @@ std::string openingWords() {
     const HardcopyState &state = hardcopyState();
     std::string words = std::to_string(state.driver);
     for (const int option : {HardcopyWidth, HardcopyHeight, HardcopyLeft, HardcopyBottom}) {
-        words += " " + std::to_string(state.options[static_cast<std::size_t>(option)]);
+        words += " " + std::to_string(state.options[asIndex(option)]);
     }
     return words;
 }
@@ -238,7 +239,7 @@ void ToolkitHardcopySelect(int /*which*/, int driver) {
 
 void ToolkitHardcopyOption(int number, int value) {
     if (number >= 1 && number <= HardcopyState::MostOptions) {
-        hardcopyState().options[static_cast<std::size_t>(number)] = value;
+        hardcopyState().options[asIndex(number)] = value;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "physics/apparent_resistivity.h"
 
+#include "base/index.h"
 #include "messages/message_log.h"
 #include "physics/ares_newton.h"
 
@@ -50,7 +51,7 @@ AResOutcome ARes_dBdt(const AResInput &input, std::span<const float> dbdt, std::
     ARes_Context context = contextOf(input);
     bool started = false;
     float rho = 0.0F;
-    for (std::size_t k = static_cast<std::size_t>(input.ntw); k-- > 0;) {
+    for (std::size_t k = asIndex(input.ntw); k-- > 0;) {
         const float v = dbdt[k] * 1.0e-9F;
         context.window = k;
         if (!(v > floorResponse(context))) {

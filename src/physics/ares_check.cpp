@@ -1,5 +1,6 @@
 #include "physics/ares_check.h"
 
+#include "base/index.h"
 #include "base/number_text.h"
 
 #include <array>
@@ -65,7 +66,7 @@ AResFailure ARes_Check(const AResInput &input) {
     if (input.ntw < 1 || input.ntw > MaxWindows) {
         return {AResFault::WindowCount, 0.0F, input.ntw};
     }
-    for (std::size_t k = 0; k < static_cast<std::size_t>(input.ntw); ++k) {
+    for (std::size_t k = 0; k < asIndex(input.ntw); ++k) {
         const float centre = input.twCenter[k];
         if (!isWithin(centre, 1.0e-4F, 1.0e4F)) {
             return {AResFault::WindowCentre, centre, 0};

@@ -1,5 +1,6 @@
 #include "physics/ares_context.h"
 
+#include "base/index.h"
 #include "physics/coincident.h"
 #include "physics/gauss_rules.h"
 #include "physics/loop_center.h"
@@ -99,7 +100,7 @@ ARes_Context contextOf(const AResInput &input) {
     context.rxY = input.rxY;
     context.ntw = input.ntw;
     const float half = input.ramp * 5.0e-7F;
-    for (std::size_t k = 0; k < static_cast<std::size_t>(input.ntw); ++k) {
+    for (std::size_t k = 0; k < asIndex(input.ntw); ++k) {
         const float w = 0.5F * input.twWidth[k];
         const float g = std::sqrt(input.twCenter[k] * input.twCenter[k] + w * w);
         context.centre[k] = input.twCenter[k] * 0.001F + half;

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "physics/apparent_resistivity.h"
 
 #include "base/number_text.h"
@@ -93,7 +94,7 @@ void computeCalculated(const AResInput &all, const SoundingRecord &record, Sound
     WindowReals centre{};
     WindowReals width{};
     WindowReals values{};
-    for (std::size_t k = 0; k < static_cast<std::size_t>(all.ntw); ++k) {
+    for (std::size_t k = 0; k < asIndex(all.ntw); ++k) {
         if (record.TEMcalc[k] >= -9.9E31F) {
             const std::size_t i = result.calcCount++;
             result.calcWindow[i] = k;
@@ -166,7 +167,7 @@ void reportSummary(const LineSummary &summary) {
 
 // Stores and reports one sounding; returns its error.
 int finishSounding(SurveyModel &model, int item, const SoundingARes &result, LineSummary &summary) {
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(item)];
+    SoundingRecord &record = model.hTrn[asIndex(item)];
     noteRefusal(summary, result.observed.failure, record);
     summary.windows += result.observed.error == 1 ? 0 : record.NumTW;
     summary.unfitted += result.observed.unfitted;
@@ -202,8 +203,7 @@ int ARes_Survey(SurveyModel &model, const AResProgress &progress) {
     OrderedWork<SoundingARes> work(
         count,
         [&](int item, SoundingARes &result) {
-            computeSounding(model.control, line, model.hTrn[static_cast<std::size_t>(item)],
-                            result);
+            computeSounding(model.control, line, model.hTrn[asIndex(item)], result);
         },
         [&](int item, const SoundingARes &result) {
             error = finishSounding(model, item, result, summary);

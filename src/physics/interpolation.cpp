@@ -1,5 +1,6 @@
 #include "physics/interpolation.h"
 
+#include "base/index.h"
 #include "base/real.h"
 #include "messages/message_log.h"
 #include "physics/table_search.h"
@@ -36,8 +37,8 @@ struct Table {
         : x(X.first(std::min(X.size(), Y.size()))), y(Y.first(x.size())) {}
 
     [[nodiscard]] int size() const { return static_cast<int>(x.size()); }
-    [[nodiscard]] Real X(int i) const { return x[static_cast<std::size_t>(i - 1)]; }
-    [[nodiscard]] Real Y(int i) const { return y[static_cast<std::size_t>(i - 1)]; }
+    [[nodiscard]] Real X(int i) const { return x[asIndex(i - 1)]; }
+    [[nodiscard]] Real Y(int i) const { return y[asIndex(i - 1)]; }
 
     // The interval of x, from 1 to NP - 1 for any table and any x; the end ones beyond the ends.
     [[nodiscard]] int interval(Real at, int *hint) const {

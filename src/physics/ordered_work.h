@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/denormals.h"
+#include "base/index.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -54,16 +55,16 @@ class OrderedWork {
     // How far a worker may be ahead of the delivery; bounds the memory.
     static constexpr std::size_t SlotsPerThread = 16;
 
-    Slot &slotOf(int item) { return slots_[static_cast<std::size_t>(item) % slots_.size()]; }
+    Slot &slotOf(int item) { return slots_[asIndex(item) % slots_.size()]; }
 
     void hire(int threads) {
         if (threads < 2) {
             return;
         }
         try {
-            slots_.resize(SlotsPerThread * static_cast<std::size_t>(threads));
-            workers_.reserve(static_cast<std::size_t>(threads));
-            while (workers_.size() < static_cast<std::size_t>(threads)) {
+            slots_.resize(SlotsPerThread * asIndex(threads));
+            workers_.reserve(asIndex(threads));
+            while (workers_.size() < asIndex(threads)) {
                 workers_.emplace_back([this] { work(); });
             }
         } catch (const std::system_error &) { // those that did start do the work

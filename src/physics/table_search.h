@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/index.h"
+
 #include <cstddef>
 #include <span>
 
@@ -17,7 +19,7 @@ int tableIndex(std::span<const Real> X, Real x, int hint) {
     }
     const bool rising = X.front() < X.back();
     const auto isReached = [&](int i) {
-        const Real point = X[static_cast<std::size_t>(i - 1)];
+        const Real point = X[asIndex(i - 1)];
         return rising ? point <= x : point >= x;
     };
     int low = 0;

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "projectfile/control_block.h"
 
 namespace keldrin {
@@ -28,7 +29,7 @@ void takeIfAbove(T &target, const Sourced<T> &source, T low) {
 /// A length in metres as a length in the project's unit.
 void takeLength(float &target, const SourcedReal &metres, int unitIndex) {
     if (metres.value > 0.01F) {
-        target = metres.value / LengthUnitMetres[static_cast<std::size_t>(unitIndex - 1)];
+        target = metres.value / LengthUnitMetres[asIndex(unitIndex - 1)];
     }
 }
 

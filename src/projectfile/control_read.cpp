@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "projectfile/control_block.h"
 
 #include "messages/message_log.h"
@@ -48,8 +49,7 @@ void countBackgroundLayers(ControlValues &control) {
     if (control.NumLayer != 0) {
         return;
     }
-    while (control.NumLayer < MaxLayers &&
-           control.Res0Layer[static_cast<std::size_t>(control.NumLayer)] > 0.0F) {
+    while (control.NumLayer < MaxLayers && control.Res0Layer[asIndex(control.NumLayer)] > 0.0F) {
         ++control.NumLayer;
     }
 }

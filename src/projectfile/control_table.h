@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/index.h"
 #include "model/survey_model.h"
 
 #include <algorithm>
@@ -179,7 +180,7 @@ decltype(auto) visitControlElement(ControlGroup &group, const ControlRow &row, i
                                    Visitor &&visitor) {
     return visitControl(group, row, [&](auto &variable) -> decltype(auto) {
         if constexpr (isArrayField<std::remove_reference_t<decltype(variable)>>) {
-            return visitor(variable[static_cast<std::size_t>(element)]);
+            return visitor(variable[asIndex(element)]);
         } else {
             return visitor(variable);
         }

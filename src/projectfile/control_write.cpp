@@ -176,7 +176,7 @@ void appendBackgroundModel(std::string &out, ControlGroup &group) {
 void STD_Namelist_Write(SurveyModel &model, std::string &out) {
     ControlValues &control = model.control;
     control.ProgramVersion = ProgramIdentity;
-    control.NumTW = model.SoundingCount > 0 ? model.hTrn[0].NumTW : 0;
+    control.NumTW = model.SoundingCount > 0 ? model.sounding(1).NumTW : 0;
     ControlValues written = control; // enumerations are written from their tables
     setSurveyType(written, control.SurveyTypeIndex);
     setTEMUnits(written, control.TEMUnitsIndex);

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "projectfile/data_table.h"
 
 #include "base/paths.h"
@@ -108,14 +109,14 @@ bool storeRow(DataReading &reading, const TableScan &scan, const RowValues &valu
         if (model.SoundingCount >= model.SoundingCapacity()) {
             return false;
         }
-        reading.current = &model.hTrn[static_cast<std::size_t>(model.SoundingCount++)];
+        reading.current = &model.sounding(++model.SoundingCount);
         storeSoundingFields(DataColumns, values, *reading.current);
     }
     if (reading.current->NumTW >= MaxWindows) {
         ++reading.windowsDropped;
         return true;
     }
-    const auto window = static_cast<std::size_t>(reading.current->NumTW++);
+    const std::size_t window = asIndex(reading.current->NumTW++);
     storeElementFields(DataColumns, values, window, *reading.current);
     reading.current->AResSpare[window] = reading.current->TEMerr[window];
     reading.lastRxStn = values[ColRxStn];

@@ -49,18 +49,16 @@ WrittenTable appendRows(std::string &out, const SurveyModel &model,
                         std::span<const TableColumn> columns, Compute computeFields) {
     WrittenTable written;
     RowValues values{};
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+    for (const SoundingRecord &record : model.soundings()) {
         if (isLeftOut(model.control, record)) {
             ++written.leftOut;
             continue;
         }
         loadSoundingFields(columns, record, values);
         written.soundings += record.NumTW > 0 ? 1 : 0;
-        for (int window = 0; window < record.NumTW; ++window) {
-            const auto element = static_cast<std::size_t>(window);
-            loadElementFields(columns, record, element, values);
-            computeFields(record, element, values);
+        for (std::size_t window = 0; window < windowCount(record); ++window) {
+            loadElementFields(columns, record, window, values);
+            computeFields(record, window, values);
             appendTableRow(out, columns, values);
             ++written.rows;
         }
@@ -73,8 +71,8 @@ WrittenTable appendRows(std::string &out, const SurveyModel &model,
 std::size_t dataTableRoom(const SurveyModel &model) {
     constexpr std::size_t usualRow = 128;
     std::size_t rows = 1;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        rows += static_cast<std::size_t>(model.hTrn[static_cast<std::size_t>(i)].NumTW);
+    for (const SoundingRecord &record : model.soundings()) {
+        rows += windowCount(record);
     }
     return rows * usualRow;
 }

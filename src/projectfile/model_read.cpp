@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "projectfile/model_file.h"
 
 #include "base/paths.h"
@@ -79,7 +80,7 @@ bool settleRow(const ControlValues &control, bool hasTransmitter, RowValues &val
 }
 
 bool belongsTo(const SurveyModel &model, int sounding, const StationKeys &keys) {
-    const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(sounding - 1)];
+    const SoundingRecord &record = model.sounding(sounding);
     return isPresent(keys.TxStn) && sameKeys({record.Station, record.RxStn, record.TxStn}, keys);
 }
 
@@ -112,8 +113,8 @@ void addLayer(ModelReading &reading, const RowValues &values) {
     const float thickness =
         limited(2.0F * (reading.base - elevation), LeastThickness, MostThickness);
     reading.base -= thickness; // by what the layer was limited to, so that the sum stays true
-    SoundingRecord &record = reading.model.hTrn[static_cast<std::size_t>(reading.current - 1)];
-    const auto layer = static_cast<std::size_t>(reading.layer++);
+    SoundingRecord &record = reading.model.sounding(reading.current);
+    const std::size_t layer = asIndex(reading.layer++);
     record.NumLayer = reading.layer;
     record.ThkInv[layer] = thickness;
     record.ZMid[layer] = -std::fabs(elevation - reading.top);
@@ -145,16 +146,13 @@ void noteContent(const ModelReading &reading, const TableScan &scan) {
 }
 
 int soundingsWithLayers(const SurveyModel &model) {
-    const auto first = model.hTrn.begin();
-    return static_cast<int>(
-        std::count_if(first, first + model.SoundingCount,
-                      [](const SoundingRecord &record) { return record.NumLayer > 0; }));
+    return static_cast<int>(std::ranges::count_if(
+        model.soundings(), [](const SoundingRecord &record) { return record.NumLayer > 0; }));
 }
 
 int soundingsOfFile(const SurveyModel &model) {
-    const auto first = model.hTrn.begin();
     return static_cast<int>(
-        std::count_if(first, first + model.SoundingCount, [&](const SoundingRecord &record) {
+        std::ranges::count_if(model.soundings(), [&](const SoundingRecord &record) {
             return !isLeftOut(model.control, record);
         }));
 }

@@ -20,9 +20,7 @@ void appendSounding(std::string &out, const SoundingRecord &record) {
     auto base = static_cast<float>(record.Elevation);
     values[ModelZinv] = static_cast<double>(base);
     appendTableRow(out, ModelColumns, values);
-    const int layers = std::min(record.NumLayer, MaxLayers);
-    for (int i = 0; i < layers; ++i) {
-        const auto layer = static_cast<std::size_t>(i);
+    for (std::size_t layer = 0; layer < layerCount(record); ++layer) {
         loadElementFields(ModelColumns, record, layer, values);
         values[ModelZinv] = static_cast<double>(base - record.ThkInv[layer] / 2.0F);
         base -= record.ThkInv[layer];
@@ -35,8 +33,7 @@ FileContent composeModels(const SurveyModel &model, std::string &out) {
     appendLabelLine(out, ModelColumns);
     out.append("\"").append(writerStamp(clockNow())).append("\"").append(LineEnd);
     FileContent content;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+    for (const SoundingRecord &record : model.soundings()) {
         if (!isLeftOut(model.control, record)) {
             appendSounding(out, record);
             content.rows += 1 + record.NumLayer;

@@ -22,8 +22,8 @@ float trendAzimuth(const SurveyModel &model) {
     if (model.SoundingCount < 2) {
         return defaultAzimuth;
     }
-    const SoundingRecord &first = model.hTrn[0];
-    const SoundingRecord &last = model.hTrn[static_cast<std::size_t>(model.SoundingCount - 1)];
+    const SoundingRecord &first = model.soundings().front();
+    const SoundingRecord &last = model.soundings().back();
     const auto east = static_cast<float>(last.East - first.East);
     const auto north = static_cast<float>(last.North - first.North);
     return east * east + north * north > 1.0F ? 57.29578F * std::atan2(east, north)

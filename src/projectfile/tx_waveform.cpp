@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "projectfile/control_block.h"
 
 #include "base/number_text.h"
@@ -30,7 +31,7 @@ std::string waveformFault(const ControlValues &control) {
     constexpr float LeastStep = 1.0E-6F; // msec
     const WaveformReals &times = control.TxWFT;
     const WaveformReals &currents = control.TxWFI;
-    const auto points = static_cast<std::size_t>(control.NTxWF);
+    const std::size_t points = asIndex(control.NTxWF);
     for (std::size_t i = 0; i + 1 < points; ++i) {
         const float earliestNext = times[i] + LeastStep;
         if (!(earliestNext < times[i + 1])) {

@@ -61,8 +61,7 @@ bool isShown(const ControlValues &control, const SoundingRecord &sounding) {
 
 MapPoints shownSoundings(const SurveyModel &survey) {
     MapPoints points;
-    for (int i = 0; i < survey.SoundingCount; ++i) {
-        const SoundingRecord &sounding = survey.hTrn[static_cast<std::size_t>(i)];
+    for (const SoundingRecord &sounding : survey.soundings()) {
         if (isShown(survey.control, sounding)) {
             points.add(sounding.East, sounding.North);
         }

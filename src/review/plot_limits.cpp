@@ -59,14 +59,14 @@ void addData(ValueRange &range, const SoundingRecord &sounding, std::size_t wind
 }
 
 void addModel(LineRanges &ranges, const SoundingRecord &sounding) {
-    const int layers = limited(sounding.NumLayer, 0, MaxLayers);
+    const std::size_t layers = layerCount(sounding);
     if (layers < 1) {
         return;
     }
-    for (int i = 0; i < layers; ++i) {
-        ranges.resistivity.add(sounding.ResInv[static_cast<std::size_t>(i)]);
+    for (const float resistivity : std::span(sounding.ResInv).first(layers)) {
+        ranges.resistivity.add(resistivity);
     }
-    const auto last = static_cast<std::size_t>(layers - 1);
+    const std::size_t last = layers - 1;
     const float thickness = isPresent(sounding.ThkInv[last]) ? sounding.ThkInv[last] : 0.0F;
     const float edge = sounding.ZMid[last] - thickness / 2.0F;
     if (isPresent(edge)) {
@@ -76,10 +76,8 @@ void addModel(LineRanges &ranges, const SoundingRecord &sounding) {
 
 LineRanges rangesOf(const SurveyModel &survey) {
     LineRanges ranges;
-    const auto used =
-        static_cast<std::size_t>(limited(survey.SoundingCount, 0, survey.SoundingCapacity()));
-    for (const SoundingRecord &sounding : std::span(survey.hTrn).first(used)) {
-        const auto windows = static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+    for (const SoundingRecord &sounding : survey.soundings()) {
+        const std::size_t windows = windowCount(sounding);
         addTimes(ranges.time, std::span(sounding.TWcenter).first(windows));
         addData(ranges.data, sounding, windows);
         addModel(ranges, sounding);

@@ -16,7 +16,7 @@ bool sameBits(float left, float right) {
 }
 
 int applyStep(SurveyModel &model, const MarkStep &step, float MarkChange::*value) {
-    SoundingRecord &sounding = model.hTrn[static_cast<std::size_t>(step.station - 1)];
+    SoundingRecord &sounding = model.sounding(step.station);
     for (const MarkChange &change : step.changes) {
         sounding.TEMerr[change.window] = change.*value;
     }
@@ -68,11 +68,9 @@ void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {
     std::map<std::pair<int, std::size_t>, float> errors; // as they are behind the steps so far
     for (MarkStep &step : history.steps) {
         const bool exists = step.station >= 1 && step.station <= model.SoundingCount;
-        const SoundingRecord *sounding =
-            exists ? &model.hTrn[static_cast<std::size_t>(step.station - 1)] : nullptr;
+        const SoundingRecord *sounding = exists ? &model.sounding(step.station) : nullptr;
         std::erase_if(step.changes, [sounding](const MarkChange &change) {
-            return sounding == nullptr ||
-                   change.window >= static_cast<std::size_t>(std::max(sounding->NumTW, 0));
+            return sounding == nullptr || change.window >= windowCount(*sounding);
         });
         for (MarkChange &change : step.changes) {
             const auto key = std::pair(step.station, change.window);

@@ -152,8 +152,7 @@ void markByMouse(Review &review, const ToolkitEvent &event) {
         review.redraws = false;
         return;
     }
-    const auto ordinal = static_cast<std::size_t>(review.state.ReviewStation - 1);
-    const WindowReals &errors = review.survey.hTrn[ordinal].TEMerr;
+    const WindowReals &errors = review.survey.sounding(review.state.ReviewStation).TEMerr;
     const WindowReals before = errors;
     changeMarks(review, flag, box);
     review.hit =
@@ -291,9 +290,9 @@ std::string transmitterText(const ControlValues &control, const SoundingRecord &
 }
 
 void showTransmitter(const Review &review) {
-    const auto ordinal = static_cast<std::size_t>(review.state.ReviewStation - 1);
-    ToolkitStatus(StatusPart::Sounding,
-                  transmitterText(review.survey.control, review.survey.hTrn[ordinal]));
+    ToolkitStatus(
+        StatusPart::Sounding,
+        transmitterText(review.survey.control, review.survey.sounding(review.state.ReviewStation)));
 }
 
 void serveReview(Review &review) {

@@ -97,7 +97,7 @@ NearestPoint nearestPoint(const SoundingRecord &sounding, const PagePlot &plot, 
     NearestPoint nearest;
     nearest.pointer = {static_cast<double>(x - plot.frame.left) / plot.width(),
                        static_cast<double>(y - plot.frame.bottom) / plot.height()};
-    const auto windows = static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+    const std::size_t windows = windowCount(sounding);
     for (std::size_t i = 0; i < windows; ++i) {
         if (isPresent(sounding.TEMobs[i])) {
             offerPoint(nearest, plot, i, PointKind::Observed, sounding.TWcenter[i],
@@ -140,7 +140,7 @@ std::string dataText(const SurveyModel &survey, const SoundingRecord &sounding,
 
 // The layer whose middle is nearest, for the model is drawn through the middles.
 std::string layerText(const SoundingRecord &sounding, double depth) {
-    const auto layers = static_cast<std::size_t>(limited(sounding.NumLayer, 0, MaxLayers));
+    const std::size_t layers = layerCount(sounding);
     double best = std::numeric_limits<double>::infinity();
     std::size_t found = 0;
     for (std::size_t i = 0; i < layers; ++i) {
@@ -174,7 +174,7 @@ std::string reviewPointerText(const SurveyModel &survey, const PlotLimits &limit
     if (!hasSoundingPlot(survey, station)) {
         return "";
     }
-    const SoundingRecord &sounding = survey.hTrn[static_cast<std::size_t>(station - 1)];
+    const SoundingRecord &sounding = survey.sounding(station);
     const PagePlot data = {DataFrame, scaleOf(limits.PlotTimeMin, limits.PlotTimeMax, true),
                            scaleOf(limits.PlotDataMin, limits.PlotDataMax, false)};
     const PagePlot model = {ModelFrame, scaleOf(limits.PlotResMin, limits.PlotResMax, true),

@@ -10,8 +10,7 @@
 namespace keldrin {
 
 bool writesEverySounding(const SurveyModel &model) {
-    const auto first = model.hTrn.begin();
-    return std::none_of(first, first + model.SoundingCount, [&](const SoundingRecord &record) {
+    return std::ranges::none_of(model.soundings(), [&](const SoundingRecord &record) {
         return isLeftOut(model.control, record);
     });
 }

@@ -33,11 +33,7 @@ DataBox dataBox(const PageBox &box) {
 SoundingRecord *findSounding(SurveyModel &model, int station) {
     const bool exists =
         station >= 1 && station <= model.SoundingCount && station <= model.SoundingCapacity();
-    return exists ? &model.hTrn[static_cast<std::size_t>(station - 1)] : nullptr;
-}
-
-std::size_t windowCount(const SoundingRecord &sounding) {
-    return static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+    return exists ? &model.sounding(station) : nullptr;
 }
 
 void mark(float &error, int flag) {

@@ -206,8 +206,7 @@ void drawLegend() {
 
 bool hasSoundingPlot(const SurveyModel &survey, int station) {
     return station >= 1 && station <= survey.SoundingCount &&
-           station <= survey.SoundingCapacity() &&
-           survey.hTrn[static_cast<std::size_t>(station - 1)].NumTW >= 1;
+           station <= survey.SoundingCapacity() && survey.sounding(station).NumTW >= 1;
 }
 
 int Plot_Sounding(const SurveyModel &survey, const PlotLimits &limits, int station,
@@ -215,7 +214,7 @@ int Plot_Sounding(const SurveyModel &survey, const PlotLimits &limits, int stati
     if (!hasSoundingPlot(survey, station)) {
         return 1;
     }
-    const SoundingRecord &sounding = survey.hTrn[static_cast<std::size_t>(station - 1)];
+    const SoundingRecord &sounding = survey.sounding(station);
     const ControlValues &control = survey.control;
     const SoundingCurves curves = soundingCurves(sounding, control.ErrorFloor);
     beginReviewPage();

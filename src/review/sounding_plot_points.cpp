@@ -37,7 +37,7 @@ void addCorner(CurvePoints &curve, float time, float value) {
 } // namespace
 
 SoundingCurves soundingCurves(const SoundingRecord &sounding, float errorFloor) {
-    const auto windows = static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+    const std::size_t windows = windowCount(sounding);
     SoundingCurves curves;
     SquareSum misfit;
     for (std::size_t i = 0; i < windows; ++i) {

@@ -22,14 +22,12 @@ bool hasResults(const SoundingRecord &record) {
 
 // Values that cannot be computed, or are not because the user stops it, must not stay the old ones.
 void computeAnew(SurveyModel &model) {
-    const auto first = model.hTrn.begin();
-    const auto last = first + model.SoundingCount;
-    std::for_each(first, last, [](SoundingRecord &record) {
+    for (SoundingRecord &record : model.soundings()) {
         record.AResObs.fill(MissingValue);
         record.AResCalc.fill(MissingValue);
-    });
+    }
     surveyApparentResistivities(model);
-    if (std::any_of(first, last, hasResults)) {
+    if (std::ranges::any_of(model.soundings(), hasResults)) {
         ReportNotice(NoticeLevel::Status,
                      {"Models and calculated data belong to the earlier configuration."});
     }
@@ -43,7 +41,7 @@ bool writeConfigured(SurveyModel &model, std::string_view oldPath, const std::st
         return false;
     }
     const bool renamed = !sameIgnoringCase(oldPath, path);
-    const bool hasModels = model.SoundingCount > 0 && model.hTrn[0].NumLayer > 0;
+    const bool hasModels = model.SoundingCount > 0 && model.sounding(1).NumLayer > 0;
     const WriteOutcome outcome =
         renamed && hasModels ? Project_Files_Write(model, path) : STD_File_Write(model, path);
     return outcome.written;

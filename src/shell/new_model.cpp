@@ -85,13 +85,11 @@ int chooseReader(const std::string &input, const ReaderFamily *&family) {
 }
 
 int allocateForSelectedLine(SurveyModel &model) {
-    const LineTable &lines = model.lines;
-    const auto selected = static_cast<std::size_t>(lines.SelectedLine - 1);
-    return STD_Allocate_hTrn(model, soundingsNeeded(lines.entries[selected]));
+    return STD_Allocate_hTrn(model, soundingsNeeded(model.lines.selected()));
 }
 
 std::string selectedLabel(const LineTable &lines) {
-    return lines.entries[static_cast<std::size_t>(lines.SelectedLine - 1)].LineLabel.str();
+    return lines.selected().LineLabel.str();
 }
 
 // Settles the line azimuth between header and station file; an unset trend counts as different.

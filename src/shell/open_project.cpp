@@ -31,8 +31,7 @@ int OpenProject(SurveyModel &model, std::string &path) {
         model.SoundingCount = 0;
         return status;
     }
-    const auto first = model.hTrn.begin();
-    if (std::any_of(first, first + model.SoundingCount, lacksApparentResistivity)) {
+    if (std::ranges::any_of(model.soundings(), lacksApparentResistivity)) {
         surveyApparentResistivities(model);
     }
     ToolkitRecentFile(path);

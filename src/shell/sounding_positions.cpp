@@ -38,16 +38,15 @@ StationTable tableFromSoundings(SurveyModel &model) {
     const auto eastPart = static_cast<double>(std::fabs(std::sin(azimuth)));
     const auto northPart = static_cast<double>(std::fabs(std::cos(azimuth)));
     StationTable table;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        const double station = model.hTrn[static_cast<std::size_t>(i)].Station;
+    for (const SoundingRecord &record : model.soundings()) {
+        const double station = record.Station;
         table.add(station, station * scale * eastPart, station * scale * northPart, 0.0);
     }
     return table;
 }
 
 void positionSoundings(SurveyModel &model, const StationTable &table) {
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+    for (SoundingRecord &record : model.soundings()) {
         record.Station = model.control.SurveyTypeIndex == MovingLoop
                              ? (record.RxStn + record.TxStn) * 0.5
                              : record.RxStn;

@@ -2,6 +2,7 @@
 
 #include "base/ascii.h"
 #include "base/fixed_text.h"
+#include "base/index.h"
 #include "messages/message_log.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ namespace {
 std::string_view withoutQuotes(char *begin, char *end, std::size_t width) {
     std::replace_if(
         begin, end, [](char c) { return c == '"' || c == '\t'; }, ' ');
-    const std::string_view cell(begin, static_cast<std::size_t>(end - begin));
+    const std::string_view cell(begin, end);
     return trimRight(cutText(trimLeft(cell), width));
 }
 
@@ -53,7 +54,7 @@ struct CellScan {
             out.cells.push_back(withoutQuotes(begin, end, width));
             return;
         }
-        const std::string_view cell(begin, static_cast<std::size_t>(end - begin));
+        const std::string_view cell(begin, end);
         out.cells.push_back(cell.size() <= width ? cell : cutText(cell, width));
     }
 };
@@ -84,7 +85,7 @@ void scanColumns(char *at, char *end, CellScan &scan) {
 }
 
 std::size_t mostCells(int maxCols) {
-    return static_cast<std::size_t>(std::max(0, maxCols));
+    return asIndex(std::max(0, maxCols));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/index.h"
+
 #include <cstddef>
 #include <span>
 #include <string>
@@ -16,9 +18,8 @@ struct SplitCells {
 
     /// The cell of a 1-based column; blank when the line has no such column or `column` is 0.
     [[nodiscard]] std::string_view column(int column) const {
-        return column < 1 || static_cast<std::size_t>(column) > cells.size()
-                   ? std::string_view{}
-                   : cells[static_cast<std::size_t>(column - 1)];
+        return column < 1 || asIndex(column) > cells.size() ? std::string_view{}
+                                                            : cells[asIndex(column - 1)];
     }
 };
 

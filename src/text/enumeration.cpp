@@ -1,6 +1,7 @@
 #include "text/enumeration.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "messages/message_log.h"
 #include "messages/questions.h"
 
@@ -27,7 +28,7 @@ void remember(const FixedText<64> &text, int answer) {
 void warnOfUnknownWord(std::string_view word, std::string_view label,
                        std::span<const std::string_view> names, int choice) {
     const bool chosen = choice >= 1 && choice <= static_cast<int>(names.size());
-    const std::string_view name = chosen ? names[static_cast<std::size_t>(choice - 1)] : "";
+    const std::string_view name = chosen ? names[asIndex(choice - 1)] : "";
     ReportWarning({"WARNING: " + std::string(trimBlanks(label)) + " = " + std::string(word) +
                        " matches no known name",
                    chosen ? "It is taken as " + std::string(trimRight(name))

@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "base/fixed_text.h"
 #include "base/free_form.h"
+#include "base/index.h"
 #include "base/real.h"
 #include "messages/message_log.h"
 #include "text/cell_report.h"
@@ -97,7 +98,7 @@ void writeTime(double hours, int decimals, std::string_view separator, std::stri
     text.append(separator).append(padded(time.seconds, 2));
     const int kept = std::clamp(decimals, 0, 3);
     if (kept > 0) {
-        text += '.' + padded(time.milliseconds, 3).substr(0, static_cast<std::size_t>(kept));
+        text += '.' + padded(time.milliseconds, 3).substr(0, asIndex(kept));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "base/fixed_text.h"
 #include "base/free_form.h"
+#include "base/index.h"
 #include "base/real.h"
 #include "model/enumerations.h"
 #include "text/cell_report.h"
@@ -127,7 +128,7 @@ int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, flo
     float length = 0.0F;
     const FreeForm found = readFreeForm(cell.substr(0, letter), length);
     if (found == FreeForm::Value) {
-        result = length * LengthUnitMetres[static_cast<std::size_t>(unit - 1)];
+        result = length * LengthUnitMetres[asIndex(unit - 1)];
     }
     return found == FreeForm::Failed ? CellFailed : CellRead;
 }

@@ -2,6 +2,7 @@
 
 #include "base/ascii.h"
 #include "base/fixed_text.h"
+#include "base/index.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/field_number.h"
 
@@ -37,7 +38,7 @@ bool isShownAsLabel(ControlKind kind) {
 }
 
 std::string_view cutToLength(const ControlState &control, std::string_view text) {
-    return control.length > 0 ? cutText(text, static_cast<std::size_t>(control.length)) : text;
+    return control.length > 0 ? cutText(text, asIndex(control.length)) : text;
 }
 
 // A real field compares in single: 0.1 typed is not below a limit of 0.1. The rounding stands here
@@ -103,7 +104,7 @@ std::string shownValue(const ControlState &control) {
     case ControlKind::Check:
         return control.on ? "on" : "off";
     case ControlKind::List: {
-        const auto chosen = static_cast<std::size_t>(control.index);
+        const std::size_t chosen = asIndex(control.index);
         return chosen >= 1 && chosen <= control.entries.size() ? control.entries[chosen - 1] : "";
     }
     case ControlKind::Trackbar:
@@ -140,8 +141,8 @@ void putNumber(ControlState &control, double value, std::string_view format) {
 
 void putEntries(ControlState &control, const std::vector<std::string> &entries, int selected) {
     control.entries = entries;
-    if (control.length > 0 && entries.size() > static_cast<std::size_t>(control.length)) {
-        control.entries.resize(static_cast<std::size_t>(control.length));
+    if (control.length > 0 && entries.size() > asIndex(control.length)) {
+        control.entries.resize(asIndex(control.length));
     }
     const int count = static_cast<int>(control.entries.size());
     control.index = selected >= 1 && selected <= count ? selected : 0;

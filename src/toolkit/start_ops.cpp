@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "toolkit/toolkit.h"
 
 #include "base/paths.h"
@@ -184,8 +185,8 @@ int ToolkitArgumentCount() {
 
 std::string ToolkitArgument(int index) {
     const std::vector<std::string> &arguments = toolkitState().arguments;
-    const bool there = index >= 0 && static_cast<std::size_t>(index) < arguments.size();
-    return there ? arguments[static_cast<std::size_t>(index)] : "";
+    const bool there = index >= 0 && asIndex(index) < arguments.size();
+    return there ? arguments[asIndex(index)] : "";
 }
 
 } // namespace keldrin

@@ -115,7 +115,7 @@ TEST_F(DuplicatesTest, ASoundingWithoutKeysTakesThemFromItsStation) {
 
 TEST_F(DuplicatesTest, WindowsAreComparedWithTheFirstTimeOfTheirChain) {
     load({soundingOf(1, 1, {{1.0F, 1, 2}, {1.0009F, 2, 2}, {1.0018F, 3, 2}, {1.004F, 4, 2}})});
-    MergeTransients(model, 0, 0, 1);
+    MergeTransients(model.sounding(1), model.soundings().first(1));
     // 1.0009 joins 1.0; 1.0018 is 0.0018 away from 1.0, although near 1.0009
     EXPECT_EQ(model.hTrn[0].NumTW, 3);
 }
@@ -127,7 +127,7 @@ TEST_F(DuplicatesTest, WeightsTravelMissingValuesAreLeftOutAndErrorsBelowOneWeig
                       {1.0F, MissingValue, 1},
                       {0.0F, 9, 1},
                       {3.0F, 1, 1003.0F}})});
-    MergeTransients(model, 0, 0, 1);
+    MergeTransients(model.sounding(1), model.soundings().first(1));
     const SoundingRecord &merged = model.hTrn[0];
     ASSERT_EQ(merged.NumTW, 2);
     EXPECT_FLOAT_EQ(merged.TEMobs[0], 15.0F);

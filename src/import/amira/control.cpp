@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "import/amira/record.h"
 
 #include "base/number_text.h"
@@ -32,7 +33,7 @@ void takeGiven(FixedText<N> &target, const SourcedText<M> &source) {
 // A length of the keyword records, which is in metres, in the project's unit.
 void takeLength(float &target, const SourcedReal &metres, int unitIndex) {
     if (metres.level > 0) {
-        target = metres.value / LengthUnitMetres[static_cast<std::size_t>(unitIndex - 1)];
+        target = metres.value / LengthUnitMetres[asIndex(unitIndex - 1)];
     }
 }
 

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "import/amira/file.h"
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
@@ -62,7 +63,7 @@ void countRow(CountPass &pass, SurveyModel &model, std::string_view line) {
     ++pass.readings;
     ++pass.entry->Transients;
     const int axis = std::min(record.componentCode, ComponentAxes) - 1;
-    ++pass.entry->ComponentTransients[static_cast<std::size_t>(axis)];
+    ++pass.entry->ComponentTransients[asIndex(axis)];
     // The read pass reports a station or loop that cannot be read.
     double station = MissingValue;
     double loop = record.LoopNumber;

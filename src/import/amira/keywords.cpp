@@ -2,6 +2,7 @@
 
 #include "base/ascii.h"
 #include "base/free_form.h"
+#include "base/index.h"
 #include "base/number_text.h"
 #include "import/amira/times.h"
 #include "messages/message_log.h"
@@ -347,8 +348,7 @@ int readVertex(const AmiraPair &pair) {
                          " must be X, Y or Z"});
         return 1;
     }
-    double &coordinate =
-        pair.record.vertices[static_cast<std::size_t>(index - 1)].*coordinates[axis];
+    double &coordinate = pair.record.vertices[asIndex(index - 1)].*coordinates[axis];
     double value = coordinate;
     if (readCell(pair, value) != CellEmpty) {
         coordinate = value;

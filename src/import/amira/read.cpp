@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "import/amira/file.h"
 #include "import/amira/rows.h"
 #include "import/amira/times.h"
@@ -57,14 +58,13 @@ int readChannelTimes(const std::string &fileName, AmiraRecord &record) {
 void finishSoundings(AmiraReadPass &pass, SurveyModel &model) {
     const int arrayIndex = pass.chosen.arrayIndex;
     for (int i = 0; i < model.SoundingCount; ++i) {
-        SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+        SoundingRecord &record = model.hTrn[asIndex(i)];
         dropEmptyWindows(record, i, arrayIndex, pass.tables);
         finishWindows(record, i, arrayIndex, pass.tables);
     }
-    const auto first = model.hTrn.begin();
-    const auto end = std::remove_if(first, first + model.SoundingCount,
-                                    [](const SoundingRecord &r) { return r.NumTW == 0; });
-    const int kept = static_cast<int>(end - first);
+    const auto dropped = std::ranges::remove_if(
+        model.soundings(), [](const SoundingRecord &r) { return r.NumTW == 0; });
+    const int kept = model.SoundingCount - static_cast<int>(dropped.size());
     if (kept > 0 && kept < model.SoundingCount) {
         ReportWarning({"WARNING: " + std::to_string(model.SoundingCount - kept) +
                        " soundings without a usable window are not read."});
@@ -134,7 +134,7 @@ GivenSettings givenSettings(const AmiraRecord &record, const ImportPreset &prese
 
 void finishControlValues(const AmiraReadPass &pass, SurveyModel &model) {
     AmiraRecord record = closingRecord(pass);
-    const auto unit = static_cast<std::size_t>(model.control.LengthUnitsIndex - 1);
+    const std::size_t unit = asIndex(model.control.LengthUnitsIndex - 1);
     AMR_Loop_Geometry(record, static_cast<double>(LengthUnitMetres[unit]));
     settleLoopSides(record);
     AMR_To_Control_Values(record, model.control);

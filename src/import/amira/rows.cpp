@@ -1,6 +1,7 @@
 #include "import/amira/rows.h"
 
 #include "base/free_form.h"
+#include "base/index.h"
 #include "import/amira/times.h"
 #include "messages/message_log.h"
 #include "text/cell_report.h"
@@ -111,7 +112,7 @@ int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double station, const
                      "Data will be skipped after line " + std::to_string(pass.walk.number())});
         return -1;
     }
-    SoundingRecord &sounding = model.hTrn[static_cast<std::size_t>(index)];
+    SoundingRecord &sounding = model.hTrn[asIndex(index)];
     const bool isNew = found == FindOrAdd::Added;
     sounding.Station = rx;
     hTrn_Set_Stations(model, index, tx, rx);
@@ -131,7 +132,7 @@ Conversion conversionOfRow(AmiraReadPass &pass, const ImportPreset &preset, int 
                            std::string_view line) {
     const AmiraRecord &record = pass.walk.record;
     if (record.unitIndex == AmiraMicrovolts) {
-        return {1000.0F / preset.RxAreaXYZ[static_cast<std::size_t>(axis)], 1.0F};
+        return {1000.0F / preset.RxAreaXYZ[asIndex(axis)], 1.0F};
     }
     if (record.unitIndex != AmiraNanotesla) {
         return {};
@@ -156,7 +157,7 @@ void storeChannels(AmiraReadPass &pass, SurveyModel &model, int sounding, int ch
     const int axis = std::min(walk.record.componentCode, ComponentAxes) - 1;
     const float offset = walk.record.InitDelay - walk.record.TurnOff;
     const Conversion unit = conversionOfRow(pass, model.preset, axis, line);
-    SoundingRecord &record = model.hTrn[static_cast<std::size_t>(sounding)];
+    SoundingRecord &record = model.hTrn[asIndex(sounding)];
     bool unread = false;
     for (int channel = 0; channel < channels; ++channel) {
         const float time = channelTime(times, channel, offset);
@@ -178,7 +179,7 @@ void storeChannels(AmiraReadPass &pass, SurveyModel &model, int sounding, int ch
             unread = true;
             continue;
         }
-        const auto window = static_cast<std::size_t>(channel);
+        const std::size_t window = asIndex(channel);
         record.TWcenter[window] = time;
         record.TWwidth[window] = times.values[ChannelTimes::Width][window];
         record.NumTW = std::max(record.NumTW, channel + 1);

@@ -1,6 +1,7 @@
 #include "import/amira/times.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/line_reader.h"
 #include "base/number_text.h"
 #include "base/paths.h"
@@ -83,7 +84,7 @@ void setWidthsOfEnds(ChannelTimes &times, std::string_view pair) {
         return;
     }
     bool reversed = false;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(windows); ++i) {
+    for (std::size_t i = 0; i < asIndex(windows); ++i) {
         const float width =
             times.values[ChannelTimes::End][i] - times.values[ChannelTimes::Begin][i];
         reversed = reversed || width < 0.0F;
@@ -149,7 +150,7 @@ void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
         file.noWidth.note(number, line);
         width = MissingValue;
     }
-    storeChannel(times, static_cast<std::size_t>(file.rows), delay, width);
+    storeChannel(times, asIndex(file.rows), delay, width);
     times.NumChannels = ++file.rows;
     file.timed += isPresent(delay) ? 1 : 0;
 }
@@ -318,14 +319,14 @@ int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record) {
 }
 
 bool hasTime(const ChannelTimes &times, int channel) {
-    const auto i = static_cast<std::size_t>(channel);
+    const std::size_t i = asIndex(channel);
     return isPresent(times.values[ChannelTimes::Center][i]) ||
            (isPresent(times.values[ChannelTimes::Begin][i]) &&
             isPresent(times.values[ChannelTimes::End][i]));
 }
 
 float channelTime(const ChannelTimes &times, int channel, float offset) {
-    const auto i = static_cast<std::size_t>(channel);
+    const std::size_t i = asIndex(channel);
     const float begin = times.values[ChannelTimes::Begin][i] + offset;
     const float end = times.values[ChannelTimes::End][i] + offset;
     return begin > 0.0F && end > 0.0F ? std::sqrt(begin * end)

@@ -69,8 +69,7 @@ void countMessages(BuildResult &result) {
 
 void countWindows(const SurveyModel &model, BuildResult &result) {
     result.soundings = model.SoundingCount;
-    for (int i = 0; i < model.SoundingCount; ++i) {
-        const SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
+    for (const SoundingRecord &record : model.soundings()) {
         const auto *first = record.TEMerr.begin();
         result.windows += record.NumTW;
         result.skipped += static_cast<int>(std::count_if(first, first + record.NumTW, isSkipped));

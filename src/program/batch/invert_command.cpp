@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "program/batch/command.h"
 
 #include "base/paths.h"
@@ -135,11 +136,10 @@ int invertCommand(CommandWords words) {
         [&](int item, InvertOutcome &outcome) {
             outcome = stopRequested.load()
                           ? InvertOutcome{.last = "stopped"}
-                          : invertOne(request.projects[static_cast<std::size_t>(item)],
-                                      threadsOfEach(request));
+                          : invertOne(request.projects[asIndex(item)], threadsOfEach(request));
         },
         [&](int item, const InvertOutcome &outcome) {
-            printOutcome(request.projects[static_cast<std::size_t>(item)], outcome);
+            printOutcome(request.projects[asIndex(item)], outcome);
             good = good && outcome.inverted;
             return true;
         });

@@ -1,6 +1,7 @@
 #include "toolkit/scripted/script.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/line_reader.h"
 #include "toolkit/menu.h"
 #include "toolkit/scripted/script_keys.h"
@@ -52,7 +53,7 @@ bool readThree(std::string_view text, char mark, std::array<std::size_t, 3> leng
 int daysIn(int month, int year) {
     constexpr std::array days = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return days[static_cast<std::size_t>(month - 1)] + (month == 2 && leap ? 1 : 0);
+    return days[asIndex(month - 1)] + (month == 2 && leap ? 1 : 0);
 }
 
 ScriptAction readClock(WordTaker &words) {

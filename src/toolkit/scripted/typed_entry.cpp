@@ -1,6 +1,7 @@
 #include "toolkit/scripted/typed_entry.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "toolkit/menu.h"
 #include "toolkit/scripted/script_words.h"
 #include "toolkit/user_edits.h"
@@ -16,7 +17,7 @@ int entryOf(const ControlState &control, std::string_view value) {
         return index >= 1 && index <= count ? index : 0;
     }
     for (int i = 0; i < count; ++i) {
-        if (trimBlanks(control.entries[static_cast<std::size_t>(i)]) == trimBlanks(value)) {
+        if (trimBlanks(control.entries[asIndex(i)]) == trimBlanks(value)) {
             return i + 1;
         }
     }
