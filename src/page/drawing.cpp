@@ -11,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <initializer_list>
+#include <utility>
 
 namespace keldrin {
 
@@ -107,6 +108,10 @@ void IGrColour(std::string_view name) {
         return;
     }
     drawingState().colour = *colour;
+}
+
+void IGrColour(PageColour colour) {
+    drawingState().colour = colour;
 }
 
 int ToolkitColourCode(std::string_view /*which*/) {
@@ -214,6 +219,32 @@ void ToolkitFillRectangle(float x1, float y1, float x2, float y2) {
                                               pagePoint(right, top), pagePoint(left, top)};
     surface->setPen(Colour::White, LineWidthPt);
     surface->polygon(corners, true);
+}
+
+bool ToolkitFillsAreas() {
+    return drawingState().surface != nullptr && drawingState().surface->canFill();
+}
+
+bool fillAreaIn(const ClipRectangle &rectangle, std::vector<ClipPoint> corners, PageColour colour) {
+    if (!ToolkitFillsAreas()) {
+        return false;
+    }
+    std::vector<PagePoint> shown;
+    for (const ClipPoint &corner : clipPolygon(rectangle, std::move(corners))) {
+        shown.push_back(pagePoint(corner.x, corner.y));
+    }
+    if (!shown.empty()) {
+        drawingState().surface->fill(shown, colour);
+    }
+    return true;
+}
+
+bool ToolkitFillArea(const float *x, const float *y, int count, PageColour colour) {
+    std::vector<ClipPoint> corners;
+    for (int i = 0; i < count; ++i) {
+        corners.push_back({fractionX(x[i]), fractionY(y[i])});
+    }
+    return fillAreaIn(ClipRectangle{}, std::move(corners), colour);
 }
 
 void ToolkitMoveTo(float x, float y) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "page/surfaces/surface.h"
+
 #include <string>
 #include <string_view>
 
@@ -11,8 +13,6 @@ namespace keldrin {
 //
 // Without a surface every call is harmless and keeps its settings. A call with a number that is
 // not finite draws nothing.
-
-class Surface;
 
 /// Error states that drawing and plots leave.
 enum DrawingError : int {
@@ -39,6 +39,7 @@ void ToolkitRestoreView(const DrawingView &view);
 
 /// "RED", "BLUE", "BLACK", "GREY" or "WHITE" in any case; an unknown name leaves an error state.
 void IGrColour(std::string_view name);
+void IGrColour(PageColour colour);
 int ToolkitColourCode(std::string_view which = "#"); ///< 0x00rrggbb of the colour now set
 
 /// Font and character size as fractions of the surface; a zero code keeps the font. All codes are
@@ -61,6 +62,13 @@ void ToolkitClearPage(); ///< background colour over the whole surface
 /// A centred line on the 0..9999 scale, y downward from the top. Blanks at its ends do not count.
 void ToolkitCentredText(float y, std::string_view text);
 void ToolkitFillRectangle(float x1, float y1, float x2, float y2); ///< in the background colour
+
+/// False where drawing goes to a device without filled areas, or nowhere.
+bool ToolkitFillsAreas();
+
+/// Fills the area between corners, cut off at the edges of the surface, in a colour of its own.
+/// returns  false, with nothing drawn, where there are no filled areas
+bool ToolkitFillArea(const float *x, const float *y, int count, PageColour colour);
 
 // Straight lines, cut off at the edges of the surface.
 void ToolkitMoveTo(float x, float y);

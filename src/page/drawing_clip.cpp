@@ -28,7 +28,49 @@ struct InsidePart {
     }
 };
 
+// What is left of a polygon on one side of an upright or level line.
+/// coordinate  the one that the line holds fixed, at `edge`
+/// above       keeps what has at least that coordinate, else what has at most that
+std::vector<ClipPoint> cutAt(const std::vector<ClipPoint> &corners, double ClipPoint::*coordinate,
+                             double edge, bool above) {
+    const auto isInside = [=](const ClipPoint &corner) {
+        return above ? corner.*coordinate >= edge : corner.*coordinate <= edge;
+    };
+    std::vector<ClipPoint> left;
+    left.reserve(corners.size() + 2);
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        const ClipPoint &from = corners[i == 0 ? corners.size() - 1 : i - 1];
+        const ClipPoint &to = corners[i];
+        if (isInside(from) != isInside(to)) {
+            const double part = (edge - from.*coordinate) / (to.*coordinate - from.*coordinate);
+            ClipPoint crossing = {from.x + part * (to.x - from.x), from.y + part * (to.y - from.y)};
+            crossing.*coordinate = edge;
+            left.push_back(crossing);
+        }
+        if (isInside(to)) {
+            left.push_back(to);
+        }
+    }
+    return left;
+}
+
 } // namespace
+
+std::vector<ClipPoint> clipPolygon(const ClipRectangle &rectangle, std::vector<ClipPoint> corners) {
+    constexpr std::size_t fewestCorners = 3;
+    constexpr bool above = true;
+    const bool finite = std::all_of(corners.begin(), corners.end(), [](const ClipPoint &corner) {
+        return std::isfinite(corner.x) && std::isfinite(corner.y);
+    });
+    if (!finite) {
+        return {};
+    }
+    corners = cutAt(corners, &ClipPoint::x, rectangle.left, above);
+    corners = cutAt(corners, &ClipPoint::x, rectangle.right, !above);
+    corners = cutAt(corners, &ClipPoint::y, rectangle.bottom, above);
+    corners = cutAt(corners, &ClipPoint::y, rectangle.top, !above);
+    return corners.size() < fewestCorners ? std::vector<ClipPoint>{} : corners;
+}
 
 bool clipSegment(const ClipRectangle &rectangle, ClipSegment &segment) {
     const ClipSegment whole = segment;

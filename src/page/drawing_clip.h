@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 namespace keldrin {
 
 struct ClipRectangle {
@@ -22,9 +24,21 @@ struct ClipSegment {
     double y2 = 0.0;
 };
 
+struct ClipPoint {
+    double x = 0.0;
+    double y = 0.0;
+};
+
 /// Cuts a segment to the part inside a rectangle, edges included, by the parametric method of
 /// Liang and Barsky (ACM Transactions on Graphics 3, 1984).
 /// returns  false when nothing is inside, or an end is not finite; the segment is then unchanged
 bool clipSegment(const ClipRectangle &rectangle, ClipSegment &segment);
+
+/// Cuts a polygon to the part inside a rectangle, edge by edge, by the method of Sutherland and
+/// Hodgman (Communications of the ACM 17, 1974). The corners are in order, the last one joined to
+/// the first. Of a polygon that the cut leaves in several parts these hang together by lines along
+/// the edges, which have no area.
+/// returns  the corners that are left; none when nothing is inside, or a corner is not finite
+std::vector<ClipPoint> clipPolygon(const ClipRectangle &rectangle, std::vector<ClipPoint> corners);
 
 } // namespace keldrin

@@ -1,7 +1,10 @@
 #pragma once
 
 #include "page/drawing.h"
+#include "page/drawing_clip.h"
 #include "page/surfaces/surface.h"
+
+#include <vector>
 
 namespace keldrin {
 
@@ -31,5 +34,9 @@ Surface *surfaceWithPen();
 /// nothing.
 /// anchor  see Surface::textAnchor()
 void drawTextAt(double x, double y, std::string_view text, float degrees, float anchor = 0.0F);
+
+/// Fills the part of an area that lies in a rectangle; both in fractions of the surface.
+/// returns  false, with nothing drawn, where the surface cannot fill or there is none
+bool fillAreaIn(const ClipRectangle &rectangle, std::vector<ClipPoint> corners, PageColour colour);
 
 } // namespace keldrin

@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace keldrin {
 
@@ -127,6 +128,19 @@ void drawMarkers(const Real *x, const Real *y, int count, int marker) {
     }
 }
 
+template <class Real>
+bool fillArea(const Real *x, const Real *y, int count, PageColour colour) {
+    if (!plotIsUsable()) {
+        return ToolkitFillsAreas();
+    }
+    std::vector<ClipPoint> corners;
+    for (int i = 0; i < count; ++i) {
+        const SurfacePlace at = surfacePlace(static_cast<double>(x[i]), static_cast<double>(y[i]));
+        corners.push_back({at.x, at.y});
+    }
+    return fillAreaIn(plotFrameRectangle(), std::move(corners), colour);
+}
+
 // From fractions of the frame to axis values and back.
 double within(double low, double high, double part) {
     return low + part * (high - low);
@@ -214,6 +228,14 @@ void PlotMarkers(const float *x, const float *y, int count, int marker) {
 
 void PlotMarkers(const double *x, const double *y, int count, int marker) {
     drawMarkers(x, y, count, marker);
+}
+
+bool PlotFillArea(const float *x, const float *y, int count, PageColour colour) {
+    return fillArea(x, y, count, colour);
+}
+
+bool PlotFillArea(const double *x, const double *y, int count, PageColour colour) {
+    return fillArea(x, y, count, colour);
 }
 
 void PlotToPage(float x, float y, float &px, float &py) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "page/surfaces/surface.h"
+
 #include <span>
 #include <string>
 #include <string_view>
@@ -65,6 +67,12 @@ void PlotDrawLine(const float *x, const float *y, int count);
 void PlotDrawLine(const double *x, const double *y, int count);
 void PlotMarkers(const float *x, const float *y, int count, int marker);
 void PlotMarkers(const double *x, const double *y, int count, int marker);
+
+/// Fills the area between corners, cut off at the frame, in a colour of its own. An area with a
+/// corner that a logarithmic axis lacks is left out.
+/// returns  false, with nothing drawn, where there are no filled areas
+bool PlotFillArea(const float *x, const float *y, int count, PageColour colour);
+bool PlotFillArea(const double *x, const double *y, int count, PageColour colour);
 
 // Axis values to page units, and the inverse; NaN where there is no such place.
 void PlotToPage(float x, float y, float &px, float &py);

@@ -273,6 +273,9 @@ TEST(PainterSurfacePage, AListDrawsTheSamePageAgain) {
         surface.setPen(Colour::Red, 3.0F);
         surface.polygon(
             std::array{PagePoint{0.2F, 0.2F}, PagePoint{0.4F, 0.2F}, PagePoint{0.3F, 0.5F}}, true);
+        surface.fill(
+            std::array{PagePoint{0.5F, 0.5F}, PagePoint{0.9F, 0.5F}, PagePoint{0.7F, 0.9F}},
+            0x21918C);
         drawMarker(surface, 14, {0.7F, 0.3F}, 0.02F, 0.03F);
         drawMarker(surface, 1, {0.6F, 0.3F}, 0.02F, 0.03F);
         surface.textAnchor(1.0F);
@@ -296,6 +299,34 @@ TEST(PainterSurfacePage, AListDrawsTheSamePageAgain) {
     EXPECT_GT(list.changes(), changes);
     list.clear();
     EXPECT_TRUE(list.isEmpty());
+}
+
+// A fan of areas about a point, none of whose edges lies on pixels.
+TEST(PainterSurfaceAreas, HaveTheirColourAndLeaveNoSeam) {
+    constexpr PageColour colour = 0x21918C;
+    constexpr int parts = 17;
+    const auto at = [](int part) {
+        const float angle = 2.0F * std::numbers::pi_v<float> * static_cast<float>(part) / parts;
+        return PagePoint{Middle.x + 0.3F * std::cos(angle), Middle.y + 0.4F * std::sin(angle)};
+    };
+    for (const double ratio : {1.0, 1.25, 2.0}) {
+        Screen screen({333, 251}, ratio);
+        for (int part = 0; part < parts; ++part) {
+            screen.surface().fill(std::array{Middle, at(part), at(part + 1)}, colour);
+        }
+        screen.finish();
+        int filled = 0;
+        for (int y = 0; y < screen.picture.height(); ++y) {
+            for (int x = 0; x < screen.picture.width(); ++x) {
+                const QRgb pixel = screen.picture.pixel(x, y) & 0xFFFFFFU;
+                EXPECT_TRUE(pixel == colour || pixel == 0xFFFFFFU) << x << " " << y;
+                filled += pixel == colour ? 1 : 0;
+            }
+        }
+        const double polygon = parts / 2.0 * std::sin(2.0 * std::numbers::pi / parts);
+        const double pixels = screen.picture.width() * screen.picture.height();
+        EXPECT_NEAR(filled, polygon * 0.3 * 0.4 * pixels, 0.002 * pixels) << ratio;
+    }
 }
 
 TEST(PainterSurfacePage, FillsItsTargetOnlyAndLeavesThePainterAsItWas) {

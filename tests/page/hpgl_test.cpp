@@ -57,6 +57,12 @@ TEST_F(HpglTest, LinesAreDrawnFromTheLowerLeftCornerInFortiethsOfAMillimetre) {
     EXPECT_THAT(drawn(), ElementsAre("SP1", "PU0,0", "PD9600,3600,4800,7200", "PU"));
 }
 
+TEST_F(HpglTest, AreasCannotBeFilledAndWriteNothing) {
+    EXPECT_FALSE(page.canFill());
+    page.fill(std::vector<PagePoint>{{0.0F, 0.0F}, {1.0F, 0.5F}, {0.5F, 1.0F}}, Colour::Red);
+    EXPECT_THAT(drawn(), testing::IsEmpty());
+}
+
 TEST_F(HpglTest, PensAreTakenOnlyWhenTheyChangeAndWhiteIsLeftOut) {
     struct Case {
         PageColour colour;

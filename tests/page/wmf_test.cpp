@@ -144,6 +144,18 @@ TEST_F(WmfTest, ObjectsAreMadeOnceAndSelectedByTheirSlot) {
                 ElementsAre(ElementsAre(3, 945, 6378, 1890, 6378, 1890, 5670)));
 }
 
+TEST_F(WmfTest, AreasHaveTheirOwnBrushAndLeaveThePen) {
+    page.setPen(Colour::Black, 0.72F);
+    page.fill(std::vector<PagePoint>{{0.1F, 0.1F}, {0.2F, 0.1F}, {0.2F, 0.2F}}, 0x123456);
+    page.polyline(std::vector<PagePoint>{{0.0F, 0.0F}, {1.0F, 1.0F}});
+    EXPECT_THAT(all(WmfFunction::CreateBrushIndirect),
+                ElementsAre(ElementsAre(0, -1, 0xFF, 0), ElementsAre(0, 0x3412, 0x56, 0)));
+    EXPECT_THAT(all(WmfFunction::Polygon),
+                ElementsAre(ElementsAre(3, 945, 6378, 1890, 6378, 1890, 5670)));
+    EXPECT_THAT(all(WmfFunction::CreatePenIndirect),
+                ElementsAre(ElementsAre(5, 0, 0, -1, 0xFF), ElementsAre(0, 10, 10, 0, 0)));
+}
+
 TEST_F(WmfTest, TextsStandOnTheirBaselineInTheirColourAndDirection) {
     page.setPen(Colour::Blue, 0.6F);
     page.text({0.5F, 0.25F}, "abc", 0.00872695F, 0.0196111F, 0.0F);

@@ -24,6 +24,8 @@ class HpglSurface : public DocumentSurface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void fill(std::span<const PagePoint> /*corners*/, PageColour /*colour*/) override {}
+    [[nodiscard]] bool canFill() const override { return false; }
 
     [[nodiscard]] const std::string &document() const override { return document_; }
 

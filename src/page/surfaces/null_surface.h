@@ -16,6 +16,7 @@ class NullSurface : public Surface {
     void text(PagePoint /*at*/, std::string_view /*string*/, float /*charWidth*/,
               float /*charHeight*/, float /*degrees*/) override {}
     void flush() override {}
+    void fill(std::span<const PagePoint> /*corners*/, PageColour /*colour*/) override {}
 };
 
 } // namespace keldrin

@@ -46,6 +46,10 @@ void PageList::polygon(std::span<const PagePoint> points, bool filled) {
     add(Kind::Polygon, points).filled = filled;
 }
 
+void PageList::fill(std::span<const PagePoint> corners, PageColour colour) {
+    add(Kind::Fill, corners).colour = colour;
+}
+
 void PageList::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                     float degrees) {
     Call &call = add(Kind::Text, {&at, 1});
@@ -76,6 +80,9 @@ void PageList::make(const Call &call, Surface &surface) const {
         break;
     case Kind::Polygon:
         surface.polygon(points, call.filled);
+        break;
+    case Kind::Fill:
+        surface.fill(points, call.colour);
         break;
     case Kind::Text:
         surface.textAnchor(call.anchor);

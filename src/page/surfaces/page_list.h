@@ -23,6 +23,7 @@ class PageList : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void fill(std::span<const PagePoint> corners, PageColour colour) override;
     void textAnchor(float part) override { anchor_ = part; }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override;
@@ -38,7 +39,7 @@ class PageList : public Surface {
     [[nodiscard]] std::uint64_t changes() const { return changes_; }
 
   private:
-    enum class Kind : std::uint8_t { Pen, Polyline, Polygon, Text, BeginMarker, EndMarker };
+    enum class Kind : std::uint8_t { Pen, Polyline, Polygon, Fill, Text, BeginMarker, EndMarker };
 
     struct Call {
         Kind kind = Kind::Pen;

@@ -66,6 +66,8 @@ std::string transcriptLine(const RecordedItem &item) {
         return pathLine("line", item);
     case RecordedItem::Kind::Polygon:
         return pathLine("poly", item);
+    case RecordedItem::Kind::Area:
+        return pathLine("area", item);
     case RecordedItem::Kind::Marker:
         break;
     }
@@ -81,6 +83,7 @@ struct PageCounts {
     std::size_t red = 0;
     std::size_t blue = 0;
     std::size_t black = 0;
+    std::size_t areas = 0;
 };
 
 void countMarker(PageCounts &counts, const RecordedItem &item) {
@@ -97,6 +100,8 @@ PageCounts countsOf(const RecordSurface &page) {
             ++counts.texts;
         } else if (item.kind == RecordedItem::Kind::Marker) {
             countMarker(counts, item);
+        } else if (item.kind == RecordedItem::Kind::Area) {
+            ++counts.areas;
         } else {
             ++counts.lines;
             counts.points += item.points.size();
@@ -130,6 +135,9 @@ std::string pageSummary(const RecordSurface &page) {
     add(" red=", counts.red);
     add(" blue=", counts.blue);
     add(" black=", counts.black);
+    if (counts.areas > 0) {
+        add(" areas=", counts.areas);
+    }
     return line;
 }
 

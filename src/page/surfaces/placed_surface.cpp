@@ -45,6 +45,10 @@ void PlacedSurface::text(PagePoint at, std::string_view string, float charWidth,
     paper_.text(onPaper(at), string, charWidth * scale_.x, charHeight * scale_.y, degrees);
 }
 
+void PlacedSurface::fill(std::span<const PagePoint> corners, PageColour colour) {
+    paper_.fill(mapped(corners, offset_, scale_), colour);
+}
+
 void PlacedSurface::beginMarker(int marker, PagePoint centre) {
     paper_.beginMarker(marker, onPaper(centre));
 }

@@ -28,6 +28,8 @@ class PlacedSurface : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override { paper_.flush(); }
+    void fill(std::span<const PagePoint> corners, PageColour colour) override;
+    [[nodiscard]] bool canFill() const override { return paper_.canFill(); }
     void textAnchor(float part) override { paper_.textAnchor(part); }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { paper_.endMarker(); }

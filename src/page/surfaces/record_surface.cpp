@@ -43,6 +43,11 @@ void RecordSurface::polygon(std::span<const PagePoint> points, bool filled) {
     }
 }
 
+void RecordSurface::fill(std::span<const PagePoint> corners, PageColour colour) {
+    add(RecordedItem::Kind::Area, corners);
+    items_.back().colour = colour;
+}
+
 void RecordSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                          float degrees) {
     add(RecordedItem::Kind::Text, {&at, 1});

@@ -10,7 +10,7 @@ namespace keldrin {
 
 /// One thing on a recorded page; a marker is one thing, whatever it is drawn of.
 struct RecordedItem {
-    enum class Kind : std::uint8_t { Text, Line, Polygon, Marker };
+    enum class Kind : std::uint8_t { Text, Line, Polygon, Marker, Area };
 
     Kind kind = Kind::Line;
     PageColour colour = 0;
@@ -35,6 +35,7 @@ class RecordSurface : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void fill(std::span<const PagePoint> corners, PageColour colour) override;
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override;
     void pageKind(std::string_view kind) override;

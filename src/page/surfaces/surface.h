@@ -40,6 +40,11 @@ class Surface {
                       float degrees) = 0;
     virtual void flush() = 0;
 
+    /// Fills a closed area in a colour of its own, without an outline; the pen stays as it is.
+    /// Areas with a common edge leave no seam. A device that cannot fill draws nothing.
+    virtual void fill(std::span<const PagePoint> corners, PageColour colour) = 0;
+    [[nodiscard]] virtual bool canFill() const { return true; }
+
     /// Which part of the next text keeps its place where the letters of a surface do not fill the
     /// width that the text was given: 0 its left end, 0.5 its middle, 1 its right end.
     virtual void textAnchor(float /*part*/) {}

@@ -65,6 +65,7 @@ void SvgSurface::begin(float widthCm, float heightCm) {
 
 void SvgSurface::clear() {
     body_.clear();
+    crisp_ = false;
 }
 
 void SvgSurface::setPen(PageColour colour, float widthPt) {
@@ -72,7 +73,16 @@ void SvgSurface::setPen(PageColour colour, float widthPt) {
     penUnits_ = widthPt * CmPerPoint * UnitsPerCm;
 }
 
+// Smoothed edges would show the page between areas that touch.
+void SvgSurface::selectEdges(bool crisp) {
+    if (crisp_ != crisp) {
+        crisp_ = crisp;
+        body_ += crisp ? "<g shape-rendering=\"crispEdges\">\n" : "</g>\n";
+    }
+}
+
 bool SvgSurface::end() {
+    selectEdges(false);
     document_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                 "<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\" width=\"";
     appendNumber(document_, widthCm_);
@@ -99,6 +109,7 @@ void SvgSurface::appendPoints(std::span<const PagePoint> points) {
 }
 
 void SvgSurface::polyline(std::span<const PagePoint> points) {
+    selectEdges(false);
     body_ += "<polyline";
     appendPoints(points);
     appendAttribute(body_, "fill", "none");
@@ -108,6 +119,7 @@ void SvgSurface::polyline(std::span<const PagePoint> points) {
 }
 
 void SvgSurface::polygon(std::span<const PagePoint> points, bool filled) {
+    selectEdges(false);
     body_ += "<polygon";
     appendPoints(points);
     appendAttribute(body_, "fill", filled ? colourCodeText(colour_) : "none");
@@ -116,9 +128,18 @@ void SvgSurface::polygon(std::span<const PagePoint> points, bool filled) {
     body_ += "/>\n";
 }
 
+void SvgSurface::fill(std::span<const PagePoint> corners, PageColour colour) {
+    selectEdges(true);
+    body_ += "<polygon";
+    appendPoints(corners);
+    appendAttribute(body_, "fill", colourCodeText(colour));
+    body_ += "/>\n";
+}
+
 void SvgSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                       float degrees) {
     const float width = textWidthInEms(string) * EmPerCharacterWidth * charWidth * PageWidth;
+    selectEdges(false);
     body_ += "<text xml:space=\"preserve\" transform=\"translate(";
     appendNumber(body_, at.x * PageWidth);
     body_ += ' ';

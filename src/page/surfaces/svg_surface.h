@@ -21,16 +21,19 @@ class SvgSurface : public DocumentSurface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void fill(std::span<const PagePoint> corners, PageColour colour) override;
 
     [[nodiscard]] const std::string &document() const override { return document_; }
 
   private:
+    void selectEdges(bool crisp);
     void appendPoints(std::span<const PagePoint> points);
 
     float widthCm_ = PageWidthCm;
     float heightCm_ = PageHeightCm;
     PageColour colour_ = 0;
     float penUnits_ = 2.0F;
+    bool crisp_ = false; ///< within a group whose edges lie between pixels
     std::string body_;
     std::string document_;
 };

@@ -42,6 +42,11 @@ class TeeSurface : public Surface {
         first_.flush();
         second_.flush();
     }
+    void fill(std::span<const PagePoint> corners, PageColour colour) override {
+        first_.fill(corners, colour);
+        second_.fill(corners, colour);
+    }
+    [[nodiscard]] bool canFill() const override { return first_.canFill() && second_.canFill(); }
     void beginMarker(int marker, PagePoint centre) override {
         first_.beginMarker(marker, centre);
         second_.beginMarker(marker, centre);

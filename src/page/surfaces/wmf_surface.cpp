@@ -145,23 +145,30 @@ void WmfSurface::polyline(std::span<const PagePoint> points) {
 }
 
 void WmfSurface::polygon(std::span<const PagePoint> points, bool filled) {
-    constexpr std::size_t mostCorners = 30000;
-    if (points.empty() || points.size() > mostCorners) {
+    if (points.empty()) {
         return;
     }
-    if (!filled) {
-        std::vector<PagePoint> closed(points.begin(), points.end());
-        closed.push_back(points.front());
-        polyline(closed);
+    if (filled) {
+        fill(points, colour_);
+        return;
+    }
+    std::vector<PagePoint> closed(points.begin(), points.end());
+    closed.push_back(points.front());
+    polyline(closed);
+}
+
+void WmfSurface::fill(std::span<const PagePoint> corners, PageColour colour) {
+    constexpr std::size_t mostCorners = 30000;
+    if (corners.empty() || corners.size() > mostCorners) {
         return;
     }
     selectBackground(OpaqueBackground);
     select({PenObject, White, 0, 0});
-    select({BrushObject, colour_, 0, 0});
-    std::vector<std::uint16_t> words = {static_cast<std::uint16_t>(points.size())};
-    for (const PagePoint &point : points) {
-        words.push_back(wmfWord(unitsX(point.x)));
-        words.push_back(wmfWord(unitsY(point.y)));
+    select({BrushObject, colour, 0, 0});
+    std::vector<std::uint16_t> words = {static_cast<std::uint16_t>(corners.size())};
+    for (const PagePoint &corner : corners) {
+        words.push_back(wmfWord(unitsX(corner.x)));
+        words.push_back(wmfWord(unitsY(corner.y)));
     }
     records_.add(WmfFunction::Polygon, words);
 }

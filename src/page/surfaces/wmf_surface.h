@@ -25,6 +25,7 @@ class WmfSurface : public DocumentSurface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void fill(std::span<const PagePoint> corners, PageColour colour) override;
 
     [[nodiscard]] const std::string &document() const override { return document_; }
 

@@ -43,6 +43,9 @@ class ListedDocument : public DocumentSurface {
         page_.text(at, string, charWidth, charHeight, degrees);
     }
     void flush() override {}
+    void fill(std::span<const PagePoint> corners, PageColour colour) override {
+        page_.fill(corners, colour);
+    }
     void textAnchor(float part) override { page_.textAnchor(part); }
     void beginMarker(int marker, PagePoint centre) override { page_.beginMarker(marker, centre); }
     void endMarker() override { page_.endMarker(); }

@@ -3,6 +3,7 @@
 #include "page/text_metrics.h"
 
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPolygonF>
 
 #include <algorithm>
@@ -199,6 +200,22 @@ void PainterSurface::polygon(std::span<const PagePoint> points, bool filled) {
         }
         painter_.drawPolygon(corners);
     }
+}
+
+// Pixels belong to one area each. Where there are none, as in a PDF, readers smooth the edges of
+// each area, so a hairline of its colour covers the seam.
+void PainterSurface::fill(std::span<const PagePoint> corners, PageColour colour) {
+    QPolygonF area;
+    area.reserve(static_cast<qsizetype>(corners.size()));
+    for (const PagePoint &corner : corners) {
+        area.push_back(place(corner));
+    }
+    const bool onPixels = painter_.paintEngine()->type() == QPaintEngine::Raster;
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+    painter_.setPen(onPixels ? QPen(Qt::NoPen) : QPen(colourOf(colour), Pixel));
+    painter_.setBrush(colourOf(colour));
+    painter_.drawPolygon(area);
+    painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 void PainterSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,

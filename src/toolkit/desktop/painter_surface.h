@@ -33,6 +33,7 @@ class PainterSurface : public Surface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void fill(std::span<const PagePoint> corners, PageColour colour) override;
     void textAnchor(float part) override { anchor_ = static_cast<double>(part); }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { marker_ = 0; }
