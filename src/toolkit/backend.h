@@ -48,6 +48,7 @@ struct RawEvent {
     int window = 0;     ///< 0 the root window, else a dialog's number
     double pageX = 0.0; ///< mouse position in fractions of the root window, y upward
     double pageY = 0.0;
+    bool second = false; ///< press of a double click that follows another one
 };
 
 /// Pixel position of a dialog; -1, -1 is the toolkit's place.

@@ -13,6 +13,10 @@ inline constexpr int Exit = 40005;
 inline constexpr int Edit = 40006;
 inline constexpr int AutoSkip = 40007;
 inline constexpr int Save = 40008;
+inline constexpr int View = 40009;
+inline constexpr int Section = 40010;
+inline constexpr int Profile = 40011;
+inline constexpr int Plan = 40012;
 } // namespace Command
 
 // Numbers of dialogs and ids of their controls stand beside their tables.

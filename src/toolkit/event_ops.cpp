@@ -34,6 +34,14 @@ bool isServed(const RawEvent &event) {
     return !(alone && event.window == 0 && (event.type == EventKey || isMouse(event.type)));
 }
 
+// A press that is the first of its own ends the waiting for the second one.
+bool isDroppedPress(const RawEvent &event) {
+    bool &drops = toolkitState().dropsSecondPress;
+    const bool dropped = drops && event.type == EventMouseDown && event.second;
+    drops = drops && event.type != EventMouseDown;
+    return dropped;
+}
+
 // A trackbar is read when its event is served, so of several in a row only the last counts.
 bool isRepeated(const RawEvent &event, const std::deque<RawEvent> &behind) {
     if (event.type != EventFieldChange || behind.empty()) {
@@ -74,7 +82,7 @@ bool takeQueued(ToolkitEvent &event) {
             ToolkitShowMessages();
             continue;
         }
-        if (isServed(raw) && !isRepeated(raw, state.queue)) {
+        if (isServed(raw) && !isDroppedPress(raw) && !isRepeated(raw, state.queue)) {
             deliver(raw, event);
             return true;
         }
@@ -124,6 +132,10 @@ bool ToolkitPeekEvent(ToolkitEvent &event) {
         queueEvent(raw);
     }
     return true;
+}
+
+void ToolkitDropSecondPress() {
+    toolkitState().dropsSecondPress = true;
 }
 
 void ToolkitPutBack(const ToolkitEvent &event) {

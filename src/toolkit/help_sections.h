@@ -14,9 +14,10 @@ inline constexpr std::array MainWindowKeys = {
     HelpEntry{"Ctrl+O", "Open a project."},
     HelpEntry{"Ctrl+S", "Save the project."},
     HelpEntry{"Ctrl+Q", "Leave the program."},
+    HelpEntry{"L", "Show the plan of the line."},
     HelpEntry{"F1", "Show the keys."},
     HelpEntry{"F2", "Show the log and all messages, from a dialog too."},
-    HelpEntry{"Right click", "Choose one of the files opened lately."},
+    HelpEntry{"Right click", "Choose a page of the line, or one of the files opened lately."},
     HelpEntry{"Drop a file", "Open a project, or make one of field data."},
 };
 
@@ -28,8 +29,21 @@ inline constexpr std::array ReviewKeys = {
     HelpEntry{"Ctrl+Z", "Take the last change of flags back."},
     HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
     HelpEntry{"Ctrl+P", "Print the sounding."},
+    HelpEntry{"L", "Show the plan of the line, and come back with its sounding."},
     HelpEntry{"X", "Leave the review and keep the changes."},
     HelpEntry{"Esc", "Leave the review without the changes."},
+};
+
+inline constexpr std::array LinePageKeys = {
+    HelpEntry{"L", "Show the plan."},
+    HelpEntry{"N, Down, Right, wheel down", "Mark the next sounding."},
+    HelpEntry{"P, Up, Left, wheel up", "Mark the previous sounding."},
+    HelpEntry{"Page Up, Page Down, Home, End",
+              "Go ten soundings on or back, to the first, the last."},
+    HelpEntry{"Enter", "Review the marked sounding."},
+    HelpEntry{"Left click", "Review the sounding under the mouse."},
+    HelpEntry{"Right click", "Choose one of these."},
+    HelpEntry{"X, Esc", "Go back."},
 };
 
 inline constexpr std::array DialogKeys = {
@@ -40,6 +54,7 @@ inline constexpr std::array DialogKeys = {
 inline constexpr std::array KeySections = {
     HelpSection{"keys of the main window", MainWindowKeys},
     HelpSection{"keys of the review", ReviewKeys},
+    HelpSection{"keys of the pages of the line", LinePageKeys},
     HelpSection{"keys of the dialogs", DialogKeys},
 };
 

@@ -1,5 +1,7 @@
 #include "toolkit/menu.h"
 
+#include "base/ascii.h"
+
 #include <algorithm>
 
 namespace keldrin {
@@ -10,9 +12,16 @@ const MenuEntry *findMenuEntry(int command) {
     return entry == MenuEntries.end() ? nullptr : entry;
 }
 
+bool opensMenu(const MenuEntry &entry) {
+    return std::any_of(MenuEntries.begin(), MenuEntries.end(),
+                       [&](const MenuEntry &e) { return e.below == entry.command; });
+}
+
 const MenuEntry *findShortcut(int key) {
+    constexpr int characters = 128;
+    const int code = key < characters ? upperOf(static_cast<char>(key)) : key;
     const auto *entry = std::find_if(MenuEntries.begin(), MenuEntries.end(),
-                                     [=](const MenuEntry &e) { return e.shortcut == key; });
+                                     [=](const MenuEntry &e) { return e.shortcut == code; });
     return entry == MenuEntries.end() || key == 0 ? nullptr : entry;
 }
 

@@ -141,6 +141,10 @@ void ToolkitPointerText(std::function<std::string(float, float)> text) {
     });
 }
 
+void ToolkitContextMenu(std::span<const ContextEntry> entries) {
+    toolkitState().contextEntries = entries;
+}
+
 void WMenuSetState(int command, int /*item*/, int value) {
     ToolkitState &state = toolkitState();
     const MenuEntry *entry = findMenuEntry(command);

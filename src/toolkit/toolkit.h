@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -121,6 +122,17 @@ void ToolkitShowMessages();
 /// Puts a file at the head of the list of files opened lately.
 void ToolkitRecentFile(const std::string &path);
 
+/// An entry of the menu that the right button opens: it stands for a key.
+struct ContextEntry {
+    std::string_view label;
+    std::string_view keyName; ///< shown beside it
+    int key = 0;
+};
+
+/// Gives the context menu of the page on show other entries, which stand above the files opened
+/// lately. Those of the span must outlive their use.
+void ToolkitContextMenu(std::span<const ContextEntry> entries);
+
 /// Enables (value 1) or greys (0) a menu command.
 void WMenuSetState(int command, int item, int value);
 
@@ -134,6 +146,10 @@ bool ToolkitPeekEvent(ToolkitEvent &event);
 
 /// Puts an event in front of the queue, for the caller's caller.
 void ToolkitPutBack(const ToolkitEvent &event);
+
+/// Drops the second press of a double click when it comes next: what the first one opened must not
+/// get it.
+void ToolkitDropSecondPress();
 
 enum MouseButton : int {
     MouseLeft = 1,

@@ -1,5 +1,8 @@
 #include "toolkit/toolkit_state.h"
 
+#include "base/ascii.h"
+
+#include <algorithm>
 #include <utility>
 
 namespace keldrin {
@@ -7,6 +10,14 @@ namespace keldrin {
 ToolkitState &toolkitState() {
     static ToolkitState state;
     return state;
+}
+
+const ContextEntry *findContextEntry(std::string_view label) {
+    const std::span<const ContextEntry> entries = toolkitState().contextEntries;
+    const auto found = std::find_if(entries.begin(), entries.end(), [=](const ContextEntry &e) {
+        return sameIgnoringCase(e.label, label);
+    });
+    return found == entries.end() ? nullptr : &*found;
 }
 
 DialogModel *topDialog() {

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -37,13 +38,15 @@ struct ToolkitState {
     std::vector<std::string> arguments; ///< [0] is the program's own path
     bool rootOpen = false;
     std::array<bool, MenuEntries.size()> menuOn{};
+    std::span<const ContextEntry> contextEntries; ///< of the page on show
 
     std::vector<std::string> (*messages)() = nullptr; ///< lines of the log and of messages
     FaultInjection fault;
 
     std::deque<ToolkitEvent> putBack; ///< given again before all else
     std::deque<RawEvent> queue;       ///< positions are converted when an event is fetched
-    bool closeRemembered = false;     ///< asked for while a child ran; for the next wait
+    bool dropsSecondPress = false;
+    bool closeRemembered = false; ///< asked for while a child ran; for the next wait
     bool fieldChangeEvents = false;
     WorkState work;
     /// From one step of long work that the backend sees to the next.
@@ -58,6 +61,9 @@ struct ToolkitState {
 };
 
 ToolkitState &toolkitState();
+
+/// The entry of the context menu with a label in any case, or null.
+const ContextEntry *findContextEntry(std::string_view label);
 
 /// The dialog that is shown on top, or null.
 DialogModel *topDialog();

@@ -74,11 +74,11 @@ QPointF Canvas::fractionOf(QPointF place) const {
     return {place.x() / across, 1.0 - place.y() / down};
 }
 
-void Canvas::tellButton(int type, const QMouseEvent &event) {
+void Canvas::tellButton(int type, const QMouseEvent &event, bool second) {
     const int button = numberOf(event.button());
     if (button != 0 && onMouse) {
         const QPointF place = fractionOf(event.position());
-        onMouse(type, button, place.x(), place.y());
+        onMouse(type, button, place.x(), place.y(), second);
     }
 }
 
@@ -88,7 +88,7 @@ void Canvas::mousePressEvent(QMouseEvent *event) {
 
 // A fast second press is a press like any.
 void Canvas::mouseDoubleClickEvent(QMouseEvent *event) {
-    tellButton(EventMouseDown, *event);
+    tellButton(EventMouseDown, *event, true);
 }
 
 void Canvas::mouseReleaseEvent(QMouseEvent *event) {
@@ -120,7 +120,8 @@ void Canvas::wheelEvent(QWheelEvent *event) {
     for (; std::abs(wheelTurn_) >= WheelStep;
          wheelTurn_ -= wheelTurn_ > 0 ? WheelStep : -WheelStep) {
         if (onMouse) {
-            onMouse(EventMouseDown, wheelTurn_ > 0 ? WheelUp : WheelDown, place.x(), place.y());
+            onMouse(EventMouseDown, wheelTurn_ > 0 ? WheelUp : WheelDown, place.x(), place.y(),
+                    false);
         }
     }
 }

@@ -23,7 +23,8 @@ class Canvas : public QWidget {
     void showPage();
 
     /// Told of mouse buttons (1 left, 2 middle, 3 right, 4 and 5 the wheel) going down and up.
-    std::function<void(int type, int button, double pageX, double pageY)> onMouse;
+    /// `second` is the second press of a double click.
+    std::function<void(int type, int button, double pageX, double pageY, bool second)> onMouse;
     /// Told of the mouse's place, and of its leaving with a place that is no number.
     std::function<void(double pageX, double pageY)> onMove;
     std::function<void()> onResize;
@@ -44,7 +45,7 @@ class Canvas : public QWidget {
 
   private:
     [[nodiscard]] QPointF fractionOf(QPointF place) const;
-    void tellButton(int type, const QMouseEvent &event);
+    void tellButton(int type, const QMouseEvent &event, bool second = false);
     [[nodiscard]] QRectF band() const;
 
     PageList page_;

@@ -78,8 +78,8 @@ void DesktopBackend::waitForScreen() {
 
 void DesktopBackend::connectWindow() {
     Canvas &canvas = window_->canvas();
-    canvas.onMouse = [this](int type, int button, double pageX, double pageY) {
-        mouse(type, button, pageX, pageY);
+    canvas.onMouse = [this](int type, int button, double pageX, double pageY, bool second) {
+        mouse({type, button, 0, pageX, pageY, second});
     };
     canvas.onMove = [this](double pageX, double pageY) {
         if (pointerText_) {
@@ -119,7 +119,9 @@ void DesktopBackend::connectWindow() {
         openDropped(plainText(path));
     };
     window_->onContextMenu = [this](QPoint place) {
-        showRecentMenu(place.x(), place.y());
+        if (QMenu *menu = makeContextMenu()) {
+            menu->popup(place);
+        }
     };
 }
 
@@ -247,7 +249,9 @@ void DesktopBackend::key(int code) {
     wake();
 }
 
-void DesktopBackend::mouse(int type, int button, double pageX, double pageY) {
+void DesktopBackend::mouse(const RawEvent &event) {
+    const int type = event.type;
+    const int button = event.value;
     if (work_ != nullptr) {
         return;
     }
@@ -259,10 +263,10 @@ void DesktopBackend::mouse(int type, int button, double pageX, double pageY) {
         buttonDown_ = button;
     }
     if (!bandOn_) {
-        queueEvent({type, button, 0, pageX, pageY});
+        queueEvent(event);
     } else if (!bandEnd_ && (type == EventMouseDown || button == bandButton_)) {
         swallowedUp_ = type == EventMouseDown ? bandButton_ : 0;
-        bandEnd_ = RubberEnd{type, pageX, pageY};
+        bandEnd_ = RubberEnd{type, event.pageX, event.pageY};
     }
     wake();
 }
@@ -288,21 +292,37 @@ void DesktopBackend::openDropped(const std::string &path) {
     wake();
 }
 
-void DesktopBackend::showRecentMenu(int x, int y) {
-    auto *menu = new QMenu(window_.get());
-    menu->setAttribute(Qt::WA_DeleteOnClose);
+void DesktopBackend::addRecentFiles(QMenu &menu) {
     const QStringList files = settings_.recentFiles();
-    menu->addSection("Recent files");
+    menu.addSection("Recent files");
     if (files.isEmpty()) {
-        menu->addAction("(none)")->setEnabled(false);
+        menu.addAction("(none)")->setEnabled(false);
     }
     for (const QString &file : files) {
         const QFileInfo info(file);
-        QAction *action = menu->addAction(info.fileName() + "   " + info.absolutePath());
-        QObject::connect(action, &QAction::triggered, menu,
+        QAction *action = menu.addAction(info.fileName() + "   " + info.absolutePath());
+        QObject::connect(action, &QAction::triggered, &menu,
                          [this, file] { openDropped(plainText(file)); });
     }
-    menu->popup(QPoint(x, y));
+}
+
+// A page may have entries while the menu bar, and with it the files, is out of service.
+QMenu *DesktopBackend::makeContextMenu() {
+    const std::span<const ContextEntry> entries = toolkitState().contextEntries;
+    if (work_ != nullptr || (entries.empty() && !window_->servesMenu())) {
+        return nullptr;
+    }
+    auto *menu = new QMenu(window_.get());
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const ContextEntry &entry : entries) {
+        QAction *action = menu->addAction(qtText(entry.label) + "\t" + qtText(entry.keyName));
+        QObject::connect(action, &QAction::triggered, menu,
+                         [this, code = entry.key] { key(code); });
+    }
+    if (window_->servesMenu()) {
+        addRecentFiles(*menu);
+    }
+    return menu;
 }
 
 } // namespace keldrin

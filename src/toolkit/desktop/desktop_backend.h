@@ -11,6 +11,7 @@
 #include <optional>
 
 class QEventLoop;
+class QMenu;
 
 namespace keldrin {
 
@@ -72,6 +73,8 @@ class DesktopBackend : public Backend {
     DialogWindow *dialogWindow(const DialogModel &dialog);
     /// Serves the window system until nothing is left to do.
     static void settle();
+    /// The menu of the right button, which goes when it closes; null where it has no entries.
+    QMenu *makeContextMenu();
     /// Ends the present wait when something was queued.
     void wake();
     /// Called each time the backend is about to wait for the user.
@@ -85,9 +88,9 @@ class DesktopBackend : public Backend {
     void connectWindow();
     void waitForScreen();
     void waitUntil(const std::function<bool()> &done);
-    void mouse(int type, int button, double pageX, double pageY);
+    void mouse(const RawEvent &event);
     void key(int code);
-    void showRecentMenu(int x, int y);
+    void addRecentFiles(QMenu &menu);
     void openDropped(const std::string &path);
 
     DesktopSettings settings_;

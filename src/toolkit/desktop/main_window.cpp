@@ -12,6 +12,7 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QStatusBar>
@@ -27,6 +28,11 @@ QString droppedFile(const QMimeData &data) {
     return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
 }
 
+QString keyText(int code) {
+    const QChar letter(static_cast<char16_t>(code & ~KeyWithCtrl));
+    return (code & KeyWithCtrl) != 0 ? "Ctrl+" + QString(letter) : QString(letter);
+}
+
 } // namespace
 
 MainWindow::MainWindow() : canvas_(new Canvas(this)) {
@@ -37,10 +43,25 @@ MainWindow::MainWindow() : canvas_(new Canvas(this)) {
     canvas_->setFocus();
 }
 
+// Beside the label of an entry below another one stands its key.
+QAction *MainWindow::addEntry(const MenuEntry &entry) {
+    const QAction *above = actionOf(entry.below);
+    if (above == nullptr) {
+        return menuBar()->addAction(qtText(entry.label));
+    }
+    return above->menu()->addAction(qtText(entry.label) + "\t" + keyText(entry.shortcut));
+}
+
 void MainWindow::makeMenu() {
-    menuBar()->setNativeMenuBar(false); // its entries have no menus below them
+    menuBar()->setNativeMenuBar(false); // most of its entries have no menus below them
     for (const MenuEntry &entry : MenuEntries) {
-        QAction *action = menuBar()->addAction(qtText(entry.label));
+        if (opensMenu(entry)) {
+            QMenu *menu = menuBar()->addMenu(qtText(entry.label));
+            menu->menuAction()->setStatusTip(qtText(entry.hint));
+            actions_[entry.command] = menu->menuAction();
+            continue;
+        }
+        QAction *action = addEntry(entry);
         action->setStatusTip(qtText(entry.hint));
         action->setEnabled(!entry.greyedAtStart);
         connect(action, &QAction::triggered, this, [this, command = entry.command] {
@@ -113,7 +134,7 @@ void MainWindow::closeEvent(QCloseEvent *event) {
 }
 
 void MainWindow::contextMenuEvent(QContextMenuEvent *event) {
-    if (menuServed_ && onContextMenu) {
+    if (onContextMenu) {
         onContextMenu(event->globalPos());
     }
 }

@@ -13,6 +13,7 @@ class QLabel;
 namespace keldrin {
 
 class Canvas;
+struct MenuEntry;
 
 /// The root window: the menu on its bar, the page, and a status bar. It only shows and reports.
 class MainWindow : public QMainWindow {
@@ -42,6 +43,7 @@ class MainWindow : public QMainWindow {
 
   private:
     void makeMenu();
+    QAction *addEntry(const MenuEntry &entry);
     void makeStatusBar();
 
     Canvas *canvas_ = nullptr;

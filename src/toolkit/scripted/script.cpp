@@ -198,6 +198,10 @@ ScriptAction readKey(WordTaker &words) {
     return KeyPress{code.value_or(0)};
 }
 
+ScriptAction readContext(WordTaker &words) {
+    return ContextChoice{words.rest("the entry of the context menu")};
+}
+
 int readMouseButton(WordTaker &words) {
     return static_cast<int>(words.oneOf({"left", "middle", "right"})) + 1;
 }
@@ -284,6 +288,7 @@ constexpr std::array Keywords = {
     Keyword{"delete", ScriptGroup::SetUp, readDelete},
     Keyword{"menu", ScriptGroup::Event, readMenu},
     Keyword{"key", ScriptGroup::Event, readKey},
+    Keyword{"context", ScriptGroup::Event, readContext},
     Keyword{"click", ScriptGroup::Event, readClick},
     Keyword{"drag", ScriptGroup::Event, readDrag},
     Keyword{"wheel", ScriptGroup::Event, readWheel},

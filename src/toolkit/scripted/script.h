@@ -78,6 +78,9 @@ struct MenuChoice {
 struct KeyPress {
     int code = 0; ///< character or ToolkitKey
 };
+struct ContextChoice {
+    std::string label; ///< of the entry of the context menu
+};
 struct MouseClick {
     int button = 1; ///< 1 left, 2 middle, 3 right
     double x = 0.0;
@@ -129,11 +132,12 @@ struct NoteText {
     std::string text;
 };
 
-using ScriptAction = std::variant<SetScreen, SetClock, SetSurface, SetFault, CopyFile, DeleteFile,
-                                  SetAuto, ClearAuto, FileAnswer, BoxAnswer, PrinterAnswer,
-                                  EngineAnswer, MenuChoice, KeyPress, MouseClick, MouseDrag,
-                                  WheelTurn, WindowResize, WindowExpose, WindowClose, FieldEntry,
-                                  ButtonPress, DialogClose, ExpectLine, ShowState, NoteText>;
+using ScriptAction =
+    std::variant<SetScreen, SetClock, SetSurface, SetFault, CopyFile, DeleteFile, SetAuto,
+                 ClearAuto, FileAnswer, BoxAnswer, PrinterAnswer, EngineAnswer, MenuChoice,
+                 KeyPress, ContextChoice, MouseClick, MouseDrag, WheelTurn, WindowResize,
+                 WindowExpose, WindowClose, FieldEntry, ButtonPress, DialogClose, ExpectLine,
+                 ShowState, NoteText>;
 
 enum class ScriptGroup { SetUp, Event, Dialog, Answer, Check };
 

@@ -35,9 +35,14 @@ void DirectHands::pressKey(int code) {
     push(EventKey, code);
 }
 
+void DirectHands::chooseContext(const ContextEntry &entry) {
+    push(EventKey, entry.key);
+}
+
 void DirectHands::click(const MouseClick &click) {
     for (int i = 0; i < (click.twice ? 2 : 1); ++i) {
         pushMouse(EventMouseDown, click.button, click.x, click.y);
+        pending_.back().event.second = i > 0;
         pushMouse(EventMouseUp, click.button, click.x, click.y);
     }
 }

@@ -23,6 +23,7 @@ class ScriptHands {
     // At the root window.
     virtual void chooseMenu(int command) = 0;
     virtual void pressKey(int code) = 0;
+    virtual void chooseContext(const ContextEntry &entry) = 0;
     virtual void click(const MouseClick &click) = 0;
     virtual void drag(const MouseDrag &drag) = 0;
     virtual void turnWheel(const WheelTurn &wheel) = 0;
@@ -51,6 +52,7 @@ class DirectHands : public ScriptHands {
   public:
     void chooseMenu(int command) override;
     void pressKey(int code) override;
+    void chooseContext(const ContextEntry &entry) override;
     void click(const MouseClick &click) override;
     void drag(const MouseDrag &drag) override;
     void turnWheel(const WheelTurn &wheel) override;

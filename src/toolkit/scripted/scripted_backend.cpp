@@ -170,8 +170,11 @@ void ScriptedBackend::setTitle(std::string_view title) {
 }
 
 void ScriptedBackend::setMenu(int command, bool on) {
-    menuTold_[command] = on;
     const MenuEntry *entry = findMenuEntry(command);
+    if (entry->below != 0) { // not on show
+        return;
+    }
+    menuTold_[command] = on;
     transcript_.fact((on ? "menu on " : "menu off ") + withoutMnemonic(entry->label));
 }
 
@@ -214,6 +217,9 @@ bool ScriptedBackend::takesEvent(const ScriptLine &line, DialogModel *top,
                                  const Request &request) const {
     if (top != nullptr && takesDialogLine(line, *top)) {
         return true;
+    }
+    if (const auto *context = std::get_if<ContextChoice>(&line.action)) {
+        return findContextEntry(context->label) != nullptr;
     }
     if (line.group != ScriptGroup::Event || std::holds_alternative<MenuChoice>(line.action)) {
         // With the menu bar out of service an entry has no effect; a standing answer comes first.
@@ -274,6 +280,9 @@ void ScriptedBackend::enterEvent(const ScriptAction &action, DialogModel *top) {
     std::visit(Overloaded{
                    [&](const MenuChoice &menu) { hands_->chooseMenu(menu.command); },
                    [&](const KeyPress &key) { enterKey(key.code, top); },
+                   [&](const ContextChoice &context) {
+                       hands_->chooseContext(*findContextEntry(context.label));
+                   },
                    [&](const MouseClick &click) { hands_->click(click); },
                    [&](const MouseDrag &drag) { hands_->drag(drag); },
                    [&](const WheelTurn &wheel) { hands_->turnWheel(wheel); },

@@ -20,7 +20,10 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
+
+#include <algorithm>
 
 namespace keldrin {
 
@@ -49,6 +52,14 @@ void chooseInList(QListWidget &list, int row) {
     sendClick(*list.viewport(), QRectF(list.visualItemRect(item)).center());
 }
 
+// A greyed entry leaves the menu open.
+void chooseIn(QMenu &menu, QAction *action) {
+    DesktopBackend::settle();
+    sendClick(menu, QPointF(menu.actionGeometry(action).center()));
+    menu.close();
+    DesktopBackend::settle();
+}
+
 void typeInto(QLineEdit &field, std::string_view text) {
     giveFocus(field);
     field.selectAll();
@@ -72,14 +83,29 @@ QPointF WidgetHands::placeOf(double xCm, double yCm) const {
 
 void WidgetHands::chooseMenu(int command) {
     QMenuBar &bar = *desktop_.window().menuBar();
-    const QRect place = bar.actionGeometry(desktop_.window().actionOf(command));
-    if (bar.rect().contains(place.center())) {
+    QAction *action = desktop_.window().actionOf(command);
+    const QRect place = bar.actionGeometry(action);
+    if (auto *menu = qobject_cast<QMenu *>(action->parent()); menu != nullptr) {
+        menu->popup(bar.mapToGlobal(bar.rect().bottomLeft()));
+        chooseIn(*menu, action);
+    } else if (bar.rect().contains(place.center())) {
         sendClick(bar, QPointF(place.center()));
         sendMouseMove(bar, QPointF(bar.width() - 1, bar.height() - 1), Qt::NoButton);
     } else { // a narrow window keeps its last entries behind an arrow
-        desktop_.window().actionOf(command)->trigger();
+        action->trigger();
     }
     DesktopBackend::settle();
+}
+
+void WidgetHands::chooseContext(const ContextEntry &entry) {
+    QMenu *menu = desktop_.makeContextMenu();
+    const QString label = qtText(entry.label);
+    const auto stands = [&](const QAction *action) {
+        return action->text().section('\t', 0, 0) == label;
+    };
+    const QList<QAction *> actions = menu->actions();
+    menu->popup(desktop_.window().canvas().mapToGlobal(QPoint(0, 0)));
+    chooseIn(*menu, *std::find_if(actions.begin(), actions.end(), stands));
 }
 
 void WidgetHands::pressKey(int code) {

@@ -19,6 +19,7 @@ class WidgetHands : public ScriptHands {
 
     void chooseMenu(int command) override;
     void pressKey(int code) override;
+    void chooseContext(const ContextEntry &entry) override;
     void click(const MouseClick &click) override;
     void drag(const MouseDrag &drag) override;
     void turnWheel(const WheelTurn &wheel) override;
