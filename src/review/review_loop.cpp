@@ -1,5 +1,6 @@
 #include "review/review_loop.h"
 
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
 #include "messages/message_log.h"
@@ -34,6 +35,7 @@ struct Review {
     ReviewState &state;
     std::string &path;
     const ReloadProject &reload;
+    const LinePages &pages;
     PlotLimits limits = {};
     std::string date = {}; ///< of the entry
     std::string time = {};
@@ -41,6 +43,7 @@ struct Review {
     bool aimed = false; ///< at a mark, hit or not
     bool hit = false;   ///< a mark has changed
     bool stays = true;
+    bool panelOpen = false;
     bool redraws = true; ///< the page is drawn anew after this event
     int status = 0;
 };
@@ -203,9 +206,66 @@ constexpr std::array Bindings = {
 
 // ---- The loop
 
+void blankPage() {
+    beginReviewPage(); // with its centimetres also where no sounding can be drawn
+    ToolkitPageKind("blank");
+}
+
+void drawStation(const Review &review) {
+    Plot_Sounding(review.survey, review.limits, review.state.ReviewStation, review.path,
+                  review.date, review.time);
+}
+
+void openPanel(Review &review) {
+    review.panelOpen = true;
+    WDialogLoad(ReviewDialog);
+    ToolkitDialogOption(FieldChangeEvents, 1);
+    putFields(ReviewDialog, panelOf(review));
+    showDialog(ReviewDialog, DialogModeless);
+    ToolkitPointerText([&review](float x, float y) {
+        return reviewPointerText(review.survey, review.limits, review.state.ReviewStation, x, y);
+    });
+}
+
+void closePanel(Review &review) {
+    if (!review.panelOpen) {
+        return;
+    }
+    review.panelOpen = false;
+    ToolkitPointerText({});
+    WDialogSelect(ReviewDialog.number);
+    WDialogUnload();
+    ToolkitDialogOption(FieldChangeEvents, 0);
+    blankPage();
+}
+
+// The page of the line that a key shows; 0 for other events.
+char pageKeyOf(const Review &review, const ToolkitEvent &event) {
+    constexpr int characters = 128;
+    const bool letter = event.type == EventKey && event.value < characters;
+    const char key = letter ? upperOf(static_cast<char>(event.value)) : '\0';
+    return letter && review.pages.keys.find(key) != std::string_view::npos ? key : '\0';
+}
+
+void showLinePages(Review &review, char key) {
+    closePanel(review);
+    const AfterPages after = review.pages.show(key, review.state.ReviewStation);
+    if (after == AfterPages::Closes) {
+        closeWindow(review, {});
+    } else if (after == AfterPages::Leaves) {
+        leave(review, {});
+    } else {
+        openPanel(review);
+    }
+}
+
 void serveEvent(Review &review, const ToolkitEvent &event) {
     if (event.type == EventClose) {
         closeWindow(review, event);
+        return;
+    }
+    if (const char key = pageKeyOf(review, event)) {
+        showLinePages(review, key);
         return;
     }
     if (event.type == EventMouseDown && event.window != 0) {
@@ -217,39 +277,6 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
     if (binding != Bindings.end()) {
         binding->act(review, event);
     }
-}
-
-void blankPage() {
-    beginReviewPage(); // with its centimetres also where no sounding can be drawn
-    ToolkitPageKind("blank");
-}
-
-void drawStation(const Review &review) {
-    Plot_Sounding(review.survey, review.limits, review.state.ReviewStation, review.path,
-                  review.date, review.time);
-}
-
-void openDialog(const Review &review) {
-    WDialogLoad(ReviewDialog);
-    ToolkitDialogOption(FieldChangeEvents, 1);
-    putFields(ReviewDialog, panelOf(review));
-    showDialog(ReviewDialog, DialogModeless);
-}
-
-void closeDialog() {
-    WDialogSelect(ReviewDialog.number);
-    WDialogUnload();
-    ToolkitDialogOption(FieldChangeEvents, 0);
-    blankPage();
-}
-
-void settleState(ReviewState &state, int soundings) {
-    const bool sameLine = state.ReviewCount == soundings;
-    state.ReviewStation = sameLine ? limited(state.ReviewStation, 1, soundings) : 1;
-    if (!sameLine) {
-        state.undone = {};
-    }
-    state.ReviewCount = soundings;
 }
 
 // What the user would lose with Cancel Changes.
@@ -313,6 +340,15 @@ void serveReview(Review &review) {
 
 } // namespace
 
+void settleReview(ReviewState &state, int soundings) {
+    const bool sameLine = state.ReviewCount == soundings;
+    state.ReviewStation = sameLine ? limited(state.ReviewStation, 1, soundings) : 1;
+    if (!sameLine) {
+        state.undone = {};
+    }
+    state.ReviewCount = soundings;
+}
+
 int Review_Rubberband(const ToolkitEvent &event, PageBox &box) {
     IGrColour("RED");
     ToolkitLineStyle(0);
@@ -332,23 +368,19 @@ int Review_Rubberband(const ToolkitEvent &event, PageBox &box) {
 }
 
 int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
-                const ReloadProject &reload) {
+                const ReloadProject &reload, const LinePages &pages) {
     blankPage();
     if (survey.SoundingCount < 1) {
         return 1;
     }
-    settleState(state, survey.SoundingCount);
-    Review review{survey, state, path, reload};
+    settleReview(state, survey.SoundingCount);
+    Review review{survey, state, path, reload, pages};
     offerUndoneMarks(review);
     Plot_AutoLimits(survey, review.limits, review.date, review.time);
     drawStation(review);
-    openDialog(review);
-    ToolkitPointerText([&review](float x, float y) {
-        return reviewPointerText(review.survey, review.limits, review.state.ReviewStation, x, y);
-    });
+    openPanel(review);
     serveReview(review);
-    ToolkitPointerText({});
-    closeDialog();
+    closePanel(review);
     saveMarks(review);
     keepUndoneMarks(review.history);
     state.undone = std::move(review.history);

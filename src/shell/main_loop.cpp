@@ -4,6 +4,8 @@
 #include "base/paths.h"
 #include "base/version.h"
 #include "conditioning/auto_skip.h"
+#include "line/line_pages.h"
+#include "line/view_loop.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
 #include "review/plan_view.h"
@@ -39,6 +41,7 @@ struct Shell {
     std::string ProjectPath; ///< full path of the project, or what the last flow left there
     AutoSkipSettings autoSkip = {};
     ReviewState review = {};
+    ViewState view = {}; ///< its sounding is that of the review
 };
 
 void showProjectTitle(const Shell &shell) {
@@ -93,10 +96,45 @@ void commandAutoSkip(Shell &shell) {
     }
 }
 
+// A sounding that is chosen there, or the menu, leads back to the review.
+AfterPages showPagesInReview(const Shell &shell, char key, int &sounding) {
+    ViewState view{linePageOfKey(key), sounding};
+    const ViewEnd end = View_Loop(shell.model, view, shell.ProjectPath);
+    sounding = view.sounding;
+    return end == ViewEnd::Closed       ? AfterPages::Closes
+           : end == ViewEnd::MenuChosen ? AfterPages::Leaves
+                                        : AfterPages::Stays;
+}
+
 void commandReview(Shell &shell) {
     ReportInfoLine("Plotting data and model curves.");
-    leaveIfClosed(Review_Loop(shell.model, shell.review, shell.ProjectPath, OpenProject));
+    const LinePages pages = {linePageKeys(), [&shell](char key, int &sounding) {
+                                 return showPagesInReview(shell, key, sounding);
+                             }};
+    leaveIfClosed(Review_Loop(shell.model, shell.review, shell.ProjectPath, OpenProject, pages));
     showProjectTitle(shell); // Cancel Changes offers another file when the project is gone
+}
+
+template <int command>
+void commandPage(Shell &shell) {
+    shell.view.page = command;
+    shell.view.isNew = true;
+}
+
+// The page stays until the user leaves it, whatever else is done meanwhile.
+// returns  true when a command of the menu is the next event
+bool serveLinePage(Shell &shell) {
+    settleReview(shell.review, shell.model.SoundingCount);
+    shell.view.sounding = shell.review.ReviewStation;
+    const ViewEnd end = View_Loop(shell.model, shell.view, shell.ProjectPath);
+    shell.review.ReviewStation = shell.view.sounding;
+    if (end == ViewEnd::Closed) {
+        ShutDown();
+    }
+    if (end == ViewEnd::ReviewAsked) {
+        commandReview(shell);
+    }
+    return end == ViewEnd::MenuChosen;
 }
 
 void commandExit(Shell &) {
@@ -109,14 +147,20 @@ struct MenuCommand {
 };
 
 constexpr std::array Commands = {
-    MenuCommand{Command::New, commandNew},           MenuCommand{Command::Open, commandOpen},
-    MenuCommand{Command::Save, commandSave},         MenuCommand{Command::Edit, commandEdit},
-    MenuCommand{Command::AutoSkip, commandAutoSkip}, MenuCommand{Command::Invert, commandInvert},
-    MenuCommand{Command::Review, commandReview},     MenuCommand{Command::Exit, commandExit},
+    MenuCommand{Command::New, commandNew},
+    MenuCommand{Command::Open, commandOpen},
+    MenuCommand{Command::Save, commandSave},
+    MenuCommand{Command::Edit, commandEdit},
+    MenuCommand{Command::AutoSkip, commandAutoSkip},
+    MenuCommand{Command::Invert, commandInvert},
+    MenuCommand{Command::Review, commandReview},
+    MenuCommand{Command::Exit, commandExit},
+    MenuCommand{Command::Plan, commandPage<Command::Plan>},
 };
 
 /// Commands that need soundings.
-constexpr std::array GreyedCommands = {Command::Edit, Command::Invert, Command::Review};
+constexpr std::array GreyedCommands = {Command::Edit, Command::Invert, Command::Review,
+                                       Command::Plan};
 
 void drawStartText() {
     const std::string version(ProgramVersionText);
@@ -142,7 +186,8 @@ void settleMenuAndView(const Shell &shell) {
     for (const int command : GreyedCommands) {
         WMenuSetState(command, 1, loaded ? 1 : 0);
     }
-    if (loaded) {
+    ToolkitContextMenu(loaded ? viewEntries() : std::span<const ContextEntry>{});
+    if (loaded && shell.view.page == 0) {
         Plot_PlanView(shell.model, shell.ProjectPath);
     }
 }
@@ -187,6 +232,9 @@ void runProgram(SurveyModel &model) {
     showProjectTitle(shell);
     for (;;) {
         settleMenuAndView(shell);
+        if (shell.view.page != 0 && model.SoundingCount >= 1 && !serveLinePage(shell)) {
+            continue;
+        }
         ToolkitEvent event;
         ToolkitNextEvent(event);
         if (event.type == EventClose) {

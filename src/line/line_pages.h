@@ -1,0 +1,33 @@
+#pragma once
+
+#include "line/line_page.h"
+#include "model/survey_model.h"
+
+#include <span>
+#include <string_view>
+
+namespace keldrin {
+
+// The pages that show the line as a whole, as a table. What is told of pages elsewhere, keys, menus
+// and help, names them by their commands.
+
+/// A kind of page.
+struct LinePageKind {
+    int command = 0;       ///< of the menu, which shows it
+    char key = 0;          ///< shows it too, in both cases
+    std::string_view name; ///< for the user
+    LinePage (*make)(const SurveyModel &survey, std::string_view path);
+};
+
+std::span<const LinePageKind> linePageKinds();
+
+/// The keys of all kinds.
+std::string_view linePageKeys();
+
+/// The command of the page that a key shows, a letter in capitals; 0 for another key.
+int linePageOfKey(int key);
+
+/// The kind with a command, or null.
+const LinePageKind *findLinePage(int command);
+
+} // namespace keldrin

@@ -1,0 +1,320 @@
+#include "line/plan_page.h"
+
+#include "base/number_text.h"
+#include "base/paths.h"
+#include "line/label_places.h"
+#include "line/sounding_text.h"
+#include "page/drawing.h"
+#include "page/plot.h"
+#include "page/plot_scale.h"
+#include "review/page_layout.h"
+#include "review/survey_map.h"
+#include "toolkit/toolkit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <numbers>
+#include <vector>
+
+namespace keldrin {
+
+namespace {
+
+constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
+constexpr PageFrame MapFrame = {2.5F, 1.7F, 23.3F, 16.2F};   // cm
+constexpr float PageWidth = 24.0F;                           // cm
+constexpr float PageHeight = 18.0F;
+
+/// A place on the page, in centimetres.
+struct Place {
+    float x = 0.0F;
+    float y = 0.0F;
+};
+
+/// What the page shows, worked out once.
+struct PlanPage {
+    const SurveyModel &survey;
+    std::string file;
+    std::vector<int> soundings; ///< ordinals of those on the map
+    MapPoints points;           ///< of these
+    MapPoints loop;
+    MapExtent map;
+
+    [[nodiscard]] bool isEmpty() const { return points.count() + loop.count() == 0; }
+    [[nodiscard]] PlotScale east() const { return {map.east.lowest(), map.east.highest(), false}; }
+    [[nodiscard]] PlotScale north() const {
+        return {map.north.lowest(), map.north.highest(), false};
+    }
+    [[nodiscard]] Place placeOf(double e, double n) const {
+        const double across = east().fractionOf(e);
+        const double upward = north().fractionOf(n);
+        return {MapFrame.left + static_cast<float>(across) * (MapFrame.right - MapFrame.left),
+                MapFrame.bottom + static_cast<float>(upward) * (MapFrame.top - MapFrame.bottom)};
+    }
+    [[nodiscard]] Place placeOf(const MapPoints &set, std::size_t i) const {
+        return placeOf(set.east[i], set.north[i]);
+    }
+};
+
+// Height over width of the map's frame, as it is seen.
+double frameShape() {
+    constexpr double shapeOfPage = 0.75;
+    const double page = ToolkitHasSurface() ? windowShape() : shapeOfPage;
+    const auto width = static_cast<double>((MapFrame.right - MapFrame.left) / PageWidth);
+    const auto height = static_cast<double>((MapFrame.top - MapFrame.bottom) / PageHeight);
+    return page * height / width;
+}
+
+PlanPage planOf(const SurveyModel &survey, std::string_view path) {
+    PlanPage plan{survey, std::string(fileNameOf(path)), {}, {}, {}, {}};
+    for (int i = 1; i <= survey.SoundingCount; ++i) {
+        const SoundingRecord &sounding = survey.sounding(i);
+        if (isOnMap(survey.control, sounding)) {
+            plan.soundings.push_back(i);
+            plan.points.add(sounding.East, sounding.North);
+        }
+    }
+    if (survey.SoundingCount > 0) {
+        plan.loop = loopOutline(survey);
+    }
+    if (!plan.isEmpty()) {
+        plan.map = mapExtent(plan.points, plan.loop, frameShape());
+    }
+    return plan;
+}
+
+// ---- Drawing
+
+void drawTitle(const PlanPage &plan) {
+    const ControlValues &control = plan.survey.control;
+    std::string title = "Plan";
+    if (!control.LineName.isBlank()) {
+        title += " of line " + control.LineName.str();
+    }
+    title += control.JobName.isBlank() ? "" : "   " + control.JobName.str();
+    constexpr float right = MapFrame.right - 1.5F; // where the arrow stands
+    selectTextSize(TitleSize);
+    ToolkitDrawText(MapFrame.left, 17.25F, ToolkitFittingText(title, right - MapFrame.left));
+    selectTextSize(LabelSize);
+    std::string source = "Data from " + plan.file + "   " + std::to_string(plan.soundings.size()) +
+                         " of " + std::to_string(plan.survey.SoundingCount) + " soundings";
+    ToolkitDrawText(MapFrame.left, 16.55F, ToolkitFittingText(source, right - MapFrame.left));
+}
+
+void drawLine(Place from, Place to) {
+    ToolkitMoveTo(from.x, from.y);
+    ToolkitLineTo(to.x, to.y);
+}
+
+// Above the frame, so that it covers nothing of the map.
+void drawNorthArrow() {
+    constexpr Place foot = {22.7F, 16.45F};
+    constexpr Place head = {22.7F, 17.55F};
+    constexpr float barb = 0.18F;
+    drawLine(foot, head);
+    drawLine({head.x - barb, head.y - 2.0F * barb}, head);
+    drawLine({head.x + barb, head.y - 2.0F * barb}, head);
+    selectTextSize(LabelSize);
+    ToolkitDrawText(head.x + 0.25F, 16.8F, "N");
+}
+
+void setUpPlot(const PlanPage &plan) {
+    PlotNew();
+    PlotViewport(MapFrame.left / PageWidth, MapFrame.bottom / PageHeight,
+                 MapFrame.right / PageWidth, MapFrame.top / PageHeight);
+    PlotUnits(plan.east().min, plan.north().min, plan.east().max, plan.north().max);
+    PlotScales("LIN", "LIN");
+    PlotKind('G');
+    PlotMarkerSize(MarkerSize.width, MarkerSize.height);
+    PlotTickLength(0.25F);
+    PlotXLabelOffset(0.7F);
+    PlotYLabelOffset(0.85F);
+}
+
+void drawAxes(std::string_view unit) {
+    const std::string inUnit = " (" + std::string(unit) + ")";
+    selectTextSize(NumberSize);
+    PlotXAxis();
+    PlotYAxis();
+    selectTextSize(LabelSize);
+    PlotXLabel("Easting" + inUnit);
+    PlotYLabel("Northing" + inUnit);
+}
+
+float textHeight() {
+    return ToolkitTextMetric(TextCharacterHeight);
+}
+
+// On a line whose loop moves it is that of the first sounding alone.
+std::string loopName(const SurveyModel &survey) {
+    const SoundingRecord &first = survey.hTrn.front();
+    const bool fixed = survey.control.SurveyTypeIndex == FixedLoop;
+    const std::string station = stationText(fixed ? survey.control.TxStn : first.TxStn);
+    const std::string name = fixed ? "Loop" : "First loop";
+    return station.empty() ? name : name + (fixed ? " " : ", station ") + station;
+}
+
+PageFrame boxAround(const PlanPage &plan, const MapPoints &set) {
+    constexpr float far = std::numeric_limits<float>::max();
+    PageFrame box = {far, far, -far, -far};
+    for (std::size_t i = 0; i < set.east.size(); ++i) {
+        const Place place = plan.placeOf(set, i);
+        box = {std::min(box.left, place.x), std::min(box.bottom, place.y),
+               std::max(box.right, place.x), std::max(box.top, place.y)};
+    }
+    return box;
+}
+
+void takeLoop(const PlanPage &plan, PageRoom &room) {
+    for (std::size_t i = 1; i < plan.loop.east.size(); ++i) {
+        const Place from = plan.placeOf(plan.loop, i - 1);
+        const Place to = plan.placeOf(plan.loop, i);
+        room.takeLine(from.x, from.y, to.x, to.y);
+    }
+}
+
+void drawLoop(const PlanPage &plan, PageRoom &room) {
+    if (plan.loop.count() == 0) {
+        return;
+    }
+    IGrColour("RED");
+    PlotDrawLine(plan.loop.east.data(), plan.loop.north.data(), plan.loop.count());
+    PlotMarkers(plan.loop.east.data(), plan.loop.north.data(), plan.loop.count(), DotMarker);
+    const std::string name = loopName(plan.survey);
+    if (const auto place =
+            placeBeside(room, boxAround(plan, plan.loop), ToolkitTextWidth(name), textHeight())) {
+        ToolkitDrawText(place->x, place->y, name);
+    }
+    IGrColour("BLACK");
+}
+
+std::vector<LabelledPoint> labelledPoints(const PlanPage &plan) {
+    std::vector<LabelledPoint> labelled;
+    for (std::size_t i = 0; i < plan.soundings.size(); ++i) {
+        const Place place = plan.placeOf(plan.points, i);
+        std::string text = stationText(plan.survey.sounding(plan.soundings[i]).RxStn);
+        const float width = ToolkitTextWidth(text);
+        labelled.push_back({place.x, place.y, std::move(text), width});
+    }
+    return labelled;
+}
+
+void drawStationNumbers(PageRoom &room, const std::vector<LabelledPoint> &points) {
+    for (const LabelPlace &place : placeLabels(room, points, textHeight())) {
+        ToolkitDrawText(place.x, place.y, points[place.point].text);
+    }
+}
+
+// A ring around the sounding that the user is at.
+void drawMark(const PlanPage &plan, int marked) {
+    constexpr int corners = 24;
+    constexpr double radius = 0.22; // cm
+    const auto found = std::find(plan.soundings.begin(), plan.soundings.end(), marked);
+    if (found == plan.soundings.end()) {
+        return;
+    }
+    const auto i = static_cast<std::size_t>(found - plan.soundings.begin());
+    const double across =
+        radius * plan.map.east.width / static_cast<double>(MapFrame.right - MapFrame.left);
+    const double upward =
+        radius * plan.map.north.width / static_cast<double>(MapFrame.top - MapFrame.bottom);
+    MapPoints ring;
+    for (int corner = 0; corner <= corners; ++corner) {
+        const double angle = 2.0 * std::numbers::pi * corner / corners;
+        ring.add(plan.points.east[i] + across * std::cos(angle),
+                 plan.points.north[i] + upward * std::sin(angle));
+    }
+    IGrColour("RED");
+    PlotDrawLine(ring.east.data(), ring.north.data(), ring.count());
+    IGrColour("BLACK");
+}
+
+void drawMap(const PlanPage &plan, int marked) {
+    setUpPlot(plan);
+    PlotFrame();
+    drawAxes(plan.survey.control.LengthUnits.view());
+    selectTextSize(NumberSize);
+    PageRoom room({MapFrame.left, MapFrame.bottom, MapFrame.right, MapFrame.top});
+    takeLoop(plan, room);
+    const std::vector<LabelledPoint> points = labelledPoints(plan);
+    drawStationNumbers(room, points);
+    drawLoop(plan, room);
+    PlotMarkers(plan.points.east.data(), plan.points.north.data(), plan.points.count(), DotMarker);
+    drawMark(plan, marked);
+}
+
+void drawPlan(const PlanPage &plan, int marked) {
+    beginReviewPage();
+    drawTitle(plan);
+    if (plan.isEmpty()) {
+        selectTextSize(LabelSize);
+        ToolkitDrawText(MapFrame.left, 9.0F, "No sounding has coordinates.");
+    } else {
+        drawNorthArrow();
+        drawMap(plan, marked);
+    }
+    ToolkitFlush();
+}
+
+// ---- Under the mouse
+
+bool isInFrame(float x, float y) {
+    return x >= MapFrame.left && x <= MapFrame.right && y >= MapFrame.bottom && y <= MapFrame.top;
+}
+
+// The nearest dot within reach; of dots at one place the first.
+int soundingAt(const PlanPage &plan, float x, float y) {
+    constexpr float reach = 0.5F; // cm
+    float best = reach * reach;
+    int found = 0;
+    for (std::size_t i = 0; i < plan.soundings.size() && isInFrame(x, y); ++i) {
+        const Place place = plan.placeOf(plan.points, i);
+        const float dx = place.x - x;
+        const float dy = place.y - y;
+        const float distance = dx * dx + dy * dy;
+        if (distance < best) {
+            best = distance;
+            found = plan.soundings[i];
+        }
+    }
+    return found;
+}
+
+std::string oneDecimal(double value) {
+    return Number_Text(value, "(F15.1)");
+}
+
+std::string pointerText(const PlanPage &plan, float x, float y) {
+    if (!isInFrame(x, y) || plan.isEmpty()) {
+        return "";
+    }
+    const std::string unit = " " + plan.survey.control.LengthUnits.str();
+    if (const int sounding = soundingAt(plan, x, y); sounding > 0) {
+        const SoundingRecord &record = plan.survey.sounding(sounding);
+        const std::string height =
+            isPresent(record.Elevation) ? "   Elevation " + oneDecimal(record.Elevation) : "";
+        return soundingText(plan.survey, sounding) + "   East " + oneDecimal(record.East) +
+               "   North " + oneDecimal(record.North) + height + unit;
+    }
+    const auto part = [](float place, float start, float end) {
+        return static_cast<double>((place - start) / (end - start));
+    };
+    return "East " + oneDecimal(plan.east().valueAt(part(x, MapFrame.left, MapFrame.right))) +
+           "   North " + oneDecimal(plan.north().valueAt(part(y, MapFrame.bottom, MapFrame.top))) +
+           unit;
+}
+
+} // namespace
+
+LinePage makePlanPage(const SurveyModel &survey, std::string_view path) {
+    const auto plan = std::make_shared<const PlanPage>(planOf(survey, path));
+    return {[plan](int marked) { drawPlan(*plan, marked); },
+            [plan](float x, float y) { return soundingAt(*plan, x, y); },
+            [plan](float x, float y) {
+                return pointerText(*plan, x, y);
+            }};
+}
+
+} // namespace keldrin

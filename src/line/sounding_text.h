@@ -1,0 +1,18 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+#include <string>
+
+namespace keldrin {
+
+/// A station number as pages and messages show it: at most three decimals; blank where it is
+/// missing.
+std::string stationText(double station);
+
+/// What the pages of a line tell of a sounding, in one line: station, transmitter where several
+/// are there, skipped windows and misfit.
+/// sounding  ordinal from 1; blank for another number
+std::string soundingText(const SurveyModel &survey, int sounding);
+
+} // namespace keldrin
