@@ -38,6 +38,8 @@ if(KELDRIN_FUZZ)
 endif()
 list(TRANSFORM tidy_rooms REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/\\1/*.cpp" OUTPUT_VARIABLE tidy_globs)
 file(GLOB_RECURSE tidy_sources CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR} ${tidy_globs})
+# The headers that the build precompiles are read precompiled here too: half of the time otherwise.
+get_property(tidy_precompiled GLOBAL PROPERTY KELDRIN_PRECOMPILED)
 set(tidy_stamps)
 foreach(source ${tidy_sources})
     set(stamp ${PROJECT_BINARY_DIR}/tidy/${source}.stamp)
@@ -48,7 +50,7 @@ foreach(source ${tidy_sources})
         COMMAND ${tidy_tool}/tidy ${PROJECT_BINARY_DIR} "${tidy_scope}" "${KELDRIN_TIDY_CHECKS}"
                 ${stamp} ${PROJECT_SOURCE_DIR}/${source}
         DEPENDS ${PROJECT_SOURCE_DIR}/${source} ${PROJECT_SOURCE_DIR}/.clang-tidy ${tidy_tool}/tidy
-                ${tidy_scope}
+                ${tidy_scope} ${tidy_precompiled}
         DEPFILE ${stamp}.d
         COMMENT "clang-tidy ${source}" VERBATIM)
     list(APPEND tidy_stamps ${stamp})
