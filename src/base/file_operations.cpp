@@ -1,5 +1,6 @@
 #include "base/file_operations.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -146,6 +147,19 @@ std::ptrdiff_t readSome(const OpenFile &file, char *to, std::size_t size) {
         got = fileOperations().read(file.number(), to, size);
     } while (got < 0 && errno == EINTR);
     return got;
+}
+
+std::string fileHead(const std::string &path, std::size_t most) {
+    std::string failure;
+    const OpenFile file = openForReading(path, failure);
+    std::string head(most, '\0');
+    std::size_t size = 0;
+    for (std::ptrdiff_t got = 1; file.isOpen() && got > 0 && size < most;) {
+        got = readSome(file, head.data() + size, most - size);
+        size += static_cast<std::size_t>(std::max<std::ptrdiff_t>(got, 0));
+    }
+    head.resize(size);
+    return head;
 }
 
 OpenFile openForAppending(const std::string &path) {

@@ -62,6 +62,9 @@ OpenFile openForReading(const std::string &path, std::string &failure);
 /// Reads at most `size` bytes. 0 at the end, below 0 on failure, with the code in errno.
 std::ptrdiff_t readSome(const OpenFile &file, char *to, std::size_t size);
 
+/// The first bytes of a plain file, at most `most`; blank when it cannot be read.
+std::string fileHead(const std::string &path, std::size_t most);
+
 /// Opens a file for writing behind what it holds, creating it. What it gives is not open on
 /// failure, with the code in errno.
 OpenFile openForAppending(const std::string &path);

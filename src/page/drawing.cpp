@@ -1,6 +1,7 @@
 #include "page/drawing.h"
 
 #include "base/ascii.h"
+#include "base/utf8.h"
 #include "page/drawing_clip.h"
 #include "page/drawing_state.h"
 #include "page/error_state.h"

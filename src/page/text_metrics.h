@@ -15,14 +15,6 @@ inline constexpr float EmPerCharacterWidth = 27.0F / 16.0F;
 inline constexpr float CapitalHeight = 0.72F;
 inline constexpr float DescenderDepth = 0.21F;
 
-/// What stands for bytes that are no character.
-inline constexpr char32_t ReplacementCharacter = 0xFFFD;
-
-/// Takes the first character off a text of UTF-8. A byte that begins no valid character (overlong
-/// forms and surrogates are none) is taken alone and gives the replacement character.
-/// The text must not be empty.
-char32_t takeCharacter(std::string_view &text);
-
 /// Drawn width of a text in ems. Each character counts once, however many bytes it has.
 float textWidthInEms(std::string_view text);
 

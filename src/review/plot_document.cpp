@@ -12,8 +12,6 @@
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit.h"
 
-#include <algorithm>
-#include <array>
 #include <vector>
 
 namespace keldrin {
@@ -32,16 +30,7 @@ std::string creatorOfOurs() {
 
 bool isOurDocument(const std::string &path) {
     constexpr std::size_t headBytes = 1024; // the entry stands in the first object
-    std::array<char, headBytes> head{};
-    std::string failure;
-    const OpenFile file = openForReading(path, failure);
-    std::size_t size = 0;
-    for (std::ptrdiff_t got = 1; file.isOpen() && got > 0 && size < head.size();) {
-        got = readSome(file, head.data() + size, head.size() - size);
-        size += static_cast<std::size_t>(std::max<std::ptrdiff_t>(got, 0));
-    }
-    const std::string_view bytes(head.data(), size);
-    return bytes.find(creatorOfOurs()) != std::string_view::npos;
+    return fileHead(path, headBytes).find(creatorOfOurs()) != std::string::npos;
 }
 
 std::vector<int> stationsWithPages(const SurveyModel &survey) {

@@ -1,6 +1,7 @@
 #include "page/surfaces/hpgl_surface.h"
 
 #include "base/real.h"
+#include "base/utf8.h"
 #include "page/surfaces/coordinate_text.h"
 #include "page/text_metrics.h"
 

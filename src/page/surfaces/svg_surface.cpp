@@ -1,5 +1,6 @@
 #include "page/surfaces/svg_surface.h"
 
+#include "base/utf8.h"
 #include "page/page_colours.h"
 #include "page/surfaces/coordinate_text.h"
 #include "page/text_metrics.h"

@@ -1,7 +1,7 @@
 #include "page/surfaces/wmf_records.h"
 
 #include "base/real.h"
-#include "page/text_metrics.h"
+#include "base/utf8.h"
 
 #include <algorithm>
 #include <array>

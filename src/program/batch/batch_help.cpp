@@ -21,6 +21,15 @@ constexpr std::array Usage = {
               "iterations, median misfit, soundings and seconds. --jobs N inverts N projects at a "
               "time, each on --threads N threads; without that the processors are shared. The exit "
               "code is 1 if any failed."},
+    HelpEntry{
+        "keldrin-batch export [--format csv,gdf2,vtk] [--out DIR] PROJECT...",
+        "Writes each project (*.std) with its models for other programs, beside it or in DIR. "
+        "csv, which is the default: BASE_soundings.csv, BASE_windows.csv and BASE_layers.csv, "
+        "tables that can be joined by their first columns. gdf2: point located data "
+        "(ASEG-GDF2) in BASE.dat with its definition in BASE.dfn; BASE_gdf2.dat where "
+        "BASE.dat holds field data. vtk: the models as a curtain along the line in BASE.vtk. "
+        "Skipped windows keep their data and have the flag 1. One line of output tells "
+        "soundings, windows, layers and files. The exit code is 1 if any failed."},
     HelpEntry{"keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--plan] [--out DIR] "
               "PROJECT...",
               "Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg "
@@ -39,6 +48,10 @@ constexpr std::array Files = {
     HelpEntry{"BASE.mde, BASE.stn, BASE.chn",
               "Survey information, station positions and channel times beside the data."},
     HelpEntry{"BASE.std, BASE.m1d", "A project and its layered models."},
+    HelpEntry{"BASE_soundings.csv, BASE_windows.csv, BASE_layers.csv",
+              "The line as tables; units stand in the names of the columns."},
+    HelpEntry{"BASE.dfn, BASE.dat", "The line as point located data (ASEG-GDF2)."},
+    HelpEntry{"BASE.vtk", "The models as a curtain, a legacy VTK unstructured grid."},
 };
 
 constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};

@@ -16,6 +16,9 @@ inline constexpr int ExitUsage = 2;
 /// build [--out DIR] [--line N|all] FILE...: field data files to projects.
 int buildCommand(CommandWords words);
 
+/// export [--format LIST] [--out DIR] PROJECT...: the line as files of other programs.
+int exportTablesCommand(CommandWords words);
+
 /// invert [--threads N] [--jobs N] PROJECT...: runs the engine on each project.
 int invertCommand(CommandWords words);
 

@@ -16,8 +16,9 @@ struct Subcommand {
 };
 
 constexpr std::array Subcommands = {
-    Subcommand{"build", keldrin::buildCommand}, Subcommand{"invert", keldrin::invertCommand},
-    Subcommand{"plot", keldrin::plotCommand}, Subcommand{"play", keldrin::playCommand}};
+    Subcommand{"build", keldrin::buildCommand}, Subcommand{"export", keldrin::exportTablesCommand},
+    Subcommand{"invert", keldrin::invertCommand}, Subcommand{"plot", keldrin::plotCommand},
+    Subcommand{"play", keldrin::playCommand}};
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "program/batch/plot_options.h"
 
 #include "page/hardcopy.h"
+#include "program/batch/option_words.h"
 
 #include <algorithm>
 #include <charconv>
@@ -11,19 +12,6 @@ namespace keldrin {
 namespace {
 
 using Formats = std::span<const PlotFormat>;
-
-// Words between commas.
-std::vector<std::string_view> listWords(std::string_view list) {
-    std::vector<std::string_view> words;
-    for (;;) {
-        const std::size_t end = list.find(',');
-        words.push_back(list.substr(0, end));
-        if (end == std::string_view::npos) {
-            return words;
-        }
-        list.remove_prefix(end + 1);
-    }
-}
 
 bool readFormats(std::string_view list, Formats formats, PlotOptions &options) {
     options.formats.clear();
@@ -38,14 +26,11 @@ bool readFormats(std::string_view list, Formats formats, PlotOptions &options) {
     return true;
 }
 
-// "svg, hpgl and wmf"
 std::string namesOf(Formats formats) {
-    std::string names;
-    for (const PlotFormat &format : formats) {
-        const bool last = &format == &formats.back();
-        names.append(names.empty() ? "" : last ? " and " : ", ").append(format.name);
-    }
-    return names;
+    std::vector<std::string_view> names(formats.size());
+    std::transform(formats.begin(), formats.end(), names.begin(),
+                   [](const PlotFormat &format) { return format.name; });
+    return inWords(names);
 }
 
 bool readOrdinal(std::string_view word, int &ordinal) {
