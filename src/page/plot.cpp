@@ -85,18 +85,20 @@ void drawPlus(Surface &surface, double x, double y, double halfWidth, double hal
     surface.polyline(upward);
 }
 
-void drawDot(Surface &surface, double x, double y, double halfWidth, double halfHeight) {
+void drawRound(Surface &surface, double x, double y, double halfWidth, double halfHeight,
+               bool filled) {
     constexpr int cornerCount = 12;
     std::array<PagePoint, cornerCount> corners{};
     for (std::size_t i = 0; i < corners.size(); ++i) {
         const double angle = 2.0 * std::numbers::pi * static_cast<double>(i) / cornerCount;
         corners[i] = pagePoint(x + halfWidth * std::cos(angle), y + halfHeight * std::sin(angle));
     }
-    surface.polygon(corners, true);
+    surface.polygon(corners, filled);
 }
 
 void drawMarker(double x, double y, int marker) {
     constexpr int plus = 1;
+    constexpr int ring = 15;
     Surface *surface = surfaceWithPen();
     if (surface == nullptr || !ClipRectangle{}.holds(x, y)) {
         return;
@@ -109,7 +111,7 @@ void drawMarker(double x, double y, int marker) {
     if (marker == plus) {
         drawPlus(*surface, x, y, halfWidth, halfHeight);
     } else {
-        drawDot(*surface, x, y, halfWidth, halfHeight);
+        drawRound(*surface, x, y, halfWidth, halfHeight, marker != ring);
     }
     surface->endMarker();
 }

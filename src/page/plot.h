@@ -37,6 +37,7 @@ void PlotXAxis(float min, float max);
 void PlotYAxis(float min, float max);
 void PlotYAxisRight(float min, float max);
 void PlotXAxis(); ///< over the whole axis
+void PlotXAxisTop();
 void PlotYAxis();
 void PlotYAxisRight();
 void PlotTickLength(float value); ///< as a fraction of the character height
@@ -78,7 +79,7 @@ bool PlotFillArea(const double *x, const double *y, int count, PageColour colour
 void PlotToPage(float x, float y, float &px, float &py);
 void PlotFromPage(float px, float py, float &x, float &y);
 
-/// One marker at page units, wherever it lies: 1 a plus, 14 a filled dot.
+/// One marker at page units, wherever it lies: 1 a plus, 14 a filled dot, 15 a ring.
 void PlotMarker(float px, float py, int marker);
 
 /// Size of the markers that follow, told like a character's as fractions of the page: a marker is

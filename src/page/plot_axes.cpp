@@ -31,7 +31,11 @@ constexpr float LeftEnd = 0.0F; // what keeps its place of a text
 constexpr float Middle = 0.5F;
 constexpr float RightEnd = 1.0F;
 
-enum class Side { Bottom, Left, Right };
+enum class Side { Bottom, Top, Left, Right };
+
+bool isAcross(Side side) {
+    return side == Side::Bottom || side == Side::Top;
+}
 
 struct Letters {
     double width = 0.0;
@@ -73,7 +77,7 @@ double heldBetween(double value, double low, double high) {
 }
 
 const PlotScale &scaleOf(Side side) {
-    return side == Side::Bottom ? plotState().x : plotState().y;
+    return isAcross(side) ? plotState().x : plotState().y;
 }
 
 // Where along its axis a value stands; NaN outside the frame.
@@ -84,8 +88,8 @@ double placeAlong(Side side, const ClipRectangle &frame, double value) {
         return std::numeric_limits<double>::quiet_NaN();
     }
     const double held = heldBetween(part, 0.0, 1.0);
-    return side == Side::Bottom ? frame.left + held * (frame.right - frame.left)
-                                : frame.bottom + held * (frame.top - frame.bottom);
+    return isAcross(side) ? frame.left + held * (frame.right - frame.left)
+                          : frame.bottom + held * (frame.top - frame.bottom);
 }
 
 // One number of an axis: its text and the stretch it covers along the axis.
@@ -99,7 +103,7 @@ struct AxisNumber {
 
 AxisNumber numberAt(Side side, double place, const PlotTick &tick, const Letters &letters) {
     AxisNumber number{tick.ordinal, tick.label, 0.0, 0.0, widthOf(tick.label, letters)};
-    const bool across = side == Side::Bottom;
+    const bool across = isAcross(side);
     const double extent = across ? number.width : CapHeight * letters.height;
     const double most = (across ? PageWidth : PageHeight) - extent;
     number.from = heldBetween(place - extent / 2.0, 0.0, most);
@@ -161,6 +165,9 @@ void drawTick(Side side, const ClipRectangle &frame, double place, double length
     case Side::Bottom:
         drawSegment(place, frame.bottom, place, frame.bottom + length);
         break;
+    case Side::Top:
+        drawSegment(place, frame.top, place, frame.top - length);
+        break;
     case Side::Left:
         drawSegment(frame.left, place, frame.left + length, place);
         break;
@@ -178,6 +185,9 @@ void drawNumber(Side side, const ClipRectangle &frame, const AxisNumber &number,
         drawText(number.from, frame.bottom - (GapBelowAxis + CapHeight) * letters.height,
                  number.text, 0.0F, Middle);
         break;
+    case Side::Top:
+        drawText(number.from, frame.top + GapBelowAxis * letters.height, number.text, 0.0F, Middle);
+        break;
     case Side::Left:
         drawText(std::max(frame.left - beside - number.width, 0.0), number.from, number.text, 0.0F,
                  RightEnd);
@@ -192,6 +202,9 @@ void drawNumber(Side side, const ClipRectangle &frame, const AxisNumber &number,
 // Remembers how far the numbers reach, for the label outside them.
 void keepRoom(Side side, const std::vector<AxisNumber> &numbers, const Letters &letters) {
     NumberRoom &room = plotState().numberRoom;
+    if (side == Side::Top) {
+        return; // no label stands outside them
+    }
     if (side == Side::Bottom) {
         const double reach = (GapBelowAxis + CapHeight) * letters.height;
         room.below = std::max(room.below, numbers.empty() ? 0.0 : reach);
@@ -210,7 +223,7 @@ float partWithinReach(Side side, const std::vector<PlotTick> &ticks, const Lette
     for (const PlotTick &tick : ticks) {
         reach = std::max(reach, GapBesideAxis * letters.width + widthOf(tick.label, letters));
     }
-    const bool tooWide = side != Side::Bottom && most > 0.0 && reach > most;
+    const bool tooWide = !isAcross(side) && most > 0.0 && reach > most;
     return tooWide ? static_cast<float>(most / reach) : 1.0F;
 }
 
@@ -253,7 +266,7 @@ void drawAxis(Side side, double min, double max) {
             numbers.push_back(numberAt(side, place, tick, letters));
         }
     }
-    thinOut(numbers, GapBetween * (side == Side::Bottom ? letters.width : letters.height));
+    thinOut(numbers, GapBetween * (isAcross(side) ? letters.width : letters.height));
     for (const AxisNumber &number : numbers) {
         drawNumber(side, frame, number, letters);
     }
@@ -325,6 +338,10 @@ void PlotFrame() {
 
 void PlotXAxis(float min, float max) {
     drawAxis(Side::Bottom, static_cast<double>(min), static_cast<double>(max));
+}
+
+void PlotXAxisTop() {
+    drawWholeAxis(Side::Top);
 }
 
 void PlotYAxis(float min, float max) {

@@ -17,6 +17,7 @@ inline constexpr PageTextSize MarkerSize = {0.00523617F, 0.0117667F};
 
 inline constexpr int PlusMarker = 1;
 inline constexpr int DotMarker = 14;
+inline constexpr int RingMarker = 15;
 
 /// A rectangle of the page in centimetres.
 struct PageFrame {

@@ -11,7 +11,8 @@ namespace keldrin {
 namespace {
 
 constexpr int Decimals = 2;
-constexpr int DotMarker = 14;
+constexpr int PlusMarker = 1;
+constexpr int RingMarker = 15;
 
 void appendPoints(std::string &line, const RecordedItem &item) {
     for (const PagePoint &point : item.points) {
@@ -52,7 +53,9 @@ std::string pathLine(std::string_view word, const RecordedItem &item) {
 }
 
 std::string markerLine(const RecordedItem &item) {
-    std::string line = item.marker == DotMarker ? "mark dot " : "mark plus ";
+    std::string line = item.marker == PlusMarker   ? "mark plus "
+                       : item.marker == RingMarker ? "mark ring "
+                                                   : "mark dot ";
     line += nameOfColour(item.colour);
     appendPoints(line, item);
     return line;
@@ -87,7 +90,7 @@ struct PageCounts {
 };
 
 void countMarker(PageCounts &counts, const RecordedItem &item) {
-    (item.marker == DotMarker ? counts.dots : counts.pluses) += 1;
+    (item.marker == PlusMarker ? counts.pluses : counts.dots) += 1;
     counts.red += item.colour == Colour::Red ? 1 : 0;
     counts.blue += item.colour == Colour::Blue ? 1 : 0;
     counts.black += item.colour == Colour::Black ? 1 : 0;

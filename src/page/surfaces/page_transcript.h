@@ -15,14 +15,14 @@ namespace keldrin {
 //   line COLOUR N X1 Y1 .. XN YN
 //   poly COLOUR N X1 Y1 .. XN YN         closed
 //   area COLOUR N X1 Y1 .. XN YN         filled, without an outline
-//   mark plus|dot COLOUR X Y
+//   mark plus|dot|ring COLOUR X Y
 
 /// One line for each thing on the page, in the order of drawing.
 std::vector<std::string> pageTranscript(const RecordSurface &page);
 
 /// "KIND texts=T lines=L points=P markers plus=A dot=B red=R blue=S black=K": lines count polygons
 /// too, points are the corners of both, the colours are those of the markers. A page with filled
-/// areas ends in " areas=F", and tells their corners nowhere.
+/// areas ends in " areas=F", and tells their corners nowhere; rings are counted as dots.
 std::string pageSummary(const RecordSurface &page);
 
 } // namespace keldrin

@@ -51,7 +51,8 @@ class Surface {
 
     // What the primitives mean, for surfaces that keep a list. The others draw the marker's lines
     // and polygons, which come between the two calls, like any.
-    virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {} ///< 1 a plus, 14 a dot
+    virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {
+    } ///< 1 a plus, 14 a dot, 15 a ring
     virtual void endMarker() {}
     virtual void pageKind(std::string_view /*kind*/) {} ///< "log", "page" or "blank"
 };

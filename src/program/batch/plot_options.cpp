@@ -74,6 +74,11 @@ std::string readValue(std::string_view option, std::string_view value, const For
     return "";
 }
 
+bool isLinePage(std::string_view word) {
+    return word.substr(0, 2) == "--" && std::find(LinePageNames.begin(), LinePageNames.end(),
+                                                  word.substr(2)) != LinePageNames.end();
+}
+
 bool anyPdf(Formats formats) {
     return std::any_of(formats.begin(), formats.end(),
                        [](const PlotFormat &f) { return f.driver == DriverPdf; });
@@ -90,8 +95,8 @@ std::string readPlotOptions(CommandWords words, const FormatChoice &choice, Plot
             fault = i + 1 < words.size() ? readValue(word, words[i + 1], choice, options)
                                          : std::string(word) + " needs a value";
             ++i;
-        } else if (word == "--plan") {
-            options.plan = true;
+        } else if (isLinePage(word)) {
+            options.pages.emplace_back(word.substr(2));
         } else if (word == "--all-in-one" && anyPdf(choice.formats)) {
             options.allInOne = true;
         } else if (word.substr(0, 2) == "--" && word.size() > 2) {
@@ -106,8 +111,8 @@ std::string readPlotOptions(CommandWords words, const FormatChoice &choice, Plot
     if (options.allInOne && !anyPdf(options.formats)) {
         return "--all-in-one needs the format pdf";
     }
-    if (!options.plan && !options.allSoundings && options.soundings.empty()) {
-        return "--soundings none without --plan leaves nothing to plot";
+    if (options.pages.empty() && !options.allSoundings && options.soundings.empty()) {
+        return "--soundings none without --plan, --profile or --section leaves nothing to plot";
     }
     return options.files.empty() ? "no project is named" : "";
 }

@@ -2,6 +2,7 @@
 
 #include "program/batch/command.h"
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,20 +30,23 @@ struct OrdinalRange {
     int last = 1;
 };
 
+/// The options that name pages of the whole line, which are part of their files' names too.
+inline constexpr std::array<std::string_view, 3> LinePageNames = {"plan", "profile", "section"};
+
 /// What is to be plotted of which projects.
 struct PlotOptions {
     std::vector<PlotFormat> formats;
     bool allSoundings = true;
     std::vector<OrdinalRange> soundings; ///< in place of all
-    bool plan = false;
-    bool allInOne = false;       ///< the pages of a project in one PDF
-    std::string outputDirectory; ///< blank: beside each project
+    std::vector<std::string> pages;      ///< of the whole line, as the options name them: "plan"
+    bool allInOne = false;               ///< the pages of a project in one PDF
+    std::string outputDirectory;         ///< blank: beside each project
     std::vector<std::string> files;
 };
 
-/// Reads [--format LIST] [--soundings LIST] [--plan] [--all-in-one] [--out DIR] PROJECT...
-/// choice   in place of --format LIST; --all-in-one is known only where there is a PDF
-/// returns  empty when the words can be used, else what is wrong with them
+/// Reads [--format LIST] [--soundings LIST] [--plan] [--profile] [--section] [--all-in-one] [--out
+/// DIR] PROJECT... choice   in place of --format LIST; --all-in-one is known only where there is a
+/// PDF returns  empty when the words can be used, else what is wrong with them
 std::string readPlotOptions(CommandWords words, const FormatChoice &choice, PlotOptions &options);
 
 } // namespace keldrin

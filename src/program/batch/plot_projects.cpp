@@ -1,6 +1,8 @@
 #include "program/batch/plot_projects.h"
 
 #include "base/paths.h"
+#include "line/profile_page.h"
+#include "line/section_page.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
 #include "page/hardcopy.h"
@@ -14,6 +16,7 @@
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <iterator>
 #include <set>
@@ -29,8 +32,6 @@
 namespace keldrin {
 
 namespace {
-
-constexpr int PlanView = 0; ///< in a list of pages, among the ordinals of soundings
 
 /// What became of one project.
 struct PlotResult {
@@ -81,7 +82,17 @@ class Progress {
     bool shown_ = false;
 };
 
-// Ordinals to be plotted, each once, behind the plan view.
+// In a list of pages, among the ordinals of soundings from 1, those of the whole line are 0, -1 and
+// so on: minus their places in LinePageNames.
+bool isLinePage(int page) {
+    return page < 1;
+}
+
+std::size_t indexOfLinePage(int page) {
+    return static_cast<std::size_t>(-page);
+}
+
+// Pages to be plotted, each once, those of the whole line first.
 std::set<int> pagesOf(const PlotOptions &options, PlotResult &result) {
     std::set<int> pages;
     const int count = result.soundings;
@@ -98,8 +109,9 @@ std::set<int> pagesOf(const PlotOptions &options, PlotResult &result) {
             pages.insert(station);
         }
     }
-    if (options.plan) {
-        pages.insert(PlanView);
+    for (const std::string &name : options.pages) {
+        const auto *found = std::find(LinePageNames.begin(), LinePageNames.end(), name);
+        pages.insert(-static_cast<int>(found - LinePageNames.begin()));
     }
     return pages;
 }
@@ -107,8 +119,9 @@ std::set<int> pagesOf(const PlotOptions &options, PlotResult &result) {
 std::string pathOfPage(const std::string &project, int page, std::string_view extension) {
     constexpr int longestOrdinal = 9999;
     const std::string base(withoutExtension(project));
-    if (page == PlanView) {
-        return base + "_plan" + std::string(extension);
+    if (isLinePage(page)) {
+        return base + "_" + std::string(LinePageNames[indexOfLinePage(page)]) +
+               std::string(extension);
     }
     // The review's own name for a longer ordinal is the same for all of them.
     return page > longestOrdinal ? base + std::to_string(page) + std::string(extension)
@@ -125,43 +138,59 @@ struct PlottedProject {
     std::string time;
 };
 
-void drawPage(const PlottedProject &project, int page) {
-    if (page == PlanView) {
+// What draws the pages of LinePageNames; false where the device cannot show the page.
+constexpr std::array<bool (*)(const PlottedProject &), LinePageNames.size()> LinePageDrawings = {
+    [](const PlottedProject &project) {
         Plot_PlanView(project.model, project.path);
-    } else {
-        Plot_Sounding(project.model, project.limits, page, project.path, project.date,
-                      project.time);
+        return true;
+    },
+    [](const PlottedProject &project) {
+        drawProfile(profilePage(project.model, ProfileLimits{}, project.path));
+        return true;
+    },
+    [](const PlottedProject &project) {
+        return drawSection(sectionPage(project.model, SectionLimits{}, project.path));
+    },
+};
+
+bool drawPage(const PlottedProject &project, int page) {
+    if (isLinePage(page)) {
+        return LinePageDrawings[indexOfLinePage(page)](project);
     }
+    Plot_Sounding(project.model, project.limits, page, project.path, project.date, project.time);
+    return true;
 }
 
-// False when the file could not be written; ToolkitHardcopyFault() then says why.
-bool plotPage(const PlottedProject &project, int page, const PlotFormat &format) {
+// Blank when the file was written, else why not.
+std::string plotPage(const PlottedProject &project, int page, const PlotFormat &format) {
     messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages behind it
     ToolkitHardcopySelect(1, format.driver);
     IGrHardcopy(pathOfPage(project.namedAfter, page, format.extension));
     const bool opened = ToolkitErrorState(ErrorNumber) == 0;
-    if (opened) {
-        drawPage(project, page);
+    if (opened && !drawPage(project, page)) {
+        ToolkitDropHardcopy();
+        return std::string(format.name) + " has no filled areas, which this page needs";
     }
     IGrHardcopy("S");
-    return ToolkitErrorState(ErrorNumber) == 0 && opened;
+    return ToolkitErrorState(ErrorNumber) == 0 && opened ? "" : ToolkitHardcopyFault();
 }
 
-void countFile(const std::string &path, bool written, PlotResult &result) {
-    if (written) {
+// fault  blank when the file was written
+void countFile(const std::string &path, const std::string &fault, PlotResult &result) {
+    if (fault.empty()) {
         ++result.written;
     } else {
         ++result.failed;
-        result.fail(path + ": " + ToolkitHardcopyFault());
+        result.fail(path + ": " + fault);
     }
 }
 
-// All pages that have something on them; false as with plotPage().
-bool plotDocument(const PlottedProject &project, const std::string &path,
-                  const std::set<int> &pages, Progress &progress) {
+// All pages that have something on them; result as of plotPage().
+std::string plotDocument(const PlottedProject &project, const std::string &path,
+                         const std::set<int> &pages, Progress &progress) {
     std::vector<int> drawn;
     std::copy_if(pages.begin(), pages.end(), std::back_inserter(drawn), [&](int page) {
-        return page == PlanView || hasSoundingPlot(project.model, page);
+        return isLinePage(page) || hasSoundingPlot(project.model, page);
     });
     plotPagesInOnePdf(
         path, drawn.size(),
@@ -173,7 +202,7 @@ bool plotDocument(const PlottedProject &project, const std::string &path,
             progress.step();
             return true;
         });
-    return ToolkitErrorState(ErrorNumber) == 0;
+    return ToolkitErrorState(ErrorNumber) == 0 ? "" : ToolkitHardcopyFault();
 }
 
 void plotPages(const PlottedProject &project, const PlotOptions &options, PlotResult &result) {

@@ -1,0 +1,73 @@
+#include "line/section_limits.h"
+
+#include "base/real.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace keldrin {
+
+namespace {
+
+// The largest round value not above, or the smallest not below, a value above 0. A hair beyond a
+// round value still is that value.
+float roundValue(float value, bool above) {
+    constexpr std::array<double, 4> mantissas = {1.0, 2.0, 5.0, 10.0};
+    constexpr double hair = 1.0e-5;
+    const double decade = std::floor(std::log10(static_cast<double>(value)));
+    const double mantissa = static_cast<double>(value) / std::pow(10.0, decade);
+    double chosen = above ? mantissas.back() : mantissas.front();
+    for (const double m : mantissas) {
+        if (above && m >= mantissa * (1.0 - hair)) {
+            chosen = std::min(chosen, m);
+        } else if (!above && m <= mantissa * (1.0 + hair)) {
+            chosen = std::max(chosen, m);
+        }
+    }
+    return static_cast<float>(chosen * std::pow(10.0, decade));
+}
+
+// Nearest rank of a share of sorted values.
+float percentile(std::span<const float> sorted, double share) {
+    const auto count = static_cast<double>(sorted.size());
+    const int rank =
+        limited(static_cast<int>(std::ceil(share * count)), 1, static_cast<int>(sorted.size()));
+    return sorted[static_cast<std::size_t>(rank - 1)];
+}
+
+} // namespace
+
+AxisLimits roundPercentiles(std::span<const float> values) {
+    constexpr double lowest = 0.02;
+    constexpr double highest = 0.98;
+    constexpr float leastRatio = 10.0F;
+    constexpr AxisLimits none = {1.0F, 1000.0F};
+    constexpr float smallest = 1.0e-6F; // ohm-m; beyond these a value is no resistivity
+    constexpr float largest = 1.0e12F;
+    std::vector<float> sorted;
+    for (const float value : values) {
+        if (value >= smallest && value <= largest) {
+            sorted.push_back(value);
+        }
+    }
+    if (sorted.empty()) {
+        return none;
+    }
+    std::sort(sorted.begin(), sorted.end());
+    AxisLimits limits = {roundValue(percentile(sorted, lowest), false),
+                         roundValue(percentile(sorted, highest), true)};
+    for (bool upward = true; limits.high < leastRatio * limits.low * 0.999F; upward = !upward) {
+        constexpr float next = 1.5F; // enough to reach the next round value
+        if (upward) {
+            limits.high = roundValue(limits.high * next, true);
+        } else {
+            limits.low = roundValue(limits.low / next, false);
+        }
+    }
+    return limits;
+}
+
+} // namespace keldrin

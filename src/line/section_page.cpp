@@ -1,0 +1,311 @@
+#include "line/section_page.h"
+
+#include "base/number_text.h"
+#include "base/paths.h"
+#include "base/real.h"
+#include "line/line_drawing.h"
+#include "line/sounding_text.h"
+#include "page/plot_scale.h"
+#include "page/text_metrics.h"
+#include "physics/data_fit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <span>
+
+namespace keldrin {
+
+namespace {
+
+constexpr float FrameTop = 16.1F;
+constexpr float FrameFoot = 1.7F;
+constexpr PageFrame TimesFrame = {SectionLeft, 11.2F, SectionRight, FrameTop};
+constexpr PageFrame TimesAlone = {SectionLeft, FrameFoot, SectionRight, FrameTop};
+constexpr PageFrame HeightsFrame = {SectionLeft, 4.4F, SectionRight, 10.5F};
+constexpr PageFrame MisfitsFrame = {SectionLeft, FrameFoot, SectionRight, 3.6F};
+
+std::size_t windowsOf(const SoundingRecord &sounding) {
+    return static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
+}
+
+std::size_t layersOf(const SoundingRecord &sounding) {
+    return static_cast<std::size_t>(limited(sounding.NumLayer, 0, MaxLayers));
+}
+
+bool isResistivity(float value) {
+    constexpr float least = 1.0e-6F; // ohm-m; not above that there is none
+    return value > least && std::isfinite(value);
+}
+
+bool isUsable(const AxisLimits &limits, bool logarithmic) {
+    const PlotScale scale = {static_cast<double>(limits.low), static_cast<double>(limits.high),
+                             logarithmic};
+    return limits.high > limits.low && scale.isUsable();
+}
+
+// The windows of a sounding as cells: between the geometric means of neighbouring times, with the
+// rule for gaps on the logarithmic axis.
+void addWindows(SectionPage &page, int column, const SoundingRecord &sounding) {
+    constexpr double lone = 0.2; // of the logarithm
+    std::vector<double> places;
+    std::vector<std::size_t> indices;
+    for (std::size_t k = 0; k < windowsOf(sounding); ++k) {
+        const auto time = static_cast<double>(sounding.TWcenter[k]);
+        if (time > 0.0 && std::isfinite(time) &&
+            (places.empty() || std::log(time) > places.back())) {
+            places.push_back(std::log(time));
+            indices.push_back(k);
+        }
+    }
+    const std::vector<Stretch> cells = cellsOf(places, lone);
+    for (std::size_t i = 0; i < indices.size(); ++i) {
+        const std::size_t k = indices[i];
+        if (!isSkipped(sounding.TEMerr[k]) && isResistivity(sounding.AResObs[k])) {
+            page.windows.push_back({column, static_cast<int>(k), std::exp(cells[i].to),
+                                    std::exp(cells[i].from), sounding.AResObs[k], false});
+        }
+    }
+}
+
+double elevationOf(const SoundingRecord &sounding) {
+    return isPresent(sounding.Elevation) && std::isfinite(sounding.Elevation) ? sounding.Elevation
+                                                                              : MissingValue;
+}
+
+// Downward from the ground; layers below the depth that the data see are faded.
+void addLayers(SectionPage &page, int column, const SoundingRecord &sounding) {
+    const double ground = page.ground[static_cast<std::size_t>(column)];
+    const int seen = seenLayers(sounding);
+    double top = ground;
+    for (std::size_t i = 0; i < layersOf(sounding) && isPresent(ground); ++i) {
+        const auto thickness = static_cast<double>(sounding.ThkInv[i]);
+        if (!(thickness > 0.0) || !std::isfinite(thickness)) {
+            break;
+        }
+        const double bottom = top - thickness;
+        if (isResistivity(sounding.ResInv[i])) {
+            page.layers.push_back({column, static_cast<int>(i), bottom, top, sounding.ResInv[i],
+                                   static_cast<int>(i) >= seen});
+        }
+        top = bottom;
+    }
+}
+
+void addCells(SectionPage &page, const SurveyModel &survey) {
+    page.hasElevations =
+        std::any_of(page.columns.begin(), page.columns.end(), [&](const LineColumn &column) {
+            const double elevation = elevationOf(survey.sounding(column.sounding));
+            return isPresent(elevation) && elevation != 0.0;
+        });
+    for (std::size_t i = 0; i < page.columns.size(); ++i) {
+        const SoundingRecord &sounding = survey.sounding(page.columns[i].sounding);
+        page.stations.push_back(stationText(sounding.Station));
+        page.ground.push_back(page.hasElevations ? elevationOf(sounding) : 0.0);
+        page.misfit.push_back(soundingFit(survey.control, sounding).misfit);
+        addWindows(page, static_cast<int>(i), sounding);
+        addLayers(page, static_cast<int>(i), sounding);
+    }
+}
+
+// Whole decades or halves of them would leave much of the plot empty, so the axis ends where the
+// cells end.
+void setTimes(SectionPage &page, const SectionLimits &limits) {
+    AxisLimits time = {0.0F, 0.0F};
+    for (const SectionCell &cell : page.windows) {
+        const auto early = static_cast<float>(cell.top);
+        const auto late = static_cast<float>(cell.bottom);
+        time.low = time.low > 0.0F ? std::min(time.low, early) : early;
+        time.high = std::max(time.high, late);
+    }
+    if (limits.setTime && isUsable(limits.time, true)) {
+        time = limits.time;
+    } else if (!isUsable(time, true)) {
+        time = SectionLimits{}.time;
+    }
+    page.times = {page.layers.empty() ? TimesAlone : TimesFrame, static_cast<double>(time.high),
+                  static_cast<double>(time.low), true};
+}
+
+// From a little above the highest ground down to below what the data see: deeper by a part of
+// that, for the faded part is to be seen but not to fill the plot.
+AxisLimits ownHeights(const SectionPage &page) {
+    constexpr double margin = 0.03;
+    constexpr double fadedShare = 0.3;
+    double highest = -1.0e32;
+    double seen = 1.0e32;
+    double deepest = 1.0e32;
+    double depth = 0.0;
+    for (const SectionCell &cell : page.layers) {
+        const double ground = page.ground[static_cast<std::size_t>(cell.column)];
+        highest = std::max(highest, ground);
+        deepest = std::min(deepest, cell.bottom);
+        if (!cell.faded) {
+            seen = std::min(seen, cell.bottom);
+            depth = std::max(depth, ground - cell.bottom);
+        }
+    }
+    const double lowest = depth > 0.0 ? std::max(deepest, seen - fadedShare * depth) : deepest;
+    return {static_cast<float>(lowest), static_cast<float>(highest + margin * (highest - lowest))};
+}
+
+// Page centimetres of a unit of height over those of a unit of distance.
+double exaggerationOf(const SectionPage &page, const SectionPlot &heights, double pageShape) {
+    const PageFrame &frame = heights.frame;
+    const double across = static_cast<double>(frame.right - frame.left) / (page.right - page.left);
+    const double upward =
+        static_cast<double>(frame.top - frame.bottom) / (heights.top - heights.bottom);
+    constexpr double shapeOfPage = 0.75;
+    return upward / across * pageShape / shapeOfPage;
+}
+
+void setHeights(SectionPage &page, const SectionLimits &limits, double pageShape) {
+    if (page.layers.empty()) {
+        return;
+    }
+    const bool chosen = limits.setHeight && isUsable(limits.height, false);
+    const AxisLimits height = chosen ? limits.height : ownHeights(page);
+    SectionPlot plot = {HeightsFrame, static_cast<double>(height.low),
+                        static_cast<double>(height.high), false};
+    if (!PlotScale{plot.bottom, plot.top, false}.isUsable()) {
+        plot.bottom = plot.top - 1.0;
+    }
+    page.exaggeration = exaggerationOf(page, plot, pageShape);
+    const auto wanted = static_cast<double>(limits.exaggeration);
+    if (limits.setExaggeration && wanted > 0.0 && std::isfinite(wanted)) {
+        plot.bottom = plot.top - (plot.top - plot.bottom) * page.exaggeration / wanted;
+        page.exaggeration = wanted;
+    }
+    page.heights = plot;
+}
+
+void setResistivity(SectionPage &page, const SectionLimits &limits) {
+    page.colours = limits.colours - 1;
+    if (limits.setResistivity && isUsable(limits.resistivity, true)) {
+        page.resistivity = limits.resistivity;
+        return;
+    }
+    std::vector<float> values;
+    for (const SectionCell &cell : page.windows) {
+        values.push_back(cell.resistivity);
+    }
+    for (const SectionCell &cell : page.layers) {
+        if (!cell.faded) {
+            values.push_back(cell.resistivity);
+        }
+    }
+    page.resistivity = roundPercentiles(values);
+}
+
+// An outlier must not press the others to the ground: the axis reaches to five times the median at
+// the most, and its bar to the frame.
+void setMisfits(SectionPage &page) {
+    constexpr float most = 5.0F;
+    constexpr float least = 2.0F;
+    std::vector<float> values;
+    std::copy_if(page.misfit.begin(), page.misfit.end(), std::back_inserter(values),
+                 [](float misfit) { return isPresent(misfit) && std::isfinite(misfit); });
+    if (page.layers.empty() || values.empty()) {
+        return;
+    }
+    std::sort(values.begin(), values.end());
+    const float top = std::min(values.back() * 1.1F, most * values[values.size() / 2]);
+    page.misfits = {MisfitsFrame, 0.0, static_cast<double>(std::max(top, least)), false};
+}
+
+bool holds(const PageFrame &frame, float x, float y) {
+    return x >= frame.left && x <= frame.right && y >= frame.bottom && y <= frame.top;
+}
+
+double heightAt(const SectionPlot &plot, float y) {
+    const PlotScale scale = {plot.bottom, plot.top, plot.logarithmic};
+    const float part = (y - plot.frame.bottom) / (plot.frame.top - plot.frame.bottom);
+    return scale.valueAt(static_cast<double>(part));
+}
+
+void findCell(std::span<const SectionCell> cells, int column, double value, LineHit &hit,
+              LineHit::Kind kind) {
+    for (const SectionCell &cell : cells) {
+        const double low = std::min(cell.bottom, cell.top);
+        const double high = std::max(cell.bottom, cell.top);
+        if (cell.column == column && value >= low && value <= high) {
+            hit.kind = kind;
+            hit.index = cell.index;
+            hit.value = cell.resistivity;
+            hit.bottom = cell.bottom;
+            hit.top = cell.top;
+            return;
+        }
+    }
+}
+
+std::string number(double value) {
+    return lineNumberText(value);
+}
+
+} // namespace
+
+SectionPage sectionPage(const SurveyModel &survey, const SectionLimits &limits,
+                        std::string_view path, double pageShape) {
+    SectionPage page;
+    page.title = lineTitle(survey.control, "Section", path);
+    page.lengthUnits = survey.control.LengthUnits.str();
+    page.columns = lineColumns(survey);
+    if (!page.columns.empty()) {
+        const auto [left, right] = distanceLimits(page.columns);
+        page.left = left;
+        page.right = right;
+    }
+    addCells(page, survey);
+    setTimes(page, limits);
+    setHeights(page, limits, pageShape);
+    setResistivity(page, limits);
+    setMisfits(page);
+    return page;
+}
+
+LineHit sectionHit(const SectionPage &page, float x, float y) {
+    const PlotScale distances = {page.left, page.right, false};
+    const double distance = distances.valueAt(static_cast<double>(
+        (x - page.times.frame.left) / (page.times.frame.right - page.times.frame.left)));
+    const int column = columnAt(page.columns, distance);
+    LineHit hit;
+    const auto isIn = [&](const SectionPlot &plot) {
+        if (column < 0 || !holds(plot.frame, x, y)) {
+            return false;
+        }
+        hit.sounding = page.columns[static_cast<std::size_t>(column)].sounding;
+        return true;
+    };
+    if (isIn(page.times)) {
+        findCell(page.windows, column, heightAt(page.times, y), hit, LineHit::Kind::Window);
+    } else if (page.heights && isIn(*page.heights)) {
+        findCell(page.layers, column, heightAt(*page.heights, y), hit, LineHit::Kind::Layer);
+    } else if (page.misfits && isIn(*page.misfits)) {
+        const float misfit = page.misfit[static_cast<std::size_t>(column)];
+        hit.kind = isPresent(misfit) ? LineHit::Kind::Misfit : LineHit::Kind::Nothing;
+        hit.value = isPresent(misfit) ? misfit : 0.0F;
+    }
+    return hit;
+}
+
+std::string sectionText(const SectionPage &page, const LineHit &hit) {
+    const auto value = static_cast<double>(hit.value);
+    switch (hit.kind) {
+    case LineHit::Kind::Window:
+        return "Window " + std::to_string(hit.index + 1) + ": " +
+               number(std::sqrt(hit.bottom * hit.top)) + " msec   " + number(value) + " ohm-m";
+    case LineHit::Kind::Layer:
+        return "Layer " + std::to_string(hit.index + 1) + ": " +
+               (page.hasElevations ? number(hit.bottom) + " to " + number(hit.top)
+                                   : number(-hit.top) + " to " + number(-hit.bottom)) +
+               " " + page.lengthUnits + "   " + number(value) + " ohm-m";
+    case LineHit::Kind::Misfit:
+        return "Misfit " + number(value);
+    case LineHit::Kind::Nothing:
+        break;
+    }
+    return "";
+}
+
+} // namespace keldrin
