@@ -1,3 +1,4 @@
+#include "base/number_text.h"
 #include "line/line_drawing.h"
 #include "line/section_page.h"
 #include "page/colour_scales.h"
@@ -119,7 +120,8 @@ void drawGround(const SectionPage &page) {
 }
 
 std::string exaggerationText(double exaggeration) {
-    return "Vertical exaggeration " + lineNumberText(exaggeration);
+    return "Vertical exaggeration " + (exaggeration < 1.0 ? Number_Text(exaggeration, "(F14.2)")
+                                                          : lineNumberText(exaggeration));
 }
 
 void drawHeights(const SectionPage &page, const SectionPlot &plot, int marked) {

@@ -12,7 +12,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <span>
+#include <utility>
 
 namespace keldrin {
 
@@ -127,25 +129,45 @@ void setTimes(SectionPage &page, const SectionLimits &limits) {
                   static_cast<double>(time.low), true};
 }
 
-// From a little above the highest ground down to below what the data see: deeper by a part of
-// that, for the faded part is to be seen but not to fill the plot.
-AxisLimits ownHeights(const SectionPage &page) {
-    constexpr double margin = 0.03;
-    constexpr double fadedShare = 0.3;
-    double highest = -1.0e32;
-    double seen = 1.0e32;
-    double deepest = 1.0e32;
-    double depth = 0.0;
+float medianOf(std::vector<float> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+// Depths of the columns down to which the data see; 0 where they see nothing.
+std::vector<float> seenDepths(const SectionPage &page) {
+    std::vector<float> depths(page.columns.size(), 0.0F);
     for (const SectionCell &cell : page.layers) {
-        const double ground = page.ground[static_cast<std::size_t>(cell.column)];
-        highest = std::max(highest, ground);
-        deepest = std::min(deepest, cell.bottom);
+        const auto column = static_cast<std::size_t>(cell.column);
         if (!cell.faded) {
-            seen = std::min(seen, cell.bottom);
-            depth = std::max(depth, ground - cell.bottom);
+            depths[column] =
+                std::max(depths[column], static_cast<float>(page.ground[column] - cell.bottom));
         }
     }
-    const double lowest = depth > 0.0 ? std::max(deepest, seen - fadedShare * depth) : deepest;
+    return depths;
+}
+
+// From a little above the highest ground down to a little below what the data see. Few soundings
+// that see much deeper than the others, as resistive ground lets them, do not squeeze the rest.
+AxisLimits ownHeights(const SectionPage &page) {
+    constexpr double margin = 0.03;
+    constexpr float below = 1.15F;
+    constexpr float mostOfMedian = 1.4F;
+    const std::vector<float> depths = seenDepths(page);
+    std::vector<float> seeing;
+    std::copy_if(depths.begin(), depths.end(), std::back_inserter(seeing),
+                 [](float depth) { return depth > 0.0F; });
+    const float most = seeing.empty() ? 0.0F : mostOfMedian * medianOf(std::move(seeing));
+    double highest = -1.0e32;
+    double lowest = 1.0e32;
+    for (const SectionCell &cell : page.layers) {
+        const auto column = static_cast<std::size_t>(cell.column);
+        const double ground = page.ground[column];
+        const auto depth = static_cast<double>(std::min(depths[column] * below, most));
+        highest = std::max(highest, ground);
+        lowest = std::min(lowest, most > 0.0F ? ground - depth : cell.bottom);
+    }
     return {static_cast<float>(lowest), static_cast<float>(highest + margin * (highest - lowest))};
 }
 
@@ -208,8 +230,8 @@ void setMisfits(SectionPage &page) {
     if (page.layers.empty() || values.empty()) {
         return;
     }
-    std::sort(values.begin(), values.end());
-    const float top = std::min(values.back() * 1.1F, most * values[values.size() / 2]);
+    const float highest = *std::max_element(values.begin(), values.end());
+    const float top = std::min(highest * 1.1F, most * medianOf(std::move(values)));
     page.misfits = {MisfitsFrame, 0.0, static_cast<double>(std::max(top, least)), false};
 }
 
