@@ -236,14 +236,17 @@ void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines) {
     if (level == NoticeLevel::Log) {
         return;
     }
-    if (messageSink().status) {
+    const bool quiet = messageLog().quiet;
+    if (messageSink().status && !quiet) {
         messageSink().status(said.front().view());
     }
     if (level == NoticeLevel::Box) {
         observe(MessageKind::Error, said);
         countError(said);
         appendToErrorFile(said, true);
-        ShowErrorBox(said, true);
+        if (!quiet) {
+            ShowErrorBox(said, true);
+        }
     }
 }
 

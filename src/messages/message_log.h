@@ -53,7 +53,8 @@ struct MessageLog {
     std::string movedNotice;                ///< first log line when the files lie elsewhere
     MessageRecord record;
     int GraphicsErrorCount = 0; ///< toolkit errors so far, never reset during a run
-    bool quiet = false;         ///< errors go to ReportInfoLine in place of the box
+    /// Errors and notices go to the log and the error file alone: who sets it tells the user.
+    bool quiet = false;
     /// Called with every message before it is written, for tests.
     std::function<void(MessageKind, std::span<const MessageLine>)> observer;
 

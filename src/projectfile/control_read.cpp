@@ -17,11 +17,11 @@ constexpr std::size_t MostReportedLine = 256;
 
 void reportFault(GroupStatus status, std::string_view faultyLine) {
     if (status == GroupStatus::Faulty) {
-        ReportError({"ERROR while reading *.std file namelist block near line:",
-                     faultyLine.substr(0, MostReportedLine)});
+        ReportNotice(NoticeLevel::Box, {"ERROR while reading *.std file namelist block near line:",
+                                        faultyLine.substr(0, MostReportedLine)});
     } else {
-        ReportError(
-            {"ERROR while reading input *.std file namelist block", "Unexpected end-of-file."});
+        ReportNotice(NoticeLevel::Box, {"ERROR while reading input *.std file namelist block",
+                                        "Unexpected end-of-file."});
     }
 }
 

@@ -200,8 +200,9 @@ const TableFormat &dataTableFormat() {
 int STD_Allocate_hTrn(SurveyModel &model, int requested) {
     const int status = allocateSoundings(model, requested);
     if (status != 0) {
-        ReportError({"STD_Allocate_hTrn.ERROR",
-                     "while allocating hTrn(1:" + std::to_string(requested) + ")"});
+        ReportNotice(NoticeLevel::Box,
+                     {"STD_Allocate_hTrn.ERROR",
+                      "while allocating hTrn(1:" + std::to_string(requested) + ")"});
     }
     return status;
 }

@@ -15,7 +15,8 @@ namespace keldrin {
 /// Extension of the model file, put in place of the project's.
 inline constexpr const char *ModelExtension = ".m1d";
 
-/// The model file of a project: an existing one whatever the case of its letters.
+/// The model file of a project, an existing one whatever the case of its letters: "line.m1d" of
+/// "line.std", "line.m1d~" of "line.std~".
 std::string modelPathOf(const std::string &projectPath);
 
 /// Reads the models of the soundings in hTrn; a block of rows finds its sounding by the stations.
@@ -29,7 +30,7 @@ std::string modelPathOf(const std::string &projectPath);
 
 /// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without
 /// layers has its row of the surface alone; those that the project file leaves out are left out.
-/// What stands there is kept as replace_files.h says.
+/// What stands there is kept as kept_files.h says.
 /// changes  the source of the models becomes this file
 /// returns  what happened; a failure has been reported
 WriteOutcome M1D_File_Write(SurveyModel &model, const std::string &path);

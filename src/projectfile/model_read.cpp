@@ -5,6 +5,7 @@
 #include "messages/message_log.h"
 #include "messages/watched_reading.h"
 #include "projectfile/file_content.h"
+#include "projectfile/kept_files.h"
 #include "projectfile/model_columns.h"
 
 #include <algorithm>
@@ -179,7 +180,8 @@ void tellFaults(const ModelReading &reading, const TableScan &scan, const std::s
 } // namespace
 
 std::string modelPathOf(const std::string &projectPath) {
-    return sideFilePath(projectPath, ModelExtension);
+    // Beside a project that was kept lie the models that were kept with it.
+    return sideFilePath(projectPath, ModelExtension + std::string(keptSuffix(projectPath)));
 }
 
 int M1D_File_Read(SurveyModel &model, const std::string &path) {
@@ -194,7 +196,8 @@ int M1D_File_Read(SurveyModel &model, const std::string &path) {
     }
     LineReader reader(MostTableLine);
     if (!reader.open(path)) {
-        ReportError({"ERROR while opening layered-model file", path, reader.errorText()});
+        ReportNotice(NoticeLevel::Box,
+                     {"ERROR while opening layered-model file", path, reader.errorText()});
         return noFile;
     }
     ReportInfoLine("Reading layered-model parameters from");

@@ -58,7 +58,8 @@ int readParts(SurveyModel &model, LineReader &reader, const std::string &path,
 int readProject(SurveyModel &model, const std::string &path) {
     LineReader reader(MostGroupLine);
     if (!reader.open(path)) {
-        ReportError({"ERROR while opening KELDRIN file", path, reader.errorText()});
+        ReportNotice(NoticeLevel::Box,
+                     {"ERROR while opening KELDRIN file", path, reader.errorText()});
         return 1;
     }
     WatchedReading watched(reader, path);

@@ -7,7 +7,6 @@
 #include "projectfile/file_content.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <new>
 #include <system_error>
@@ -17,37 +16,6 @@ namespace keldrin {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// How the file in the place of a new one stands to the model in memory.
-enum class Relation { Absent, Same, Changed, Other };
-
-enum class Models { Stay, Copied, Moved };
-
-struct OldFile {
-    Relation relation = Relation::Absent;
-    FileContent content;
-};
-
-struct KeepRule {
-    bool (*applies)(const OldFile &old, const FileContent &next);
-    Models models;
-};
-/// The first rule that applies holds.
-constexpr std::array KeepRules = {
-    KeepRule{[](const OldFile &old, const FileContent & /*next*/) {
-                 return old.relation == Relation::Other;
-             },
-             Models::Moved},
-    KeepRule{[](const OldFile &old, const FileContent & /*next*/) {
-                 return old.relation == Relation::Changed;
-             },
-             Models::Copied},
-    KeepRule{[](const OldFile &old, const FileContent & /*next*/) { return !old.content.whole; },
-             Models::Copied},
-    KeepRule{
-        [](const OldFile &old, const FileContent &next) { return holdsLess(next, old.content); },
-        Models::Copied},
-};
 
 std::string settledPath(const std::string &path) {
     std::error_code error;
@@ -149,20 +117,17 @@ bool isOfOtherSource(const FileWrite &file) {
 
 /// Keeps what a new file would lose, and moves models out of its way.
 bool keepOld(Keeping &keeping, const FileWrite &file) {
-    OldFile old;
-    old.relation = relationOf(file);
-    if (old.relation == Relation::Absent) {
+    FileChange change{.relation = relationOf(file), .old = {}, .next = file.content};
+    if (change.relation == Relation::Absent) {
         const Models fate = isOfOtherSource(file) ? Models::Moved : Models::Stay;
         return file.models.empty() || keepModels(keeping, file, fate);
     }
-    old.content = old.relation == Relation::Same ? file.source->content : file.examine(file.path);
-    const auto *rule = std::find_if(KeepRules.begin(), KeepRules.end(), [&](const KeepRule &r) {
-        return r.applies(old, file.content);
-    });
-    if (rule == KeepRules.end() || differsInDatesAlone(file)) {
+    change.old = change.relation == Relation::Same ? file.source->content : file.examine(file.path);
+    const KeepRule *rule = keepRuleFor(change);
+    if (rule == nullptr || differsInDatesAlone(file)) {
         return true;
     }
-    return keep(keeping, file.path, old.content.rows, file.examine) &&
+    return keep(keeping, file.path, change.old.rows, file.examine) &&
            (file.models.empty() || keepModels(keeping, file, rule->models));
 }
 
@@ -209,19 +174,6 @@ SourceFile sourceOf(const std::string &path, const FileContent &content) {
     const auto changed = fs::last_write_time(file.path, error);
     file.modified = static_cast<std::int64_t>(changed.time_since_epoch().count());
     return error ? SourceFile{} : file;
-}
-
-std::string keptName(const std::string &path, int rows,
-                     FileContent (*examine)(const std::string &)) {
-    std::string name = path + "~";
-    if (examine != nullptr && isRegularFile(name) && examine(name).rows <= rows) {
-        return name;
-    }
-    std::error_code error;
-    for (int n = 2; fs::exists(fs::symlink_status(name, error)); ++n) {
-        name = path + "~" + std::to_string(n) + "~";
-    }
-    return name;
 }
 
 WriteOutcome replaceFiles(std::span<const FileWrite> files) {

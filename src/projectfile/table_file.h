@@ -84,7 +84,7 @@ struct TableScan {
     std::string_view line; ///< the present line without blanks around it
     bool silent = false;   ///< nothing is reported
 
-    int rows = 0;          ///< data lines so far, a cut one included
+    int rows = 0;          ///< data lines so far, without a cut one
     RowShape shape = {};   ///< of the last data line, else of the labels
     bool lacksEnd = false; ///< the text ended without a line end
     bool endsCut = false;  ///< ... and its last row is not full

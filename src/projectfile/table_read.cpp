@@ -120,9 +120,9 @@ void noteShape(TableScan &scan, TableLine kind) {
     if (kind == TableLine::Labels) {
         scan.shape = {shapeOf(scan.line, scan).fields, true};
     } else if (kind == TableLine::Data) {
-        ++scan.rows;
         const RowShape shape = shapeOf(scan.line, scan);
         scan.endsCut = scan.lacksEnd && !isFull(shape, scan.shape, scan);
+        scan.rows += scan.endsCut ? 0 : 1;
         scan.shape = shape;
     } else if (kind == TableLine::Blank && scan.lacksEnd && scan.line.size() == 1) {
         scan.endsCut = true; // all that is left of a row

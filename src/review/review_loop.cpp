@@ -88,13 +88,16 @@ void cancelChanges(Review &review, const ToolkitEvent &event) {
     forgetChanges(review);
     countAllAsUndone(review.history);
     const std::string project = review.path;
+    const int told = messageLog().record.errors;
     const int status = review.reload(review.survey, review.path);
     if (review.path != project) { // it was gone, and another one was chosen
         review.history = {};
     }
     if (review.survey.SoundingCount < 1) {
-        ReportNotice(NoticeLevel::Box, {"ERROR: The project could not be loaded again.", project,
-                                        "No soundings are loaded; Open tries once more."});
+        const bool toldWhy = messageLog().record.errors > told;
+        ReportNotice(toldWhy ? NoticeLevel::Status : NoticeLevel::Box,
+                     {"ERROR: The project could not be loaded again.", project,
+                      "No soundings are loaded; Open tries once more."});
     }
     review.status = status >= WindowClosed ? status : 0; // a failure has left no soundings
     leave(review, event);

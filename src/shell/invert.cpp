@@ -82,6 +82,15 @@ CommandProgress takeEngineLine(std::string_view line, std::string &summary) {
     return engineProgress(line);
 }
 
+// A loss is told once, by the copy; where another project is chosen, its own faults are told.
+int reopen(SurveyModel &model, std::string &path, const ProjectCopy &copy) {
+    const bool before = messageLog().quiet;
+    messageLog().quiet = before || (copy.tellsOfLoss() && pathExists(path));
+    const int status = OpenProject(model, path);
+    messageLog().quiet = before;
+    return status;
+}
+
 } // namespace
 
 int Invert(SurveyModel &model, std::string &path) {
@@ -99,12 +108,9 @@ int Invert(SurveyModel &model, std::string &path) {
         IOsCommand({EngineName, asArgument(path)}, WaitForItsEnd, line, &EngineDialog);
     reportFailedRun(path);
     copy.settle(end);
-    const int status = OpenProject(model, path);
+    const int status = reopen(model, path, copy);
     logEnd(end); // the log begins anew with the opening
-    copy.conclude(status == 0);
-    if (end.succeeded() && status == 0 && !summary.empty()) {
-        ReportNotice(NoticeLevel::Status, {summary});
-    }
+    copy.conclude(status == 0, summary);
     return status;
 }
 

@@ -1,49 +1,60 @@
 #pragma once
 
-#include "model/source_file.h"
+#include "projectfile/kept_files.h"
 #include "toolkit/toolkit.h"
 
 #include <string>
+#include <vector>
 
 namespace keldrin {
 
 /// A project and its model as they were before the engine, which writes over them and may end at
 /// any moment, in the middle of a file too.
 ///
-/// The copy lies beside the project as a project of its own, NAME.before-inversion.std, so that it
-/// can be opened. It is gone when the engine has succeeded and left as much as it found, whole.
-/// When it has failed or left less by itself, what it left is loaded, the copy stays, and a box
-/// says so. When the user has stopped it in the middle of its writing, the copy takes the place of
-/// the torn files.
+/// The copies bear the names of kept files, NAME.std~, and are gone when kept_files.h keeps
+/// nothing. When the engine has failed or left less by itself, what it left is loaded, the copies
+/// stay, and a box says so. When the user has stopped it in the middle of its writing, the copies
+/// take the place of the torn files.
 class ProjectCopy {
   public:
-    /// Copies what there is; a failure is logged, and the project is then as the engine leaves it.
+    /// Copies what there is; a failure is told, and the project is then as the engine leaves it.
     explicit ProjectCopy(const std::string &projectPath);
 
     /// To be called when the engine has ended, before its files are read.
     void settle(const CommandEnd &end);
 
-    /// To be called when they have been read. Removes the copy or tells where it is.
-    /// loaded  the project could be read
-    void conclude(bool loaded);
+    /// True when conclude() will say in a box what has become of the project, so that those who
+    /// read what is left of it need not.
+    [[nodiscard]] bool tellsOfLoss() const;
+
+    /// To be called when they have been read. Removes the copies or tells where they are.
+    /// loaded   the project could be read
+    /// summary  how the engine says that its run went; blank: nothing. For the status bar, behind
+    ///          what is told of the copies
+    void conclude(bool loaded, const std::string &summary);
 
   private:
     struct File {
         std::string path;
-        std::string copy;   ///< blank: there was no file, or it could not be copied
+        KeptCopy copy;
         FileContent before; ///< no rows: there was no file
         FileContent now;    ///< when the engine has ended
 
         [[nodiscard]] bool isTorn() const;
+        [[nodiscard]] bool isGone() const;
         [[nodiscard]] bool isUnchanged() const; ///< byte by byte
     };
 
     void copyFile(File &file);
     void putBack(const File &file);
 
-    void tellStop() const;
+    [[nodiscard]] std::string stopText() const;
+    [[nodiscard]] std::string causeText() const;
     [[nodiscard]] std::string countsText() const;
+    [[nodiscard]] std::vector<std::string> keptNames() const;
+    void finishCopies();
     void tellLoss() const;
+    void tellEnd(const std::string &words) const;
 
     File project_;
     File model_;

@@ -97,6 +97,26 @@ TEST_F(MessageLogTest, TheLevelOfANoticeSaysHowFarItGoes) {
     EXPECT_EQ(messageLog().record.errors, 1);
 }
 
+TEST_F(MessageLogTest, WhatACallerTellsItselfIsNotShownTwice) {
+    const MessageSink before = messageSink();
+    int shown = 0;
+    messageSink().status = [&](std::string_view) {
+        ++shown;
+    };
+    messageSink().box = [&](std::span<const MessageLine>, bool) {
+        ++shown;
+        return true;
+    };
+    ReportNotice(NoticeLevel::Box, {"one"});
+    EXPECT_EQ(shown, 2);
+    messageLog().quiet = true;
+    ReportNotice(NoticeLevel::Box, {"two"});
+    ReportNotice(NoticeLevel::Status, {"three"});
+    messageSink() = before;
+    EXPECT_EQ(shown, 2);
+    EXPECT_THAT(errText(), EndsWith("\n\n two\n"));
+}
+
 TEST_F(MessageLogTest, TheRecordCountsWarningsAndKeepsTheFirstError) {
     ReportInfoLine("not counted");
     for (int i = 0; i < 200; ++i) {

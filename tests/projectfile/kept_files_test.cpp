@@ -113,6 +113,14 @@ TEST_F(KeptFiles, ANewProjectNeverMeetsTheModelsOfAnotherOne) {
     EXPECT_EQ(model.source.project.path, fs::canonical(project).string());
 }
 
+TEST_F(KeptFiles, AKeptProjectIsOpenedWithTheModelsKeptWithIt) {
+    EXPECT_EQ(modelPathOf("d/line.std~"), "d/line.m1d~");
+    EXPECT_EQ(modelPathOf("d/line.std~12~"), "d/line.m1d~12~");
+    EXPECT_EQ(modelPathOf("d/line.std"), "d/line.m1d");
+    EXPECT_EQ(modelPathOf("d/line~.std"), "d/line~.m1d");
+    EXPECT_EQ(modelPathOf("d/line.std12~"), "d/line.m1d~");
+}
+
 TEST_F(KeptFiles, AKeptFileGivesWayOnlyToOneWithAsManyRows) {
     layOut();
     const std::string more = oldProject + "2150,1,1,1,2150,2150,1,1,1\n";

@@ -156,8 +156,7 @@ class FlowFaults : public testing::TestWithParam<std::size_t> {
         for (const auto &[name, content] : found) {
             const bool isOld = before.count(name) > 0 && content == before.at(name);
             const bool isNew = after.count(name) > 0 && content == after.at(name);
-            const bool isCopy = name.find('~') != std::string::npos ||
-                                name.find("before-inversion") != std::string::npos;
+            const bool isCopy = name.find('~') != std::string::npos;
             EXPECT_TRUE(isOld || isNew || (isCopy && (content == Project || content == Models)))
                 << where << ": " << name;
         }

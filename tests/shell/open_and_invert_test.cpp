@@ -127,12 +127,11 @@ TEST_F(OpenAndInvert, WhatTheDiskHoldsReplacesTheModel) {
     EXPECT_EQ(model.hTrn[0].TEMerr[0], 3.0F);
     EXPECT_EQ(model.hTrn[0].ThkInv[0], 10.0F);
     EXPECT_EQ(model.hTrn[1].NumLayer, 0);
-    const std::string kept = directory.path("line.before-inversion.std");
+    const std::string kept = directory.path("line.std~");
     EXPECT_THAT(messages.errors,
                 ElementsAre("ERROR: rkeldrin ended with exit code 3.|Before: 2 soundings, 2 "
-                            "windows, 2 models; now: 2 soundings, 2 windows, 1 models.|The project "
-                            "as it was before the inversion is kept in|" +
-                            kept));
+                            "windows, 2 models; now: 2 soundings, 2 windows, 1 models.|What was "
+                            "there before the inversion is kept as|line.std~|line.m1d~"));
     EXPECT_THAT(messages.infos, Contains("rkeldrin ended with exit code 3."));
     EXPECT_TRUE(std::filesystem::exists(kept));
 }
@@ -153,7 +152,7 @@ TEST_F(OpenAndInvert, AFailureThatChangedNothingKeepsNoCopy) {
         EXPECT_EQ(Invert(model, path), 0);
         EXPECT_THAT(messages.errors,
                     ElementsAre(std::string(c.told) + "|The project is as it was before."));
-        EXPECT_FALSE(std::filesystem::exists(directory.path("line.before-inversion.std")));
+        EXPECT_FALSE(std::filesystem::exists(directory.path("line.std~")));
     }
 }
 

@@ -286,22 +286,32 @@ TEST_F(WatchedEngine, StoppedWithFewerModelsThanBeforeTheOldOnesAreKept) {
     EXPECT_EQ(invertBy("head -n 3 line.m1d > new; mv new line.m1d\n" + hang), 0);
     EXPECT_EQ(model.hTrn[0].NumLayer, 1);
     EXPECT_EQ(model.hTrn[1].NumLayer, 0);
-    EXPECT_EQ(content("line.before-inversion.m1d"), Models);
-    EXPECT_THAT(messages.infos, Contains("Inversion stopped; the project is as rkeldrin left it."));
+    EXPECT_EQ(content("line.m1d~"), Models);
+    EXPECT_THAT(messages.infos.back(), "Kept as it was before: line.std~, line.m1d~; Inversion "
+                                       "stopped; the project is as rkeldrin left it.");
 }
 
 TEST_F(WatchedEngine, EndedByItselfWithTornFilesACopyIsKeptThatCanBeOpened) {
     EXPECT_EQ(invertBy("head -c -9 line.std > half; cat half > line.std; rm half\n"), 0);
     EXPECT_EQ(model.SoundingCount, 1) << "what the disk holds is loaded";
-    std::string kept = directory.path("line.before-inversion.std");
-    EXPECT_EQ(messages.infos.back(), MessageLine(kept).view());
+    std::string kept = directory.path("line.std~");
+    EXPECT_THAT(messages.infos, Contains("line.std~"));
     EXPECT_EQ(OpenProject(model, kept), 0);
     EXPECT_EQ(model.SoundingCount, 2);
     EXPECT_EQ(model.hTrn[0].NumLayer, 2);
 
     EXPECT_EQ(invertBy(": > line.std\n"), 1);
-    EXPECT_EQ(content("line.before-inversion.std"), Project) << "the first copy stays";
-    EXPECT_TRUE(std::filesystem::exists(directory.path("line.before-inversion-2.std")));
+    EXPECT_EQ(content("line.std~"), Project) << "it has more rows than what was torn later";
+    EXPECT_TRUE(std::filesystem::exists(directory.path("line.std~2~")));
+}
+
+TEST_F(WatchedEngine, WhatWasKeptAndHowTheRunWentAreOneNotice) {
+    EXPECT_EQ(invertBy("head -n 3 line.m1d > new; mv new line.m1d\n"
+                       "echo '2 iterations, median misfit 0.7'\n"),
+              0);
+    EXPECT_EQ(messages.infos.back(),
+              "Kept as it was before: line.std~, line.m1d~; 2 iterations, median misfit 0.7");
+    EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("left less than it found")));
 }
 
 TEST_F(WatchedEngine, ACloseRequestWaitsForItsEnd) {
