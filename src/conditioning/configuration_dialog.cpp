@@ -152,7 +152,8 @@ constexpr ControlSpec saveAs() {
             .label = "Save As",
             .unit = ProjectExtension,
             .length = 255,
-            .field = fieldTakenBy<takeBaseName, &Configuration::name, &ProjectName::base>()};
+            .field = fieldTakenBy<takeBaseName, &Configuration::name, &ProjectName::base>(
+                "is no name of a file")};
 }
 
 using namespace ConfigurationControl;

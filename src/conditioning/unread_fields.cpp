@@ -9,9 +9,8 @@ void reportUnreadFields(const std::vector<UnreadField> &fields) {
     if (lines.size() == 1) {
         ReportNotice(NoticeLevel::Status, {lines.front()});
     } else if (!lines.empty()) { // the status bar shows the first line alone
-        ReportNotice(NoticeLevel::Status, {std::to_string(lines.size()) +
-                                           " fields cannot be read and keep their values, see the "
-                                           "log."});
+        ReportNotice(NoticeLevel::Status,
+                     {std::to_string(lines.size()) + " fields keep their values, see the log."});
         for (const std::string &line : lines) {
             ReportNotice(NoticeLevel::Log, {line});
         }

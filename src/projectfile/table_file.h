@@ -62,8 +62,8 @@ struct TableFormat {
     int maxCells = static_cast<int>(MostTableColumns);
 };
 
-inline constexpr std::size_t MostTableLine = 256; ///< bytes of a line; the rest is cut
-inline constexpr std::size_t MostTableCell = 32;  ///< bytes of a cell
+inline constexpr std::size_t MostTableLine = 8192; ///< bytes of a line; the rest is cut
+inline constexpr std::size_t MostTableLabel = 32;  ///< bytes of a column label
 
 /// What tells a full row from one that was cut off.
 struct RowShape {

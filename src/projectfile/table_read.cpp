@@ -35,7 +35,7 @@ int matchLabels(TableScan &scan) {
     LabelMatch options;
     options.exactMatch = false; // "TEMOBS(nV/Am2)" is "TEMOBS"
     options.maxCols = scan.format.maxCells;
-    options.width = MostTableCell;
+    options.width = MostTableLabel;
     return scan.format.aliases.empty()
                ? Str_Column_Labels(scan.line, options, scan.labels, scan.map)
                : Str_Column_Labels_Alias(scan.line, options, scan.format.aliases, scan.labels,
@@ -155,7 +155,7 @@ TableLine classifyTableLine(std::string_view &line) {
 }
 
 void splitTableRow(TableScan &scan) {
-    Str_Split_Columns(scan.line, scan.format.maxCells, MostTableCell, scan.cells);
+    Str_Split_Columns(scan.line, scan.format.maxCells, MostTableLine, scan.cells);
 }
 
 bool nextDataLine(TableScan &scan) {

@@ -25,25 +25,24 @@ std::string depthTitle(const Answers &answers) {
     return "Depth (" + answers.lengthUnits + ")";
 }
 
-// A field does not accept what its axis cannot show.
-template <auto isOnAxis>
+/// What an axis can show; a field does not accept anything else.
+struct AxisRule {
+    bool (*holds)(float value);
+    std::string_view refusal;
+};
+constexpr AxisRule ArcSinhAxis = {[](float value) { return std::isfinite(ArcSinh(value)); },
+                                  "is too large for the axis"};
+constexpr AxisRule LinearAxis = {[](float value) { return std::isfinite(value); },
+                                 "is too large for the axis"};
+constexpr AxisRule LogarithmicAxis = {
+    [](float value) { return std::isfinite(value) && value > 0.0F; }, "is not above 0"};
+
+template <const AxisRule &rule>
 bool takeEnd(float &end, const FieldValue &value) {
     const auto typed = static_cast<float>(std::get<double>(value));
-    const bool accepted = isOnAxis(typed);
+    const bool accepted = rule.holds(typed);
     end = accepted ? typed : end;
     return accepted;
-}
-
-bool isOnArcSinhAxis(float value) {
-    return std::isfinite(ArcSinh(value));
-}
-
-bool isOnLinearAxis(float value) {
-    return std::isfinite(value);
-}
-
-bool isOnLogarithmicAxis(float value) {
-    return std::isfinite(value) && value > 0.0F;
 }
 
 constexpr ControlSpec group(int id, std::string_view label) {
@@ -54,13 +53,13 @@ constexpr ControlSpec title(int id, std::string_view label, FieldAccess field = 
     return {.id = id, .label = label, .field = field, .look = StaticLook::RowTitle};
 }
 
-template <auto Axis, auto End, auto isOnAxis>
+template <auto Axis, auto End, const AxisRule &rule>
 constexpr ControlSpec limit(int id, std::string_view format, std::string_view name) {
     return {.id = id,
             .kind = Real,
             .label = End == &AxisEnds::maximum ? "maximum" : "minimum",
             .format = format,
-            .field = fieldTakenBy<takeEnd<isOnAxis>, Axis, End>(),
+            .field = fieldTakenBy<takeEnd<rule>, Axis, End>(rule.refusal),
             .name = name,
             .sameRow = true,
             .labelAbove = true};
@@ -72,20 +71,20 @@ constexpr auto Minimum = &AxisEnds::minimum;
 constexpr std::array Controls = {
     group(4011, "TEM Data Plot Limits"),
     title(DataTitle, "dBz/dt", shownBy<dataTitle>()),
-    limit<&Answers::data, Maximum, isOnArcSinhAxis>(DataMaximum, FourDigits, "dBz/dt maximum"),
-    limit<&Answers::data, Minimum, isOnArcSinhAxis>(DataMinimum, FourDigits, "dBz/dt minimum"),
+    limit<&Answers::data, Maximum, ArcSinhAxis>(DataMaximum, FourDigits, "dBz/dt maximum"),
+    limit<&Answers::data, Minimum, ArcSinhAxis>(DataMinimum, FourDigits, "dBz/dt minimum"),
     title(4012, "Time (msec)"),
-    limit<&Answers::time, Maximum, isOnLogarithmicAxis>(TimeMaximum, FourDigits, "Time maximum"),
-    limit<&Answers::time, Minimum, isOnLogarithmicAxis>(TimeMinimum, FourDigits, "Time minimum"),
+    limit<&Answers::time, Maximum, LogarithmicAxis>(TimeMaximum, FourDigits, "Time maximum"),
+    limit<&Answers::time, Minimum, LogarithmicAxis>(TimeMinimum, FourDigits, "Time minimum"),
     group(4013, "Smooth-Model Plot Limits"),
     title(DepthTitle, "Depth", shownBy<depthTitle>()),
-    limit<&Answers::depth, Maximum, isOnLinearAxis>(DepthMaximum, OneDecimal, "Depth maximum"),
-    limit<&Answers::depth, Minimum, isOnLinearAxis>(DepthMinimum, OneDecimal, "Depth minimum"),
+    limit<&Answers::depth, Maximum, LinearAxis>(DepthMaximum, OneDecimal, "Depth maximum"),
+    limit<&Answers::depth, Minimum, LinearAxis>(DepthMinimum, OneDecimal, "Depth minimum"),
     title(4014, "Resistivity (ohm-m)"),
-    limit<&Answers::resistivity, Maximum, isOnLogarithmicAxis>(ResistivityMaximum, FourDigits,
-                                                               "Resistivity maximum"),
-    limit<&Answers::resistivity, Minimum, isOnLogarithmicAxis>(ResistivityMinimum, FourDigits,
-                                                               "Resistivity minimum"),
+    limit<&Answers::resistivity, Maximum, LogarithmicAxis>(ResistivityMaximum, FourDigits,
+                                                           "Resistivity maximum"),
+    limit<&Answers::resistivity, Minimum, LogarithmicAxis>(ResistivityMinimum, FourDigits,
+                                                           "Resistivity minimum"),
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };

@@ -13,10 +13,9 @@ namespace {
 template <class Real>
 void readColumns(std::string_view line, std::span<const int> iVarCol, std::span<Real> values,
                  int (*read)(std::string_view, Real, Real &)) {
-    constexpr std::size_t Width = 32;
     SplitCells cells;
     const auto lastColumn = std::max_element(iVarCol.begin(), iVarCol.end());
-    Str_Split_Columns(line, lastColumn == iVarCol.end() ? 0 : *lastColumn, Width, cells);
+    Str_Split_Columns(line, lastColumn == iVarCol.end() ? 0 : *lastColumn, line.size(), cells);
     for (std::size_t k = 0; k < values.size(); ++k) {
         const int column = k < iVarCol.size() ? iVarCol[k] : 0;
         if (read(cells.column(column), MissingValue, values[k]) != CellRead) {

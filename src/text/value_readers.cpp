@@ -16,7 +16,7 @@ namespace keldrin {
 
 namespace {
 
-/// Cells of numbers are looked at for INF, and reals are read, up to here.
+/// Cells of numbers are looked at for INF up to here.
 constexpr std::size_t NumericWidth = 32;
 
 /// True when a text holds INF in any case. A word such as "INFO" counts too.
@@ -31,13 +31,12 @@ bool holdsInfinity(std::string_view text) {
 
 /// A null value, such as a lone comma, is a good read of the default.
 template <class Number>
-int readNumber(std::string_view cell, std::string_view number, Number defaultValue,
-               Number &result) {
+int readNumber(std::string_view cell, Number defaultValue, Number &result) {
     result = defaultValue;
     if (isEmptyCell(cell) || holdsInfinity(cell.substr(0, NumericWidth))) {
         return CellEmpty;
     }
-    return readFreeForm(number, result) == FreeForm::Failed ? CellFailed : CellRead;
+    return readFreeForm(cell, result) == FreeForm::Failed ? CellFailed : CellRead;
 }
 
 constexpr bool isLetter(char c) {
@@ -65,16 +64,16 @@ constexpr CellWords YesNoWords = {"ERROR reading ", " Yes/No, True/False or 1/0 
 } // namespace
 
 int Cell_to_Int(std::string_view cell, std::int32_t defaultValue, std::int32_t &result) {
-    return readNumber(cell, cell, defaultValue, result);
+    return readNumber(cell, defaultValue, result);
 }
 int Cell_to_Int8(std::string_view cell, std::int64_t defaultValue, std::int64_t &result) {
-    return readNumber(cell, cell, defaultValue, result);
+    return readNumber(cell, defaultValue, result);
 }
 int Cell_to_R4(std::string_view cell, float defaultValue, float &result) {
-    return readNumber(cell, cell.substr(0, NumericWidth), defaultValue, result);
+    return readNumber(cell, defaultValue, result);
 }
 int Cell_to_R8(std::string_view cell, double defaultValue, double &result) {
-    return readNumber(cell, cell.substr(0, NumericWidth), defaultValue, result);
+    return readNumber(cell, defaultValue, result);
 }
 
 int Cell_to_Place(std::string_view cell, double defaultValue, double &result) {

@@ -46,11 +46,12 @@ struct FromRecord {
 };
 
 /// A field of a record. `set` returns false when the field does not accept the value; without it
-/// the control only shows.
+/// the control only shows. `refusal` is then said of the value: "is not above 0".
 struct FieldAccess {
     RecordType record = nullptr;
     FieldValue (*get)(const void *) = nullptr;
     bool (*set)(void *, const FieldValue &) = nullptr;
+    std::string_view refusal = "is not accepted";
 };
 
 namespace dialog_field {
@@ -145,9 +146,11 @@ consteval FieldAccess fieldOf() {
 
 /// The same for a field with a rule of its own: take(field, value) stores a read value, or returns
 /// false without a change when the field does not accept it.
+/// refusal  what is said of such a value
 template <auto take, auto... Path>
-consteval FieldAccess fieldTakenBy() {
+consteval FieldAccess fieldTakenBy(std::string_view refusal) {
     FieldAccess access = fieldOf<Path...>();
+    access.refusal = refusal;
     access.set = [](void *record, const FieldValue &value) {
         return take(dialog_field::fieldIn<Path...>(record), value);
     };

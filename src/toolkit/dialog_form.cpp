@@ -106,19 +106,26 @@ std::optional<FieldValue> shownIn(const ControlSpec &row) {
     }
 }
 
+enum class RowRead { Stored, Unreadable, Refused };
+
 // A value that the record has already is not stored again: no rule can object to it.
-bool readRow(const ControlSpec &row, void *record) {
+RowRead readRow(const ControlSpec &row, void *record) {
     const std::optional<FieldValue> value = shownIn(row);
-    return value && (*value == row.field.get(record) || row.field.set(record, *value));
+    if (!value) {
+        return RowRead::Unreadable;
+    }
+    return *value == row.field.get(record) || row.field.set(record, *value) ? RowRead::Stored
+                                                                            : RowRead::Refused;
 }
 
 bool isReadBack(const ControlSpec &row) {
     return row.field.set != nullptr && (row.readWhileDisabled || WDialogIsEnabled(row.id));
 }
 
-UnreadField unread(const ControlSpec &row, const void *record) {
+UnreadField unread(const ControlSpec &row, const void *record, RowRead result) {
     UnreadField field;
     field.name = withoutMnemonic(row.name.empty() ? row.label : row.name);
+    field.why = result == RowRead::Refused ? row.field.refusal : "cannot be read";
     WDialogGetString(row.id, field.typed);
     const FieldValue kept = row.field.get(record);
     if (const double *number = std::get_if<double>(&kept)) {
@@ -167,8 +174,9 @@ std::vector<UnreadField> readFields(const DialogSpec &spec, void *record) {
     std::vector<UnreadField> faulty;
     for (const ControlSpec &row : spec.controls) {
         const bool tells = isNumber(row) || row.kind == ControlKind::Text;
-        if (isReadBack(row) && !readRow(row, record) && tells) {
-            faulty.push_back(unread(row, record));
+        const RowRead result = isReadBack(row) ? readRow(row, record) : RowRead::Stored;
+        if (result != RowRead::Stored && tells) {
+            faulty.push_back(unread(row, record, result));
         }
     }
     return faulty;
@@ -176,7 +184,7 @@ std::vector<UnreadField> readFields(const DialogSpec &spec, void *record) {
 
 bool readField(const DialogSpec &spec, int id, void *record) {
     const ControlSpec *row = findRow(spec, id);
-    return row != nullptr && row->field.set != nullptr && readRow(*row, record);
+    return row != nullptr && row->field.set != nullptr && readRow(*row, record) == RowRead::Stored;
 }
 
 // In the width of the control: the limit 0.1 of a 32-bit real is that real.
@@ -241,7 +249,7 @@ std::vector<std::string> unreadLines(std::span<const UnreadField> fields) {
     for (const UnreadField &field : fields) {
         const std::string_view typed = cutText(field.typed, longest);
         const char *more = typed.size() < field.typed.size() ? "..." : "";
-        lines.push_back(field.name + ": \"" + std::string(typed) + more + "\" cannot be read; " +
+        lines.push_back(field.name + ": \"" + std::string(typed) + more + "\" " + field.why + "; " +
                         field.stands + " stays.");
     }
     return lines;

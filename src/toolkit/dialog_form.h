@@ -14,10 +14,11 @@ namespace keldrin {
 // within which limits. The functions here are the only way between the two; they act on the
 // selected dialog, which must be the one of the table.
 
-/// A field that could not be read back; the record keeps its value.
+/// A field whose text cannot be read, or is not accepted; the record keeps its value.
 struct UnreadField {
     std::string name;
     std::string typed;
+    std::string why;    ///< "cannot be read", or what its rule says
     std::string stands; ///< as the control would show it, with its unit
 
     bool operator==(const UnreadField &) const = default;
@@ -80,13 +81,14 @@ void followRecord(const DialogForm<Record> &form, const Record &record) {
 
 /// Reads all controls back but those that are disabled (see ControlSpec::readWhileDisabled).
 /// A number whose text was not changed comes back exactly as it was put.
-/// returns  the fields whose text cannot be read, in the order of the table
+/// returns  the fields that keep their values, in the order of the table
 template <class Record>
 [[nodiscard]] std::vector<UnreadField> readFields(const DialogForm<Record> &form, Record &record) {
     return dialog_form::readFields(form, &record);
 }
 
-/// Reads one control. False when it cannot be read; the field then keeps its value.
+/// Reads one control. False when it cannot be read, or is not accepted; the field then keeps its
+/// value.
 template <class Record>
 bool readField(const DialogForm<Record> &form, int id, Record &record) {
     return dialog_form::readField(form, id, &record);

@@ -207,7 +207,7 @@ TEST_F(ConfigurationDialogTest, WhatCannotBeReadIsNamedAndKeepsItsValue) {
     EXPECT_EQ(model.control.XTxLength, before.XTxLength);
     EXPECT_EQ(model.control.YTxLength, 200.0F);
     EXPECT_THAT(unreadTold(),
-                ElementsAre("3 fields cannot be read and keep their values, see the log.",
+                ElementsAre("3 fields keep their values, see the log.",
                             "Tx Loop Size x along line: \"\" cannot be read; 100.0 stays.",
                             "# Turns: \"2.5\" cannot be read; 1 stays.",
                             "Transmitter Ramp Time: \"5O\" cannot be read; 50.0 usec stays."));

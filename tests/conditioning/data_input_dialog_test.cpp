@@ -80,7 +80,7 @@ TEST_F(DataInputDialogTest, UnreadableFieldsOfEveryLineThatWasShownAreTold) {
     EXPECT_THAT(model.lines.entries[0].scaling.RxAreaXYZ, ElementsAre(1000.0F, 1000.0F, 1000.0F));
     EXPECT_THAT(model.preset.RxAreaXYZ, ElementsAre(50.0F, 50.0F, 50.0F));
     EXPECT_THAT(unreadTold(),
-                ElementsAre("2 fields cannot be read and keep their values, see the log.",
+                ElementsAre("2 fields keep their values, see the log.",
                             "Effective Area across-line Y: \"a\" cannot be read; 1000. m^2 stays.",
                             "Effective Area vertical Z: \"b\" cannot be read; 50.00 m^2 stays."));
     messages.infos.clear();

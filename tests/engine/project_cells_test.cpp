@@ -162,10 +162,11 @@ TEST_F(CalculatedCells, TheLastLineMayLackItsEndOrEndAtAMark) {
 TEST_F(CalculatedCells, RowsThatWouldNotBeReadAsBeforeAreAFault) {
     const std::string labels =
         "TEMcalc,Station,East,North,Elevation,TWcenter,TWwidth,TEMobs,AResObs,TEMerr\n";
-    const std::string longRow =
-        "7,1,2,3,4,.1,.05,5,7," + std::string(256 - 25, ' ') + ".123\n"; // ends at byte 256
+    const std::string longRow = "7,1,2,3,4,.1,.05,5,7," + std::string(MostTableLine - 25, ' ') +
+                                ".123\n"; // ends at the last byte that is read
     const RewrittenProject project = rewrite("TEMUnits='nV'", labels + longRow);
-    EXPECT_THAT(project.fault, HasSubstr("longer than 256 bytes"));
+    EXPECT_THAT(project.fault,
+                HasSubstr("longer than " + std::to_string(MostTableLine) + " bytes"));
 }
 
 TEST_F(CalculatedCells, ATableOfEighteenColumnsHasNoPlaceForMore) {

@@ -1,5 +1,5 @@
-// The example surveys, each file of them cut at the ends of lines and at places within lines:
-// whatever is lost is told wherever the file shows it.
+// The example surveys, each file of them cut at the end of every line and at 100 places within
+// lines: whatever is lost is told wherever the file shows it.
 
 #include "import/amira/file.h"
 #include "import/avg_file.h"
@@ -19,14 +19,15 @@
 #include <filesystem>
 #include <ostream>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
 namespace keldrin {
 namespace {
 
-constexpr std::size_t LineCuts = 30;
 constexpr std::size_t CutsWithinLines = 100;
+constexpr std::size_t RowsKept = 120; ///< of a long file, at its begin and at its end
 
 /// A file of an example survey that is cut, and how the survey's data are read.
 struct CutCase {
@@ -58,6 +59,33 @@ constexpr CutCase Cases[] = {
     {"amira_uv", ".tem", ".stn", AMR_Count, AMR_Read},
 };
 
+std::vector<std::string> linesOf(const std::string &text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) {
+        lines.push_back(line + "\n");
+    }
+    return lines;
+}
+
+/// A long table without the rows of its middle, which are read as those before them.
+std::string shortened(const std::string &text) {
+    const auto isRow = [](const std::string &line) {
+        return line.find_first_of("0123456789") == line.find_first_not_of(' ');
+    };
+    const std::vector<std::string> lines = linesOf(text);
+    const auto rows = static_cast<std::size_t>(std::count_if(lines.begin(), lines.end(), isRow));
+    std::string out;
+    std::size_t row = 0;
+    for (const std::string &line : lines) {
+        row += isRow(line) ? 1 : 0;
+        if (!isRow(line) || row <= RowsKept || row + RowsKept > rows) {
+            out += line;
+        }
+    }
+    return out;
+}
+
 /// Lengths to which a text is cut.
 std::vector<std::size_t> cuts(const std::string &text) {
     std::vector<std::size_t> ends = {0};
@@ -67,8 +95,6 @@ std::vector<std::size_t> cuts(const std::string &text) {
         }
     }
     std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed): the same on every run
-    std::shuffle(ends.begin() + 1, ends.end(), random);
-    ends.resize(std::min(ends.size(), LineCuts));
     for (std::size_t i = 0; i < CutsWithinLines; ++i) {
         ends.push_back(random() % text.size());
     }
@@ -133,7 +159,8 @@ class CutSurveys : public testing::TestWithParam<CutCase> {
 
 TEST_P(CutSurveys, WhatIsLostIsTold) {
     const std::string cutFile = file(GetParam().cut);
-    const std::string text = fileContent(cutFile);
+    const std::string text = shortened(fileContent(cutFile));
+    putFile(cutFile, text);
     const Yield whole = read();
     ASSERT_GT(whole.soundings, 0);
     ASSERT_GT(whole.stations, 0U);

@@ -125,6 +125,13 @@ TEST_F(DataTable, ABadCellIsReportedAndTheRowGoesOn) {
     EXPECT_EQ(sounding(0).East, 0.0);
 }
 
+TEST_F(DataTable, LongCellsAndLinesAreReadToTheirEnds) {
+    const std::string zeros(300, '0');
+    ASSERT_EQ(readTable("100,1,2,3,0.1,0.05,5." + zeros + "E+04,3\n"), 0);
+    EXPECT_EQ(sounding(0).TEMobs[0], 5.0E4F);
+    EXPECT_THAT(messages.errors, IsEmpty());
+}
+
 TEST_F(DataTable, StationsWithinAThousandthAreOneSounding) {
     const std::string labels = "Station East North Elevation RxStn TxStn TWcenter TWwidth TEMobs "
                                "TEMerr\n";

@@ -115,7 +115,7 @@ TEST_F(LimitsDialog, WhatNoAxisCanShowKeepsTheOldValue) {
     EXPECT_TRUE(messages.errors.empty());
     ASSERT_EQ(messages.infos.size(), faulty.size()) << "each is told once";
     EXPECT_EQ(messages.infos[0], "Time maximum: \"long\" cannot be read; 100.0 stays.");
-    EXPECT_EQ(messages.infos[1], "Time minimum: \"0\" cannot be read; 1.000E-2 stays.");
+    EXPECT_EQ(messages.infos[1], "Time minimum: \"0\" is not above 0; 1.000E-2 stays.");
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0) << "nobody else may find the error";
 }
 

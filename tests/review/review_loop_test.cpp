@@ -3,6 +3,7 @@
 #include "page/drawing.h"
 #include "page/hardcopy.h"
 #include "review_line.h"
+#include "support/failing_files.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/paged_document.h"
@@ -14,6 +15,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <functional>
@@ -206,6 +208,38 @@ TEST_F(ReviewTest, ClicksSetAndClearAndTheProjectIsWrittenOnExit) {
     EXPECT_TRUE(wasWritten()) << "also after a click beside every point";
     review({"click left 18 9", "key x"});
     EXPECT_TRUE(wasWritten()) << "or on the model plot";
+}
+
+TEST_F(ReviewTest, AWriteThatFailsAtTheEndIsToldAndTheMarksStay) {
+    const auto leftOver = [this] {
+        const std::filesystem::directory_iterator files(directory.path());
+        return std::count_if(begin(files), end(files), [](const auto &file) {
+            return file.path().filename() != "line.std" && file.path().filename() != "line.std~";
+        });
+    };
+    const std::vector<SoundingRecord> unmarked = survey.hTrn;
+    review({leftClick(Windows[1]), "key x"});
+    const std::string before = fileContent(path);
+    const int calls = spoilEveryCall(
+        FileFault::Fails,
+        [&] {
+            messages.errors.clear();
+            survey.hTrn = unmarked;
+            putFile(path, before);
+        },
+        [&] {
+            EXPECT_EQ(review({leftClick(Windows[0]), "auto box ok quiet", "key x"}), 0);
+        },
+        [&](const SpoiledCall &spoiled) {
+            EXPECT_EQ(marks(1), "100") << spoiled.text();
+            EXPECT_TRUE(fileContent(path) != before || !messages.errors.empty()) << spoiled.text();
+            if (!messages.errors.empty()) {
+                EXPECT_EQ(fileContent(path), before) << spoiled.text();
+                EXPECT_THAT(transcript, HasSubstr("ask box")) << spoiled.text();
+            }
+            EXPECT_EQ(leftOver(), 0) << spoiled.text();
+        });
+    EXPECT_GT(calls, 0);
 }
 
 TEST_F(ReviewTest, OnlyAProjectIsWrittenOver) {

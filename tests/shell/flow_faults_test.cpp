@@ -12,6 +12,7 @@
 #include "support/failing_files.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
+#include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/scripted/answering_backend.h"
@@ -52,7 +53,10 @@ class FlowBackend : public AnsweringBackend {
     std::optional<std::string> chooseFile(const FileRequest & /*request*/) override {
         return choice;
     }
+    void addRecentFile(const std::string &path) override { recent.push_back(path); }
+
     std::optional<std::string> choice;
+    std::vector<std::string> recent;
 };
 
 /// The files of a directory, by name.
@@ -199,6 +203,40 @@ INSTANTIATE_TEST_SUITE_P(Each, FlowFaults, testing::Range(std::size_t{0}, flows(
                              std::erase(name, ' ');
                              return name;
                          });
+
+/// Runs a flow with every call failing in turn: it lists a file exactly when it has succeeded.
+void expectOnlyListedWhen(const std::function<void(OpenedProject &)> &run,
+                          const std::function<bool(const OpenedProject &)> &succeeded) {
+    std::unique_ptr<OpenedProject> project;
+    const int calls = spoilEveryCall(
+        FileFault::Fails,
+        [&] {
+            project.reset();
+            project = std::make_unique<OpenedProject>();
+            project->backend.recent.clear();
+        },
+        [&] { run(*project); },
+        [&](const SpoiledCall &spoiled) {
+            EXPECT_EQ(project->backend.recent.size(), succeeded(*project) ? 1U : 0U)
+                << spoiled.text();
+        });
+    EXPECT_GT(calls, 0);
+}
+
+TEST(RecentFiles, HoldOnlyWhatWasOpenedOrMade) {
+    expectOnlyListedWhen([](OpenedProject &p) { static_cast<void>(OpenProject(p.model, p.path)); },
+                         [](const OpenedProject &p) { return p.model.SoundingCount > 0; });
+    expectOnlyListedWhen(
+        [](OpenedProject &p) {
+            p.path = p.directory.path("field.avg");
+            std::filesystem::copy(std::string(SourceDirectory) + "/tests/scenarios/data/tiny.avg",
+                                  p.path);
+            static_cast<void>(BuildNewModel(p.model, p.path));
+        },
+        [](const OpenedProject &p) {
+            return std::filesystem::exists(p.directory.path("field.std"));
+        });
+}
 
 } // namespace
 } // namespace keldrin

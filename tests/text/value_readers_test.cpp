@@ -87,8 +87,8 @@ TEST(ValueReaders, PlainNumbers) {
                         {"1 inf", -1, 7.0F},
                         {"NaN", 1, 7.0F},
                         {"1e39", 1, 7.0F},
-                        // 32 characters are read, of which the last is the first digit
-                        {"                               123", 0, 1.0F},
+                        {"                               123", 0, 123.0F},
+                        {"1.0000000000000000000000000000000000E+02", 0, 100.0F},
                         {"1                               inf", 0, 1.0F}},
                        7.0F, Val_Read_R4);
     expectCells<double>({{"1e39", 0, 1e39}, {"abc", 1, 7.0}}, 7.0, Val_Read_R8);

@@ -79,7 +79,7 @@ constexpr std::array Controls = {
                 .kind = ControlKind::Text,
                 .label = "Save",
                 .unit = ".std",
-                .field = fieldTakenBy<takeName, &Sample::name>()},
+                .field = fieldTakenBy<takeName, &Sample::name>("is bad")},
     ControlSpec{.id = Choice,
                 .kind = ControlKind::List,
                 .field = fieldOf<&Sample::choice>(),
@@ -165,12 +165,12 @@ TEST_F(DialogFormTest, WhatCannotBeReadIsListedAndKept) {
     const std::vector<UnreadField> unread = readFields(Form, sample);
     EXPECT_EQ(sample.whole, 3);
     EXPECT_EQ(sample.name, "line");
-    EXPECT_EQ(unreadLines(unread),
-              (std::vector<std::string>{"Whole: \"8.0\" cannot be read; 3 stays.",
-                                        "Wide: \"1.2.3\" cannot be read; 0.1 m stays.",
-                                        "Save: \"bad\" cannot be read; \"line\" stays.",
-                                        "Second: \"" + std::string(40, 'x') +
-                                            "...\" cannot be read; 2.5 stays."}));
+    EXPECT_EQ(
+        unreadLines(unread),
+        (std::vector<std::string>{
+            "Whole: \"8.0\" cannot be read; 3 stays.",
+            "Wide: \"1.2.3\" cannot be read; 0.1 m stays.", "Save: \"bad\" is bad; \"line\" stays.",
+            "Second: \"" + std::string(40, 'x') + "...\" cannot be read; 2.5 stays."}));
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
 }
 

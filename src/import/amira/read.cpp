@@ -46,7 +46,12 @@ int readChannelTimes(const std::string &fileName, AmiraRecord &record) {
         const std::string expected = path;
         if (!askForFile({"AMIRA TEM channel time files|*.chn|", "Open file holding channel time."},
                         path)) {
-            ReportError({"WARNING: Could not find channel file " + expected});
+            const std::string why = "WARNING: Could not find channel file " + expected;
+            if (questions().existingFile) {
+                ReportInfoLine(why); // the user has just declined to choose one
+            } else {
+                ReportError({why});
+            }
             return StopsFile;
         }
     }

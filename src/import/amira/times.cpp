@@ -70,9 +70,9 @@ ChannelTimes::List listOf(std::string_view keyword) {
 // Commas separate; a list without any is one of blanks.
 void splitList(std::string_view value, SplitCells &cells) {
     if (holds(value, ",")) {
-        Str_Split_Csv(value, MaxWindows, CellWidth, cells);
+        Str_Split_Csv(value, MaxWindows, value.size(), cells);
     } else {
-        Str_Split_Columns(value, MaxWindows, CellWidth, cells);
+        Str_Split_Columns(value, MaxWindows, value.size(), cells);
     }
 }
 
