@@ -48,8 +48,9 @@ ProjectWrite prepareProject(SurveyModel &model, const std::string &path) {
 
 void tellLeftOut(const WriteOutcome &outcome, int leftOut) {
     if (outcome.written && leftOut > 0) {
-        ReportInfoLine(std::to_string(leftOut) +
-                       " soundings of other transmitters are not in the project file.");
+        ReportNotice(NoticeLevel::Status,
+                     {std::to_string(leftOut) +
+                      " soundings of other transmitters are not in the project file."});
     }
 }
 

@@ -25,10 +25,6 @@ bool showBox(std::span<const MessageLine> lines, bool mustBeSeen) {
     return WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, text, "ERROR", duty) != BoxCancel;
 }
 
-void showNotice(std::string_view text) {
-    ToolkitStatus(StatusPart::Notice, text);
-}
-
 class WorkOnScreen : public WatchedWork {
   public:
     WorkOnScreen(const std::string &words, const std::string &caption) : work_({words, caption}) {}
@@ -46,7 +42,7 @@ std::unique_ptr<WatchedWork> beginWorkOnScreen(const std::string &words,
 } // namespace
 
 void showMessagesOnScreen() {
-    messageSink() = {showLogLine, showBox, showNotice, beginWorkOnScreen, ToolkitClose};
+    messageSink() = {showLogLine, showBox, ToolkitNotice, beginWorkOnScreen, ToolkitClose};
     ToolkitMessagesSource([] { return messageLog().told; });
 }
 

@@ -115,6 +115,7 @@ void ToolkitNextEvent(ToolkitEvent &event) {
             state.closeRemembered = false;
             return;
         }
+        state.noticesSeen = true;
         const RawEvent raw = state.backend->wait();
         if (raw.type != EventNone) {
             queueEvent(raw);

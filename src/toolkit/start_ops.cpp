@@ -1,6 +1,7 @@
 #include "base/index.h"
 #include "toolkit/toolkit.h"
 
+#include "base/ascii.h"
 #include "base/paths.h"
 #include "page/drawing.h"
 #include "page/error_state.h"
@@ -101,9 +102,25 @@ bool ToolkitHasSurface() {
 }
 
 void ToolkitStatus(StatusPart part, std::string_view text) {
+    if (part == StatusPart::Notice) {
+        toolkitState().notices = text;
+        toolkitState().noticesSeen = false;
+    }
     if (Backend *backend = toolkitState().backend) {
         backend->setStatus(part, text);
     }
+}
+
+void ToolkitNotice(std::string_view text) {
+    const ToolkitState &state = toolkitState();
+    std::string notices = state.noticesSeen ? std::string() : state.notices;
+    if (holds(notices, text)) {
+        return;
+    }
+    if (!notices.empty()) {
+        notices.append(notices.back() == '.' ? " " : "; ");
+    }
+    ToolkitStatus(StatusPart::Notice, notices.append(text));
 }
 
 void ToolkitMessagesSource(std::vector<std::string> (*lines)()) {

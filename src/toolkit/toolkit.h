@@ -99,7 +99,7 @@ bool ToolkitHasSurface();
 
 /// The parts of the status bar beside the hints of the menu.
 enum class StatusPart {
-    Notice,   ///< the last thing that the user has to know
+    Notice,   ///< what the user has to know of the last thing that was done
     Program,  ///< what the program found at its start
     Sounding, ///< what the user has to know of the sounding on show
     Marks,    ///< changes that are not saved
@@ -108,6 +108,10 @@ enum class StatusPart {
 
 /// A text in the status bar, which stands until the part gets another one; blank clears it.
 void ToolkitStatus(StatusPart part, std::string_view text);
+
+/// Shows a notice in the status bar, behind those that the user has not had a chance to see: all
+/// since the program last waited for an event.
+void ToolkitNotice(std::string_view text);
 
 /// Gives the pointer's part of the status bar the text for every position of the mouse, told in
 /// the units in force, until it is set again. An empty function ends that and clears the part.

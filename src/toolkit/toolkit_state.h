@@ -58,6 +58,9 @@ struct ToolkitState {
     int selected = 0;                                  ///< number of a loaded dialog, 0 none
     int lastButton = 0;                                ///< ended the last blocking dialog
     bool lastCommonOk = false;                         ///< the last common dialog ended with OK
+
+    bool noticesSeen = false; ///< the program has waited for an event since
+    std::string notices;      ///< in the status bar
 };
 
 ToolkitState &toolkitState();

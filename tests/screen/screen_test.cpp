@@ -52,6 +52,19 @@ TEST_F(ScreenTest, AnErrorIsABoxOfItsLines) {
     EXPECT_THAT(backend.boxes, ElementsAre(ElementsAre("one", "two"), ElementsAre("three")));
 }
 
+TEST_F(ScreenTest, NoticesOfOneActionStandTogetherInTheStatusBar) {
+    ReportNotice(NoticeLevel::Status, {"Models are older."});
+    ReportNotice(NoticeLevel::Status, {"Kept as line.std~"});
+    ReportNotice(NoticeLevel::Status, {"Kept as line.std~"});
+    ReportNotice(NoticeLevel::Status, {"2 soundings are left out."});
+    EXPECT_EQ(toolkitState().notices,
+              "Models are older. Kept as line.std~; 2 soundings are left out.");
+    ToolkitEvent event;
+    ToolkitNextEvent(event); // the user acts
+    ReportNotice(NoticeLevel::Status, {"Another."});
+    EXPECT_EQ(toolkitState().notices, "Another.");
+}
+
 TEST_F(ScreenTest, TheWishForNoFurtherMessagesLeavesNoticesOfLostData) {
     toolkitState().boxesQuiet = true;
     ReportError({"one"});

@@ -91,7 +91,7 @@ int AmiraWalk::readHeader() {
         }
         const AmiraLine kind = classifyAmiraLine(line, true);
         if (isKeywordLine(kind)) {
-            const int stops = AMR_Read_Keyword_Line({number(), line}, kind, record);
+            const int stops = AMR_Read_Keyword_Line({number(), line, quiet}, kind, record);
             if (stops >= StopsFile) {
                 return stops;
             }
@@ -122,7 +122,7 @@ bool AmiraWalk::nextRow(std::string_view &line, std::size_t leastLength) {
             if (beginsLikeARow(line)) {
                 rowsAsKeywords.note(number(), line);
             }
-            stopStatus = AMR_Read_Keyword_Line({number(), line}, kind, record);
+            stopStatus = AMR_Read_Keyword_Line({number(), line, quiet}, kind, record);
             if (stopStatus >= StopsFile) {
                 return false;
             }
@@ -145,7 +145,7 @@ void AmiraWalk::takeLine() {
         return;
     }
     double number = MissingValue;
-    AMR_Number(this->number(), line.view(), number);
+    AMR_Number({this->number(), {}, quiet}, line.view(), number);
     record.Line = line;
     record.LineNumber = static_cast<float>(number);
 }

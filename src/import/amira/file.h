@@ -97,6 +97,8 @@ struct AmiraWalk {
     LineNotice rowsAsKeywords;   ///< rows that hold a mark of keywords
     LineNotice commas;           ///< the first row with decimal commas
     bool commasSeparate = false; ///< the labels are separated by commas
+    bool quiet = false;          ///< the second pass: what the first one has told of keywords and
+                                 ///< lines is not told again
     int stopStatus = 0;          ///< 2 or more when a keyword has stopped the file
 
     /// Opens the file, sets the defaults and what the survey information file has said.

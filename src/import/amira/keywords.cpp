@@ -94,11 +94,11 @@ int takeSize(const AmiraPair &pair, float &size) {
     const std::string words = std::string(Warning) + " " + std::string(pair.keyword) + " = " +
                               messageNumber(value) + " < ";
     if (std::fabs(value) < pair.least) {
-        ReportWarning({words + messageNumber(pair.least), "It is not used."});
+        warnAt(pair.where, {words + messageNumber(pair.least), "It is not used."});
         return CellEmpty;
     }
     if (value < 0.0F) {
-        ReportWarning({words + "0", "The sign is dropped."});
+        warnAt(pair.where, {words + "0", "The sign is dropped."});
     }
     size = std::fabs(value);
     return status;
@@ -144,7 +144,7 @@ int readDataType(const AmiraPair &pair) {
     if (type == "TEM") {
         return 0;
     }
-    ReportError({"AMIRA TEM Input ERROR:", "DataType=" + type.str() + " /= TEM"});
+    reportAt(pair.where, {"AMIRA TEM Input ERROR:", "DataType=" + type.str() + " /= TEM"});
     return StopsFile;
 }
 
@@ -241,14 +241,14 @@ int readNamed(const AmiraPair &pair) {
     pair.record.*Text = pair.value;
     using Real = std::remove_reference_t<decltype(pair.record.*Number)>;
     double number = 0.0;
-    const bool read = AMR_Number(pair.where.number, pair.value, number) == CellRead;
+    const bool read = AMR_Number(pair.where, pair.value, number) == CellRead;
     pair.record.*Number = read ? static_cast<Real>(number) : static_cast<Real>(MissingValue);
     return 0;
 }
 
 int readLoop(const AmiraPair &pair) {
     double number = pair.record.LoopNumber;
-    if (AMR_Number(pair.where.number, pair.value, number) == CellRead) {
+    if (AMR_Number(pair.where, pair.value, number) == CellRead) {
         pair.record.hasLoop = true;
         pair.record.LoopNumber = number;
     }
@@ -262,8 +262,8 @@ int readAzimuth(const AmiraPair &pair) {
         return 0;
     }
     if (!(azimuth >= -LargestAzimuth && azimuth <= LargestAzimuth)) {
-        ReportError({std::string(Warning) + " " + std::string(pair.keyword) + " =" +
-                     messageNumber(azimuth) + " < -360 or > 360"});
+        reportAt(pair.where, {std::string(Warning) + " " + std::string(pair.keyword) + " =" +
+                              messageNumber(azimuth) + " < -360 or > 360"});
     }
     pair.record.Azimuth = azimuth;
     return 0;
@@ -335,17 +335,17 @@ int readVertex(const AmiraPair &pair) {
     const bool hasIndex = Str_Trailing_Integer(pair.keyword, index) == 0;
     const auto corners = static_cast<int>(LoopVertices);
     if (!hasIndex || index < 1 || index > corners) {
-        ReportError({std::string(Warning) + " invalid index", pair.text(),
-                     "Index=" + std::to_string(hasIndex ? index : 0) +
-                         " < 1 or > maximum=" + std::to_string(corners)});
+        reportAt(pair.where, {std::string(Warning) + " invalid index", pair.text(),
+                              "Index=" + std::to_string(hasIndex ? index : 0) +
+                                  " < 1 or > maximum=" + std::to_string(corners)});
         return 1;
     }
     constexpr std::array coordinates = {&LoopVertex::x, &LoopVertex::y, &LoopVertex::z};
     const std::size_t axis = std::string_view("XYZ").find(pair.keyword.back());
     if (axis == std::string_view::npos) {
-        ReportError({std::string(Warning) + " invalid component label", pair.text(),
-                     "Trailing component character in " + std::string(pair.keyword) +
-                         " must be X, Y or Z"});
+        reportAt(pair.where, {std::string(Warning) + " invalid component label", pair.text(),
+                              "Trailing component character in " + std::string(pair.keyword) +
+                                  " must be X, Y or Z"});
         return 1;
     }
     double &coordinate = pair.record.vertices[asIndex(index - 1)].*coordinates[axis];
@@ -357,7 +357,7 @@ int readVertex(const AmiraPair &pair) {
 }
 
 int readTimes(const AmiraPair &pair) {
-    return AMR_Read_Times(pair.keyword, pair.value, pair.record.times);
+    return AMR_Read_Times(pair.where, pair.keyword, pair.value, pair.record.times);
 }
 
 // The row of a keyword: an equal one first, then those that a part of the keyword names.

@@ -161,6 +161,7 @@ void reportNotices(const AmiraReadPass &pass) {
 int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel) {
     model.preset.TxByOffset.clear();
     AmiraReadPass pass;
+    pass.walk.quiet = true;
     int status = pass.walk.open(model, fileName);
     if (status != 0) {
         return status;

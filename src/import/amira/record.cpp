@@ -2,8 +2,6 @@
 
 #include "base/ascii.h"
 #include "base/free_form.h"
-#include "messages/message_log.h"
-#include "text/value_readers.h"
 
 #include <cmath>
 #include <string>
@@ -67,11 +65,23 @@ int Cell_to_AmiraNumber(std::string_view cell, double &value) {
     return CellRead;
 }
 
-int AMR_Number(int record, std::string_view cell, double &value) {
+void reportAt(const RecordLine &where, std::initializer_list<MessageLine> lines) {
+    if (!where.quiet) {
+        ReportError(lines);
+    }
+}
+
+void warnAt(const RecordLine &where, std::initializer_list<MessageLine> lines) {
+    if (!where.quiet) {
+        ReportWarning(lines);
+    }
+}
+
+int AMR_Number(const RecordLine &where, std::string_view cell, double &value) {
     const int status = Cell_to_AmiraNumber(cell, value);
     if (status > CellRead) {
-        ReportError({"WARNING: Could not read number from " + std::string(cell),
-                     "Record # " + std::to_string(record)});
+        reportAt(where, {"WARNING: Could not read number from " + std::string(cell),
+                         "Record # " + std::to_string(where.number)});
     }
     return status;
 }

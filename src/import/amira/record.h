@@ -1,8 +1,11 @@
 #pragma once
 
+#include "messages/message_log.h"
 #include "model/survey_model.h"
+#include "text/value_readers.h"
 
 #include <array>
+#include <initializer_list>
 #include <string_view>
 
 namespace keldrin {
@@ -147,7 +150,11 @@ int amiraComponent(std::string_view text);
 int Cell_to_AmiraNumber(std::string_view cell, double &value);
 
 /// The same; a number that cannot be read is reported.
-int AMR_Number(int record, std::string_view cell, double &value);
+int AMR_Number(const RecordLine &where, std::string_view cell, double &value);
+
+/// Report faults of a record, unless it is quiet: an earlier pass has told them.
+void reportAt(const RecordLine &where, std::initializer_list<MessageLine> lines);
+void warnAt(const RecordLine &where, std::initializer_list<MessageLine> lines);
 
 /// Takes what the survey information file has said over the defaults.
 void AMR_From_Metadata(const SurveyModel &model, AmiraRecord &record);

@@ -18,7 +18,7 @@ namespace {
 // A number of the row over the value in force.
 void takeNumber(AmiraReadPass &pass, AmiraVariable variable, std::string_view line, double &value) {
     const std::string_view cell = pass.walk.cell(variable);
-    if (AMR_Number(pass.walk.number(), cell, value) == CellEmpty && !isEmptyCell(cell)) {
+    if (AMR_Number({pass.walk.number(), {}}, cell, value) == CellEmpty && !isEmptyCell(cell)) {
         pass.note(AmiraUnreadCells, line);
     }
 }
@@ -204,7 +204,7 @@ void AMR_Read_Row(AmiraReadPass &pass, SurveyModel &model, std::string_view line
     AmiraWalk &walk = pass.walk;
     walk.takeLineAndComponent(); // as the count pass does, whatever the station
     double station = MissingValue;
-    if (AMR_Number(walk.number(), walk.cell(AmiraStation), station) != CellRead) {
+    if (AMR_Number({walk.number(), {}}, walk.cell(AmiraStation), station) != CellRead) {
         ReportError({"WARNING: Could not read station number in:", line});
         return;
     }

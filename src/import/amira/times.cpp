@@ -45,15 +45,16 @@ constexpr std::array Kinds = {ListKind{"START", ChannelTimes::Begin},
                               ListKind{"END", ChannelTimes::End},
                               ListKind{"WIDTH", ChannelTimes::Width}};
 
-float millisecondsPerUnit(std::string_view keyword, std::string_view pair) {
+float millisecondsPerUnit(const RecordLine &where, std::string_view keyword,
+                          std::string_view pair) {
     for (const TimeUnit &unit : Units) {
         if (holds(keyword, unit.mark)) {
             return unit.milliseconds;
         }
     }
     if (holds(keyword, "(")) {
-        ReportWarning(
-            {Warning, pair, "The unit is none of (US), (MS) or (S); times count as sec."});
+        warnAt(where,
+               {Warning, pair, "The unit is none of (US), (MS) or (S); times count as sec."});
     }
     return DefaultUnit;
 }
@@ -77,7 +78,7 @@ void splitList(std::string_view value, SplitCells &cells) {
 }
 
 // A window that would end before it begins has no width.
-void setWidthsOfEnds(ChannelTimes &times, std::string_view pair) {
+void setWidthsOfEnds(const RecordLine &where, ChannelTimes &times, std::string_view pair) {
     const int windows =
         std::min(times.listed[ChannelTimes::Begin], times.listed[ChannelTimes::End]);
     if (times.listed[ChannelTimes::Width] > 0) {
@@ -91,7 +92,7 @@ void setWidthsOfEnds(ChannelTimes &times, std::string_view pair) {
         times.values[ChannelTimes::Width][i] = std::max(width, 0.0F);
     }
     if (reversed) {
-        ReportWarning({Warning, pair, "Windows that end before they begin get no width."});
+        warnAt(where, {Warning, pair, "Windows that end before they begin get no width."});
     }
 }
 
@@ -231,24 +232,25 @@ std::string besideData(const std::string &dataFile, std::string_view name) {
 
 } // namespace
 
-int AMR_Read_Times(std::string_view keyword, std::string_view value, ChannelTimes &times) {
+int AMR_Read_Times(const RecordLine &where, std::string_view keyword, std::string_view value,
+                   ChannelTimes &times) {
     const std::string pair = std::string(keyword) + ":" + std::string(value);
     SplitCells cells;
     splitList(value, cells);
     if (cells.cells.empty()) {
-        ReportError({Warning, pair, "did not recover any value time-window values."});
+        reportAt(where, {Warning, pair, "did not recover any value time-window values."});
         return 1;
     }
-    const float scale = millisecondsPerUnit(keyword, pair);
+    const float scale = millisecondsPerUnit(where, keyword, pair);
     const ChannelTimes::List list = listOf(keyword);
     WindowReals values = times.values[list];
     for (std::size_t i = 0; i < cells.cells.size(); ++i) {
         float time = MissingValue;
         const bool read = Cell_to_R4(cells.cells[i], MissingValue, time) == CellRead;
         if (!read || !(time >= 0.0F && time <= LongestTime)) {
-            ReportError({Warning, pair,
-                         "TWF(" + std::to_string(i + 1) + ")=" + messageNumber(time) +
-                             " < 0 or > " + messageNumber(LongestTime)});
+            reportAt(where, {Warning, pair,
+                             "TWF(" + std::to_string(i + 1) + ")=" + messageNumber(time) +
+                                 " < 0 or > " + messageNumber(LongestTime)});
             return 1;
         }
         values[i] = time * scale;
@@ -256,7 +258,7 @@ int AMR_Read_Times(std::string_view keyword, std::string_view value, ChannelTime
     times.values[list] = values;
     times.listed[list] = static_cast<int>(cells.cells.size());
     if (list == ChannelTimes::Begin || list == ChannelTimes::End) {
-        setWidthsOfEnds(times, pair);
+        setWidthsOfEnds(where, times, pair);
     }
     times.NumChannels = std::min(times.NumChannels, times.listed[list]);
     return 0;

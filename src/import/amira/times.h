@@ -21,7 +21,8 @@ namespace keldrin {
 /// give the widths where no list does. A list can lower the count of channels, never raise it.
 /// returns  0, or 1 when the list is empty or a value is out of 0 to 1.0E7; it is then not taken
 ///          (reported)
-int AMR_Read_Times(std::string_view keyword, std::string_view value, ChannelTimes &times);
+int AMR_Read_Times(const RecordLine &where, std::string_view keyword, std::string_view value,
+                   ChannelTimes &times);
 
 /// Channels that the keyword lists alone have times for: the list of centres, else those of starts
 /// and ends.

@@ -2,9 +2,9 @@
 
 #include "base/denormals.h"
 #include "base/paths.h"
+#include "messages/questions.h"
 #include "program/batch/command.h"
 #include "screen/screen_messages.h"
-#include "shell/questions_on_screen.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -53,7 +53,7 @@ int runOverFiles(std::string_view program, AnsweringBackend &backend,
     }
     flushDenormals();
     showMessagesOnScreen(); // of a toolkit that answers everything by its default
-    askQuestionsOnScreen();
+    questions() = {};       // nobody is there to be asked
     ToolkitInit(backend, {std::string(program.substr(0, program.find(' ')))});
     bool good = true;
     for (std::size_t i = 0; i < files.size(); ++i) {

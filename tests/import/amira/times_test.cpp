@@ -53,6 +53,12 @@ TEST_F(AmiraTest, WithoutAnyTimesTheImportEnds) {
                                           "No valid channel times read from x.chn"));
 }
 
+TEST_F(AmiraTest, AFaultyKeywordIsToldByTheFirstPassAlone) {
+    EXPECT_EQ(read(Head + "/LOOP: 1e400\n/RXAREAZ: -5\n/TIMES(MS): 1,2,x\n" + Rows), 0);
+    EXPECT_THAT(messages.errors, testing::SizeIs(2));
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("The sign is dropped")).Times(1));
+}
+
 TEST_F(AmiraTest, TheNamedChannelFileIsSoughtAsWrittenThenBesideTheData) {
     std::filesystem::create_directory(directory.path("sub"));
     putFile(directory.path("sub/b.chn"), "t\nDELAY\n3\n");
@@ -137,16 +143,16 @@ TEST_F(AmiraTest, ARowOf128ChannelsIsReadAsFarAsItsColumnsGo) {
 TEST(AmiraTimesTest, AListIsTakenWholeOrNotAtAll) {
     MessageRecorder messages;
     ChannelTimes times;
-    EXPECT_EQ(AMR_Read_Times("TIMES", "", times), 1);
+    EXPECT_EQ(AMR_Read_Times({}, "TIMES", "", times), 1);
     EXPECT_EQ(messages.errors.back(), "AMR_Read_Keyword_Value.WARNING:|TIMES:|"
                                       "did not recover any value time-window values.");
-    EXPECT_EQ(AMR_Read_Times("TIMES(MS)", "1,-2", times), 1);
+    EXPECT_EQ(AMR_Read_Times({}, "TIMES(MS)", "1,-2", times), 1);
     EXPECT_EQ(messages.errors.back(), "AMR_Read_Keyword_Value.WARNING:|TIMES(MS):1,-2|"
                                       "TWF(2)=-2 < 0 or > 1e+07");
-    EXPECT_EQ(AMR_Read_Times("TIMES(MS)", "1,,2", times), 1);
+    EXPECT_EQ(AMR_Read_Times({}, "TIMES(MS)", "1,,2", times), 1);
     EXPECT_FALSE(isPresent(times.values[ChannelTimes::Center][0]));
     EXPECT_THAT(messages.warnings, IsEmpty());
-    EXPECT_EQ(AMR_Read_Times("TIMES(NS)", "1", times), 0);
+    EXPECT_EQ(AMR_Read_Times({}, "TIMES(NS)", "1", times), 0);
     EXPECT_EQ(times.values[ChannelTimes::Center][0], 1000.0F);
     EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("times count as sec")));
 }

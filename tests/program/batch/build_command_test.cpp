@@ -118,6 +118,14 @@ TEST_F(BuildCommandTest, AFailingCallLeavesOldOrNewAndFailsTheRun) {
     EXPECT_GE(calls, 15);
 }
 
+TEST_F(BuildCommandTest, AFileWithoutItsChannelFileSaysSo) {
+    fs::copy(fs::path(SourceDirectory) / "examples" / "amira_nt.tem", "amira_nt.tem");
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(build({"amira_nt.tem"}), ExitFailed);
+    EXPECT_THAT(testing::internal::GetCapturedStdout(),
+                testing::HasSubstr("FAILED: WARNING: Could not find channel file amira_nt.chn"));
+}
+
 // A directory in the place of a side file is there and cannot be read.
 TEST_F(BuildCommandTest, AnUnreadableSideFileIsNamedAndFailsTheRun) {
     for (const char *extension : {".avg", ".stn", ".mde"}) {
