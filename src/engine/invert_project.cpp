@@ -215,7 +215,7 @@ void ProjectRun::tellStart(const LineStart &start) const {
 
 InvertResult ProjectRun::invert() {
     tellSurvey();
-    plans_ = planSurvey(model_);
+    plans_ = planSurvey(model_, run_);
     if (run_.stopped()) {
         return InvertResult::Stopped;
     }
@@ -253,6 +253,11 @@ void ProjectRun::tellModels() const {
     if (larger > 0 && line_.iterations > 0) {
         say("errors of " + counted(static_cast<int>(larger), "sounding") +
             " were taken more than twice as large: no smooth model fits within them");
+    }
+    if (summary_.noisier > 0) {
+        say("errors of " + counted(summary_.noisier, "sounding") +
+            " were estimated, as all windows state the same; by the stated errors the misfit is " +
+            decimals(summary_.statedMisfit, "(F20.2)"));
     }
     tellDepth();
 }
@@ -344,7 +349,8 @@ InvertResult ProjectRun::run() {
     }
     const auto done = static_cast<int>(choice_.soundings.size());
     say(counted(summary_.iterations, "iteration") + ", median misfit " +
-        decimals(summary_.medianMisfit, "(F20.2)") + ", " + std::to_string(done) + " of " +
+        decimals(summary_.medianMisfit, "(F20.2)") +
+        (summary_.noisier > 0 ? " by estimated errors, " : ", ") + std::to_string(done) + " of " +
         counted(model_.SoundingCount, "sounding"));
     const std::chrono::duration<double> seconds = Clock::now() - begin_;
     say("models of " + counted(done, "sounding") + " written to " + std::string(fileNameOf(path_)) +

@@ -80,16 +80,14 @@ double metresPerUnit(const ControlValues &control) {
     return control.LengthUnitsIndex == Feet ? 0.3048 : 1.0;
 }
 
-std::optional<DepthRange> depthRange(const ControlValues &control, const SoundingRecord &record,
-                                     double resistivity) {
-    constexpr float noisy = 30.0F; // percent
+std::optional<DepthRange> depthRange(const SoundingRecord &record, const SoundingData &data,
+                                     const Eigen::VectorXd &noise, double resistivity) {
+    constexpr double noisy = 0.3; // of the value
     constexpr double secondsPerMillisecond = 1.0E-3;
     std::optional<DepthRange> range;
-    for (std::size_t k = 0; k < windowCount(record); ++k) {
-        const float error = trueError(record.TEMerr[k]);
-        if (isSkipped(record.TEMerr[k]) || !(error < control.DataCutoff)) {
-            continue;
-        }
+    for (std::size_t i = 0; i < data.windows.size(); ++i) {
+        const std::size_t k = data.windows[i];
+        const auto datum = static_cast<Eigen::Index>(i);
         const auto centre = static_cast<double>(record.TWcenter[k]);
         const double half = 0.5 * static_cast<double>(record.TWwidth[k]);
         const double middle = std::hypot(centre, half); // of the window's edges
@@ -98,7 +96,8 @@ std::optional<DepthRange> depthRange(const ControlValues &control, const Soundin
                 diffusionDepth((middle - half) * secondsPerMillisecond, resistivity);
             range = DepthRange{first, first};
         }
-        if (error < noisy) {
+        const double stated = static_cast<double>(trueError(record.TEMerr[k])) / 100.0;
+        if (stated < noisy && noise[datum] < noisy * std::fabs(data.observed[datum])) {
             range->last = diffusionDepth((middle + half) * secondsPerMillisecond, resistivity);
         }
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/smoothness.h"
+#include "engine/sounding_data.h"
 #include "model/survey_model.h"
 
 #include <optional>
@@ -18,9 +19,10 @@ struct DepthRange {
 /// Depths of a sounding over a half-space, by the diffusion depth sqrt(2 t rho / mu0) (Ward and
 /// Hohmann 1988). Late windows that are mostly noise are left out: they would draw the grid, and
 /// the depth axis of every plot, far below what was seen.
-/// returns  none without a usable window
-std::optional<DepthRange> depthRange(const ControlValues &control, const SoundingRecord &record,
-                                     double resistivity);
+/// noise    estimate for each datum, which counts where it is larger than the stated error
+/// returns  none without data
+std::optional<DepthRange> depthRange(const SoundingRecord &record, const SoundingData &data,
+                                     const Eigen::VectorXd &noise, double resistivity);
 
 /// One grid for a line, in m: from a quarter of the lower quartile of the first depths down to the
 /// upper quartile of the last ones. Each layer is thicker than the one above by one factor. The

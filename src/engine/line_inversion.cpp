@@ -3,12 +3,13 @@
 #include "base/index.h"
 #include "base/number_text.h"
 #include "engine/line_system.h"
+#include "engine/noise_estimate.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
-#include <optional>
+#include <utility>
 
 namespace keldrin {
 
@@ -35,6 +36,12 @@ std::string decimals(double value) {
     return std::string(trimLeft(formatReal("(F20.2)", value)));
 }
 
+/// The upper one of an even number; 0 of none.
+double median(std::vector<double> values) {
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0.0 : values[values.size() / 2];
+}
+
 /// What the data say about a sounding at one model.
 struct DataState {
     VectorXd m;
@@ -42,11 +49,13 @@ struct DataState {
     MatrixXd matrix;   ///< J^T w J
     VectorXd gradient; ///< J^T w r
     VectorXd sensitivity;
+    VectorXd scatter; ///< see scatterOf(); empty when errors are measured
 };
 
 /// A sounding while it is fitted.
 struct Fitting {
     DataState state;
+    VectorXd noise; ///< see noiseNear(), the least of all iterations
     double threshold = 2.5;
     double scale = std::numeric_limits<double>::infinity();
     double damping = 0.0;
@@ -69,6 +78,8 @@ class LineFit {
     [[nodiscard]] double link(int i) const { return line_.links[asIndex(i)]; }
 
     void evaluate(int i, const VectorXd &m, DataState &state);
+    bool renewErrors();
+    void renewErrorsOf(int i);
     void renewScale(int i);
     void setNormalEquations(int i, DataState &state, double threshold);
     bool begin();
@@ -82,7 +93,9 @@ class LineFit {
     bool tryCommonParts(double before);
     double accept();
     LineResult finish(LineSummary &summary);
+    void compareWithStated(int i);
     void summarise(LineSummary &summary);
+    void summariseErrors(LineSummary &summary);
     void say(int iteration, const LineSummary &summary);
 
     LineInversion &line_;
@@ -100,6 +113,9 @@ void LineFit::evaluate(int i, const VectorXd &m, DataState &state) {
     computeResiduals(*s.record, *s.plan, s.data, {m, s.prior.thickness}, true, room, residuals);
     state.m = m;
     state.r = residuals.r;
+    if (s.data.uniform) {
+        state.scatter = scatterOf(s.data, residuals.calculated);
+    }
     const double threshold = huberThreshold(state.r);
     const MatrixXd &jacobian = residuals.jacobian;
     VectorXd weights(state.r.size());
@@ -123,11 +139,40 @@ void LineFit::renewScale(int i) {
     f.scale = std::min(f.scale, std::max(1.0, CoolingShare * misfitOf(f.state.r)));
 }
 
+// The noise that the models at hand leave over. It never rises, as an estimate that may rise feeds
+// on itself.
+bool LineFit::renewErrors() {
+    std::vector<SoundingScatter> scatters;
+    for (int i = 0; i < count(); ++i) {
+        scatters.push_back({sounding(i).record, &sounding(i).data, &fit(i).state.scatter});
+    }
+    return forEachItem(count(), quiet_,
+                       [&](int i) {
+                           const VectorXd noise = noiseNear(scatters, asIndex(i));
+                           VectorXd &least = fit(i).noise;
+                           least = least.size() == 0 ? noise : VectorXd(least.cwiseMin(noise));
+                       }) &&
+           forEachItem(count(), quiet_, [&](int i) {
+               renewErrorsOf(i);
+               renewScale(i);
+           });
+}
+
+void LineFit::renewErrorsOf(int i) {
+    constexpr double noteworthy = 0.05;
+    SoundingData &data = sounding(i).data;
+    const VectorXd error = data.stated.cwiseMax(fit(i).noise);
+    const VectorXd change = (error - data.error).cwiseAbs();
+    if ((change.array() > noteworthy * data.error.array()).any()) {
+        data.error = error;
+        evaluate(i, VectorXd(fit(i).state.m), fit(i).state);
+    }
+}
+
 bool LineFit::begin() {
-    return forEachItem(count(), run_, [&](int i) {
-        evaluate(i, heldModel(sounding(i).m), fit(i).state);
-        renewScale(i);
-    });
+    return forEachItem(count(), run_,
+                       [&](int i) { evaluate(i, heldModel(sounding(i).m), fit(i).state); }) &&
+           renewErrors();
 }
 
 bool LineFit::formSystem(LineSystem &system) {
@@ -136,7 +181,7 @@ bool LineFit::formSystem(LineSystem &system) {
     system.right.resize(blocks);
     system.link = line_.links;
     return forEachItem(count(), quiet_, [&](int i) {
-        const auto at = static_cast<std::size_t>(i);
+        const auto at = asIndex(i);
         const Fitting &f = fit(i);
         const double share = 1.0 / (f.scale * f.scale);
         MatrixXd &matrix = system.diagonal[at];
@@ -247,8 +292,8 @@ double LineFit::accept() {
         } else if (f.part == 1.0) {
             f.damping = relief * f.damping < negligible ? 0.0 : relief * f.damping;
         }
-        std::swap(f.state, f.trial);
-        renewScale(i);
+        f.state = std::move(f.trial);
+        f.trial = {}; // a long line would fill the memory
     }
     return move;
 }
@@ -259,7 +304,7 @@ LineResult LineFit::iterate(double &move, double &gain) {
     if (!formSystem(system)) {
         return LineResult::Stopped;
     }
-    const SolveStatus status = solveLine(system, quiet_, solution);
+    const SolveStatus status = solveLine(std::move(system), quiet_, solution);
     if (status != SolveStatus::Solved) {
         return status == SolveStatus::Stopped ? LineResult::Stopped : LineResult::Failed;
     }
@@ -271,7 +316,7 @@ LineResult LineFit::iterate(double &move, double &gain) {
     gain = before - lineObjective(true);
     gain = before > 0.0 ? gain / before : 0.0;
     move = accept();
-    return LineResult::Done;
+    return renewErrors() ? LineResult::Done : LineResult::Stopped;
 }
 
 void LineFit::summarise(LineSummary &summary) {
@@ -283,10 +328,36 @@ void LineFit::summarise(LineSummary &summary) {
         }
     }
     if (!misfits.empty()) {
-        std::sort(misfits.begin(), misfits.end());
-        summary.medianMisfit = misfits[misfits.size() / 2];
-        summary.largestMisfit = misfits.back();
+        summary.medianMisfit = median(misfits);
+        summary.largestMisfit = *std::max_element(misfits.begin(), misfits.end());
     }
+}
+
+// How well the models fit by the errors that the file states.
+void LineFit::compareWithStated(int i) {
+    LineSounding &s = sounding(i);
+    s.statedMisfit = s.misfit;
+    s.noisier = (s.data.error.array() > s.data.stated.array()).any();
+    if (s.noisier) {
+        thread_local ResponseRoom room;
+        SoundingData data = s.data;
+        data.error = data.stated;
+        Residuals residuals;
+        computeResiduals(*s.record, *s.plan, data, {s.m, s.prior.thickness}, false, room,
+                         residuals);
+        s.statedMisfit = misfitOf(residuals.r);
+    }
+}
+
+void LineFit::summariseErrors(LineSummary &summary) {
+    std::vector<double> misfits;
+    for (int i = 0; i < count(); ++i) {
+        summary.noisier += sounding(i).noisier ? 1 : 0;
+        if (!sounding(i).data.windows.empty()) {
+            misfits.push_back(sounding(i).statedMisfit);
+        }
+    }
+    summary.statedMisfit = median(misfits);
 }
 
 LineResult LineFit::finish(LineSummary &summary) {
@@ -299,12 +370,16 @@ LineResult LineFit::finish(LineSummary &summary) {
         fit(i).scale = std::max(1.0, s.misfit);
         fit(i).damping = 0.0;
     }
+    if (!forEachItem(count(), quiet_, [&](int i) { compareWithStated(i); })) {
+        return LineResult::Stopped;
+    }
+    summariseErrors(summary);
     LineSystem system;
     std::vector<VectorXd> variances;
     if (!formSystem(system)) {
         return LineResult::Stopped;
     }
-    const SolveStatus status = lineVariances(system, quiet_, variances);
+    const SolveStatus status = lineVariances(std::move(system), quiet_, variances);
     if (status != SolveStatus::Solved) {
         return status == SolveStatus::Stopped ? LineResult::Stopped : LineResult::Failed;
     }

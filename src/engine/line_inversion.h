@@ -20,6 +20,8 @@ struct LineSounding {
 
     // What is known of the result.
     double misfit = 0.0;         ///< see misfitOf(); 0 without data
+    double statedMisfit = 0.0;   ///< the same by the errors of the file
+    bool noisier = false;        ///< errors were estimated, and exceed those of the file
     double scale = 1.0;          ///< by which errors had to be taken larger, at least 1
     Eigen::VectorXd deviation;   ///< posterior standard deviation of m
     Eigen::VectorXd sensitivity; ///< see invertLine()
@@ -39,6 +41,8 @@ struct LineSummary {
     int iterations = 0;
     bool converged = false;
     double medianMisfit = 0.0; ///< of soundings with data
+    int noisier = 0;           ///< soundings whose estimated errors exceed those of the file
+    double statedMisfit = 0.0; ///< median of all soundings with data, by the errors of the file
     double largestMisfit = 0.0;
 };
 
@@ -50,6 +54,10 @@ struct LineSummary {
 /// raised: it cools the first iterations, and keeps data that no model can meet from roughening
 /// the model. No iteration raises the objective. Ends when no ln(resistivity) moves by 0.01, or
 /// the objective falls by less than 0.2 percent.
+///
+/// Where a file states one percentage for all windows of a sounding, `data.error` becomes the noise
+/// that its data show (noise_estimate.h), where that is larger. It is renewed with each iteration
+/// and never raised.
 ///
 /// Afterwards `deviation` is the square root of the diagonal of the inverse of the line's matrix,
 /// with scales of max(1, misfit). `sensitivity` of a layer is by how many standard deviations the

@@ -3,6 +3,7 @@
 #include "base/index.h"
 #include "base/number_text.h"
 #include "engine/layer_grid.h"
+#include "engine/noise_estimate.h"
 #include "physics/ares_check.h"
 #include "projectfile/table_file.h"
 
@@ -53,15 +54,21 @@ double halfSpaceResistivity(int index) {
     return least * std::pow(most / least, static_cast<double>(index) / (HalfSpaces - 1));
 }
 
+/// What a sounding is without layers.
+struct HalfSpaceFit {
+    std::optional<double> resistivity; ///< ohm-m; none without data
+    Eigen::VectorXd scatter;           ///< see scatterOf(); empty when errors are measured
+};
+
 /// The half-space with the smallest sum of residuals that count linearly from 2.5 on: the best of
 /// fixed ones, then a golden section search between its neighbours.
-std::optional<double> bestHalfSpace(const LineSounding &sounding) {
+HalfSpaceFit bestHalfSpace(const LineSounding &sounding) {
     thread_local ResponseRoom room;
     constexpr double threshold = 2.5;
     constexpr int refinements = 14; // to 0.1 percent
     constexpr double golden = 0.6180339887498949;
     if (sounding.data.windows.empty()) {
-        return std::nullopt;
+        return {};
     }
     Residuals residuals;
     const std::vector<double> noThickness;
@@ -81,7 +88,7 @@ std::optional<double> bestHalfSpace(const LineSounding &sounding) {
         }
     }
     if (best < 0) {
-        return std::nullopt;
+        return {};
     }
     double low = std::log(halfSpaceResistivity(std::max(0, best - 1)));
     double high = std::log(halfSpaceResistivity(std::min(HalfSpaces - 1, best + 1)));
@@ -93,18 +100,43 @@ std::optional<double> bestHalfSpace(const LineSounding &sounding) {
             low = high - reach;
         }
     }
-    return std::exp(0.5 * (low + high));
+    const double middle = 0.5 * (low + high);
+    HalfSpaceFit fit{std::exp(middle), {}};
+    if (sounding.data.uniform) {
+        misfitAt(middle);
+        fit.scatter = scatterOf(sounding.data, residuals.calculated);
+    }
+    return fit;
+}
+
+/// Between which depths the data of each sounding see, where it has a half-space.
+std::vector<DepthRange> depthRanges(const LineInversion &line,
+                                    const std::vector<HalfSpaceFit> &halfSpaces) {
+    std::vector<SoundingScatter> scatters;
+    for (std::size_t i = 0; i < halfSpaces.size(); ++i) {
+        scatters.push_back(
+            {line.soundings[i].record, &line.soundings[i].data, &halfSpaces[i].scatter});
+    }
+    std::vector<DepthRange> ranges;
+    for (std::size_t i = 0; i < halfSpaces.size(); ++i) {
+        if (const std::optional<double> resistivity = halfSpaces[i].resistivity) {
+            const auto range = depthRange(*scatters[i].record, *scatters[i].data,
+                                          noiseNear(scatters, i), *resistivity);
+            ranges.insert(ranges.end(), range ? 1 : 0, range.value_or(DepthRange{}));
+        }
+    }
+    return ranges;
 }
 
 /// Median of up to five neighbours; soundings without a value take part in none.
-double medianNear(const std::vector<std::optional<double>> &values, std::size_t place) {
+double medianNear(const std::vector<HalfSpaceFit> &values, std::size_t place) {
     constexpr double withoutAny = 100.0; // ohm-m
     std::vector<double> known;
     for (std::size_t reach = 2; known.empty() && reach < values.size() + 2; ++reach) {
         const std::size_t from = place > reach ? place - reach : 0;
         for (std::size_t i = from; i < std::min(values.size(), place + reach + 1); ++i) {
-            if (values[i]) {
-                known.push_back(*values[i]);
+            if (values[i].resistivity) {
+                known.push_back(*values[i].resistivity);
             }
         }
     }
@@ -130,21 +162,13 @@ Eigen::VectorXd fileModel(const SoundingRecord &record) {
 /// Layers of the soundings that have none from the model file.
 class NewLayers {
   public:
-    NewLayers(const SurveyModel &model, const LineInversion &line,
-              const std::vector<std::optional<double>> &halfSpaces, int atLeast)
-        : line_(line) {
-        std::vector<DepthRange> ranges;
+    NewLayers(const LineInversion &line, const std::vector<HalfSpaceFit> &halfSpaces, int atLeast)
+        : line_(line), grid_(layerGrid(depthRanges(line, halfSpaces), atLeast)) {
         const int most = mostLayers(line);
-        for (std::size_t i = 0; i < line.soundings.size(); ++i) {
-            const SoundingRecord &record = *line.soundings[i].record;
-            fromFile_.push_back(hasFileModel(record) && record.NumLayer == most);
-            const auto range =
-                halfSpaces[i] ? depthRange(model.control, record, *halfSpaces[i]) : std::nullopt;
-            if (range) {
-                ranges.push_back(*range);
-            }
+        for (const LineSounding &sounding : line.soundings) {
+            fromFile_.push_back(hasFileModel(*sounding.record) &&
+                                sounding.record->NumLayer == most);
         }
-        grid_ = layerGrid(ranges, atLeast);
     }
 
     /// Those of the nearest sounding with a block, else the grid.
@@ -238,7 +262,7 @@ bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plan
     line.weights = smoothnessWeights(model.control);
     line.iterations = model.control.Niteration;
     line.soundings.resize(choice.soundings.size());
-    std::vector<std::optional<double>> halfSpaces(line.soundings.size());
+    std::vector<HalfSpaceFit> halfSpaces(line.soundings.size());
     const bool complete = forEachItem(static_cast<int>(halfSpaces.size()), run, [&](int item) {
         const auto i = static_cast<std::size_t>(item);
         LineSounding &sounding = line.soundings[i];
@@ -255,7 +279,7 @@ bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plan
     if (!complete) {
         return false;
     }
-    const NewLayers layers(model, line, halfSpaces, atLeast);
+    const NewLayers layers(line, halfSpaces, atLeast);
     for (std::size_t i = 0; i < line.soundings.size(); ++i) {
         LineSounding &sounding = line.soundings[i];
         start.withoutData += sounding.data.windows.empty() ? 1 : 0;

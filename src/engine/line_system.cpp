@@ -1,9 +1,12 @@
 #include "engine/line_system.h"
 
+#include "base/index.h"
+
 #include <Eigen/Cholesky>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace keldrin {
 
@@ -14,43 +17,38 @@ using Eigen::VectorXd;
 
 /// The eliminated line. Every block but the middle one knows its neighbour towards the middle.
 struct Elimination {
-    const LineSystem &system;
     int blocks;
     int middle;
-    std::vector<MatrixXd> inverse; ///< of each block after its outer neighbours were eliminated
+    std::vector<MatrixXd> inverse; ///< first the block, then its inverse after its outer neighbours
+                                   ///< were eliminated
     std::vector<VectorXd> right;   ///< the same of the right side
+    std::vector<double> link;
     std::vector<char> failed;
 
-    explicit Elimination(const LineSystem &s)
-        : system(s), blocks(static_cast<int>(s.diagonal.size())), middle(blocks / 2),
-          inverse(s.diagonal.size()), right(s.right), failed(s.diagonal.size(), 0) {}
+    explicit Elimination(LineSystem &&system)
+        : blocks(static_cast<int>(system.diagonal.size())), middle(blocks / 2),
+          inverse(std::move(system.diagonal)), right(std::move(system.right)),
+          link(std::move(system.link)), failed(inverse.size(), 0) {}
 
-    [[nodiscard]] double linkBetween(int a, int b) const {
-        return system.link[static_cast<std::size_t>(std::min(a, b))];
-    }
+    [[nodiscard]] double linkBetween(int a, int b) const { return link[asIndex(std::min(a, b))]; }
 };
 
-std::size_t at(int i) {
-    return static_cast<std::size_t>(i);
-}
-
 void eliminate(Elimination &line, int block, std::initializer_list<int> outerNeighbours) {
-    MatrixXd matrix = line.system.diagonal[at(block)];
+    MatrixXd &matrix = line.inverse[asIndex(block)];
     for (const int outer : outerNeighbours) {
         if (outer < 0 || outer >= line.blocks) {
             continue;
         }
         const double link = line.linkBetween(block, outer);
         if (link != 0.0) {
-            matrix.noalias() -= link * link * line.inverse[at(outer)];
-            line.right[at(block)].noalias() +=
-                link * (line.inverse[at(outer)] * line.right[at(outer)]);
+            matrix.noalias() -= link * link * line.inverse[asIndex(outer)];
+            line.right[asIndex(block)].noalias() +=
+                link * (line.inverse[asIndex(outer)] * line.right[asIndex(outer)]);
         }
     }
     const Eigen::LLT<MatrixXd> factor(matrix);
-    line.inverse[at(block)] = factor.solve(MatrixXd::Identity(matrix.rows(), matrix.cols()));
-    line.failed[at(block)] =
-        factor.info() != Eigen::Success || !line.inverse[at(block)].allFinite() ? 1 : 0;
+    matrix = factor.solve(MatrixXd::Identity(matrix.rows(), matrix.cols()));
+    line.failed[asIndex(block)] = factor.info() != Eigen::Success || !matrix.allFinite() ? 1 : 0;
 }
 
 /// Walks both chains, outermost block first (inwards) or last (outwards). The middle block belongs
@@ -82,36 +80,36 @@ SolveStatus eliminateLine(Elimination &line, const EngineRun &run) {
 
 } // namespace
 
-SolveStatus solveLine(const LineSystem &system, const EngineRun &run,
-                      std::vector<VectorXd> &solution) {
+SolveStatus solveLine(LineSystem system, const EngineRun &run, std::vector<VectorXd> &solution) {
     solution.assign(system.diagonal.size(), VectorXd());
     if (system.diagonal.empty()) {
         return SolveStatus::Solved;
     }
-    Elimination line(system);
+    Elimination line(std::move(system));
     const SolveStatus status = eliminateLine(line, run);
     if (status != SolveStatus::Solved) {
         return status;
     }
-    solution[at(line.middle)] = line.inverse[at(line.middle)] * line.right[at(line.middle)];
+    solution[asIndex(line.middle)] =
+        line.inverse[asIndex(line.middle)] * line.right[asIndex(line.middle)];
     walkChains(line, run, false, [&](int block, int, int inner) {
-        VectorXd right = line.right[at(block)];
+        VectorXd right = line.right[asIndex(block)];
         const double link = line.linkBetween(block, inner);
         if (link != 0.0) {
-            right += link * solution[at(inner)];
+            right += link * solution[asIndex(inner)];
         }
-        solution[at(block)].noalias() = line.inverse[at(block)] * right;
+        solution[asIndex(block)].noalias() = line.inverse[asIndex(block)] * right;
     });
     return run.stopped() ? SolveStatus::Stopped : SolveStatus::Solved;
 }
 
-SolveStatus lineVariances(const LineSystem &system, const EngineRun &run,
+SolveStatus lineVariances(LineSystem system, const EngineRun &run,
                           std::vector<VectorXd> &variances) {
     variances.assign(system.diagonal.size(), VectorXd());
     if (system.diagonal.empty()) {
         return SolveStatus::Solved;
     }
-    Elimination line(system);
+    Elimination line(std::move(system));
     const SolveStatus status = eliminateLine(line, run);
     if (status != SolveStatus::Solved) {
         return status;
@@ -120,9 +118,9 @@ SolveStatus lineVariances(const LineSystem &system, const EngineRun &run,
     walkChains(line, run, false, [&](int block, int, int inner) {
         const double link = line.linkBetween(block, inner);
         if (link != 0.0) {
-            const MatrixXd inverse = line.inverse[at(block)];
-            const MatrixXd product = inverse * line.inverse[at(inner)];
-            line.inverse[at(block)].noalias() += link * link * (product * inverse);
+            const MatrixXd inverse = line.inverse[asIndex(block)];
+            const MatrixXd product = inverse * line.inverse[asIndex(inner)];
+            line.inverse[asIndex(block)].noalias() += link * link * (product * inverse);
         }
     });
     if (run.stopped()) {

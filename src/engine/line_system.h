@@ -26,13 +26,13 @@ enum class SolveStatus {
 
 /// Solves the equations by block elimination from both ends to the middle and back.
 /// The two chains are the same for any number of threads, and so is every bit of the result.
-SolveStatus solveLine(const LineSystem &system, const EngineRun &run,
+SolveStatus solveLine(LineSystem system, const EngineRun &run,
                       std::vector<Eigen::VectorXd> &solution);
 
 /// The diagonal of the inverse matrix, by the same elimination and its backward pass for
 /// covariances (Rauch, Tung and Striebel 1965): with V the inverse of an eliminated block and P the
 /// covariance of its neighbour towards the middle, P' = V + link^2 V P V.
-SolveStatus lineVariances(const LineSystem &system, const EngineRun &run,
+SolveStatus lineVariances(LineSystem system, const EngineRun &run,
                           std::vector<Eigen::VectorXd> &variances);
 
 } // namespace keldrin

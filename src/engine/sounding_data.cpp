@@ -31,17 +31,16 @@ int countOf(const std::array<bool, ComponentAxes> &on) {
     return static_cast<int>(std::count(on.begin(), on.end(), true));
 }
 
-DataKind kindOf(const ControlValues &control, const SoundingRecord &record) {
+void findKind(const ControlValues &control, const SoundingRecord &record, SoundingData &data) {
     if (!isVectorArray(control.SurveyTypeIndex)) {
-        return DataKind::Signed;
+        return; // signed Z
     }
-    int most = 0;
     bool negative = false;
     for (std::size_t k = 0; k < windowCount(record); ++k) {
-        most = std::max(most, countOf(switchedOn(record, k, ComponentAxes)));
+        data.components = std::max(data.components, countOf(switchedOn(record, k, ComponentAxes)));
         negative = negative || record.TEMobs[k] < 0.0F;
     }
-    return most == 1 && negative ? DataKind::Signed : DataKind::Magnitude;
+    data.kind = data.components == 1 && negative ? DataKind::Signed : DataKind::Magnitude;
 }
 
 bool isUsable(const ControlValues &control, const SoundingRecord &record, std::size_t k) {
@@ -133,7 +132,7 @@ SoundingData usableData(const ControlValues &control, const SoundingRecord &reco
     constexpr double absoluteFloor =
         1.0E-4; // (nV/(A m2))^2, as the importers define the percentage
     SoundingData data;
-    data.kind = kindOf(control, record);
+    findKind(control, record, data);
     for (std::size_t k = 0; k < windowCount(record); ++k) {
         if (isUsable(control, record, k)) {
             data.windows.push_back(k);
@@ -141,15 +140,20 @@ SoundingData usableData(const ControlValues &control, const SoundingRecord &reco
     }
     const auto count = static_cast<Eigen::Index>(data.windows.size());
     data.observed.resize(count);
-    data.error.resize(count);
+    data.stated.resize(count);
+    data.uniform = count > 0;
+    double first = 0.0; // percentage
     for (Eigen::Index i = 0; i < count; ++i) {
         const std::size_t k = data.windows[asIndex(i)];
         const auto value = static_cast<double>(record.TEMobs[k]);
         const auto percent =
             static_cast<double>(std::max(trueError(record.TEMerr[k]), control.ErrorFloor));
         data.observed[i] = value;
-        data.error[i] = percent / 100.0 * std::sqrt(value * value + absoluteFloor);
+        data.stated[i] = percent / 100.0 * std::sqrt(value * value + absoluteFloor);
+        first = i == 0 ? percent : first;
+        data.uniform = data.uniform && percent == first;
     }
+    data.error = data.stated;
     return data;
 }
 
@@ -160,6 +164,7 @@ void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,
     const Eigen::Index layers = earth.lnResistivity.size();
     out.r.resize(count);
     out.jacobian.resize(withJacobian ? count : 0, layers);
+    out.calculated.resize(count);
     if (count == 0) {
         return;
     }
@@ -172,6 +177,7 @@ void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,
         const double f =
             measured(fieldOf(plan, room, static_cast<std::size_t>(layers), k),
                      switchedOn(record, k, plan.plan.components()), data.kind, e, derivatives);
+        out.calculated[i] = f;
         const double slope = std::sqrt(d * d + 4.0 * e * e) / e;
         out.r[i] = (std::asinh(d / (2.0 * e)) - std::asinh(f / (2.0 * e))) * slope;
         if (withJacobian) {

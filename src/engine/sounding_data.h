@@ -21,9 +21,12 @@ enum class DataKind {
 /// component alone is switched on and a stored value of the sounding is negative.
 struct SoundingData {
     DataKind kind = DataKind::Signed;
+    int components = 1;               ///< most that a value is made of
     std::vector<std::size_t> windows; ///< of the record, from 0
     Eigen::VectorXd observed;         ///< nV/(A m2)
-    Eigen::VectorXd error;            ///< standard deviation, nV/(A m2), above 0
+    Eigen::VectorXd stated;           ///< standard deviation by the file, nV/(A m2), above 0
+    Eigen::VectorXd error;            ///< the one that is used; at least the stated one
+    bool uniform = false;             ///< all windows state the same percentage
 };
 
 SoundingData usableData(const ControlValues &control, const SoundingRecord &record);
@@ -49,8 +52,9 @@ struct LayeredEarth {
 /// deviation for both. A magnitude of n noisy components is on average longer than that of the
 /// field (Rice 1944); it is compared with sqrt(|B|^2 + n e^2).
 struct Residuals {
-    Eigen::VectorXd r;
-    Eigen::MatrixXd jacobian; ///< a row for each datum; empty when not asked for
+    Eigen::VectorXd r;          ///< of each datum
+    Eigen::MatrixXd jacobian;   ///< a row for each datum; empty when not asked for
+    Eigen::VectorXd calculated; ///< what the observed value is compared with
 };
 
 void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,

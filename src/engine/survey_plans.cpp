@@ -105,14 +105,14 @@ struct PartsSoFar {
 
 } // namespace
 
-std::vector<SoundingPlan> planSurvey(const SurveyModel &model) {
+std::vector<SoundingPlan> planSurvey(const SurveyModel &model, const EngineRun &run) {
     const ControlValues &control = model.control;
     const double lineToLoop =
         (static_cast<double>(control.LineAzimuth) - static_cast<double>(control.TxAzimuth)) *
         RadiansPerDegree;
     std::vector<SoundingPlan> plans(model.soundings().size());
     PartsSoFar parts;
-    for (std::size_t i = 0; i < plans.size(); ++i) {
+    for (std::size_t i = 0; i < plans.size() && !run.stopped(); ++i) {
         const SoundingRecord &record = model.soundings()[i];
         plans[i].cosine = std::cos(lineToLoop);
         plans[i].sine = std::sin(lineToLoop);

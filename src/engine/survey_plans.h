@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/engine_run.h"
 #include "engine/response.h"
 #include "model/survey_model.h"
 
@@ -19,7 +20,8 @@ struct SoundingPlan {
 /// geometry, share what they have in common. Receivers are placed as for apparent resistivity, and
 /// so are units and window edges; X and Y are computed where a sounding of a fixed or moving loop
 /// has one of them switched on.
-std::vector<SoundingPlan> planSurvey(const SurveyModel &model);
+/// Of a run that was stopped some plans are missing.
+std::vector<SoundingPlan> planSurvey(const SurveyModel &model, const EngineRun &run = {});
 
 /// Turns the horizontal components from the loop's axes to x along the line and y 90 degrees to the
 /// left of it.

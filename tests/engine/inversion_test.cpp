@@ -1,3 +1,4 @@
+#include "base/file_operations.h"
 #include "engine/invert_project.h"
 #include "engine/survey_plans.h"
 #include "projectfile/model_file.h"
@@ -9,14 +10,18 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cmath>
 #include <filesystem>
+#include <functional>
 #include <numeric>
+#include <random>
 
 namespace keldrin {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 constexpr std::size_t Windows = 24;
 
@@ -69,10 +74,14 @@ class Inversion : public testing::Test {
     void write(SurveyModel &model) { ASSERT_TRUE(STD_File_Write(model, path()).written); }
 
     InvertResult invert(InvertOptions options = {}) {
-        EngineRun run{2};
+        EngineRun run{2, &stop};
         said.clear();
         run.say = [&](std::string_view line) {
             said.append(line).append("\n");
+            count();
+        };
+        run.progress = [&](int, int) {
+            count();
         };
         return invertProject(path(), options, run,
                              [&](std::string_view why) { said.append(why).append("\n"); });
@@ -88,9 +97,45 @@ class Inversion : public testing::Test {
 
     std::string path() { return directory.path("line.std"); }
 
+    /// One of the moments at which a test may stop the run: lines, progress, calls for files.
+    void count() { stop = ++moments == stopAt || stop; }
+
     TemporaryDirectory directory;
     MessageRecorder messages;
     std::string said;
+    std::atomic<bool> stop = false;
+    int moments = 0;
+    int stopAt = 0; ///< 0: never
+};
+
+/// Counts the calls for files as moments of a run.
+class CountedFiles {
+  public:
+    explicit CountedFiles(std::function<void()> count) : count_(std::move(count)) {
+        const FileOperations real = systemFileOperations();
+        FileOperations &use = fileOperations();
+        use.open = counted(real.open);
+        use.read = counted(real.read);
+        use.write = counted(real.write);
+        use.sync = counted(real.sync);
+        use.close = counted(real.close);
+        use.rename = counted(real.rename);
+        use.link = counted(real.link);
+    }
+    CountedFiles(const CountedFiles &) = delete;
+    CountedFiles &operator=(const CountedFiles &) = delete;
+    ~CountedFiles() { fileOperations() = systemFileOperations(); }
+
+  private:
+    template <class Result, class... Arguments>
+    std::function<Result(Arguments...)> counted(std::function<Result(Arguments...)> call) {
+        return [this, call = std::move(call)](Arguments... arguments) {
+            count_();
+            return call(arguments...);
+        };
+    }
+
+    std::function<void()> count_;
 };
 
 TEST_F(Inversion, AHalfSpaceComesBackWithinOnePercentWhereTheDataSee) {
@@ -207,6 +252,49 @@ TEST_F(Inversion, EveryWeightAndMarkHasItsEffect) {
     EXPECT_TRUE(isPresent(skipped.hTrn[0].TEMcalc[Windows - 1])) << "skipped windows too";
 }
 
+TEST_F(Inversion, ErrorsThatNobodyMeasuredAreEstimatedAndNamed) {
+    SurveyModel model = survey(InLoop, 5);
+    respond(model, {std::log(20.0), std::log(100.0)}, {30.0});
+    std::mt19937 random(5);
+    std::normal_distribution<double> normal;
+    const auto inverted = [&](bool measured) {
+        SurveyModel noisy = model;
+        for (std::size_t i = 0; i < 5; ++i) {
+            for (std::size_t k = 0; k < Windows; ++k) {
+                float &value = noisy.hTrn[i].TEMobs[k];
+                const auto deviation = static_cast<double>(std::hypot(0.02F * value, 0.3F));
+                value += static_cast<float>(deviation * normal(random));
+                const double percent =
+                    100.0 * deviation / static_cast<double>(std::hypot(value, 0.01F));
+                noisy.hTrn[i].TEMerr[k] =
+                    measured ? static_cast<float>(std::min(percent, 999.0)) : 1.0F;
+            }
+        }
+        write(noisy);
+        EXPECT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+        return read();
+    };
+    inverted(true);
+    EXPECT_THAT(said, Not(HasSubstr("estimated")));
+    const SurveyModel result = inverted(false);
+    EXPECT_THAT(said, HasSubstr(" by estimated errors, 5 of 5 soundings"));
+    EXPECT_THAT(said, HasSubstr("errors of 5 soundings were estimated"));
+    const SoundingRecord &record = result.hTrn[2];
+    float depth = 0.0F;
+    for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumLayer); ++k) {
+        depth += record.ThkInv[k];
+        const bool farFromBoundary = depth < 15.0F || depth - record.ThkInv[k] > 60.0F;
+        if (record.Rsns[k] >= 10.0F && farFromBoundary) {
+            EXPECT_NEAR(std::log(record.ResInv[k] / (depth < 30.0F ? 20.0F : 100.0F)), 0.0, 0.4)
+                << depth;
+        }
+    }
+    // Noise-free data need no estimate, whatever their errors say.
+    write(model);
+    ASSERT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+    EXPECT_THAT(said, Not(HasSubstr("estimated")));
+}
+
 TEST_F(Inversion, AFaultAtAnyCallLeavesBothFilesAsTheyWereOrBothNew) {
     SurveyModel model = survey(InLoop, 2);
     respond(model, {std::log(40.0)}, {});
@@ -234,6 +322,34 @@ TEST_F(Inversion, AFaultAtAnyCallLeavesBothFilesAsTheyWereOrBothNew) {
         }
     }
     EXPECT_GT(faults, 8);
+}
+
+TEST_F(Inversion, AStopAtAnyMomentLeavesBothFilesAsTheyWereOrBothNew) {
+    SurveyModel model = survey(InLoop, 3);
+    respond(model, {std::log(40.0)}, {});
+    write(model);
+    const std::string project = fileContent(path());
+    const std::string modelPath = directory.path("line.m1d");
+    const CountedFiles files([this] { count(); });
+    int stopped = 0;
+    for (stopAt = 1;; ++stopAt) {
+        putFile(path(), project);
+        std::filesystem::remove(modelPath);
+        stop = false;
+        moments = 0;
+        const InvertResult result = invert();
+        SCOPED_TRACE(stopAt);
+        EXPECT_EQ(fileContent(path()) == project, result == InvertResult::Stopped);
+        EXPECT_EQ(std::filesystem::exists(modelPath), result == InvertResult::Done);
+        const std::filesystem::directory_iterator left(directory.path());
+        EXPECT_EQ(std::distance(left, std::filesystem::directory_iterator()),
+                  result == InvertResult::Done ? 2 : 1);
+        if (moments < stopAt) {
+            break;
+        }
+        stopped += result == InvertResult::Stopped ? 1 : 0;
+    }
+    EXPECT_GT(stopped, 30);
 }
 
 } // namespace

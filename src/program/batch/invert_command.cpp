@@ -100,6 +100,9 @@ InvertOutcome invertOne(const std::string &project, int threads) {
     if (result.toolkitError != 0) {
         outcome.last =
             std::string(EngineName) + " cannot be run: " + std::strerror(result.systemError);
+    } else if (result.signal != 0) {
+        outcome.last =
+            std::string(EngineName) + " was ended by signal " + std::to_string(result.signal);
     } else if (outcome.last.empty()) {
         outcome.last =
             std::string(EngineName) + " ended with code " + std::to_string(result.exitCode);

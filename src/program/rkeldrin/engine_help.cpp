@@ -30,7 +30,9 @@ constexpr std::array Control = {
     HelpEntry{"Niteration", "Most iterations. Fewer are made when the models stand still."},
     HelpEntry{"ErrorFloor, DataCutoff",
               "Smallest error of a window in percent, and the error from which on a window is left "
-              "out. Windows that are marked as skipped are left out too."},
+              "out. Windows that are marked as skipped are left out too. A sounding that states "
+              "the same error for all windows has not measured it: where its data scatter more, "
+              "their noise is estimated from neighbouring windows and soundings."},
     HelpEntry{"dzWeight, dzzWeight", "Smoothness of each model with depth: its first and second "
                                      "derivative."},
     HelpEntry{"dxWeight", "Likeness of neighbouring models at the same depth."},
