@@ -146,11 +146,8 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path, const WriteCo
     const ControlValues before = model.control;
     Configuration shown{&model, nameOfProject(path)};
     bringIntoRange(model);
-    WDialogLoad(ConfigurationDialog);
-    ToolkitDialogOption(FieldChangeEvents, 1);
-    putFields(ConfigurationDialog, shown);
-    CheckGraphicsError("EditSurveyConfiguration fill");
-    showDialog(ConfigurationDialog, DialogModelessAlone);
+    openDialog(ConfigurationDialog, shown, DialogModelessAlone,
+               [] { CheckGraphicsError("EditSurveyConfiguration fill"); });
     const int button = serveDialog(shown);
     int status = 0;
     if (button == ButtonContinue) {
@@ -165,8 +162,7 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path, const WriteCo
     } else {
         status = 3;
     }
-    WDialogUnload();
-    ToolkitDialogOption(FieldChangeEvents, 0);
+    closeDialog(ConfigurationDialog);
     CheckGraphicsError("EditSurveyConfiguration");
     return status;
 }

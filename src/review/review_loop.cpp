@@ -221,10 +221,7 @@ void drawStation(const Review &review) {
 
 void openPanel(Review &review) {
     review.panelOpen = true;
-    WDialogLoad(ReviewDialog);
-    ToolkitDialogOption(FieldChangeEvents, 1);
-    putFields(ReviewDialog, panelOf(review));
-    showDialog(ReviewDialog, DialogModeless);
+    openDialog(ReviewDialog, panelOf(review), DialogModeless);
     ToolkitPointerText([&review](float x, float y) {
         return reviewPointerText(review.survey, review.limits, review.state.ReviewStation, x, y);
     });
@@ -236,9 +233,7 @@ void closePanel(Review &review) {
     }
     review.panelOpen = false;
     ToolkitPointerText({});
-    WDialogSelect(ReviewDialog.number);
-    WDialogUnload();
-    ToolkitDialogOption(FieldChangeEvents, 0);
+    closeDialog(ReviewDialog);
     blankPage();
 }
 

@@ -139,6 +139,19 @@ UnreadField unread(const ControlSpec &row, const void *record, RowRead result) {
     return field;
 }
 
+// At the place that the table says.
+void showDialog(const DialogSpec &spec, int mode) {
+    if (spec.place == DialogPlace::Usual) {
+        WDialogShow(-1, -1, spec.firstControl, mode);
+        return;
+    }
+    const int x = ToolkitWindowInfo(WindowX) + ToolkitWindowInfo(WindowWidth) -
+                  ToolkitDialogInfo(DialogWidth);
+    const int y = ToolkitWindowInfo(WindowY) + ToolkitWindowInfo(WindowHeight) -
+                  ToolkitDialogInfo(DialogHeight);
+    WDialogShow(std::max(x, 0) + 1, std::max(y, 0) + 1, spec.firstControl, mode);
+}
+
 } // namespace
 
 namespace dialog_form {
@@ -209,12 +222,20 @@ void limitFields(const DialogSpec &spec, void *record) {
     }
 }
 
-DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void()> &filled) {
+namespace {
+
+void loadFilled(const DialogSpec &spec, const void *record, const std::function<void()> &filled) {
     WDialogLoad(spec);
     putFields(spec, record);
     if (filled) {
         filled();
     }
+}
+
+} // namespace
+
+DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void()> &filled) {
+    loadFilled(spec, record, filled);
     showDialog(spec, DialogModal);
     DialogAnswer answer;
     answer.button = ToolkitDialogInfo(DialogEndButton);
@@ -225,22 +246,23 @@ DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void(
     return answer;
 }
 
+void open(const DialogSpec &spec, const void *record, int mode,
+          const std::function<void()> &filled) {
+    loadFilled(spec, record, filled);
+    ToolkitDialogOption(FieldChangeEvents, 1);
+    showDialog(spec, mode);
+}
+
 } // namespace dialog_form
 
 bool DialogAnswer::confirmed() const {
     return button == ButtonContinue;
 }
 
-void showDialog(const DialogSpec &spec, int mode) {
-    if (spec.place == DialogPlace::Usual) {
-        WDialogShow(-1, -1, spec.firstControl, mode);
-        return;
-    }
-    const int x = ToolkitWindowInfo(WindowX) + ToolkitWindowInfo(WindowWidth) -
-                  ToolkitDialogInfo(DialogWidth);
-    const int y = ToolkitWindowInfo(WindowY) + ToolkitWindowInfo(WindowHeight) -
-                  ToolkitDialogInfo(DialogHeight);
-    WDialogShow(std::max(x, 0) + 1, std::max(y, 0) + 1, spec.firstControl, mode);
+void closeDialog(const DialogSpec &spec) {
+    WDialogSelect(spec.number); // another one may have been selected since
+    WDialogUnload();
+    ToolkitDialogOption(FieldChangeEvents, 0);
 }
 
 std::vector<std::string> unreadLines(std::span<const UnreadField> fields) {

@@ -57,6 +57,8 @@ std::vector<UnreadField> readFields(const DialogSpec &spec, void *record);
 bool readField(const DialogSpec &spec, int id, void *record);
 void limitFields(const DialogSpec &spec, void *record);
 DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void()> &filled);
+void open(const DialogSpec &spec, const void *record, int mode,
+          const std::function<void()> &filled);
 } // namespace dialog_form
 
 /// Fills all controls of the selected dialog and sets the limits that the record gives. A field of
@@ -110,9 +112,19 @@ DialogAnswer askDialog(const DialogForm<Record> &form, Record &record,
     return dialog_form::ask(form, &record, filled);
 }
 
-/// Shows the selected dialog at the place that its table says.
-/// mode  a DialogMode
-void showDialog(const DialogSpec &spec, int mode);
+/// Loads a dialog that is served by the flow's own loop of events, and shows a record in it. Until
+/// closeDialog() changed fields send events; the loop reads and fills single controls with
+/// readField(), putField() and followRecord(), and all at Continue with readFields().
+/// mode    DialogModeless or DialogModelessAlone
+/// filled  called before the dialog is shown
+template <class Record>
+void openDialog(const DialogForm<Record> &form, const Record &record, int mode,
+                const std::function<void()> &filled = {}) {
+    dialog_form::open(form, &record, mode, filled);
+}
+
+/// Unloads a dialog that was opened.
+void closeDialog(const DialogSpec &spec);
 
 /// What the user is told about fields that could not be read, one line for each.
 std::vector<std::string> unreadLines(std::span<const UnreadField> fields);

@@ -107,10 +107,8 @@ class DialogFormTest : public testing::Test {
   protected:
     DialogFormTest() {
         toolkitState() = ToolkitState{};
-        WDialogLoad(Form);
         sample.shared = &shared;
-        putFields(Form, sample);
-        showDialog(Form, DialogModelessAlone);
+        openDialog(Form, sample, DialogModelessAlone);
     }
     ~DialogFormTest() override { toolkitState() = ToolkitState{}; }
 
