@@ -2,9 +2,9 @@
 
 #include "base/denormals.h"
 #include "base/paths.h"
+#include "messages/message_sink.h"
 #include "messages/questions.h"
 #include "program/batch/command.h"
-#include "screen/screen_messages.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -52,8 +52,10 @@ int runOverFiles(std::string_view program, AnsweringBackend &backend,
         return ExitFailed;
     }
     flushDenormals();
-    showMessagesOnScreen(); // of a toolkit that answers everything by its default
-    questions() = {};       // nobody is there to be asked
+    // The log files and the counts of the log hold what is reported; no error ends the run.
+    messageSink() = MessageSink{};
+    messageSink().close = ToolkitClose;
+    questions() = {}; // nobody is there to be asked
     ToolkitInit(backend, {std::string(program.substr(0, program.find(' ')))});
     bool good = true;
     for (std::size_t i = 0; i < files.size(); ++i) {
