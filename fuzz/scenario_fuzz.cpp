@@ -3,6 +3,7 @@
 
 #include "base/clock.h"
 #include "page/drawing.h"
+#include "shell/menu.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_spec.h"
 #include "toolkit/scripted/scripted_backend.h"
@@ -132,6 +133,7 @@ bool ascending(const Lines &lines, Number number) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    offerMenu();
     Script script;
     const std::string_view text(reinterpret_cast<const char *>(data), size);
     const std::vector<ScriptFault> faults = parseScript(text, script);

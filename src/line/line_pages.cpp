@@ -1,7 +1,7 @@
 #include "line/line_pages.h"
 
+#include "line/page_commands.h"
 #include "line/plan_page.h"
-#include "toolkit/control_ids.h"
 
 #include <algorithm>
 #include <array>

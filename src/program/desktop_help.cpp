@@ -1,7 +1,8 @@
 #include "program/desktop_help.h"
 
 #include "base/program_help.h"
-#include "toolkit/help_sections.h"
+#include "shell/window_keys.h"
+#include "toolkit/scripted/exit_codes.h"
 
 #include <array>
 
@@ -60,7 +61,7 @@ constexpr std::array Files = {
 };
 
 constexpr std::array Sections = {
-    HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2],
+    HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2], KeySections[3],
     HelpSection{"files", Files},     ExitCodeSection};
 
 constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "FORMATS",

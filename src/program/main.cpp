@@ -2,6 +2,7 @@
 #include "program/desktop_help.h"
 #include "program/export_command.h"
 #include "shell/main_loop.h"
+#include "shell/menu.h"
 #include "toolkit/desktop/desktop_run.h"
 
 #include <iostream>
@@ -46,6 +47,7 @@ int drive(const Words &words) {
 
 int main(int argc, char **argv) {
     const Words words(argv, argv + argc);
+    keldrin::offerMenu();
     const std::string first = words.size() > 1 ? words[1] : "";
     if (const std::optional<int> told = keldrin::tellHelp(first)) {
         return *told;

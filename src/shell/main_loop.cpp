@@ -16,12 +16,12 @@
 #include "screen/screen_messages.h"
 #include "shell/edit_configuration.h"
 #include "shell/invert.h"
+#include "shell/menu.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
 #include "shell/questions_on_screen.h"
 #include "shell/save_project.h"
 #include "shell/start_file.h"
-#include "toolkit/control_ids.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -158,10 +158,6 @@ constexpr std::array Commands = {
     MenuCommand{Command::Plan, commandPage<Command::Plan>},
 };
 
-/// Commands that need soundings.
-constexpr std::array GreyedCommands = {Command::Edit, Command::Invert, Command::Review,
-                                       Command::Plan};
-
 void drawStartText() {
     const std::string version(ProgramVersionText);
     ToolkitClearPage();
@@ -183,8 +179,10 @@ void openRootWindow() {
 
 void settleMenuAndView(const Shell &shell) {
     const bool loaded = shell.model.SoundingCount >= 1;
-    for (const int command : GreyedCommands) {
-        WMenuSetState(command, 1, loaded ? 1 : 0);
+    for (const MenuEntry &entry : MenuEntries) {
+        if (entry.greyedAtStart) {
+            WMenuSetState(entry.command, 1, loaded ? 1 : 0);
+        }
     }
     ToolkitContextMenu(loaded ? viewEntries() : std::span<const ContextEntry>{});
     if (loaded && shell.view.page == 0) {

@@ -1,6 +1,7 @@
 #include "toolkit/toolkit.h"
 
 #include "page/drawing.h"
+#include "toolkit/menu.h"
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>
@@ -12,12 +13,6 @@ namespace {
 
 bool isMouse(int type) {
     return type == EventMouseDown || type == EventMouseUp;
-}
-
-bool menuEntryIsOn(int command) {
-    const MenuEntry *entry = findMenuEntry(command);
-    return entry == nullptr ||
-           toolkitState().menuOn[static_cast<std::size_t>(entry - MenuEntries.data())];
 }
 
 // What the root window reports while it does not take it, or what the menu bar reports out of

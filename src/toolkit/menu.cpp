@@ -6,23 +6,41 @@
 
 namespace keldrin {
 
+namespace {
+
+template <class Matches>
+const MenuEntry *findEntry(Matches matches) {
+    const std::span<const MenuEntry> menu = windowContent().menu;
+    const auto entry = std::find_if(menu.begin(), menu.end(), matches);
+    return entry == menu.end() ? nullptr : &*entry;
+}
+
+} // namespace
+
+WindowContent &windowContent() {
+    static WindowContent content;
+    return content;
+}
+
 const MenuEntry *findMenuEntry(int command) {
-    const auto *entry = std::find_if(MenuEntries.begin(), MenuEntries.end(),
-                                     [=](const MenuEntry &e) { return e.command == command; });
-    return entry == MenuEntries.end() ? nullptr : entry;
+    return findEntry([=](const MenuEntry &entry) { return entry.command == command; });
+}
+
+const MenuEntry *findMenuLabel(std::string_view label) {
+    return findEntry([=](const MenuEntry &entry) {
+        return sameIgnoringCase(withoutMnemonic(entry.label), label);
+    });
 }
 
 bool opensMenu(const MenuEntry &entry) {
-    return std::any_of(MenuEntries.begin(), MenuEntries.end(),
-                       [&](const MenuEntry &e) { return e.below == entry.command; });
+    return findEntry([&](const MenuEntry &e) { return e.below == entry.command; }) != nullptr;
 }
 
 const MenuEntry *findShortcut(int key) {
     constexpr int characters = 128;
     const int code = key < characters ? upperOf(static_cast<char>(key)) : key;
-    const auto *entry = std::find_if(MenuEntries.begin(), MenuEntries.end(),
-                                     [=](const MenuEntry &e) { return e.shortcut == code; });
-    return entry == MenuEntries.end() || key == 0 ? nullptr : entry;
+    return key == 0 ? nullptr
+                    : findEntry([=](const MenuEntry &entry) { return entry.shortcut == code; });
 }
 
 std::string withoutMnemonic(std::string_view label) {

@@ -1,19 +1,16 @@
 #pragma once
 
-#include "toolkit/control_ids.h"
+#include "base/program_help.h"
 #include "toolkit/toolkit.h"
 
-#include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace keldrin {
 
-// The one menu. Its entries stand on the menu bar itself or below one of those, in this order; "&"
-// marks the key.
-
-inline constexpr int MenuNumber = 30001;
-
+/// An entry of the one menu. The entries stand on the menu bar itself or below one of those; "&"
+/// marks the key.
 struct MenuEntry {
     int command = 0;
     std::string_view label;
@@ -24,26 +21,26 @@ struct MenuEntry {
     int below = 0;    ///< command of the entry that opens a menu with this one; 0: on the bar
 };
 
-inline constexpr std::array<MenuEntry, 10> MenuEntries = {{
-    {Command::New, "&New", "Read dB/dt data and build new *.std file.", false, KeyWithCtrl | 'N'},
-    {Command::Open, "&Open", "Open existing *.std (and *.m1d) file.", false, KeyWithCtrl | 'O'},
-    {Command::Save, "&Save", "Save KELDRIN inversion files.", false, KeyWithCtrl | 'S'},
-    {Command::Edit, "&Edit Survey Configuration",
-     "Edit survey configuration and inversion control parameters.", true},
-    {Command::AutoSkip, "Auto Skip", "Set skip flags automatically based on threshold criteria.",
-     false},
-    {Command::Invert, "&Invert", "Invert dBz/dt to smoothly varying model.", true},
-    {Command::Review, "&Review Data", "Review dB/dt data and inversion model.", true},
-    {Command::View, "&View", "Show the line as a whole.", false},
-    {Command::Plan, "P&lan", "Show the stations of the line on a map.", true, 'L', Command::View},
-    {Command::Exit, "E&xit", "Exit program", false, KeyWithCtrl | 'Q'},
-}};
+/// What an application puts into the main window. The toolkit itself knows no entry.
+struct WindowContent {
+    std::span<const MenuEntry> menu;
+    std::span<const HelpSection> keys; ///< the list of keys, which F1 shows
+    /// The command that is chosen for a file which the user drops on the window or takes from the
+    /// recent ones; its chooser is answered with the file.
+    int (*commandForFile)(std::string_view path) = nullptr;
+};
+
+/// One per process, empty until the application fills it at its start; its texts last the run.
+WindowContent &windowContent();
 
 /// The entry of a command, or null.
 const MenuEntry *findMenuEntry(int command);
 
 /// True for an entry that opens a menu of others and does nothing else.
 bool opensMenu(const MenuEntry &entry);
+
+/// The entry of this label, without its "&" and whatever the case, or null.
+const MenuEntry *findMenuLabel(std::string_view label);
 
 /// The entry that a key chooses, or null.
 const MenuEntry *findShortcut(int key);

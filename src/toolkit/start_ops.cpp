@@ -6,6 +6,7 @@
 #include "page/drawing.h"
 #include "page/error_state.h"
 #include "page/hardcopy_state.h"
+#include "toolkit/menu.h"
 #include "toolkit/toolkit_state.h"
 
 #include <cstdlib>
@@ -27,9 +28,6 @@ void ToolkitInit(Backend &backend, std::vector<std::string> arguments) {
     state = ToolkitState{};
     state.backend = &backend;
     state.arguments = std::move(arguments);
-    for (std::size_t i = 0; i < MenuEntries.size(); ++i) {
-        state.menuOn[i] = !MenuEntries[i].greyedAtStart;
-    }
     hardcopyState() = HardcopyState{};
     hardcopyHost() = {documentOfBackend, ToolkitTrace};
     errorState() = ErrorState{};
@@ -59,9 +57,9 @@ void WindowOpen(int flags, int x, int y, int width, int height) {
     }
     state.backend->openRoot({flags, x, y, width, height});
     state.rootOpen = true;
-    for (std::size_t i = 0; i < MenuEntries.size(); ++i) {
-        if (!state.menuOn[i]) {
-            state.backend->setMenu(MenuEntries[i].command, false);
+    for (const MenuEntry &entry : windowContent().menu) {
+        if (!menuEntryIsOn(entry.command)) {
+            state.backend->setMenu(entry.command, false);
         }
     }
     selectSurface(&state.backend->screen());
@@ -164,14 +162,15 @@ void ToolkitContextMenu(std::span<const ContextEntry> entries) {
 
 void WMenuSetState(int command, int /*item*/, int value) {
     ToolkitState &state = toolkitState();
-    const MenuEntry *entry = findMenuEntry(command);
-    if (entry == nullptr) {
+    if (findMenuEntry(command) == nullptr) {
         ToolkitSetError(ErrorNoSuchCommand);
         return;
     }
-    bool &on = state.menuOn[static_cast<std::size_t>(entry - MenuEntries.data())];
-    if (on != (value != 0)) {
-        on = value != 0;
+    const bool on = value != 0;
+    if (on != menuEntryIsOn(command)) {
+        if (std::erase(state.menuTurned, command) == 0) {
+            state.menuTurned.push_back(command);
+        }
         if (state.backend != nullptr) {
             state.backend->setMenu(command, on);
         }

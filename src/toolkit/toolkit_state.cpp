@@ -1,6 +1,7 @@
 #include "toolkit/toolkit_state.h"
 
 #include "base/ascii.h"
+#include "toolkit/menu.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,6 +11,13 @@ namespace keldrin {
 ToolkitState &toolkitState() {
     static ToolkitState state;
     return state;
+}
+
+bool menuEntryIsOn(int command) {
+    const std::vector<int> &turned = toolkitState().menuTurned;
+    const bool isTurned = std::find(turned.begin(), turned.end(), command) != turned.end();
+    const MenuEntry *entry = findMenuEntry(command);
+    return entry == nullptr || entry->greyedAtStart == isTurned;
 }
 
 const ContextEntry *findContextEntry(std::string_view label) {

@@ -2,9 +2,7 @@
 
 #include "toolkit/backend.h"
 #include "toolkit/dialog_model.h"
-#include "toolkit/menu.h"
 
-#include <array>
 #include <chrono>
 #include <deque>
 #include <map>
@@ -37,7 +35,7 @@ struct ToolkitState {
     Backend *backend = nullptr;
     std::vector<std::string> arguments; ///< [0] is the program's own path
     bool rootOpen = false;
-    std::array<bool, MenuEntries.size()> menuOn{};
+    std::vector<int> menuTurned; ///< commands that are not on or off as in the menu's table
     std::span<const ContextEntry> contextEntries; ///< of the page on show
 
     std::vector<std::string> (*messages)() = nullptr; ///< lines of the log and of messages
@@ -64,6 +62,9 @@ struct ToolkitState {
 };
 
 ToolkitState &toolkitState();
+
+/// True while an entry of the menu can be chosen; for a command outside the menu too.
+bool menuEntryIsOn(int command);
 
 /// The entry of the context menu with a label in any case, or null.
 const ContextEntry *findContextEntry(std::string_view label);

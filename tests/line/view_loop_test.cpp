@@ -1,8 +1,7 @@
 #include "line/view_loop.h"
 
 #include "line/line_pages.h"
-#include "toolkit/control_ids.h"
-#include "toolkit/menu.h"
+#include "shell/menu.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
 
@@ -29,6 +28,7 @@ class StatusBackend : public AnsweringBackend {
 class ViewLoopTest : public testing::Test {
   protected:
     ViewLoopTest() {
+        offerMenu();
         ToolkitInit(backend, {"keldrin"});
         WindowOpen(7, -1, -1, 800, 600);
         for (int i = 0; i < 30; ++i) {

@@ -167,7 +167,7 @@ TEST_F(ReviewTest, KeysButtonsWheelAndTrackbarWalkTheSoundings) {
         {"key p", 3, 2},          {"key P", 2, 1},      {"key Up", 1, 1},     {"key Left", 3, 2},
         {"press &Next", 1, 2},    {"press 1058", 3, 2}, {"set 1057 3", 1, 3}, {"wheel up 1", 2, 1},
         {"wheel down 5", 1, 3},   {"key Enter", 2, 2},  {"key q", 2, 2},      {"expose", 2, 2},
-        {"resize 800 600", 2, 2}, {"menu Exit", 2, 2},
+        {"resize 800 600", 2, 2}, {"menu 40005", 2, 2},
     };
     for (const auto &c : cases) {
         state = {c.from, survey.SoundingCount};

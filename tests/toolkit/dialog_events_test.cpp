@@ -1,6 +1,7 @@
 #include "page/drawing.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/sample_dialogs.h"
+#include "toolkit/sample_menu.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/user_edits.h"
@@ -106,10 +107,10 @@ TEST_F(DialogEvents, TheRootWindowIsServedAsTheDialogAllows) {
     };
     queueAll();
     queueEvent({EventMenu, Command::Edit, 0, 0.0, 0.0}); // greyed from the start
-    EXPECT_EQ(waiting(), (Events{"2:40001", "1:110", "4:1", "7:0", "9:0"}));
+    EXPECT_EQ(waiting(), (Events{"2:101", "1:110", "4:1", "7:0", "9:0"}));
     WMenuSetState(Command::Edit, 1, 1);
     queueEvent({EventMenu, Command::Edit, 0, 0.0, 0.0});
-    EXPECT_EQ(waiting(), Events{"2:40006"});
+    EXPECT_EQ(waiting(), Events{"2:104"});
     showConfiguration();
     queueAll();
     EXPECT_EQ(waiting(), (Events{"7:0", "9:0"}));

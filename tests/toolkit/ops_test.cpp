@@ -3,6 +3,7 @@
 #include "toolkit/file_filter.h"
 #include "toolkit/menu.h"
 #include "toolkit/sample_dialogs.h"
+#include "toolkit/sample_menu.h"
 #include "toolkit/scripted/headless_backend.h"
 #include "toolkit/toolkit_state.h"
 

@@ -1,5 +1,6 @@
 #include "support/files.h"
 #include "support/sanitizer.h"
+#include "toolkit/sample_menu.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/scripted/scripted_run.h"
 #include "toolkit/toolkit.h"

@@ -1,4 +1,5 @@
 #include "toolkit/control_ids.h"
+#include "toolkit/sample_menu.h"
 #include "toolkit/scripted/script.h"
 #include "toolkit/scripted/script_keys.h"
 #include "toolkit/scripted/script_words.h"
@@ -102,9 +103,9 @@ TEST(ScriptLines, StandingAnswersMayNameATitle) {
 }
 
 TEST(ScriptLines, EventsDialogsAndAnswers) {
-    EXPECT_EQ(read<MenuChoice>("menu \"Edit Survey Configuration\"").command, Command::Edit);
+    EXPECT_EQ(read<MenuChoice>("menu \"Edit Line Names\"").command, Command::Edit);
     EXPECT_EQ(read<MenuChoice>("menu auto skip").command, Command::AutoSkip);
-    EXPECT_EQ(read<MenuChoice>("menu 40005").command, Command::Exit);
+    EXPECT_EQ(read<MenuChoice>("menu 107").command, Command::Exit);
     EXPECT_EQ(read<KeyPress>("key n").code, 'n');
     EXPECT_EQ(read<KeyPress>("key #").code, '#');
     EXPECT_TRUE(read<MouseClick>("click right 1.5 17.25 double").twice);

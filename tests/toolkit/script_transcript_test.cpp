@@ -4,6 +4,7 @@
 #include "support/files.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/sample_dialogs.h"
+#include "toolkit/sample_menu.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/toolkit_state.h"
 
@@ -27,9 +28,8 @@ struct Played {
 };
 
 constexpr std::string_view StartLines = "window 1000 800\n"
-                                        "menu off Edit Survey Configuration\n"
-                                        "menu off Invert\n"
-                                        "menu off Review Data\n";
+                                        "menu off Edit Line Names\n"
+                                        "menu off Invert\n";
 
 Played play(const std::string &scenario, const std::function<void()> &program) {
     Script script;
@@ -398,8 +398,7 @@ TEST(ScriptTranscript, SetUpBeforeTheStartAndShownStates) {
     EXPECT_EQ(behind.substr(0, behind.find("> 9: ")),
               "title KELDRIN\ninfo 06/05/2024 07:08:09\ninfo\nmenu on Invert\n"
               "> 5: resize 500 400\nwindow 500 400\n"
-              "> 6: show menu\nmenu off Edit Survey Configuration\nmenu on Invert\n"
-              "menu off Review Data\n"
+              "> 6: show menu\nmenu off Edit Line Names\nmenu on Invert\n"
               "> 7: show title\ntitle KELDRIN\n"
               "> 8: show log\ninfo 06/05/2024 07:08:09\ninfo\n");
     EXPECT_NE(behind.find("| first\n| second\n"), std::string::npos) << behind;

@@ -1,7 +1,7 @@
 #include "program/batch/batch_help.h"
 
 #include "base/program_help.h"
-#include "toolkit/help_sections.h"
+#include "toolkit/scripted/exit_codes.h"
 
 #include <array>
 

@@ -2,6 +2,7 @@
 
 #include "model/survey_model.h"
 #include "shell/main_loop.h"
+#include "shell/menu.h"
 #include "toolkit/scripted/scripted_run.h"
 
 #include <cstdio>
@@ -20,6 +21,7 @@ int playCommand(CommandWords words) {
     if (words.size() == 2) {
         arguments.emplace_back(words[1]);
     }
+    offerMenu();
     const int status =
         startScriptedRun(std::string(words[0]), std::move(arguments), std::cout, std::cerr);
     if (status != 0) {

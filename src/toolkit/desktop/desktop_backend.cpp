@@ -1,6 +1,5 @@
 #include "toolkit/desktop/desktop_backend.h"
 
-#include "toolkit/control_ids.h"
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/documents.h"
@@ -9,6 +8,7 @@
 #include "toolkit/desktop/message_list.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/desktop/work_window.h"
+#include "toolkit/menu.h"
 #include "toolkit/toolkit_state.h"
 #include "toolkit/user_edits.h"
 
@@ -286,9 +286,11 @@ RubberEnd DesktopBackend::rubberBand(double pageX, double pageY) {
 
 // The program's own command runs; its chooser is answered with the file.
 void DesktopBackend::openDropped(const std::string &path) {
+    if (windowContent().commandForFile == nullptr) {
+        return;
+    }
     dropped_ = path;
-    const bool project = QFileInfo(qtText(path)).suffix().compare("std", Qt::CaseInsensitive) == 0;
-    queueEvent({EventMenu, project ? Command::Open : Command::New, 0, 0.0, 0.0});
+    queueEvent({EventMenu, windowContent().commandForFile(path), 0, 0.0, 0.0});
     wake();
 }
 

@@ -1,7 +1,7 @@
 #include "toolkit/desktop/keys_help.h"
 
 #include "toolkit/desktop/qt_text.h"
-#include "toolkit/help_sections.h"
+#include "toolkit/menu.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -25,7 +25,7 @@ QString sectionText(const HelpSection &section) {
 
 QString keysText() {
     QString text = "<table cellspacing='4'>";
-    for (const HelpSection &section : KeySections) {
+    for (const HelpSection &section : windowContent().keys) {
         text += sectionText(section);
     }
     return text + "</table>";

@@ -54,7 +54,7 @@ QAction *MainWindow::addEntry(const MenuEntry &entry) {
 
 void MainWindow::makeMenu() {
     menuBar()->setNativeMenuBar(false); // most of its entries have no menus below them
-    for (const MenuEntry &entry : MenuEntries) {
+    for (const MenuEntry &entry : windowContent().menu) {
         if (opensMenu(entry)) {
             QMenu *menu = menuBar()->addMenu(qtText(entry.label));
             menu->menuAction()->setStatusTip(qtText(entry.hint));

@@ -178,11 +178,8 @@ ScriptAction readMenu(WordTaker &words) {
     if (readScriptInteger(name, number)) {
         return MenuChoice{number};
     }
-    const auto *entry =
-        std::find_if(MenuEntries.begin(), MenuEntries.end(), [&](const MenuEntry &e) {
-            return sameIgnoringCase(withoutMnemonic(e.label), name);
-        });
-    if (entry == MenuEntries.end()) {
+    const MenuEntry *entry = findMenuLabel(name);
+    if (entry == nullptr) {
         words.fail("the menu has no entry \"" + name + "\"");
         return MenuChoice{};
     }

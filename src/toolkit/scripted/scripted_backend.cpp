@@ -6,6 +6,7 @@
 #include "toolkit/child_process.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/file_filter.h"
+#include "toolkit/menu.h"
 #include "toolkit/scripted/overloaded.h"
 #include "toolkit/scripted/typed_entry.h"
 #include "toolkit/toolkit_state.h"

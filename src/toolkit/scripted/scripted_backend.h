@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/scripted/exit_codes.h"
 #include "toolkit/scripted/headless_backend.h"
 #include "toolkit/scripted/script_hands.h"
 #include "toolkit/scripted/script_turn.h"
@@ -14,14 +15,6 @@
 #include <vector>
 
 namespace keldrin {
-
-// How a scripted run ends.
-inline constexpr int ScriptPassed = 0;
-inline constexpr int ScriptCheckFailed = 1;
-inline constexpr int ScriptUnreadable = 2;
-inline constexpr int ScriptOutOfStep = 3;
-inline constexpr int ScriptEndedInRequest = 4;
-inline constexpr int ScriptNoProgress = 5;
 
 /// The toolkit of scripted runs: answers every request of the program from a scenario and writes a
 /// transcript of what a user would have seen.

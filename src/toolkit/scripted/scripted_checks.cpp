@@ -3,6 +3,7 @@
 #include "base/line_reader.h"
 #include "base/paths.h"
 #include "page/surfaces/page_transcript.h"
+#include "toolkit/menu.h"
 #include "toolkit/scripted/overloaded.h"
 #include "toolkit/toolkit_state.h"
 
@@ -116,7 +117,7 @@ void ScriptedBackend::showState(const ShowState &show) {
 
 // The entries whose state was told before, in the order of the menu bar.
 void ScriptedBackend::showMenu() {
-    for (const MenuEntry &entry : MenuEntries) {
+    for (const MenuEntry &entry : windowContent().menu) {
         if (const auto told = menuTold_.find(entry.command); told != menuTold_.end()) {
             transcript_.fact((told->second ? "menu on " : "menu off ") +
                              withoutMnemonic(entry.label));

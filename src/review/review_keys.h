@@ -1,0 +1,23 @@
+#pragma once
+
+#include "base/program_help.h"
+
+#include <array>
+
+namespace keldrin {
+
+/// Keys and mouse of the review, for F1 and the manual page.
+inline constexpr std::array ReviewKeys = {
+    HelpEntry{"N, Down, Right, wheel down", "Next sounding."},
+    HelpEntry{"P, Up, Left, wheel up", "Previous sounding."},
+    HelpEntry{"Left click or drag", "Set the skip flag of a window, or of all in a box."},
+    HelpEntry{"Right click or drag", "Clear the skip flags."},
+    HelpEntry{"Ctrl+Z", "Take the last change of flags back."},
+    HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
+    HelpEntry{"Ctrl+P", "Print the sounding."},
+    HelpEntry{"L", "Show the plan of the line, and come back with its sounding."},
+    HelpEntry{"X", "Leave the review and keep the changes."},
+    HelpEntry{"Esc", "Leave the review without the changes."},
+};
+
+} // namespace keldrin
