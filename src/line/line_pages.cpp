@@ -12,7 +12,7 @@ namespace keldrin {
 namespace {
 
 constexpr std::array Kinds = {
-    LinePageKind{Command::Plan, 'L', "Plan", makePlanPage},
+    LinePageKind{Command::Plan, 'L', "Plan", makePlanPage, editPlanLimits},
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "line/line_page.h"
+#include "line/line_settings.h"
 #include "model/survey_model.h"
 
 #include <span>
@@ -16,7 +17,10 @@ struct LinePageKind {
     int command = 0;       ///< of the menu, which shows it
     char key = 0;          ///< shows it too, in both cases
     std::string_view name; ///< for the user
-    LinePage (*make)(const SurveyModel &survey, std::string_view path);
+    LinePage (*make)(const SurveyModel &survey, const LineSettings &settings,
+                     std::string_view path);
+    /// Asks for the limits of the page; true when the user confirmed.
+    bool (*editLimits)(const SurveyModel &survey, LineSettings &settings);
 };
 
 std::span<const LinePageKind> linePageKinds();

@@ -2,9 +2,13 @@
 
 #include "base/number_text.h"
 #include "base/paths.h"
+#include "line/colour_bar.h"
 #include "line/label_places.h"
+#include "line/plan_limits_dialog.h"
+#include "line/plan_values.h"
 #include "line/sounding_text.h"
 #include "page/drawing.h"
+#include "page/page_colours.h"
 #include "page/plot.h"
 #include "page/plot_scale.h"
 #include "review/page_layout.h"
@@ -23,8 +27,10 @@ namespace keldrin {
 namespace {
 
 constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
-constexpr PageFrame MapFrame = {2.5F, 1.7F, 23.3F, 16.2F};   // cm
-constexpr float PageWidth = 24.0F;                           // cm
+constexpr PageFrame WholeFrame = {2.5F, 1.7F, 23.3F, 16.2F}; // cm
+constexpr PageFrame FrameBesideBar = {2.5F, 1.7F, 20.8F, 16.2F};
+constexpr PageFrame ColourBar = {21.4F, 1.7F, 21.85F, 16.2F};
+constexpr float PageWidth = 24.0F; // cm
 constexpr float PageHeight = 18.0F;
 
 /// A place on the page, in centimetres.
@@ -41,7 +47,11 @@ struct PlanPage {
     MapPoints points;           ///< of these
     MapPoints loop;
     MapExtent map;
+    PlanValues values; ///< of the soundings
+    ValueColours colours;
+    PageFrame frame = WholeFrame;
 
+    [[nodiscard]] bool isColoured() const { return !values.label.empty(); }
     [[nodiscard]] bool isEmpty() const { return points.count() + loop.count() == 0; }
     [[nodiscard]] PlotScale east() const { return {map.east.lowest(), map.east.highest(), false}; }
     [[nodiscard]] PlotScale north() const {
@@ -50,8 +60,8 @@ struct PlanPage {
     [[nodiscard]] Place placeOf(double e, double n) const {
         const double across = east().fractionOf(e);
         const double upward = north().fractionOf(n);
-        return {MapFrame.left + static_cast<float>(across) * (MapFrame.right - MapFrame.left),
-                MapFrame.bottom + static_cast<float>(upward) * (MapFrame.top - MapFrame.bottom)};
+        return {frame.left + static_cast<float>(across) * (frame.right - frame.left),
+                frame.bottom + static_cast<float>(upward) * (frame.top - frame.bottom)};
     }
     [[nodiscard]] Place placeOf(const MapPoints &set, std::size_t i) const {
         return placeOf(set.east[i], set.north[i]);
@@ -59,16 +69,40 @@ struct PlanPage {
 };
 
 // Height over width of the map's frame, as it is seen.
-double frameShape() {
+double frameShape(const PageFrame &frame) {
     constexpr double shapeOfPage = 0.75;
     const double page = ToolkitHasSurface() ? windowShape() : shapeOfPage;
-    const auto width = static_cast<double>((MapFrame.right - MapFrame.left) / PageWidth);
-    const auto height = static_cast<double>((MapFrame.top - MapFrame.bottom) / PageHeight);
+    const auto width = static_cast<double>((frame.right - frame.left) / PageWidth);
+    const auto height = static_cast<double>((frame.top - frame.bottom) / PageHeight);
     return page * height / width;
 }
 
-PlanPage planOf(const SurveyModel &survey, std::string_view path) {
-    PlanPage plan{survey, std::string(fileNameOf(path)), {}, {}, {}, {}};
+bool holdsPlace(const PageFrame &frame, const Place &place) {
+    return place.x >= frame.left && place.x <= frame.right && place.y >= frame.bottom &&
+           place.y <= frame.top;
+}
+
+MapSpan spanOf(double low, double high) {
+    return {low, high, high - low};
+}
+
+bool isUsable(const MapSpan &span) {
+    return span.width > 0.0 && PlotScale{span.lowest(), span.highest(), false}.isUsable();
+}
+
+// What the user has chosen, or all that there is.
+MapExtent shownMap(const PlanPage &plan, const PlanLimits &limits) {
+    const double shape = frameShape(plan.frame);
+    MapExtent chosen = {spanOf(limits.map.west, limits.map.east),
+                        spanOf(limits.map.south, limits.map.north)};
+    if (limits.setMap && isUsable(chosen.east) && isUsable(chosen.north)) {
+        return widenedTo(chosen, shape);
+    }
+    return mapExtent(plan.points, plan.loop, shape);
+}
+
+PlanPage planOf(const SurveyModel &survey, const PlanLimits &limits, std::string_view path) {
+    PlanPage plan{survey, std::string(fileNameOf(path)), {}, {}, {}, {}, {}, {}};
     for (int i = 1; i <= survey.SoundingCount; ++i) {
         const SoundingRecord &sounding = survey.sounding(i);
         if (isOnMap(survey.control, sounding)) {
@@ -76,16 +110,26 @@ PlanPage planOf(const SurveyModel &survey, std::string_view path) {
             plan.points.add(sounding.East, sounding.North);
         }
     }
+    plan.values = planValues(survey, limits, plan.soundings);
+    const AxisLimits &ends = plan.values.limits;
+    plan.colours = {
+        {static_cast<double>(ends.low), static_cast<double>(ends.high), plan.values.logarithmic},
+        limits.colours - 1};
+    plan.frame = plan.isColoured() ? FrameBesideBar : WholeFrame;
     if (survey.SoundingCount > 0) {
         plan.loop = loopOutline(survey);
     }
     if (!plan.isEmpty()) {
-        plan.map = mapExtent(plan.points, plan.loop, frameShape());
+        plan.map = shownMap(plan, limits);
     }
     return plan;
 }
 
 // ---- Drawing
+
+bool hasColour(float value) {
+    return isPresent(value) && std::isfinite(value);
+}
 
 void drawTitle(const PlanPage &plan) {
     const ControlValues &control = plan.survey.control;
@@ -94,13 +138,18 @@ void drawTitle(const PlanPage &plan) {
         title += " of line " + control.LineName.str();
     }
     title += control.JobName.isBlank() ? "" : "   " + control.JobName.str();
-    constexpr float right = MapFrame.right - 1.5F; // where the arrow stands
+    constexpr float left = WholeFrame.left;
+    constexpr float right = WholeFrame.right - 1.5F; // where the arrow stands
     selectTextSize(TitleSize);
-    ToolkitDrawText(MapFrame.left, 17.25F, ToolkitFittingText(title, right - MapFrame.left));
+    ToolkitDrawText(left, 17.25F, ToolkitFittingText(title, right - left));
     selectTextSize(LabelSize);
     std::string source = "Data from " + plan.file + "   " + std::to_string(plan.soundings.size()) +
                          " of " + std::to_string(plan.survey.SoundingCount) + " soundings";
-    ToolkitDrawText(MapFrame.left, 16.55F, ToolkitFittingText(source, right - MapFrame.left));
+    const std::vector<float> &values = plan.values.values;
+    if (std::any_of(values.begin(), values.end(), [](float v) { return !hasColour(v); })) {
+        source += "   + without a value";
+    }
+    ToolkitDrawText(left, 16.55F, ToolkitFittingText(source, right - left));
 }
 
 void drawLine(Place from, Place to) {
@@ -121,9 +170,10 @@ void drawNorthArrow() {
 }
 
 void setUpPlot(const PlanPage &plan) {
+    const PageFrame &frame = plan.frame;
     PlotNew();
-    PlotViewport(MapFrame.left / PageWidth, MapFrame.bottom / PageHeight,
-                 MapFrame.right / PageWidth, MapFrame.top / PageHeight);
+    PlotViewport(frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
+                 frame.top / PageHeight);
     PlotUnits(plan.east().min, plan.north().min, plan.east().max, plan.north().max);
     PlotScales("LIN", "LIN");
     PlotKind('G');
@@ -194,6 +244,9 @@ std::vector<LabelledPoint> labelledPoints(const PlanPage &plan) {
     std::vector<LabelledPoint> labelled;
     for (std::size_t i = 0; i < plan.soundings.size(); ++i) {
         const Place place = plan.placeOf(plan.points, i);
+        if (!holdsPlace(plan.frame, place)) {
+            continue;
+        }
         std::string text = stationText(plan.survey.sounding(plan.soundings[i]).RxStn);
         const float width = ToolkitTextWidth(text);
         labelled.push_back({place.x, place.y, std::move(text), width});
@@ -216,10 +269,11 @@ void drawMark(const PlanPage &plan, int marked) {
         return;
     }
     const auto i = static_cast<std::size_t>(found - plan.soundings.begin());
+    const PageFrame &frame = plan.frame;
     const double across =
-        radius * plan.map.east.width / static_cast<double>(MapFrame.right - MapFrame.left);
+        radius * plan.map.east.width / static_cast<double>(frame.right - frame.left);
     const double upward =
-        radius * plan.map.north.width / static_cast<double>(MapFrame.top - MapFrame.bottom);
+        radius * plan.map.north.width / static_cast<double>(frame.top - frame.bottom);
     MapPoints ring;
     for (int corner = 0; corner <= corners; ++corner) {
         const double angle = 2.0 * std::numbers::pi * corner / corners;
@@ -231,17 +285,35 @@ void drawMark(const PlanPage &plan, int marked) {
     IGrColour("BLACK");
 }
 
+// A plus stands for a sounding without a value.
+void drawDots(const PlanPage &plan) {
+    if (!plan.isColoured()) {
+        PlotMarkers(plan.points.east.data(), plan.points.north.data(), plan.points.count(),
+                    DotMarker);
+        return;
+    }
+    constexpr float larger = 1.6F;
+    PlotMarkerSize(larger * MarkerSize.width, larger * MarkerSize.height);
+    for (std::size_t i = 0; i < plan.soundings.size(); ++i) {
+        const float value = plan.values.values[i];
+        IGrColour(hasColour(value) ? plan.colours.of(value) : Colour::Black);
+        PlotMarkers(&plan.points.east[i], &plan.points.north[i], 1,
+                    hasColour(value) ? DotMarker : PlusMarker);
+    }
+    IGrColour("BLACK");
+}
+
 void drawMap(const PlanPage &plan, int marked) {
     setUpPlot(plan);
     PlotFrame();
     drawAxes(plan.survey.control.LengthUnits.view());
     selectTextSize(NumberSize);
-    PageRoom room({MapFrame.left, MapFrame.bottom, MapFrame.right, MapFrame.top});
+    PageRoom room(plan.frame);
     takeLoop(plan, room);
     const std::vector<LabelledPoint> points = labelledPoints(plan);
     drawStationNumbers(room, points);
     drawLoop(plan, room);
-    PlotMarkers(plan.points.east.data(), plan.points.north.data(), plan.points.count(), DotMarker);
+    drawDots(plan);
     drawMark(plan, marked);
 }
 
@@ -250,9 +322,12 @@ void drawPlan(const PlanPage &plan, int marked) {
     drawTitle(plan);
     if (plan.isEmpty()) {
         selectTextSize(LabelSize);
-        ToolkitDrawText(MapFrame.left, 9.0F, "No sounding has coordinates.");
+        ToolkitDrawText(WholeFrame.left, 9.0F, "No sounding has coordinates.");
     } else {
         drawNorthArrow();
+        if (plan.isColoured()) {
+            drawColourBar(ColourBar, plan.colours, plan.values.label);
+        }
         drawMap(plan, marked);
     }
     ToolkitFlush();
@@ -260,16 +335,12 @@ void drawPlan(const PlanPage &plan, int marked) {
 
 // ---- Under the mouse
 
-bool isInFrame(float x, float y) {
-    return x >= MapFrame.left && x <= MapFrame.right && y >= MapFrame.bottom && y <= MapFrame.top;
-}
-
 // The nearest dot within reach; of dots at one place the first.
 int soundingAt(const PlanPage &plan, float x, float y) {
     constexpr float reach = 0.5F; // cm
     float best = reach * reach;
     int found = 0;
-    for (std::size_t i = 0; i < plan.soundings.size() && isInFrame(x, y); ++i) {
+    for (std::size_t i = 0; i < plan.soundings.size() && holdsPlace(plan.frame, {x, y}); ++i) {
         const Place place = plan.placeOf(plan.points, i);
         const float dx = place.x - x;
         const float dy = place.y - y;
@@ -287,7 +358,8 @@ std::string oneDecimal(double value) {
 }
 
 std::string pointerText(const PlanPage &plan, float x, float y) {
-    if (!isInFrame(x, y) || plan.isEmpty()) {
+    const PageFrame &frame = plan.frame;
+    if (!holdsPlace(frame, {x, y}) || plan.isEmpty()) {
         return "";
     }
     const std::string unit = " " + plan.survey.control.LengthUnits.str();
@@ -301,20 +373,33 @@ std::string pointerText(const PlanPage &plan, float x, float y) {
     const auto part = [](float place, float start, float end) {
         return static_cast<double>((place - start) / (end - start));
     };
-    return "East " + oneDecimal(plan.east().valueAt(part(x, MapFrame.left, MapFrame.right))) +
-           "   North " + oneDecimal(plan.north().valueAt(part(y, MapFrame.bottom, MapFrame.top))) +
-           unit;
+    return "East " + oneDecimal(plan.east().valueAt(part(x, frame.left, frame.right))) +
+           "   North " + oneDecimal(plan.north().valueAt(part(y, frame.bottom, frame.top))) + unit;
 }
 
 } // namespace
 
-LinePage makePlanPage(const SurveyModel &survey, std::string_view path) {
-    const auto plan = std::make_shared<const PlanPage>(planOf(survey, path));
+LinePage makePlanPage(const SurveyModel &survey, const LineSettings &settings,
+                      std::string_view path) {
+    const auto plan = std::make_shared<const PlanPage>(planOf(survey, settings.plan, path));
     return {[plan](int marked) { drawPlan(*plan, marked); },
             [plan](float x, float y) { return soundingAt(*plan, x, y); },
             [plan](float x, float y) {
                 return pointerText(*plan, x, y);
             }};
+}
+
+bool editPlanLimits(const SurveyModel &survey, LineSettings &settings) {
+    PlanLimits limits = settings.plan;
+    const PlanPage plan = planOf(survey, limits, "");
+    limits.values = plan.isColoured() ? plan.values.limits : limits.values;
+    if (!plan.isEmpty()) {
+        limits.map = {plan.map.east.lowest(), plan.map.east.highest(), plan.map.north.lowest(),
+                      plan.map.north.highest()};
+    }
+    const bool confirmed = Plan_EditLimits(limits, survey.control.LengthUnits.view());
+    settings.plan = confirmed ? limits : settings.plan;
+    return confirmed;
 }
 
 } // namespace keldrin

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "line/line_page.h"
+#include "line/line_settings.h"
 #include "model/survey_model.h"
 
 #include <string_view>
@@ -15,6 +16,10 @@ namespace keldrin {
 /// transmitter than the project's, is left out.
 /// survey  must outlive the page
 /// path    of the project; its file name stands on the page
-LinePage makePlanPage(const SurveyModel &survey, std::string_view path);
+LinePage makePlanPage(const SurveyModel &survey, const LineSettings &settings,
+                      std::string_view path);
+
+/// Asks the user for the limits of the plan. True when they were confirmed.
+bool editPlanLimits(const SurveyModel &survey, LineSettings &settings);
 
 } // namespace keldrin

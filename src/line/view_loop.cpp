@@ -24,7 +24,7 @@ struct View {
 };
 
 void makePage(View &view) {
-    view.page = findLinePage(view.state.page)->make(view.survey, view.path);
+    view.page = findLinePage(view.state.page)->make(view.survey, view.state.settings, view.path);
 }
 
 // ---- Actions of keys, menu and mouse
@@ -60,6 +60,13 @@ void showPage(View &view, int command) {
     makePage(view);
 }
 
+// What the dialog says stands in place of the hint.
+void editLimits(View &view) {
+    if (findLinePage(view.state.page)->editLimits(view.survey, view.state.settings)) {
+        makePage(view);
+    }
+}
+
 constexpr int LongStep = 10; ///< soundings
 
 struct Binding {
@@ -81,6 +88,7 @@ constexpr std::array Bindings = {
     Binding{KeyPageUp, goBy<-LongStep>},
     Binding{KeyHome, goToFirst},
     Binding{KeyEnd, goToLast},
+    Binding{'E', editLimits, "Edit limits...", "E"},
     Binding{KeyEscape, leave, "Back", "Esc"},
     Binding{'X', leave},
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "line/line_settings.h"
 #include "model/survey_model.h"
 #include "toolkit/toolkit.h"
 
@@ -10,8 +11,9 @@ namespace keldrin {
 
 /// What the pages of the line keep between their entries.
 struct ViewState {
-    int page = 0;      ///< command of the page on show (line_pages.h); 0 none
-    int sounding = 1;  ///< ordinal of the sounding that the user is at
+    int page = 0;     ///< command of the page on show (line_pages.h); 0 none
+    int sounding = 1; ///< ordinal of the sounding that the user is at
+    LineSettings settings = {};
     bool isNew = true; ///< the user has just asked for the page, and is told how to go on
 };
 

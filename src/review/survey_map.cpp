@@ -123,6 +123,10 @@ MapExtent mapExtent(const MapPoints &soundings, const MapPoints &loop, double sh
     }
     map.east.width = std::max(map.east.extent(), leastSpan) * margin;
     map.north.width = map.north.extent() * margin;
+    return widenedTo(map, shape);
+}
+
+MapExtent widenedTo(MapExtent map, double shape) {
     if (map.north.width / map.east.width >= shape) {
         map.east.width = map.north.width / shape;
     } else {

@@ -60,6 +60,9 @@ struct MapExtent {
 /// shape  height of the frame over its width, as the user sees it
 MapExtent mapExtent(const MapPoints &soundings, const MapPoints &loop, double shape);
 
+/// A map of the given widths with one of them widened to equal scale.
+MapExtent widenedTo(MapExtent map, double shape);
+
 /// Height over width of the root window's page, 0.75 without a window.
 double windowShape();
 

@@ -54,9 +54,15 @@ void leaveIfClosed(int status) {
     }
 }
 
+// What was chosen for the line before is not for another one.
+void forgetLine(Shell &shell) {
+    shell.review.undone = {};
+    shell.view.settings = {};
+}
+
 void commandNew(Shell &shell) {
     shell.ProjectPath.clear();
-    shell.review.undone = {};
+    forgetLine(shell);
     if (BuildNewModel(shell.model, shell.ProjectPath) != 0) {
         reportAbortedBuild(); // a closed window ends only the dialog here, not the program
     }
@@ -68,7 +74,7 @@ void commandOpen(Shell &shell) {
                             "Open KELDRIN file")) {
         return;
     }
-    shell.review.undone = {};
+    forgetLine(shell);
     leaveIfClosed(OpenProject(shell.model, shell.ProjectPath));
     showProjectTitle(shell);
 }
@@ -97,10 +103,11 @@ void commandAutoSkip(Shell &shell) {
 }
 
 // A sounding that is chosen there, or the menu, leads back to the review.
-AfterPages showPagesInReview(const Shell &shell, char key, int &sounding) {
-    ViewState view{linePageOfKey(key), sounding};
+AfterPages showPagesInReview(Shell &shell, char key, int &sounding) {
+    ViewState view{linePageOfKey(key), sounding, shell.view.settings};
     const ViewEnd end = View_Loop(shell.model, view, shell.ProjectPath);
     sounding = view.sounding;
+    shell.view.settings = view.settings;
     return end == ViewEnd::Closed       ? AfterPages::Closes
            : end == ViewEnd::MenuChosen ? AfterPages::Leaves
                                         : AfterPages::Stays;

@@ -1,0 +1,52 @@
+#include "line/colour_bar.h"
+
+#include "page/colour_scales.h"
+#include "page/drawing.h"
+#include "page/plot.h"
+
+#include <array>
+
+namespace keldrin {
+
+namespace {
+
+constexpr float PageWidth = 24.0F; // cm
+constexpr float PageHeight = 18.0F;
+
+void fillStep(const ValueColours &colours, int step, int steps) {
+    const double from = colours.scale.valueAt(static_cast<double>(step) / steps);
+    const double to = colours.scale.valueAt(static_cast<double>(step + 1) / steps);
+    const std::array<double, 4> x = {0.0, 1.0, 1.0, 0.0};
+    const std::array<double, 4> y = {from, from, to, to};
+    const float part = static_cast<float>(step) / static_cast<float>(steps - 1);
+    PlotFillArea(x.data(), y.data(), static_cast<int>(x.size()), colourAt(colours.colours, part));
+}
+
+} // namespace
+
+PageColour ValueColours::of(float value) const {
+    return colourAt(colours, static_cast<float>(scale.fractionOf(static_cast<double>(value))));
+}
+
+void drawColourBar(const PageFrame &frame, const ValueColours &colours, std::string_view label) {
+    constexpr int steps = 64;
+    constexpr float reach = 1.1F; // cm
+    PlotNew();
+    PlotViewport(frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
+                 frame.top / PageHeight);
+    PlotUnits(0.0, colours.scale.min, 1.0, colours.scale.max);
+    PlotScales("LIN", colours.scale.logarithmic ? "LOG" : "LIN");
+    PlotTickLength(0.25F);
+    for (int step = 0; step < steps; ++step) {
+        fillStep(colours, step, steps);
+    }
+    PlotFrame();
+    PlotNumberReach(reach);
+    selectTextSize(NumberSize);
+    PlotYAxisRight();
+    PlotYLabelOffset(0.1F);
+    selectTextSize(LabelSize);
+    PlotYLabelRight(label);
+}
+
+} // namespace keldrin

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "line/plan_limits.h"
+
+namespace keldrin {
+
+/// What the user has chosen for the pages of a line.
+struct LineSettings {
+    PlanLimits plan = {};
+};
+
+} // namespace keldrin

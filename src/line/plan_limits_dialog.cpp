@@ -1,0 +1,146 @@
+#include "line/plan_limits_dialog.h"
+
+#include "conditioning/unread_fields.h"
+#include "line/plan_values.h"
+#include "page/colour_scales.h"
+#include "toolkit/control_ids.h"
+
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+using namespace PlanLimitsControl;
+using Answers = PlanLimitsAnswers;
+
+std::vector<std::string> quantityNames(const Answers & /*answers*/) {
+    return planQuantityNames();
+}
+
+std::vector<std::string> colourNames(const Answers & /*answers*/) {
+    std::vector<std::string> names;
+    for (const ColourScale &scale : colourScales()) {
+        names.emplace_back(scale.name);
+    }
+    return names;
+}
+
+std::string depthUnit(const Answers &answers) {
+    return answers.lengthUnits;
+}
+
+constexpr ControlSpec group(int id, std::string_view label) {
+    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
+}
+
+template <auto Limit>
+consteval FieldAccess planField() {
+    return fieldOf<&Answers::limits, Limit>();
+}
+
+template <auto Limit>
+constexpr ControlSpec choice(int id, std::string_view label) {
+    return {.id = id, .kind = Check, .label = label, .field = planField<Limit>()};
+}
+
+template <auto End>
+constexpr ControlSpec valueEnd(int id, std::string_view label, std::string_view name) {
+    return {.id = id,
+            .kind = Real,
+            .label = label,
+            .format = "(1P,G12.4E1)",
+            .field = fieldOf<&Answers::limits, &PlanLimits::values, End>(),
+            .name = name};
+}
+
+template <auto End>
+constexpr ControlSpec mapEnd(int id, std::string_view label) {
+    return {.id = id,
+            .kind = Double,
+            .label = label,
+            .format = "(F14.1)",
+            .field = fieldOf<&Answers::limits, &PlanLimits::map, End>()};
+}
+
+constexpr ControlSpec inRow(ControlSpec spec) {
+    spec.sameRow = true;
+    return spec;
+}
+
+constexpr std::array Controls = {
+    group(4021, "Dots"),
+    ControlSpec{.id = Quantity,
+                .kind = List,
+                .label = "Coloured by",
+                .field = planField<&PlanLimits::quantity>(),
+                .entries = givenBy<quantityNames>()},
+    ControlSpec{.id = Depth,
+                .kind = Real,
+                .label = "Depth",
+                .format = "(F12.1)",
+                .limits = {0.0, 99999.0},
+                .field = planField<&PlanLimits::depth>()},
+    ControlSpec{
+        .id = DepthUnit, .field = shownBy<depthUnit>(), .sameRow = true, .look = StaticLook::Unit},
+    ControlSpec{.id = Colours,
+                .kind = List,
+                .label = "Colours",
+                .field = planField<&PlanLimits::colours>(),
+                .entries = givenBy<colourNames>()},
+    choice<&PlanLimits::setValues>(SetValues, "Set the limits of the colours"),
+    valueEnd<&AxisLimits::low>(ValuesMinimum, "minimum", "Colours minimum"),
+    inRow(valueEnd<&AxisLimits::high>(ValuesMaximum, "maximum", "Colours maximum")),
+    group(4022, "Map"),
+    choice<&PlanLimits::setMap>(SetMap, "Set the limits of the map"),
+    mapEnd<&MapLimits::west>(West, "West"),
+    inRow(mapEnd<&MapLimits::east>(East, "East")),
+    mapEnd<&MapLimits::south>(South, "South"),
+    inRow(mapEnd<&MapLimits::north>(North, "North")),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+};
+
+void swapEnds(PlanLimits &limits) {
+    const auto inOrder = [](auto &low, auto &high) {
+        if (high < low) {
+            std::swap(low, high);
+        }
+    };
+    inOrder(limits.values.low, limits.values.high);
+    inOrder(limits.map.west, limits.map.east);
+    inOrder(limits.map.south, limits.map.north);
+}
+
+} // namespace
+
+const DialogForm<PlanLimitsAnswers> PlanLimitsDialog = DialogSpec{
+    .number = 113,
+    .caption = "Set plan limits",
+    .defaultButton = ButtonContinue,
+    .controls = Controls,
+    .place = DialogPlace::LowerRight,
+};
+
+bool Plan_EditLimits(PlanLimits &limits, std::string_view lengthUnits) {
+    Answers answers{limits, std::string(lengthUnits)};
+    const DialogAnswer answer = askDialog(PlanLimitsDialog, answers);
+    if (!answer.confirmed()) {
+        return false;
+    }
+    PlanLimits &chosen = answers.limits;
+    const bool otherQuantity = chosen.quantity != limits.quantity;
+    const bool otherValues =
+        chosen.values.low != limits.values.low || chosen.values.high != limits.values.high;
+    chosen.setValues = otherValues || (chosen.setValues && !(otherQuantity && limits.setValues));
+    chosen.setMap = chosen.setMap || chosen.map != limits.map;
+    swapEnds(chosen);
+    limits = chosen;
+    reportUnreadFields(answer.unread);
+    return true;
+}
+
+} // namespace keldrin
