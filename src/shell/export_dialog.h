@@ -1,0 +1,14 @@
+#pragma once
+
+#include "model/survey_model.h"
+
+#include <string>
+
+namespace keldrin {
+
+/// Asks in which formats the line is to be exported, and where to, and writes the files. What was
+/// written is told in the status bar, what failed in boxes.
+/// path  of the project, after which the files are named unless the user says otherwise
+void exportProject(const SurveyModel &survey, const std::string &path);
+
+} // namespace keldrin
