@@ -81,7 +81,7 @@ Surface *selectedSurface() {
 Surface *surfaceWithPen() {
     const DrawingState &state = drawingState();
     if (state.surface != nullptr) {
-        state.surface->setPen(state.colour, LineWidthPt);
+        state.surface->setPen(state.colour, state.lineWidthPt);
     }
     return state.surface;
 }
@@ -175,12 +175,27 @@ void drawTextAt(double x, double y, std::string_view text, float degrees, float 
         return;
     }
     surfaceWithPen()->textAnchor(anchor);
+    state.surface->naturalLetters(state.naturalLetters);
     state.surface->text(pagePoint(x, y), text, state.characterWidth, state.characterHeight,
                         degrees);
 }
 
 void ToolkitDrawText(float x, float y, std::string_view text) {
     drawTextAt(fractionX(x), fractionY(y), text, drawingState().degrees);
+}
+
+void ToolkitDrawText(float x, float y, std::string_view text, float anchor) {
+    const float width = textWidthInEms(text) * EmPerCharacterWidth * drawingState().characterWidth;
+    drawTextAt(fractionX(x) - static_cast<double>(anchor * width), fractionY(y), text, 0.0F,
+               anchor);
+}
+
+void ToolkitNaturalLetters(bool on) {
+    drawingState().naturalLetters = on;
+}
+
+void ToolkitLineWidth(float points) {
+    drawingState().lineWidthPt = points > 0.0F && std::isfinite(points) ? points : LineWidthPt;
 }
 
 void ToolkitClearPage() {

@@ -57,6 +57,16 @@ float ToolkitTextWidth(std::string_view text); ///< drawn width of horizontal te
 std::string ToolkitFittingText(std::string_view text, float width);
 
 void ToolkitDrawText(float x, float y, std::string_view text);
+/// A level text of which a part stands at `x`: 0 its left end, 0.5 its middle, 1 its right end.
+void ToolkitDrawText(float x, float y, std::string_view text, float anchor);
+
+/// Whether the letters that follow keep their own shape; else, as at first, each text is fitted
+/// into the width that ToolkitTextWidth() tells.
+void ToolkitNaturalLetters(bool on);
+
+/// Width of the lines that follow, in points on a page of 24 by 18 cm; 0: as all pages have it.
+void ToolkitLineWidth(float points);
+
 void ToolkitClearPage(); ///< background colour over the whole surface
 
 /// A centred line on the 0..9999 scale, y downward from the top. Blanks at its ends do not count.

@@ -10,7 +10,7 @@ namespace keldrin {
 
 // Shared by drawing and plots only; the program's logic goes through drawing.h and plot.h.
 
-/// Lines of all pages.
+/// Lines of all pages, where nothing else is set.
 inline constexpr float LineWidthPt = 0.6F;
 
 /// What the drawing calls remember between each other. One per process.
@@ -21,6 +21,8 @@ struct DrawingState {
     float characterWidth = 0.00872695F; ///< fraction of the surface; starts as 10 points
     float characterHeight = 0.0196111F;
     float degrees = 0.0F;
+    float lineWidthPt = LineWidthPt;
+    bool naturalLetters = false;
     double penX = 0.0; ///< fraction of the surface
     double penY = 0.0;
 };

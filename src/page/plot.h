@@ -49,6 +49,11 @@ void PlotNumberReach(float value);
 /// Places for the ticks of the axes that follow, without numbers; count -1 restores the
 /// automatic ticks.
 void PlotTickPositions(const float *values, int count);
+/// Whether the numbers of the axes that follow have true exponents: a logarithmic axis whose
+/// numbers are all powers of ten writes them as 10 with a raised exponent, 1 and 10 as they are,
+/// and of the labels below what stands after a "^" is raised. Not after PlotNew().
+void PlotRaisedExponents(bool on);
+
 /// Labels of the positions, in their order; blank or none: a tick alone. Where labels are thinned
 /// out the one at value 0 stays.
 void PlotTickLabels(std::span<const std::string> labels);

@@ -11,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace keldrin {
 
@@ -26,6 +27,8 @@ constexpr double SmallTickLength = 0.6; // of the others
 constexpr double GapBelowAxis = 0.6;    // of the character height, from axis to numbers
 constexpr double GapBesideAxis = 0.5;   // of the character width
 constexpr double GapBetween = 0.5;      // of a character, between neighbouring numbers
+constexpr double ExponentSize = 0.7;    // of the other digits
+constexpr double ExponentRise = 0.4;    // of the character height
 
 constexpr float LeftEnd = 0.0F; // what keeps its place of a text
 constexpr float Middle = 0.5F;
@@ -92,6 +95,25 @@ double placeAlong(Side side, const ClipRectangle &frame, double value) {
                           : frame.bottom + held * (frame.top - frame.bottom);
 }
 
+// A label with a raised exponent in parts, without its "^"; elsewhere the whole of it is the base.
+struct LabelParts {
+    std::string_view base;
+    std::string_view exponent;
+};
+
+LabelParts partsOf(std::string_view label) {
+    const std::size_t mark = plotState().raisedExponents ? label.find('^') : std::string_view::npos;
+    if (mark == std::string_view::npos) {
+        return {label, {}};
+    }
+    return {label.substr(0, mark), label.substr(mark + 1)};
+}
+
+double widthOfLabel(std::string_view label, const Letters &letters) {
+    const LabelParts parts = partsOf(label);
+    return widthOf(parts.base, letters) + ExponentSize * widthOf(parts.exponent, letters);
+}
+
 // One number of an axis: its text and the stretch it covers along the axis.
 struct AxisNumber {
     std::int64_t ordinal = 0;
@@ -102,7 +124,7 @@ struct AxisNumber {
 };
 
 AxisNumber numberAt(Side side, double place, const PlotTick &tick, const Letters &letters) {
-    AxisNumber number{tick.ordinal, tick.label, 0.0, 0.0, widthOf(tick.label, letters)};
+    AxisNumber number{tick.ordinal, tick.label, 0.0, 0.0, widthOfLabel(tick.label, letters)};
     const bool across = isAcross(side);
     const double extent = across ? number.width : CapHeight * letters.height;
     const double most = (across ? PageWidth : PageHeight) - extent;
@@ -153,11 +175,35 @@ std::vector<PlotTick> ticksByHand() {
     return ticks;
 }
 
+// The power of ten that a value is; nothing for other values.
+std::optional<int> powerOfTen(double value) {
+    const double power = std::log10(value);
+    const double whole = std::round(power);
+    constexpr double slack = 1.0e-9;
+    return std::fabs(power - whole) < slack ? std::optional(static_cast<int>(whole)) : std::nullopt;
+}
+
+// Where all numbers are powers of ten; among others, plain numbers are read more easily.
+void labelPowers(std::vector<PlotTick> &ticks) {
+    const bool others = std::any_of(ticks.begin(), ticks.end(), [](const PlotTick &tick) {
+        return !tick.label.empty() && !powerOfTen(tick.value);
+    });
+    for (PlotTick &tick : ticks) {
+        if (!others && !tick.label.empty()) {
+            tick.label = powerOfTenText(*powerOfTen(tick.value));
+        }
+    }
+}
+
 std::vector<PlotTick> ticksBetween(Side side, double min, double max) {
     if (plotState().tickPositions) {
         return ticksByHand();
     }
-    return automaticTicks({min, max, scaleOf(side).logarithmic});
+    std::vector<PlotTick> ticks = automaticTicks({min, max, scaleOf(side).logarithmic});
+    if (plotState().raisedExponents && scaleOf(side).logarithmic) {
+        labelPowers(ticks);
+    }
+    return ticks;
 }
 
 void drawTick(Side side, const ClipRectangle &frame, double place, double length) {
@@ -177,24 +223,57 @@ void drawTick(Side side, const ClipRectangle &frame, double place, double length
     }
 }
 
+// A smaller text size for as long as it lives.
+class ReducedText {
+  public:
+    explicit ReducedText(float part) {
+        drawingState().characterWidth *= part;
+        drawingState().characterHeight *= part;
+    }
+    ~ReducedText() {
+        drawingState().characterWidth = width_;
+        drawingState().characterHeight = height_;
+    }
+    ReducedText(const ReducedText &) = delete;
+    ReducedText &operator=(const ReducedText &) = delete;
+
+  private:
+    float width_ = drawingState().characterWidth;
+    float height_ = drawingState().characterHeight;
+};
+
+// A level label at its left end; what keeps its place of it is told as for texts.
+void drawLabel(double x, double y, std::string_view label, const Letters &letters, float anchor) {
+    const LabelParts parts = partsOf(label);
+    if (parts.exponent.empty()) {
+        drawText(x, y, parts.base, 0.0F, anchor);
+        return;
+    }
+    drawText(x, y, parts.base, 0.0F, RightEnd);
+    const ReducedText reduced(static_cast<float>(ExponentSize));
+    drawText(x + widthOf(parts.base, letters), y + ExponentRise * letters.height, parts.exponent,
+             0.0F, LeftEnd);
+}
+
 void drawNumber(Side side, const ClipRectangle &frame, const AxisNumber &number,
                 const Letters &letters) {
     const double beside = GapBesideAxis * letters.width;
     switch (side) {
     case Side::Bottom:
-        drawText(number.from, frame.bottom - (GapBelowAxis + CapHeight) * letters.height,
-                 number.text, 0.0F, Middle);
+        drawLabel(number.from, frame.bottom - (GapBelowAxis + CapHeight) * letters.height,
+                  number.text, letters, Middle);
         break;
     case Side::Top:
-        drawText(number.from, frame.top + GapBelowAxis * letters.height, number.text, 0.0F, Middle);
+        drawLabel(number.from, frame.top + GapBelowAxis * letters.height, number.text, letters,
+                  Middle);
         break;
     case Side::Left:
-        drawText(std::max(frame.left - beside - number.width, 0.0), number.from, number.text, 0.0F,
-                 RightEnd);
+        drawLabel(std::max(frame.left - beside - number.width, 0.0), number.from, number.text,
+                  letters, RightEnd);
         break;
     case Side::Right:
-        drawText(std::min(frame.right + beside, PageWidth - number.width), number.from, number.text,
-                 0.0F, LeftEnd);
+        drawLabel(std::min(frame.right + beside, PageWidth - number.width), number.from,
+                  number.text, letters, LeftEnd);
         break;
     }
 }
@@ -221,30 +300,11 @@ float partWithinReach(Side side, const std::vector<PlotTick> &ticks, const Lette
     const auto most = static_cast<double>(plotState().numberReach);
     double reach = 0.0;
     for (const PlotTick &tick : ticks) {
-        reach = std::max(reach, GapBesideAxis * letters.width + widthOf(tick.label, letters));
+        reach = std::max(reach, GapBesideAxis * letters.width + widthOfLabel(tick.label, letters));
     }
     const bool tooWide = !isAcross(side) && most > 0.0 && reach > most;
     return tooWide ? static_cast<float>(most / reach) : 1.0F;
 }
-
-// A smaller text size for as long as it lives.
-class ReducedText {
-  public:
-    explicit ReducedText(float part) {
-        drawingState().characterWidth *= part;
-        drawingState().characterHeight *= part;
-    }
-    ~ReducedText() {
-        drawingState().characterWidth = width_;
-        drawingState().characterHeight = height_;
-    }
-    ReducedText(const ReducedText &) = delete;
-    ReducedText &operator=(const ReducedText &) = delete;
-
-  private:
-    float width_ = drawingState().characterWidth;
-    float height_ = drawingState().characterHeight;
-};
 
 void drawAxis(Side side, double min, double max) {
     if (!plotIsUsable()) {
@@ -379,6 +439,10 @@ void PlotTickPositions(const float *values, int count) {
     if (count >= 0) {
         plot.tickPositions.emplace(values, values + count);
     }
+}
+
+void PlotRaisedExponents(bool on) {
+    plotState().raisedExponents = on;
 }
 
 void PlotTickLabels(std::span<const std::string> labels) {

@@ -33,6 +33,7 @@ struct PlotState {
     float markerHeight = 0.0117667F;
     std::optional<std::vector<double>> tickPositions; ///< by hand; none: automatic ticks
     std::vector<std::string> tickLabels;
+    bool raisedExponents = false;
     NumberRoom numberRoom;
 };
 

@@ -143,4 +143,11 @@ std::string tickText(double value) {
     return text;
 }
 
+std::string powerOfTenText(int exponent) {
+    if (exponent == 0 || exponent == 1) {
+        return exponent == 0 ? "1" : "10";
+    }
+    return "10^" + std::to_string(exponent);
+}
+
 } // namespace keldrin

@@ -28,4 +28,7 @@ std::vector<PlotTick> automaticTicks(const PlotScale &scale);
 /// locale plays no part.
 std::string tickText(double value);
 
+/// "1", "10", and "10^2" for other powers of ten, whose exponents PlotRaisedExponents() raises.
+std::string powerOfTenText(int exponent);
+
 } // namespace keldrin

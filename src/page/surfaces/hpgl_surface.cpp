@@ -84,6 +84,8 @@ void HpglSurface::clear() {
     body_.clear();
     size_.clear();
     slope_.clear();
+    anchor_ = 0.0F;
+    naturalLetters_ = false;
     selectedPen_ = NoPen;
 }
 
@@ -166,20 +168,30 @@ void HpglSurface::selectLetters(float widthCm, float heightCm, float degrees) {
     }
 }
 
+// A place moved along a text.
+PagePoint HpglSurface::shifted(PagePoint at, float cm, float degrees) const {
+    const float radians = degrees * std::numbers::pi_v<float> / 180.0F;
+    return {at.x + cm * std::cos(radians) / widthCm_, at.y + cm * std::sin(radians) / heightCm_};
+}
+
 void HpglSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                        float degrees) {
-    constexpr float cellWidth = 1.5F;  // of a plotter's letter, which is 1 wide and 1 high
-    constexpr float cellHeight = 2.0F; // with the room between lines
+    constexpr float cellWidth = 1.5F;   // of a plotter's letter, which is 1 wide and 1 high
+    constexpr float cellHeight = 2.0F;  // with the room between lines
+    constexpr float naturalCell = 0.5F; // of an em: about the width of an average letter
     const std::string label = asciiLabel(string);
     if (label.empty() || pen_ == NoPen) {
         return;
     }
     selectPen();
-    const float length = textWidthInEms(string) * EmPerCharacterWidth * charWidth * widthCm_;
-    selectLetters(length / static_cast<float>(label.size()) / cellWidth,
-                  charHeight * heightCm_ / cellHeight, degrees);
+    const float em = EmPerCharacterWidth * charWidth * widthCm_;
+    const auto letters = static_cast<float>(label.size());
+    const float told = textWidthInEms(string) * em;
+    const float length = naturalLetters_ ? naturalCell * em * letters : told;
+    selectLetters(length / letters / cellWidth, charHeight * heightCm_ / cellHeight, degrees);
     body_ += "PU";
-    appendPlace(body_, at);
+    appendPlace(body_, shifted(at, anchor_ * (told - length), degrees));
+    anchor_ = 0.0F;
     body_ += ';';
     // The pen stays behind the last letter, where the next label goes on.
     for (std::size_t i = 0; i < label.size(); i += LongestLabel) {

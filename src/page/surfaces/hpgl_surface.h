@@ -24,6 +24,8 @@ class HpglSurface : public DocumentSurface {
     void text(PagePoint at, std::string_view string, float charWidth, float charHeight,
               float degrees) override;
     void flush() override {}
+    void textAnchor(float part) override { anchor_ = part; }
+    void naturalLetters(bool on) override { naturalLetters_ = on; }
     void fill(std::span<const PagePoint> /*corners*/, PageColour /*colour*/) override {}
     [[nodiscard]] bool canFill() const override { return false; }
 
@@ -32,14 +34,17 @@ class HpglSurface : public DocumentSurface {
   private:
     void selectPen();
     void selectLetters(float widthCm, float heightCm, float degrees);
+    [[nodiscard]] PagePoint shifted(PagePoint at, float cm, float degrees) const;
     void appendPlace(std::string &out, PagePoint point) const;
 
     float widthCm_ = PageWidthCm;
     float heightCm_ = PageHeightCm;
     int pen_ = 1;         ///< of what is drawn next; 0 draws nothing
     int selectedPen_ = 0; ///< by the last instruction
-    std::string size_;    ///< the last instruction of letter size
-    std::string slope_;   ///< and of text direction
+    float anchor_ = 0.0F; ///< of the next text
+    bool naturalLetters_ = false;
+    std::string size_;  ///< the last instruction of letter size
+    std::string slope_; ///< and of text direction
     std::string body_;
     std::string document_;
 };

@@ -13,6 +13,7 @@ void PageList::clear() {
     points_.clear();
     penPt_ = -1.0F;
     anchor_ = 0.0F;
+    naturalLetters_ = false;
     ++changes_;
 }
 
@@ -58,6 +59,7 @@ void PageList::text(PagePoint at, std::string_view string, float charWidth, floa
     call.height = charHeight;
     call.degrees = degrees;
     call.anchor = anchor_;
+    call.naturalLetters = naturalLetters_;
     anchor_ = 0.0F;
 }
 
@@ -86,6 +88,7 @@ void PageList::make(const Call &call, Surface &surface) const {
         break;
     case Kind::Text:
         surface.textAnchor(call.anchor);
+        surface.naturalLetters(call.naturalLetters);
         surface.text(points.front(), call.text, call.width, call.height, call.degrees);
         break;
     case Kind::BeginMarker:

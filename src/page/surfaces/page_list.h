@@ -25,6 +25,7 @@ class PageList : public Surface {
     void flush() override {}
     void fill(std::span<const PagePoint> corners, PageColour colour) override;
     void textAnchor(float part) override { anchor_ = part; }
+    void naturalLetters(bool on) override { naturalLetters_ = on; }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override;
     void pageKind(std::string_view kind) override { kind_ = kind; }
@@ -44,6 +45,7 @@ class PageList : public Surface {
     struct Call {
         Kind kind = Kind::Pen;
         bool filled = false;
+        bool naturalLetters = false;
         int marker = 0;
         PageColour colour = 0;
         float width = 0.0F;  ///< of the pen in points, of a character as a fraction
@@ -63,6 +65,7 @@ class PageList : public Surface {
     PageColour colour_ = 0; ///< of the pen that was set last
     float penPt_ = -1.0F;   ///< below 0: none was set on this page
     float anchor_ = 0.0F;   ///< of the next text
+    bool naturalLetters_ = false;
     std::uint64_t changes_ = 0;
     std::string kind_;
     std::vector<Call> calls_;

@@ -31,6 +31,7 @@ class PlacedSurface : public Surface {
     void fill(std::span<const PagePoint> corners, PageColour colour) override;
     [[nodiscard]] bool canFill() const override { return paper_.canFill(); }
     void textAnchor(float part) override { paper_.textAnchor(part); }
+    void naturalLetters(bool on) override { paper_.naturalLetters(on); }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { paper_.endMarker(); }
     void pageKind(std::string_view kind) override { paper_.pageKind(kind); }

@@ -49,6 +49,10 @@ class Surface {
     /// width that the text was given: 0 its left end, 0.5 its middle, 1 its right end.
     virtual void textAnchor(float /*part*/) {}
 
+    /// True: the letters of the texts that follow keep their own shape, and a text is as long as
+    /// they make it. False, as at first: they are fitted into the width that the text was given.
+    virtual void naturalLetters(bool /*on*/) {}
+
     // What the primitives mean, for surfaces that keep a list. The others draw the marker's lines
     // and polygons, which come between the two calls, like any.
     virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {

@@ -31,6 +31,13 @@ void appendAttribute(std::string &out, std::string_view name, float value) {
     out += '"';
 }
 
+std::string_view anchorName(float part) {
+    if (part == 0.0F) {
+        return "start";
+    }
+    return part == 1.0F ? "end" : "middle";
+}
+
 // XML 1.0 has no place for most control characters and for two of the last code points.
 bool isXmlCharacter(char32_t character) {
     return (character >= ' ' && character != 0xFFFE && character != 0xFFFF) || character == '\t';
@@ -67,6 +74,8 @@ void SvgSurface::begin(float widthCm, float heightCm) {
 void SvgSurface::clear() {
     body_.clear();
     crisp_ = false;
+    anchor_ = 0.0F;
+    naturalLetters_ = false;
 }
 
 void SvgSurface::setPen(PageColour colour, float widthPt) {
@@ -153,8 +162,14 @@ void SvgSurface::text(PagePoint at, std::string_view string, float charWidth, fl
     }
     body_ += '"';
     appendAttribute(body_, "font-size", charHeight * PageHeight);
-    appendAttribute(body_, "textLength", width);
-    appendAttribute(body_, "lengthAdjust", "spacingAndGlyphs");
+    if (naturalLetters_) {
+        appendAttribute(body_, "x", anchor_ * width);
+        appendAttribute(body_, "text-anchor", anchorName(anchor_));
+    } else {
+        appendAttribute(body_, "textLength", width);
+        appendAttribute(body_, "lengthAdjust", "spacingAndGlyphs");
+    }
+    anchor_ = 0.0F;
     appendAttribute(body_, "fill", colourCodeText(colour_));
     body_ += '>';
     appendEscaped(body_, string);

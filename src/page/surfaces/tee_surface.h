@@ -47,6 +47,14 @@ class TeeSurface : public Surface {
         second_.fill(corners, colour);
     }
     [[nodiscard]] bool canFill() const override { return first_.canFill() && second_.canFill(); }
+    void textAnchor(float part) override {
+        first_.textAnchor(part);
+        second_.textAnchor(part);
+    }
+    void naturalLetters(bool on) override {
+        first_.naturalLetters(on);
+        second_.naturalLetters(on);
+    }
     void beginMarker(int marker, PagePoint centre) override {
         first_.beginMarker(marker, centre);
         second_.beginMarker(marker, centre);

@@ -47,6 +47,7 @@ class ListedDocument : public DocumentSurface {
         page_.fill(corners, colour);
     }
     void textAnchor(float part) override { page_.textAnchor(part); }
+    void naturalLetters(bool on) override { page_.naturalLetters(on); }
     void beginMarker(int marker, PagePoint centre) override { page_.beginMarker(marker, centre); }
     void endMarker() override { page_.endMarker(); }
 

@@ -15,6 +15,7 @@ namespace keldrin {
 namespace {
 
 constexpr int DotMarker = 14;
+constexpr int RingMarker = 15;
 constexpr double Pixel = 1.0;
 constexpr double SamePlace = 0.01; // pixels; a line that leans less than that lies along an axis
 
@@ -48,6 +49,16 @@ bool isAlongAxes(const QPolygonF &line) {
         }
     }
     return true;
+}
+
+// How much smaller letters are set that keep their own shape, where they are wider than the page
+// counts on.
+double partOfWideFont(QFont font) {
+    constexpr std::string_view usual = "Apparent resistivity (ohm-m) 0123456789";
+    constexpr int exactPixels = 1000;
+    font.setPixelSize(exactPixels);
+    const double width = QFontMetricsF(font).horizontalAdvance(shownText(usual)) / exactPixels;
+    return std::min(1.0, static_cast<double>(textWidthInEms(usual)) / width);
 }
 
 } // namespace
@@ -170,7 +181,7 @@ void PainterSurface::polyline(std::span<const PagePoint> points) {
     drawLine(marker_ != 0 ? markerPath(points) : path(points, false));
 }
 
-void PainterSurface::drawDot(std::span<const PagePoint> outline) {
+void PainterSurface::drawRound(std::span<const PagePoint> outline) {
     double diameter = 0.0; // cm, across the outline
     for (const PagePoint &point : outline) {
         const auto right = static_cast<double>((point.x - centre_.x) * widthCm_);
@@ -185,6 +196,12 @@ void PainterSurface::polygon(std::span<const PagePoint> points, bool filled) {
     if (points.empty()) {
         return;
     }
+    if (marker_ == RingMarker) {
+        painter_.setPen(QPen(colourOf(colour_), pen_));
+        painter_.setBrush(Qt::NoBrush);
+        drawRound(points);
+        return;
+    }
     if (!filled) {
         drawLine(path(points, true));
         return;
@@ -192,7 +209,7 @@ void PainterSurface::polygon(std::span<const PagePoint> points, bool filled) {
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(colourOf(colour_));
     if (marker_ == DotMarker) {
-        drawDot(points);
+        drawRound(points);
     } else {
         QPolygonF corners;
         for (const PagePoint &point : points) {
@@ -232,17 +249,20 @@ void PainterSurface::text(PagePoint at, std::string_view string, float charWidth
     QFont font = programFont();
     font.setHintingPreference(QFont::PreferVerticalHinting);
     font.setStyleStrategy(QFont::PreferNoShaping); // a ligature is not found by its letters
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(std::min(emWidth, emHeight)))));
+    const double size =
+        std::min(emWidth, emHeight) * (naturalLetters_ ? partOfWideFont(font) : 1.0);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(size))));
     const double told = static_cast<double>(textWidthInEms(string)) * emWidth;
     const double natural = QFontMetricsF(font, painter_.device()).horizontalAdvance(shown);
+    const double room = naturalLetters_ ? told - natural : std::max(0.0, told - natural);
 
     const QPointF start = place(at);
     painter_.translate(std::round(start.x()), std::round(start.y()));
     painter_.rotate(-std::atan2(up, right) * 180.0 / std::numbers::pi);
     // Letters that are lower than told stand in the middle of their line.
     const double lower = static_cast<double>(CapitalHeight) * (emHeight - font.pixelSize());
-    painter_.translate(anchor_ * std::max(0.0, told - natural), -std::round(lower / 2.0));
-    painter_.scale(natural > told ? told / natural : 1.0, 1.0);
+    painter_.translate(anchor_ * room, -std::round(lower / 2.0));
+    painter_.scale(natural > told && !naturalLetters_ ? told / natural : 1.0, 1.0);
     painter_.setPen(colourOf(colour_));
     painter_.setFont(font);
     painter_.drawText(QPointF(0.0, 0.0), shown);

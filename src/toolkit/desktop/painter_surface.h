@@ -35,6 +35,7 @@ class PainterSurface : public Surface {
     void flush() override {}
     void fill(std::span<const PagePoint> corners, PageColour colour) override;
     void textAnchor(float part) override { anchor_ = static_cast<double>(part); }
+    void naturalLetters(bool on) override { naturalLetters_ = on; }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { marker_ = 0; }
 
@@ -44,7 +45,7 @@ class PainterSurface : public Surface {
     [[nodiscard]] QPointF snapped(QPointF point) const;
     [[nodiscard]] QPolygonF path(std::span<const PagePoint> points, bool closed) const;
     [[nodiscard]] QPolygonF markerPath(std::span<const PagePoint> points) const;
-    void drawDot(std::span<const PagePoint> outline);
+    void drawRound(std::span<const PagePoint> outline);
     void drawLine(const QPolygonF &line);
 
     // All of it in device pixels: the painter's units are made so.
@@ -58,6 +59,7 @@ class PainterSurface : public Surface {
     PageColour colour_ = 0;
     double pen_ = 1.0; ///< whole pixels
     double anchor_ = 0.0;
+    bool naturalLetters_ = false;
     int marker_ = 0;   ///< being drawn; 0 none
     PagePoint centre_; ///< of the marker
 };
