@@ -19,8 +19,8 @@ constexpr std::array Usage = {
               "Opens the window. FILE is a project (*.std), shown with the layered models (*.m1d) "
               "beside it, or field data (*.avg, *.z, *.amr, *.tem, *.dat), of which a project is "
               "made. A name without a point receives .std. Without FILE the program asks for one."},
-    HelpEntry{"keldrin --export FORMATS [--soundings LIST] [--plan] [--all-in-one] [--out DIR] "
-              "PROJECT...",
+    HelpEntry{"keldrin --export FORMATS [--soundings LIST] [--style STYLE] [--plan] [--all-in-one] "
+              "[--out DIR] PROJECT...",
               "Writes the plots of the soundings of each project (*.std), beside it or in DIR, as "
               "BASE0001.png and so on. Opens no window and needs no display. Projects are not "
               "changed."},
@@ -36,6 +36,10 @@ constexpr std::array Options = {
         "Kinds of the plot files, with commas between them: png, pdf, svg, hpgl (.hpg), wmf."},
     HelpEntry{"--soundings LIST",
               "Soundings to plot: all, which is the default, or ordinals such as 1-5,9, or none."},
+    HelpEntry{
+        "--style STYLE",
+        "Style of the soundings' pages: standard, which is the default, or presentation, with "
+        "an axis for each quantity, misfits, errors of the model and depth of the data."},
     HelpEntry{"--plan", "Plot the map of the survey too, as BASE_plan.png."},
     HelpEntry{"--all-in-one", "Put all pages of a project into one PDF, BASE.pdf."},
     HelpEntry{"--out DIR", "Directory of the plot files; it is made if need be."},
@@ -64,8 +68,8 @@ constexpr std::array Sections = {
     HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2], KeySections[3],
     HelpSection{"files", Files},     ExitCodeSection};
 
-constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "FORMATS",
-                                                          "LIST", "PROJECT", "SCENARIO"};
+constexpr std::array<std::string_view, 8> Placeholders = {"BASE", "DIR",     "FILE",     "FORMATS",
+                                                          "LIST", "PROJECT", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 1> SeeAlso = {"keldrin-batch"};
 
 constexpr ProgramHelp Help = {

@@ -40,8 +40,8 @@ void tellFailuresOnly(QtMsgType type, const QMessageLogContext & /*context*/, co
 int exportCommand(int argc, char **argv) {
     qInstallMessageHandler(tellFailuresOnly);
     qputenv("QT_QPA_PLATFORM", "offscreen"); // letters are drawn without a display too
+    const std::vector<std::string_view> words(argv + 1, argv + argc); // Qt would take --style
     const QGuiApplication application(argc, argv);
-    const std::vector<std::string_view> words(argv + 1, argv + argc);
     ExportBackend backend;
     return plotProjects({"keldrin --export", {"--export", Formats}, backend}, words);
 }

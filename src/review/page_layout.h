@@ -15,7 +15,13 @@ inline constexpr PageTextSize NumberSize = {0.00698156F, 0.0156889F};     ///< 8
 inline constexpr PageTextSize SmallTickSize = {0.00349078F, 0.00784444F}; ///< lengths of ticks
 inline constexpr PageTextSize MarkerSize = {0.00523617F, 0.0117667F};
 
+/// Letters of a size in points on paper.
+constexpr PageTextSize textSizeOf(float points) {
+    return {LabelSize.width * points / 10.0F, LabelSize.height * points / 10.0F};
+}
+
 inline constexpr int PlusMarker = 1;
+inline constexpr int RingMarker = 15;
 inline constexpr int DotMarker = 14;
 inline constexpr int RingMarker = 15;
 
@@ -29,6 +35,12 @@ struct PageFrame {
 
 inline constexpr PageFrame DataFrame = {1.5F, 1.5F, 11.5F, 17.5F}; ///< of the sounding plot
 inline constexpr PageFrame ModelFrame = {13.5F, 1.5F, 22.5F, 17.5F};
+
+// Of the sounding plot for presentation, whose texts stand above.
+inline constexpr PageFrame PresentedDataFrame = {2.0F, 7.7F, 11.8F, 15.3F};
+inline constexpr PageFrame PresentedResistivityFrame = {2.0F, 3.8F, 11.8F, 7.3F};
+inline constexpr PageFrame PresentedMisfitFrame = {2.0F, 1.5F, 11.8F, 3.4F};
+inline constexpr PageFrame PresentedModelFrame = {14.2F, 1.5F, 22.2F, 15.3F};
 
 /// Clears the page and sets units of 0..24 by 0..18 over all of it, black, horizontal text.
 void beginReviewPage();

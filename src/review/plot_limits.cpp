@@ -1,10 +1,13 @@
 #include "review/plot_limits.h"
 
 #include "base/clock.h"
+#include "physics/data_fit.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <span>
+#include <vector>
 
 namespace keldrin {
 
@@ -28,6 +31,8 @@ struct LineRanges {
     ValueRange time;        // msec
     ValueRange data;        // dB/dt
     ValueRange resistivity; // ohm-m of the layers
+    ValueRange apparent;    // ohm-m
+    ValueRange misfit;      // standard deviations
     float depth = 1.0e30F;  // of the deepest layer's lower edge; positive: no models
 };
 
@@ -58,6 +63,25 @@ void addData(ValueRange &range, const SoundingRecord &sounding, std::size_t wind
     }
 }
 
+// On a logarithmic axis; windows that are not shown as resistivities do not count.
+void addApparent(ValueRange &range, const SoundingRecord &sounding, std::size_t windows) {
+    constexpr float least = 1.0e-6F; // ohm-m
+    for (std::size_t i = 0; i < windows; ++i) {
+        const bool counts = !isSkipped(sounding.TEMerr[i]) && isPresent(sounding.TEMobs[i]);
+        for (const float value : {sounding.AResObs[i], sounding.AResCalc[i]}) {
+            range.add(counts && value > least ? value : MissingValue);
+        }
+    }
+}
+
+void addMisfit(ValueRange &range, const ControlValues &control, const SoundingRecord &sounding) {
+    const std::vector<float> residuals = soundingFit(control, sounding).residuals;
+    for (std::size_t i = 0; i < residuals.size(); ++i) {
+        const bool counts = isPresent(residuals[i]) && isUsable(control, sounding, i);
+        range.add(counts ? std::fabs(residuals[i]) : MissingValue);
+    }
+}
+
 void addModel(LineRanges &ranges, const SoundingRecord &sounding) {
     const std::size_t layers = layerCount(sounding);
     if (layers < 1) {
@@ -80,6 +104,8 @@ LineRanges rangesOf(const SurveyModel &survey) {
         const std::size_t windows = windowCount(sounding);
         addTimes(ranges.time, std::span(sounding.TWcenter).first(windows));
         addData(ranges.data, sounding, windows);
+        addApparent(ranges.apparent, sounding, windows);
+        addMisfit(ranges.misfit, survey.control, sounding);
         addModel(ranges, sounding);
     }
     return ranges;
@@ -118,23 +144,34 @@ void setDataLimits(PlotLimits &limits, const ValueRange &data) {
     }
 }
 
-void setModelLimits(PlotLimits &limits, const LineRanges &ranges) {
+// Full decades of resistivity, two of them at least.
+void setResistivityLimits(float &low, float &high, const ValueRange &range) {
     constexpr float leastRatio = 100.0F;
+    if (range.isEmpty()) {
+        return;
+    }
+    low = powerOfTen(std::floor(std::log10(std::fabs(range.low + 0.01F))));
+    high = powerOfTen(std::ceil(std::log10(std::fabs(range.high))));
+    if (high / low < leastRatio) {
+        high = leastRatio * low;
+    }
+}
+
+// The same for all pages, so that they can be compared; what lies farther out is seen to leave.
+void setMisfitLimit(PlotLimits &limits, const ValueRange &misfit) {
+    constexpr std::array sizes = {3.0F, 5.0F, 10.0F};
+    const auto *holding = std::find_if(sizes.begin(), sizes.end() - 1,
+                                       [&](float size) { return misfit.high <= size; });
+    limits.PlotMisfitMax = *holding;
+}
+
+void setModelLimits(PlotLimits &limits, const LineRanges &ranges) {
     constexpr float leastDepth = -10.0F;
     if (ranges.depth > 0.0F) {
         return;
     }
     limits.PlotDepthMin = std::min(ranges.depth, leastDepth);
-    if (ranges.resistivity.isEmpty()) {
-        return;
-    }
-    const float low = std::fabs(ranges.resistivity.low + 0.01F);
-    const float high = std::fabs(ranges.resistivity.high);
-    limits.PlotResMin = powerOfTen(std::floor(std::log10(low)));
-    limits.PlotResMax = powerOfTen(std::ceil(std::log10(high)));
-    if (limits.PlotResMax / limits.PlotResMin < leastRatio) {
-        limits.PlotResMax = leastRatio * limits.PlotResMin;
-    }
+    setResistivityLimits(limits.PlotResMin, limits.PlotResMax, ranges.resistivity);
 }
 
 } // namespace
@@ -144,7 +181,9 @@ int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &
     const DateTime now = clockNow();
     date = dateText(now);
     time = timeText(now);
+    const PageStyle style = limits.style;
     limits = PlotLimits{};
+    limits.style = style;
     if (survey.SoundingCount < 1) {
         return 1;
     }
@@ -152,6 +191,8 @@ int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &
     setTimeLimits(limits, ranges.time);
     setDataLimits(limits, ranges.data);
     setModelLimits(limits, ranges);
+    setResistivityLimits(limits.PlotAResMin, limits.PlotAResMax, ranges.apparent);
+    setMisfitLimit(limits, ranges.misfit);
     return 0;
 }
 

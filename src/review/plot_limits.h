@@ -7,8 +7,15 @@
 
 namespace keldrin {
 
-/// Axis limits of the sounding plot. The review keeps one record of them while it runs; the
-/// initialisers are the limits of a line without usable values.
+/// How the page of a sounding is drawn.
+enum class PageStyle {
+    Standard,     ///< all curves on one axis, texts on the plots
+    Presentation, ///< an axis for each quantity, texts above the plots, errors and depth of the
+                  ///< data
+};
+
+/// Axis limits of the sounding plot, and its style. The review keeps one record of them while it
+/// runs; the initialisers are the limits of a line without usable values.
 struct PlotLimits {
     float PlotTimeMin = 0.01F;           ///< msec, above 0
     float PlotTimeMax = 100.0F;          ///< msec
@@ -18,6 +25,12 @@ struct PlotLimits {
     float PlotResMax = 1000.0F;          ///< ohm-m
     float PlotDepthMin = -100.0F;        ///< LengthUnits below the surface, negative
     float PlotDepthMax = 0.0F;           ///< the ground surface
+
+    PageStyle style = PageStyle::Standard;
+    // Axes of the presentation alone.
+    float PlotAResMin = 1.0F;    ///< apparent resistivity, ohm-m, above 0
+    float PlotAResMax = 1000.0F; ///< ohm-m
+    float PlotMisfitMax = 3.0F;  ///< standard deviations, on both sides of 0
 };
 
 /// Sets limits that hold all soundings of the line, so that its pages can be compared: full
@@ -26,7 +39,7 @@ struct PlotLimits {
 /// Skipped observations, missing values and numbers that are not finite do not count; where
 /// nothing is left, the limits are those of the initialisers. The result allows a plot for any
 /// content of the model.
-/// limits      replaced
+/// limits      replaced, but for the style
 /// date, time  of this moment, as the page shows them: "DD/MM/YYYY" and "hh:mm:ss"
 /// returns     0, or 1 without soundings; not reported
 int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &date,

@@ -25,6 +25,11 @@ std::string depthTitle(const Answers &answers) {
     return "Depth (" + answers.lengthUnits + ")";
 }
 
+// In the order of PageStyle.
+std::vector<std::string> styleNames(const Answers & /*answers*/) {
+    return {"Standard", "Presentation"};
+}
+
 /// What an axis can show; a field does not accept anything else.
 struct AxisRule {
     bool (*holds)(float value);
@@ -85,6 +90,17 @@ constexpr std::array Controls = {
                                                            "Resistivity maximum"),
     limit<&Answers::resistivity, Minimum, LogarithmicAxis>(ResistivityMinimum, FourDigits,
                                                            "Resistivity minimum"),
+    group(4015, "Page"),
+    ControlSpec{.id = Style,
+                .kind = List,
+                .label = "Style",
+                .field = fieldOf<&Answers::style>(),
+                .entries = givenBy<styleNames>()},
+    title(4016, "Apparent resistivity (ohm-m), presentation only"),
+    limit<&Answers::apparent, Maximum, LogarithmicAxis>(ApparentMaximum, FourDigits,
+                                                        "Apparent resistivity maximum"),
+    limit<&Answers::apparent, Minimum, LogarithmicAxis>(ApparentMinimum, FourDigits,
+                                                        "Apparent resistivity minimum"),
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };

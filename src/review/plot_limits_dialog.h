@@ -20,6 +20,8 @@ struct PlotLimitsAnswers {
     AxisEnds time; ///< msec
     AxisEnds depth;
     AxisEnds resistivity; ///< ohm-m
+    int style = 1;        ///< entry of the list, from 1
+    AxisEnds apparent;    ///< ohm-m, of the presentation alone
 };
 
 namespace PlotLimitsControl {
@@ -33,6 +35,9 @@ inline constexpr int DepthMaximum = 1064;
 inline constexpr int DepthMinimum = 1065;
 inline constexpr int ResistivityMaximum = 1066;
 inline constexpr int ResistivityMinimum = 1080;
+inline constexpr int Style = 1094;
+inline constexpr int ApparentMaximum = 1095;
+inline constexpr int ApparentMinimum = 1096;
 } // namespace PlotLimitsControl
 
 extern const DialogForm<PlotLimitsAnswers> PlotLimitsDialog;

@@ -31,6 +31,8 @@ constexpr std::array Axes = {
                AxisKind::Linear},
     AxisLimits{&PlotLimitsAnswers::resistivity, &PlotLimits::PlotResMax, &PlotLimits::PlotResMin,
                AxisKind::Logarithmic},
+    AxisLimits{&PlotLimitsAnswers::apparent, &PlotLimits::PlotAResMax, &PlotLimits::PlotAResMin,
+               AxisKind::Logarithmic},
 };
 
 // A limit as the user sees it, and as PlotLimits keeps it.
@@ -87,6 +89,7 @@ PlotLimitsAnswers answersOf(const SurveyModel &survey, const PlotLimits &limits)
     PlotLimitsAnswers answers;
     answers.dataUnits = survey.control.TEMUnits.str();
     answers.lengthUnits = survey.control.LengthUnits.str();
+    answers.style = static_cast<int>(limits.style) + 1;
     for (const AxisLimits &axis : Axes) {
         answers.*axis.shown = {limitKept(limits.*axis.maximum, axis.kind).shown,
                                limitKept(limits.*axis.minimum, axis.kind).shown};
@@ -106,6 +109,7 @@ int Review_EditLimits(const SurveyModel &survey, PlotLimits &limits) {
     for (const AxisLimits &axis : Axes) {
         takeAxis(axis, answers, limits);
     }
+    limits.style = answers.style == 1 ? PageStyle::Standard : PageStyle::Presentation;
     reportUnreadFields(answer.unread);
     return 0;
 }

@@ -121,6 +121,7 @@ void plotAll(Review &review, const ToolkitEvent & /*event*/) {
 
 void editLimits(Review &review, const ToolkitEvent & /*event*/) {
     Review_EditLimits(review.survey, review.limits);
+    review.state.style = review.limits.style;
 }
 
 // The sounding that changes comes on show.
@@ -145,9 +146,10 @@ void changeMarks(Review &review, int flag, const PageBox &box) {
     const float area = std::fabs(box.xHigh - box.xLow) * std::fabs(box.yHigh - box.yLow);
     const int station = review.state.ReviewStation;
     if (area >= leastBox) {
-        Review_SkipBox(review.survey, station, flag, box);
+        Review_SkipBox(review.survey, review.limits, station, flag, box);
     } else {
-        Review_SkipPoint(review.survey, station, flag, box.xLow, box.yLow, clickRadius);
+        Review_SkipPoint(review.survey, review.limits, station, flag, box.xLow, box.yLow,
+                         clickRadius);
     }
 }
 
@@ -374,6 +376,7 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     settleReview(state, survey.SoundingCount);
     Review review{survey, state, path, reload, pages};
     offerUndoneMarks(review);
+    review.limits.style = state.style;
     Plot_AutoLimits(survey, review.limits, review.date, review.time);
     drawStation(review);
     openPanel(review);

@@ -15,6 +15,7 @@ struct ReviewState {
     int ReviewStation = 1;   ///< ordinal of the sounding on show, from 1
     int ReviewCount = 0;     ///< SoundingCount at the last entry; another one starts at sounding 1
     MarkHistory undone = {}; ///< marks that Redo brings back: undone or cancelled in this project
+    PageStyle style = PageStyle::Standard; ///< of the page
 };
 
 /// Loads the project again from disk; the path may come back changed. Returns the status of opening

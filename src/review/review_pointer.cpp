@@ -3,34 +3,18 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
-#include "page/plot_scale.h"
-#include "review/page_layout.h"
+#include "review/presentation_model.h"
+#include "review/sounding_panels.h"
 #include "review/sounding_plot.h"
 
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <string_view>
+#include <vector>
 
 namespace keldrin {
 
 namespace {
-
-constexpr float LeastResistivity = 1.0e-6F; // ohm-m; not above that a window has no such point
-
-/// A plot of the page, with its axes.
-struct PagePlot {
-    PageFrame frame;
-    PlotScale across;
-    PlotScale upward;
-
-    [[nodiscard]] bool isUsable() const { return across.isUsable() && upward.isUsable(); }
-    [[nodiscard]] bool holds(float x, float y) const {
-        return x >= frame.left && x <= frame.right && y >= frame.bottom && y <= frame.top;
-    }
-    [[nodiscard]] double width() const { return static_cast<double>(frame.right - frame.left); }
-    [[nodiscard]] double height() const { return static_cast<double>(frame.top - frame.bottom); }
-};
 
 /// Axis values under a place of the page.
 struct PlotPlace {
@@ -38,16 +22,20 @@ struct PlotPlace {
     double upward = 0.0;
 };
 
-PlotPlace placeUnder(const PagePlot &plot, float x, float y) {
+double widthOf(const PagePanel &plot) {
+    return static_cast<double>(plot.frame.right - plot.frame.left);
+}
+
+double heightOf(const PagePanel &plot) {
+    return static_cast<double>(plot.frame.top - plot.frame.bottom);
+}
+
+PlotPlace placeUnder(const PagePanel &plot, float x, float y) {
     const auto part = [](float place, float start, double extent) {
         return static_cast<double>(place - start) / extent;
     };
-    return {plot.across.valueAt(part(x, plot.frame.left, plot.width())),
-            plot.upward.valueAt(part(y, plot.frame.bottom, plot.height()))};
-}
-
-PlotScale scaleOf(float min, float max, bool logarithmic) {
-    return {static_cast<double>(min), static_cast<double>(max), logarithmic};
+    return {plot.across.valueAt(part(x, plot.frame.left, widthOf(plot))),
+            plot.upward.valueAt(part(y, plot.frame.bottom, heightOf(plot)))};
 }
 
 // Four digits are what a place of the page can tell.
@@ -63,83 +51,102 @@ std::string oneDecimal(double value) {
     return std::string(trimBlanks(formatReal("(F14.1)", value)));
 }
 
-// ---- Data plot
-
-enum class PointKind { Observed, Resistivity };
+// ---- Plots of data
 
 struct NearestPoint {
     PlotPlace pointer; ///< axis fractions
     double best = std::numeric_limits<double>::infinity();
     std::size_t window = 0; ///< from 0
-    PointKind kind = PointKind::Observed;
-
-    [[nodiscard]] bool wasFound() const { return std::isfinite(best); }
+    const MarkedPanel *marks = nullptr;
 };
 
 // Points outside the frame are not on show, and stand for nothing under the mouse.
-void offerPoint(NearestPoint &nearest, const PagePlot &plot, std::size_t window, PointKind kind,
-                float time, float value) {
+void offerPoint(NearestPoint &nearest, const MarkedPanel &marks, std::size_t window, float time) {
+    const PagePanel &plot = marks.panel;
     const double across = plot.across.fractionOf(static_cast<double>(time));
-    const double upward = plot.upward.fractionOf(static_cast<double>(ArcSinh(value)));
+    const double upward =
+        plot.upward.fractionOf(static_cast<double>(plot.placeOf(marks.values[window])));
     if (!(across >= 0.0) || !(across <= 1.0) || !(upward >= 0.0) || !(upward <= 1.0)) {
         return;
     }
-    const double distance = std::hypot((across - nearest.pointer.across) * plot.width(),
-                                       (upward - nearest.pointer.upward) * plot.height());
+    const double distance = std::hypot((across - nearest.pointer.across) * widthOf(plot),
+                                       (upward - nearest.pointer.upward) * heightOf(plot));
     if (distance < nearest.best) {
         nearest.best = distance;
         nearest.window = window;
-        nearest.kind = kind;
+        nearest.marks = &marks;
     }
 }
 
-NearestPoint nearestPoint(const SoundingRecord &sounding, const PagePlot &plot, float x, float y) {
+/// panels  all in the place of the first
+NearestPoint nearestPoint(const SoundingRecord &sounding, const std::vector<MarkedPanel> &panels,
+                          float x, float y) {
+    const PagePanel &plot = panels.front().panel;
     NearestPoint nearest;
-    nearest.pointer = {static_cast<double>(x - plot.frame.left) / plot.width(),
-                       static_cast<double>(y - plot.frame.bottom) / plot.height()};
+    nearest.pointer = {static_cast<double>(x - plot.frame.left) / widthOf(plot),
+                       static_cast<double>(y - plot.frame.bottom) / heightOf(plot)};
     const std::size_t windows = windowCount(sounding);
     for (std::size_t i = 0; i < windows; ++i) {
-        if (isPresent(sounding.TEMobs[i])) {
-            offerPoint(nearest, plot, i, PointKind::Observed, sounding.TWcenter[i],
-                       sounding.TEMobs[i]);
-        }
-        if (sounding.AResObs[i] > LeastResistivity) {
-            offerPoint(nearest, plot, i, PointKind::Resistivity, sounding.TWcenter[i],
-                       sounding.AResObs[i]);
+        for (const MarkedPanel &marks : panels) {
+            if (isPresent(marks.values[i])) {
+                offerPoint(nearest, marks, i, sounding.TWcenter[i]);
+            }
         }
     }
     return nearest;
 }
 
+/// How the values of marks are told.
+struct MarkWords {
+    std::string quantity;
+    std::string unit;
+};
+
+MarkWords wordsOf(MarkKind kind, const ControlValues &control) {
+    switch (kind) {
+    case MarkKind::Resistivity:
+        return {"Resistivity", " ohm-m"};
+    case MarkKind::Misfit:
+        return {"Misfit", " standard deviations"};
+    case MarkKind::Observed:
+        break;
+    }
+    return {"dB/dt", " " + control.TEMUnits.str()};
+}
+
 std::string windowText(const SoundingRecord &sounding, const NearestPoint &nearest,
-                       std::string_view unit) {
+                       const std::string &unit) {
     const std::size_t i = nearest.window;
-    const bool observed = nearest.kind == PointKind::Observed;
     const bool skipped = isSkipped(sounding.TEMerr[i]);
     const float error = skipped ? trueError(sounding.TEMerr[i]) : sounding.TEMerr[i];
     std::string text = "   Window " + std::to_string(i + 1) + ": ";
-    text += fourDigits(observed ? sounding.TEMobs[i] : sounding.AResObs[i]);
-    text.append(" ").append(unit);
+    text += fourDigits(nearest.marks->values[i]) + unit;
     text += ", error " + oneDecimal(static_cast<double>(error)) + " %";
     return text + (skipped ? ", skipped" : "");
 }
 
+/// panels  those under the mouse
 std::string dataText(const SurveyModel &survey, const SoundingRecord &sounding,
-                     const PagePlot &plot, float x, float y) {
+                     const std::vector<MarkedPanel> &panels, float x, float y) {
+    const PagePanel &plot = panels.front().panel;
     const PlotPlace place = placeUnder(plot, x, y);
-    const NearestPoint nearest = nearestPoint(sounding, plot, x, y);
-    const bool resistivity = nearest.wasFound() && nearest.kind == PointKind::Resistivity;
-    const std::string unit = resistivity ? "ohm-m" : survey.control.TEMUnits.str();
-    const std::string text = "Time " + fourDigits(place.across) + " msec   " +
-                             (resistivity ? "Resistivity " : "dB/dt ") +
-                             fourDigits(std::sinh(place.upward)) + " " + unit;
-    return nearest.wasFound() ? text + windowText(sounding, nearest, unit) : text;
+    const NearestPoint nearest = nearestPoint(sounding, panels, x, y);
+    const MarkedPanel &marks = nearest.marks != nullptr ? *nearest.marks : panels.front();
+    const MarkWords words = wordsOf(marks.kind, survey.control);
+    const std::string text = "Time " + fourDigits(place.across) + " msec   " + words.quantity +
+                             " " + fourDigits(plot.valueAt(place.upward)) + words.unit;
+    return nearest.marks != nullptr ? text + windowText(sounding, nearest, words.unit) : text;
 }
 
 // ---- Model plot
 
-// The layer whose middle is nearest, for the model is drawn through the middles.
-std::string layerText(const SoundingRecord &sounding, double depth) {
+std::string layerText(const SoundingRecord &sounding, std::size_t layer) {
+    return "   Layer " + std::to_string(layer + 1) + ": " + fourDigits(sounding.ResInv[layer]) +
+           " ohm-m";
+}
+
+// The layer whose middle is nearest, for the standard page draws the model through the middles.
+std::string nearestLayerText(const SoundingRecord &sounding, double depth) {
     const std::size_t layers = layerCount(sounding);
     double best = std::numeric_limits<double>::infinity();
     std::size_t found = 0;
@@ -150,21 +157,36 @@ std::string layerText(const SoundingRecord &sounding, double depth) {
             found = i;
         }
     }
-    return std::isfinite(best) ? "   Layer " + std::to_string(found + 1) + ": " +
-                                     fourDigits(sounding.ResInv[found]) + " ohm-m"
-                               : "";
+    return std::isfinite(best) ? layerText(sounding, found) : "";
+}
+
+std::string stepText(const SoundingRecord &sounding, double depth) {
+    const ModelSteps model = modelSteps(sounding);
+    for (std::size_t i = 0; i < model.steps.size(); ++i) {
+        const LayerStep &step = model.steps[i];
+        if (depth <= static_cast<double>(step.top) && depth >= static_cast<double>(step.bottom)) {
+            const std::string error =
+                model.hasErrors
+                    ? ", error " + oneDecimal(static_cast<double>(sounding.Rerr[i])) + " %"
+                    : "";
+            return layerText(sounding, i) + error +
+                   (step.fade > 0.0F ? ", below the depth of the data" : "");
+        }
+    }
+    return "";
 }
 
 std::string modelText(const SurveyModel &survey, const SoundingRecord &sounding,
-                      const PagePlot &plot, float x, float y) {
-    const PlotPlace place = placeUnder(plot, x, y);
+                      const PlotLimits &limits, float x, float y) {
+    const PlotPlace place = placeUnder(modelPanel(limits), x, y);
     const std::string unit = " " + survey.control.LengthUnits.str();
     std::string text = "Resistivity " + fourDigits(place.across) + " ohm-m   Depth " +
                        oneDecimal(place.upward) + unit;
     if (isPresent(sounding.Elevation)) {
         text += "   Elevation " + oneDecimal(place.upward + sounding.Elevation) + unit;
     }
-    return text + layerText(sounding, place.upward);
+    return text + (limits.style == PageStyle::Standard ? nearestLayerText(sounding, place.upward)
+                                                       : stepText(sounding, place.upward));
 }
 
 } // namespace
@@ -175,15 +197,16 @@ std::string reviewPointerText(const SurveyModel &survey, const PlotLimits &limit
         return "";
     }
     const SoundingRecord &sounding = survey.sounding(station);
-    const PagePlot data = {DataFrame, scaleOf(limits.PlotTimeMin, limits.PlotTimeMax, true),
-                           scaleOf(limits.PlotDataMin, limits.PlotDataMax, false)};
-    const PagePlot model = {ModelFrame, scaleOf(limits.PlotResMin, limits.PlotResMax, true),
-                            scaleOf(limits.PlotDepthMin, limits.PlotDepthMax, false)};
-    if (data.holds(x, y) && data.isUsable()) {
-        return dataText(survey, sounding, data, x, y);
+    std::vector<MarkedPanel> panels = markedPanels(survey.control, sounding, limits);
+    std::erase_if(panels, [=](const MarkedPanel &marks) {
+        return !marks.panel.holds(x, y) || !marks.panel.isUsable();
+    });
+    if (!panels.empty()) {
+        return dataText(survey, sounding, panels, x, y);
     }
+    const PagePanel model = modelPanel(limits);
     if (model.holds(x, y) && model.isUsable()) {
-        return modelText(survey, sounding, model, x, y);
+        return modelText(survey, sounding, limits, x, y);
     }
     return "";
 }

@@ -2,18 +2,19 @@
 
 #include "base/real.h"
 #include "page/plot.h"
-#include "review/page_layout.h"
+#include "review/sounding_panels.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace keldrin {
 
 namespace {
 
-constexpr float LeastResistivity = 1.0e-6F; // ohm-m; below that a window has no such point
-
-// A page box in the units of the data plot, which rise to the right and upward.
+// A page box in the units of a plot, which rise to the right and upward.
 struct DataBox {
     float timeLow = 0.0F;  // msec
-    float valueLow = 0.0F; // ArcSinh
+    float valueLow = 0.0F; // of the axis
     float timeHigh = 0.0F;
     float valueHigh = 0.0F;
 
@@ -23,12 +24,26 @@ struct DataBox {
     }
 };
 
+// The plot in force must be that of the box.
 DataBox dataBox(const PageBox &box) {
     DataBox data;
     PlotFromPage(box.xLow, box.yLow, data.timeLow, data.valueLow);
     PlotFromPage(box.xHigh, box.yHigh, data.timeHigh, data.valueHigh);
     return data;
 }
+
+// Marks on the page with the range in which they are looked for.
+struct SearchedMarks {
+    MarkedPanel marks;
+    DataBox range;
+
+    [[nodiscard]] float placeOf(std::size_t window) const {
+        return marks.panel.placeOf(marks.values[window]);
+    }
+    [[nodiscard]] bool holds(std::size_t window) const {
+        return isPresent(marks.values[window]) && range.holdsValue(placeOf(window));
+    }
+};
 
 SoundingRecord *findSounding(SurveyModel &model, int station) {
     const bool exists =
@@ -40,10 +55,6 @@ void mark(float &error, int flag) {
     error = withSkipMark(error, (flag & 1) != 0);
 }
 
-bool hasResistivity(const SoundingRecord &sounding, std::size_t window) {
-    return sounding.AResObs[window] >= LeastResistivity;
-}
-
 // The nearest of the points that were offered to a place on the page.
 struct NearestPoint {
     float x = 0.0F;
@@ -51,10 +62,11 @@ struct NearestPoint {
     float best = 1.0e32F;   // cm^2
     float *error = nullptr; // of its window; null when none was near
 
-    void offer(float &candidate, float time, float value) {
+    // The plot in force must be that of the point.
+    void offer(float &candidate, float time, float place) {
         float px = 0.0F;
         float py = 0.0F;
-        PlotToPage(time, value, px, py);
+        PlotToPage(time, place, px, py);
         const float distance = (px - x) * (px - x) + (py - y) * (py - y);
         if (distance < best) {
             best = distance;
@@ -63,68 +75,99 @@ struct NearestPoint {
     }
 };
 
-bool isInsideDataPlot(float x, float y) {
-    return x > DataFrame.left && x < DataFrame.right && y > DataFrame.bottom && y < DataFrame.top;
+bool isStrictlyInside(const PageFrame &frame, float x, float y) {
+    return x > frame.left && x < frame.right && y > frame.bottom && y < frame.top;
 }
 
-bool isOutsideDataPlot(const PageBox &box) {
-    return box.xHigh <= DataFrame.left || box.xLow >= DataFrame.right ||
-           box.yHigh <= DataFrame.bottom || box.yLow >= DataFrame.top;
+bool isOutside(const PageFrame &frame, const PageBox &box) {
+    return box.xHigh <= frame.left || box.xLow >= frame.right || box.yHigh <= frame.bottom ||
+           box.yLow >= frame.top;
+}
+
+PageBox partInside(const PageFrame &frame, const PageBox &box) {
+    return {std::max(box.xLow, frame.left), std::max(box.yLow, frame.bottom),
+            std::min(box.xHigh, frame.right), std::min(box.yHigh, frame.top)};
+}
+
+// On the standard page a search reaches beyond the frame, and may find what is not on show.
+SearchedMarks searched(MarkedPanel marks, const PageBox &box, PageStyle style) {
+    layPanel(marks.panel);
+    const bool beyond = style == PageStyle::Standard;
+    const DataBox range = dataBox(beyond ? box : partInside(marks.panel.frame, box));
+    return {std::move(marks), range};
 }
 
 } // namespace
 
-int Review_SkipPoint(SurveyModel &model, int station, int flag, float x, float y, float radius) {
+int Review_SkipPoint(SurveyModel &model, const PlotLimits &limits, int station, int flag, float x,
+                     float y, float radius) {
     SoundingRecord *sounding = findSounding(model, station);
-    if (sounding == nullptr || sounding->NumTW < 1 || !isInsideDataPlot(x, y)) {
+    if (sounding == nullptr || sounding->NumTW < 1) {
         return 1;
     }
-    const DataBox range = dataBox({x - radius, y - radius, x + radius, y + radius});
+    std::vector<SearchedMarks> near;
+    for (MarkedPanel &marks : markedPanels(model.control, *sounding, limits)) {
+        if (isStrictlyInside(marks.panel.frame, x, y)) {
+            const PageBox box = {x - radius, y - radius, x + radius, y + radius};
+            near.push_back(searched(std::move(marks), box, limits.style));
+        }
+    }
+    if (near.empty()) {
+        return 1;
+    }
     NearestPoint nearest{x, y};
     for (std::size_t i = 0; i < windowCount(*sounding); ++i) {
         const float time = sounding->TWcenter[i];
-        if (!range.holdsTime(time)) {
+        if (!near.front().range.holdsTime(time)) {
             continue;
         }
         if (!isPresent(sounding->TEMobs[i])) {
             mark(sounding->TEMerr[i], SetMark); // on purpose, whatever the click asks for
             continue;
         }
-        if (const float value = ArcSinh(sounding->TEMobs[i]); range.holdsValue(value)) {
-            nearest.offer(sounding->TEMerr[i], time, value);
-        }
-        const float resistivity = ArcSinh(sounding->AResObs[i]);
-        if (hasResistivity(*sounding, i) && range.holdsValue(resistivity)) {
-            nearest.offer(sounding->TEMerr[i], time, resistivity);
+        for (const SearchedMarks &marks : near) {
+            if (marks.holds(i)) {
+                layPanel(marks.marks.panel);
+                nearest.offer(sounding->TEMerr[i], time, marks.placeOf(i));
+            }
         }
     }
     if (nearest.error != nullptr) {
         mark(*nearest.error, flag);
     }
+    layPanel(dataPanel(limits));
     return 0;
 }
 
-int Review_SkipBox(SurveyModel &model, int station, int flag, const PageBox &box) {
+int Review_SkipBox(SurveyModel &model, const PlotLimits &limits, int station, int flag,
+                   const PageBox &box) {
     SoundingRecord *sounding = findSounding(model, station);
-    if (sounding == nullptr || isOutsideDataPlot(box)) {
+    if (sounding == nullptr) {
         return 1;
     }
-    const DataBox range = dataBox(box);
+    std::vector<SearchedMarks> met;
+    for (MarkedPanel &marks : markedPanels(model.control, *sounding, limits)) {
+        if (!isOutside(marks.panel.frame, box)) {
+            met.push_back(searched(std::move(marks), box, limits.style));
+        }
+    }
+    if (met.empty()) {
+        return 1;
+    }
     for (std::size_t i = 0; i < windowCount(*sounding); ++i) {
-        if (!range.holdsTime(sounding->TWcenter[i])) {
+        if (!met.front().range.holdsTime(sounding->TWcenter[i])) {
             continue;
         }
         if (!isPresent(sounding->TEMobs[i])) {
             mark(sounding->TEMerr[i], SetMark); // on purpose, whatever the box asks for
             continue;
         }
-        const bool observed = range.holdsValue(ArcSinh(sounding->TEMobs[i]));
-        const bool resistivity =
-            hasResistivity(*sounding, i) && range.holdsValue(ArcSinh(sounding->AResObs[i]));
-        if (observed || resistivity) {
+        if (std::any_of(met.begin(), met.end(),
+                        [i](const SearchedMarks &marks) { return marks.holds(i); })) {
             mark(sounding->TEMerr[i], flag);
         }
     }
+    layPanel(dataPanel(limits));
     return 0;
 }
 

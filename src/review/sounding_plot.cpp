@@ -8,11 +8,14 @@
 #include "page/plot.h"
 #include "page/plot_scale.h"
 #include "review/page_layout.h"
+#include "review/presentation_page.h"
+#include "review/sounding_panels.h"
 #include "review/sounding_plot_points.h"
 #include "review/sounding_plot_ticks.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/toolkit.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <vector>
@@ -35,10 +38,7 @@ std::string joined(std::string_view head, std::string_view middle, std::string_v
 
 void setUpDataPlot(const PlotLimits &limits) {
     PlotNew();
-    PlotViewport(0.0625F, 0.0833333F, 0.4791667F, 0.9722222F);
-    PlotUnits(limits.PlotTimeMin, limits.PlotDataMin, limits.PlotTimeMax, limits.PlotDataMax);
-    PlotKind('P');
-    PlotScales("LOG", "LIN");
+    layPanel(dataPanel(limits));
     PlotMarkerSize(MarkerSize.width, MarkerSize.height);
     PlotTickLength(TickLength);
     PlotXLabelOffset(LabelBelow);
@@ -65,16 +65,18 @@ void drawDataAxes(const PlotLimits &limits, std::string_view unit) {
 
 void drawCurve(const CurvePoints &curve, std::string_view colour) {
     IGrColour(colour);
-    PlotDrawLine(curve.time.data(), curve.value.data(), static_cast<int>(curve.time.size()));
+    std::vector<float> places(curve.value.size());
+    std::transform(curve.value.begin(), curve.value.end(), places.begin(), ArcSinh);
+    PlotDrawLine(curve.time.data(), places.data(), static_cast<int>(curve.time.size()));
 }
 
 void drawPoints(const std::vector<ErrorPoint> &points, int marker, std::string_view colour) {
     for (const ErrorPoint &point : points) {
         IGrColour(point.skipped ? "RED" : colour);
-        PlotMarkers(&point.time, &point.value, 1, marker);
+        const float place = ArcSinh(point.value);
+        PlotMarkers(&point.time, &place, 1, marker);
         const std::array<float, 2> times = {point.time, point.time};
-        const std::array<float, 2> ends = {point.value - point.halfBar,
-                                           point.value + point.halfBar};
+        const std::array<float, 2> ends = {place - point.halfBar, place + point.halfBar};
         PlotDrawLine(times.data(), ends.data(), 2);
     }
 }
@@ -114,10 +116,9 @@ void drawElevationAxis(const PlotLimits &limits, double elevation, std::string_v
 }
 
 void drawModelAxes(const PlotLimits &limits, double elevation, std::string_view unit) {
-    PlotViewport(0.5625F, 0.0833333F, 0.9375F, 0.9722222F);
-    PlotScales("LOG", "LIN");
+    layPanel(modelPanel(limits));
     drawElevationAxis(limits, elevation, unit);
-    PlotUnits(limits.PlotResMin, limits.PlotDepthMin, limits.PlotResMax, limits.PlotDepthMax);
+    layPanel(modelPanel(limits));
     PlotFrame();
     PlotNumberReach(RightMargin - LabelRoom);
     PlotYLabelOffset(DepthLabelBeside);
@@ -202,6 +203,29 @@ void drawLegend() {
     IGrColour("BLACK");
 }
 
+void drawStandardPage(const SurveyModel &survey, const PlotLimits &limits,
+                      const SoundingPage &page) {
+    const SoundingRecord &sounding = survey.sounding(page.station);
+    const ControlValues &control = survey.control;
+    const SoundingCurves curves = soundingCurves(sounding, control.ErrorFloor);
+    drawDataPlot(limits, curves, control.TEMUnits.view());
+    drawModelPlot(limits, sounding, control.LengthUnits.view());
+
+    constexpr float top = 17.0F;
+    constexpr float gap = 0.2F;
+    constexpr float secondColumn = 6.5F;
+    selectTextSize(LabelSize);
+    drawColumn(1.7F, top, secondColumn - gap, titleOf(control, sounding));
+    drawColumn(secondColumn, top, DataFrame.right - gap, sourceOf(control, curves, page.file));
+    drawColumn(
+        17.5F, top, ModelFrame.right - gap,
+        {"Smooth-Model TEM Inversion", joined("Plotted ", page.date, joined(", ", page.time))});
+    drawColumn(0.1F, 0.6F, DataFrame.right, {"Torvu Engineering", std::string(ProgramIdentity)},
+               0.4F);
+    drawLegend();
+    CheckGraphicsError("Plot_Sounding: texts");
+}
+
 } // namespace
 
 bool hasSoundingPlot(const SurveyModel &survey, int station) {
@@ -214,25 +238,13 @@ int Plot_Sounding(const SurveyModel &survey, const PlotLimits &limits, int stati
     if (!hasSoundingPlot(survey, station)) {
         return 1;
     }
-    const SoundingRecord &sounding = survey.sounding(station);
-    const ControlValues &control = survey.control;
-    const SoundingCurves curves = soundingCurves(sounding, control.ErrorFloor);
+    const SoundingPage page = {station, file, date, time};
     beginReviewPage();
-    drawDataPlot(limits, curves, control.TEMUnits.view());
-    drawModelPlot(limits, sounding, control.LengthUnits.view());
-
-    constexpr float top = 17.0F;
-    constexpr float gap = 0.2F;
-    constexpr float secondColumn = 6.5F;
-    selectTextSize(LabelSize);
-    drawColumn(1.7F, top, secondColumn - gap, titleOf(control, sounding));
-    drawColumn(secondColumn, top, DataFrame.right - gap, sourceOf(control, curves, file));
-    drawColumn(17.5F, top, ModelFrame.right - gap,
-               {"Smooth-Model TEM Inversion", joined("Plotted ", date, joined(", ", time))});
-    drawColumn(0.1F, 0.6F, DataFrame.right, {"Torvu Engineering", std::string(ProgramIdentity)},
-               0.4F);
-    drawLegend();
-    CheckGraphicsError("Plot_Sounding: texts");
+    if (limits.style == PageStyle::Presentation) {
+        drawPresentationPage(survey, limits, page);
+    } else {
+        drawStandardPage(survey, limits, page);
+    }
     setUpDataPlot(limits); // mouse positions are read against the data plot
     ToolkitFlush();
     return 0;

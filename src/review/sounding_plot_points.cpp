@@ -31,7 +31,7 @@ bool isResistivity(float value) {
 
 void addCorner(CurvePoints &curve, float time, float value) {
     curve.time.push_back(time);
-    curve.value.push_back(ArcSinh(value));
+    curve.value.push_back(value);
 }
 
 } // namespace
@@ -47,17 +47,18 @@ SoundingCurves soundingCurves(const SoundingRecord &sounding, float errorFloor) 
         const float error = point.skipped ? trueError(sounding.TEMerr[i]) : sounding.TEMerr[i];
         point.halfBar = std::log(1.0F + std::max(errorFloor, error) / 50.0F);
         if (isShown(sounding.TEMobs[i])) {
-            point.value = ArcSinh(sounding.TEMobs[i]);
+            point.value = sounding.TEMobs[i];
             curves.observed.push_back(point);
         }
         if (isShown(sounding.TEMcalc[i])) {
             addCorner(curves.calculated, point.time, sounding.TEMcalc[i]);
         }
         if (isShown(sounding.TEMobs[i]) && isShown(sounding.TEMcalc[i])) {
-            misfit.add((point.value - curves.calculated.value.back()) / point.halfBar);
+            misfit.add((ArcSinh(sounding.TEMobs[i]) - ArcSinh(sounding.TEMcalc[i])) /
+                       point.halfBar);
         }
         if (isResistivity(sounding.AResObs[i])) {
-            point.value = ArcSinh(sounding.AResObs[i]);
+            point.value = sounding.AResObs[i];
             curves.resistivity.push_back(point);
         }
         if (isResistivity(sounding.AResCalc[i])) {

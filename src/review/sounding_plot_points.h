@@ -7,18 +7,18 @@
 
 namespace keldrin {
 
-/// A value with its error bar; values and bars are in ArcSinh units.
+/// A value with its error bar.
 struct ErrorPoint {
     float time = 0.0F; ///< msec
     float value = 0.0F;
-    float halfBar = 0.0F; ///< ln(1 + percent/50)
+    float halfBar = 0.0F; ///< ln(1 + percent/50), in ArcSinh units or as a logarithm
     bool skipped = false;
 };
 
 /// The corners of a curve.
 struct CurvePoints {
-    std::vector<float> time;  ///< msec
-    std::vector<float> value; ///< ArcSinh
+    std::vector<float> time; ///< msec
+    std::vector<float> value;
 };
 
 /// What the data plot of a sounding shows. Missing values and numbers that are not finite are

@@ -54,7 +54,51 @@ void labelRoundValues(DataAxisTicks &ticks, float low, float high) {
     }
 }
 
+std::string powerLabel(int n) {
+    const std::string size = n == 0 ? "0" : powerOfTenText(std::abs(n) - 1);
+    return n < 0 ? "-" + size : size;
+}
+
+void addTick(DataAxisTicks &ticks, float value) {
+    ticks.places.push_back(ArcSinh(value));
+    ticks.labels.push_back(tickText(static_cast<double>(value)));
+}
+
+// Numbers that stand between 0 and 1 without touching those.
+void addTicksBelowOne(DataAxisTicks &ticks, float low, float high, float extent) {
+    constexpr float room = 0.36F; // cm, of a number and the gap beside it
+    const float perUnit = extent / (high - low);
+    for (int tenths = -9; tenths <= 9; ++tenths) {
+        const float place = ArcSinh(static_cast<float>(tenths) / 10.0F);
+        if (tenths != 0 && place >= low && place <= high) {
+            ticks.small.push_back(place);
+        }
+    }
+    for (const float value : {0.5F, 0.2F}) {
+        const float above = value == 0.5F ? 1.0F : 0.5F;
+        const float least = std::min(ArcSinh(value), ArcSinh(above) - ArcSinh(value));
+        for (const float signedValue : {value, -value}) {
+            const float place = ArcSinh(signedValue);
+            if (least * perUnit >= room && place >= low && place <= high) {
+                addTick(ticks, signedValue);
+            }
+        }
+    }
+}
+
 } // namespace
+
+DataAxisTicks presentedDataTicks(float low, float high, float extent) {
+    DataAxisTicks ticks = dataAxisTicks(low, high);
+    if (!ticks.firstDecade) {
+        return ticks;
+    }
+    for (std::size_t i = 0; i < ticks.labels.size(); ++i) {
+        ticks.labels[i] = powerLabel(*ticks.firstDecade + static_cast<int>(i));
+    }
+    addTicksBelowOne(ticks, low, high, extent);
+    return ticks;
+}
 
 DataAxisTicks dataAxisTicks(float low, float high) {
     DataAxisTicks ticks;
@@ -66,6 +110,7 @@ DataAxisTicks dataAxisTicks(float low, float high) {
             break;
         }
         if (place >= low) {
+            ticks.firstDecade = ticks.firstDecade.value_or(n);
             ticks.places.push_back(place);
             ticks.labels.push_back(decadeLabel(n));
         }

@@ -32,10 +32,10 @@ class SkipMarks : public testing::Test {
     }
     static PagePlace at(float time, float value) { return placeOf(time, value, 0.01F); }
     int click(PagePlace place, int flag = SetMark) {
-        return Review_SkipPoint(survey, 1, flag, place.x, place.y, Radius);
+        return Review_SkipPoint(survey, PlotLimits{}, 1, flag, place.x, place.y, Radius);
     }
     int drag(float x1, float y1, float x2, float y2, int flag = SetMark) {
-        return Review_SkipBox(survey, 1, flag, {x1, y1, x2, y2});
+        return Review_SkipBox(survey, PlotLimits{}, 1, flag, {x1, y1, x2, y2});
     }
     [[nodiscard]] std::vector<float> errors() const {
         const SoundingRecord &sounding = survey.hTrn[0];
@@ -125,9 +125,9 @@ TEST_F(SkipMarks, OnlyTheInsideOfTheDataPlotTakesClicks) {
     EXPECT_EQ(click({1.51F, 1.51F}), 0);
     EXPECT_EQ(errors(), (Errors{1002.0F, 2.0F, 2.0F}));
 
-    EXPECT_EQ(Review_SkipPoint(survey, 0, SetMark, 5.0F, 5.0F, Radius), 1);
-    EXPECT_EQ(Review_SkipPoint(survey, 2, SetMark, 5.0F, 5.0F, Radius), 1);
-    EXPECT_EQ(Review_SkipBox(survey, 2, SetMark, {2.0F, 2.0F, 9.0F, 9.0F}), 1);
+    EXPECT_EQ(Review_SkipPoint(survey, PlotLimits{}, 0, SetMark, 5.0F, 5.0F, Radius), 1);
+    EXPECT_EQ(Review_SkipPoint(survey, PlotLimits{}, 2, SetMark, 5.0F, 5.0F, Radius), 1);
+    EXPECT_EQ(Review_SkipBox(survey, PlotLimits{}, 2, SetMark, {2.0F, 2.0F, 9.0F, 9.0F}), 1);
     survey.hTrn[0].NumTW = 0;
     EXPECT_EQ(click({5.0F, 5.0F}), 1);
 }
@@ -149,7 +149,7 @@ TEST_F(SkipMarks, ABoxTakesEveryWindowWithAPointInIt) {
                                {2.0F, 0.0F, 9.0F, 1.5F}};
     survey.hTrn[0].TEMobs.fill(MissingValue);
     for (const PageBox &box : outside) {
-        EXPECT_EQ(Review_SkipBox(survey, 1, SetMark, box), 1);
+        EXPECT_EQ(Review_SkipBox(survey, PlotLimits{}, 1, SetMark, box), 1);
     }
     EXPECT_EQ(errors(), (Errors{2.0F, 2.0F, 2.0F, 2.0F}));
 }

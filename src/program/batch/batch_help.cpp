@@ -30,11 +30,13 @@ constexpr std::array Usage = {
         "BASE.dat holds field data. vtk: the models as a curtain along the line in BASE.vtk. "
         "Skipped windows keep their data and have the flag 1. One line of output tells "
         "soundings, windows, layers and files. The exit code is 1 if any failed."},
-    HelpEntry{"keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--plan] [--out DIR] "
-              "PROJECT...",
+    HelpEntry{"keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--style STYLE] "
+              "[--plan] [--out DIR] PROJECT...",
               "Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg "
               "and so on (.hpg for hpgl, .wmf for wmf). LIST is all, which is the default, or "
-              "ordinals such as 1-5,9, or none. --plan adds the map of the survey, "
+              "ordinals such as 1-5,9, or none. STYLE is standard, which is the default, or "
+              "presentation: an axis for each quantity, misfits, errors of the model and depth of "
+              "the data. --plan adds the map of the survey, "
               "BASE_plan.svg. Projects are not changed."},
     HelpEntry{"keldrin-batch play SCENARIO [FILE]",
               "Runs the program on the lines of a scenario file, which say what a user does, and "
@@ -56,8 +58,8 @@ constexpr std::array Files = {
 
 constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};
 
-constexpr std::array<std::string_view, 7> Placeholders = {"BASE", "DIR",     "FILE",    "LIST",
-                                                          "N",    "PROJECT", "SCENARIO"};
+constexpr std::array<std::string_view, 8> Placeholders = {"BASE", "DIR",     "FILE",     "LIST",
+                                                          "N",    "PROJECT", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "rkeldrin"};
 
 constexpr ProgramHelp Help = {

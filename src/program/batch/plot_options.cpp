@@ -58,6 +58,11 @@ bool readSoundings(std::string_view list, PlotOptions &options) {
     return true;
 }
 
+bool readStyle(std::string_view name, PlotOptions &options) {
+    options.style = name == "presentation" ? PageStyle::Presentation : PageStyle::Standard;
+    return name == "presentation" || name == "standard";
+}
+
 // An option with a value; empty when it can be used, else what is wrong.
 std::string readValue(std::string_view option, std::string_view value, const FormatChoice &choice,
                       PlotOptions &options) {
@@ -67,6 +72,9 @@ std::string readValue(std::string_view option, std::string_view value, const For
     }
     if (option == "--soundings" && !readSoundings(value, options)) {
         return "--soundings takes ordinals from 1 such as 1-5,9, or all, or none";
+    }
+    if (option == "--style" && !readStyle(value, options)) {
+        return "--style takes standard or presentation";
     }
     if (option == "--out") {
         options.outputDirectory = value;
@@ -91,7 +99,8 @@ std::string readPlotOptions(CommandWords words, const FormatChoice &choice, Plot
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string_view word = words[i];
         std::string fault;
-        if (word == "--out" || word == choice.option || word == "--soundings") {
+        if (word == "--out" || word == choice.option || word == "--soundings" ||
+            word == "--style") {
             fault = i + 1 < words.size() ? readValue(word, words[i + 1], choice, options)
                                          : std::string(word) + " needs a value";
             ++i;

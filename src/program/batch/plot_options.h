@@ -1,6 +1,7 @@
 #pragma once
 
 #include "program/batch/command.h"
+#include "review/plot_limits.h"
 
 #include <array>
 #include <span>
@@ -39,14 +40,17 @@ struct PlotOptions {
     bool allSoundings = true;
     std::vector<OrdinalRange> soundings; ///< in place of all
     std::vector<std::string> pages;      ///< of the whole line, as the options name them: "plan"
-    bool allInOne = false;               ///< the pages of a project in one PDF
-    std::string outputDirectory;         ///< blank: beside each project
+    PageStyle style = PageStyle::Standard;
+    bool allInOne = false;       ///< the pages of a project in one PDF
+    std::string outputDirectory; ///< blank: beside each project
     std::vector<std::string> files;
 };
 
-/// Reads [--format LIST] [--soundings LIST] [--plan] [--profile] [--section] [--all-in-one] [--out
-/// DIR] PROJECT... choice   in place of --format LIST; --all-in-one is known only where there is a
-/// PDF returns  empty when the words can be used, else what is wrong with them
+/// Reads [--format LIST] [--soundings LIST] [--style STYLE] [--plan] [--profile] [--section]
+/// [--all-in-one] [--out DIR] PROJECT...
+///
+/// choice   in place of --format LIST; --all-in-one is known only where there is a PDF
+/// returns  empty when the words can be used, else what is wrong with them
 std::string readPlotOptions(CommandWords words, const FormatChoice &choice, PlotOptions &options);
 
 } // namespace keldrin

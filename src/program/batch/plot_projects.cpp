@@ -255,6 +255,7 @@ PlotResult plotProject(const std::string &file, const PlotOptions &options) {
         project.namedAfter = options.outputDirectory.empty()
                                  ? project.path
                                  : joinPath(options.outputDirectory, fileNameOf(project.path));
+        project.limits.style = options.style;
         Plot_AutoLimits(project.model, project.limits, project.date, project.time);
         plotPages(project, options, result);
     }
