@@ -20,6 +20,9 @@ namespace keldrin {
 //   fewer soundings or rows than the file held               kept            copied to "~"
 //   anything else                                            nothing is kept
 //
+// Skip marks that a review had not saved (mark_journal.h) are removed with any write of their
+// project, and moved to "~" where the data are of another source.
+//
 // A file that differs from the new one only in lines that hold a date is never kept. A "~" is
 // replaced only by a file with as many data rows; else the next free of "~2~", "~3~" ... is taken.
 // Models of another source never stay beside a project, also where that is new.

@@ -5,6 +5,7 @@
 #include "base/paths.h"
 #include "messages/message_log.h"
 #include "projectfile/file_content.h"
+#include "projectfile/mark_journal.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -131,6 +132,17 @@ bool keepOld(Keeping &keeping, const FileWrite &file) {
            (file.models.empty() || keepModels(keeping, file, rule->models));
 }
 
+/// Takes away the marks that a review had not saved: the project now holds them. Those of another
+/// project are kept.
+bool settleMarks(Keeping &keeping, const FileWrite &project) {
+    const std::string marks = markJournalPath(project.path);
+    if (project.models.empty() || marks.empty() || !isRegularFile(marks)) {
+        return true;
+    }
+    const bool other = isOfOtherSource(project);
+    return (!other || keep(keeping, marks, 0, nullptr)) && keeping.transaction.takeAway(marks);
+}
+
 bool stageAll(FileTransaction &transaction, std::span<const FileWrite> files) {
     return std::all_of(files.begin(), files.end(), [&](const FileWrite &file) {
         return transaction.stage(file.path, file.text);
@@ -139,7 +151,8 @@ bool stageAll(FileTransaction &transaction, std::span<const FileWrite> files) {
 
 bool replaceAll(Keeping &keeping, std::span<const FileWrite> files) {
     return std::all_of(files.begin(), files.end(), [&](const FileWrite &file) {
-        return keepOld(keeping, file) && keeping.transaction.putInPlace(file.path);
+        return keepOld(keeping, file) && keeping.transaction.putInPlace(file.path) &&
+               settleMarks(keeping, file); // last, for a kill must not cost them
     });
 }
 

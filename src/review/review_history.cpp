@@ -15,24 +15,23 @@ bool sameBits(float left, float right) {
     return std::bit_cast<std::uint32_t>(left) == std::bit_cast<std::uint32_t>(right);
 }
 
-int applyStep(SurveyModel &model, const MarkStep &step, float MarkChange::*value) {
-    SoundingRecord &sounding = model.sounding(step.station);
+void applyStep(SurveyModel &model, const MarkStep &step, float MarkChange::*value) {
     for (const MarkChange &change : step.changes) {
-        sounding.TEMerr[change.window] = change.*value;
+        model.sounding(change.station).TEMerr[change.window] = change.*value;
     }
-    return step.station;
 }
 
 } // namespace
 
-bool recordMarks(MarkHistory &history, int station, const WindowReals &before,
-                 const WindowReals &after) {
-    MarkStep step{station, {}};
+void noteChanges(MarkStep &step, int station, const WindowReals &before, const WindowReals &after) {
     for (std::size_t i = 0; i < before.size(); ++i) {
         if (!sameBits(before[i], after[i])) {
-            step.changes.push_back({i, before[i], after[i]});
+            step.changes.push_back({station, i, before[i], after[i]});
         }
     }
+}
+
+bool recordMarks(MarkHistory &history, MarkStep step) {
     if (step.changes.empty()) {
         return false;
     }
@@ -42,20 +41,22 @@ bool recordMarks(MarkHistory &history, int station, const WindowReals &before,
     return true;
 }
 
-int undoMarks(MarkHistory &history, SurveyModel &model) {
+const MarkStep *undoMarks(MarkHistory &history, SurveyModel &model) {
     if (history.applied == 0) {
-        return 0;
+        return nullptr;
     }
-    --history.applied;
-    return applyStep(model, history.steps[history.applied], &MarkChange::before);
+    const MarkStep &step = history.steps[--history.applied];
+    applyStep(model, step, &MarkChange::before);
+    return &step;
 }
 
-int redoMarks(MarkHistory &history, SurveyModel &model) {
+const MarkStep *redoMarks(MarkHistory &history, SurveyModel &model) {
     if (history.applied == history.steps.size()) {
-        return 0;
+        return nullptr;
     }
-    ++history.applied;
-    return applyStep(model, history.steps[history.applied - 1], &MarkChange::after);
+    const MarkStep &step = history.steps[history.applied++];
+    applyStep(model, step, &MarkChange::after);
+    return &step;
 }
 
 void keepUndoneMarks(MarkHistory &history) {
@@ -67,14 +68,14 @@ void keepUndoneMarks(MarkHistory &history) {
 void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {
     std::map<std::pair<int, std::size_t>, float> errors; // as they are behind the steps so far
     for (MarkStep &step : history.steps) {
-        const bool exists = step.station >= 1 && step.station <= model.SoundingCount;
-        const SoundingRecord *sounding = exists ? &model.sounding(step.station) : nullptr;
-        std::erase_if(step.changes, [sounding](const MarkChange &change) {
-            return sounding == nullptr || change.window >= windowCount(*sounding);
+        std::erase_if(step.changes, [&model](const MarkChange &change) {
+            return change.station < 1 || change.station > model.SoundingCount ||
+                   change.window >= windowCount(model.sounding(change.station));
         });
         for (MarkChange &change : step.changes) {
-            const auto key = std::pair(step.station, change.window);
-            float &error = errors.try_emplace(key, sounding->TEMerr[change.window]).first->second;
+            const auto key = std::pair(change.station, change.window);
+            const float stored = model.sounding(change.station).TEMerr[change.window];
+            float &error = errors.try_emplace(key, stored).first->second;
             change.before = error;
             change.after = withSkipMark(error, isSkipped(change.after));
             error = change.after;
@@ -87,7 +88,7 @@ std::size_t changedMarks(const MarkHistory &history) {
     std::map<std::pair<int, std::size_t>, MarkChange> windows; // first error and last one
     for (std::size_t i = 0; i < history.applied; ++i) {
         for (const MarkChange &change : history.steps[i].changes) {
-            const auto key = std::pair(history.steps[i].station, change.window);
+            const auto key = std::pair(change.station, change.window);
             windows.try_emplace(key, change).first->second.after = change.after;
         }
     }

@@ -13,14 +13,15 @@ namespace keldrin {
 // rounded.
 
 struct MarkChange {
+    int station = 0;        ///< ordinal of the sounding, from 1
     std::size_t window = 0; ///< from 0
     float before = 0.0F;    ///< TEMerr
     float after = 0.0F;
 };
 
-/// What one action has changed in one sounding.
+/// What one action has changed, in one sounding or in many.
 struct MarkStep {
-    int station = 0; ///< ordinal from 1
+    int station = 0; ///< that was on show, from 1
     std::vector<MarkChange> changes;
 };
 
@@ -29,17 +30,19 @@ struct MarkHistory {
     std::size_t applied = 0;     ///< the steps behind this many have been taken back
 };
 
-/// Adds an action to the history, from the errors of a sounding before and after it. An action that
-/// changed nothing is not kept; any other one drops what was taken back before.
+/// Notes what an action has done to a sounding, from its errors before and after.
+void noteChanges(MarkStep &step, int station, const WindowReals &before, const WindowReals &after);
+
+/// Adds an action to the history. One that changed nothing is not kept; any other one drops what
+/// was taken back before.
 /// returns  true when it was kept
-bool recordMarks(MarkHistory &history, int station, const WindowReals &before,
-                 const WindowReals &after);
+bool recordMarks(MarkHistory &history, MarkStep step);
 
 /// Take the last action back, or bring again the one taken back last.
 /// model    must hold the soundings that were recorded
-/// returns  ordinal of the sounding that has changed, 0 when there is nothing left
-int undoMarks(MarkHistory &history, SurveyModel &model);
-int redoMarks(MarkHistory &history, SurveyModel &model);
+/// returns  the step, which stands until the history changes; null when there is nothing left
+const MarkStep *undoMarks(MarkHistory &history, SurveyModel &model);
+const MarkStep *redoMarks(MarkHistory &history, SurveyModel &model);
 
 /// Keeps what redoMarks() can still bring, for another entry of the review. Steps that stand in the
 /// model are forgotten.

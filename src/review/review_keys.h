@@ -10,8 +10,13 @@ namespace keldrin {
 inline constexpr std::array ReviewKeys = {
     HelpEntry{"N, Down, Right, wheel down", "Next sounding."},
     HelpEntry{"P, Up, Left, wheel up", "Previous sounding."},
+    HelpEntry{"Page Up, Page Down, Home, End",
+              "Go ten soundings on or back, to the first, the last."},
     HelpEntry{"Left click or drag", "Set the skip flag of a window, or of all in a box."},
     HelpEntry{"Right click or drag", "Clear the skip flags."},
+    HelpEntry{"Shift and a click", "The same for the window and all later ones."},
+    HelpEntry{"Ctrl and a click", "The same for the window in all soundings."},
+    HelpEntry{"C", "Copy the flags to other soundings."},
     HelpEntry{"Ctrl+Z", "Take the last change of flags back."},
     HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
     HelpEntry{"Ctrl+P", "Print the sounding."},

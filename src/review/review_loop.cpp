@@ -3,10 +3,14 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
+#include "conditioning/unread_fields.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
+#include "projectfile/mark_journal.h"
 #include "projectfile/table_file.h"
+#include "review/copy_marks_dialog.h"
 #include "review/hardcopy.h"
+#include "review/mark_travel.h"
 #include "review/page_layout.h"
 #include "review/plot_document.h"
 #include "review/plot_limits.h"
@@ -21,7 +25,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace keldrin {
 
@@ -40,6 +47,7 @@ struct Review {
     std::string date = {}; ///< of the entry
     std::string time = {};
     MarkHistory history = {};
+    MarkJournal journal = {};
     bool aimed = false; ///< at a mark, hit or not
     bool hit = false;   ///< a mark has changed
     bool stays = true;
@@ -60,6 +68,21 @@ void showPrevious(Review &review, const ToolkitEvent & /*event*/) {
 
 void showNext(Review &review, const ToolkitEvent & /*event*/) {
     showStation(review, review.state.ReviewStation + 1);
+}
+
+constexpr int LongStep = 10; ///< soundings
+
+template <int step>
+void showFarther(Review &review, const ToolkitEvent & /*event*/) {
+    showStation(review, review.state.ReviewStation + step);
+}
+
+void showFirst(Review &review, const ToolkitEvent & /*event*/) {
+    showStation(review, 1);
+}
+
+void showLast(Review &review, const ToolkitEvent & /*event*/) {
+    showStation(review, review.survey.SoundingCount);
 }
 
 PanelValues panelOf(const Review &review) {
@@ -87,6 +110,7 @@ void forgetChanges(Review &review) {
 void cancelChanges(Review &review, const ToolkitEvent &event) {
     forgetChanges(review);
     countAllAsUndone(review.history);
+    dropMarkJournal(review.journal);
     const std::string project = review.path;
     const int told = messageLog().record.errors;
     const int status = review.reload(review.survey, review.path);
@@ -124,11 +148,24 @@ void editLimits(Review &review, const ToolkitEvent & /*event*/) {
     review.state.style = review.limits.style;
 }
 
-// The sounding that changes comes on show.
-void showChanged(Review &review, int station) {
-    if (station > 0) {
+// The marks of a step as they now are, on the disk.
+void journalStep(Review &review, const MarkStep &step) {
+    for (auto change = step.changes.begin(); change != step.changes.end();) {
+        const int station = change->station;
+        std::vector<std::size_t> windows;
+        for (; change != step.changes.end() && change->station == station; ++change) {
+            windows.push_back(change->window);
+        }
+        appendMarks(review.journal, review.survey.sounding(station), windows);
+    }
+}
+
+// The sounding that was changed comes on show.
+void showChanged(Review &review, const MarkStep *step) {
+    if (step != nullptr) {
         review.hit = true;
-        showStation(review, station);
+        journalStep(review, *step);
+        showStation(review, step->station);
     }
 }
 
@@ -138,6 +175,16 @@ void undo(Review &review, const ToolkitEvent & /*event*/) {
 
 void redo(Review &review, const ToolkitEvent & /*event*/) {
     showChanged(review, redoMarks(review.history, review.survey));
+}
+
+// One step of undo for whatever an action does to marks.
+void act(Review &review, const std::function<void()> &change) {
+    MarkStep step = changesOf(review.survey, review.state.ReviewStation, change);
+    if (recordMarks(review.history, std::move(step))) {
+        review.hit = true;
+        journalStep(review, review.history.steps.back());
+    }
+    review.aimed = true; // on purpose also when no point was hit
 }
 
 void changeMarks(Review &review, int flag, const PageBox &box) {
@@ -153,19 +200,50 @@ void changeMarks(Review &review, int flag, const PageBox &box) {
     }
 }
 
-template <int flag>
+// What the mouse aims at, and what becomes of it.
+enum class Reach { Windows, AndLater, InAllSoundings };
+
+void changeFarther(Review &review, int flag, Reach reach, const PageBox &box) {
+    const int station = review.state.ReviewStation;
+    SoundingRecord &sounding = review.survey.sounding(station);
+    const std::vector<std::size_t> windows =
+        windowsAimedAt(sounding, [&] { changeMarks(review, SetMark, box); });
+    if (reach == Reach::InAllSoundings) {
+        markInAll(review.survey, station, windows, flag);
+    } else if (!windows.empty()) {
+        markFrom(sounding, windows.front(), flag);
+    }
+}
+
+template <int flag, Reach reach = Reach::Windows>
 void markByMouse(Review &review, const ToolkitEvent &event) {
     PageBox box;
     if (Review_Rubberband(event, box) != 0) {
         review.redraws = false;
         return;
     }
-    const WindowReals &errors = review.survey.sounding(review.state.ReviewStation).TEMerr;
-    const WindowReals before = errors;
-    changeMarks(review, flag, box);
-    review.hit =
-        recordMarks(review.history, review.state.ReviewStation, before, errors) || review.hit;
-    review.aimed = true; // on purpose also when no point was hit
+    act(review, [&] {
+        if (reach == Reach::Windows) {
+            changeMarks(review, flag, box);
+        } else {
+            changeFarther(review, flag, reach, box);
+        }
+    });
+}
+
+void copyMarksElsewhere(Review &review, const ToolkitEvent & /*event*/) {
+    const int station = review.state.ReviewStation;
+    ToolkitStatus(StatusPart::Notice, "");
+    CopyMarksAnswers answers{"sounding " + std::to_string(station), ""};
+    const DialogAnswer answer = askDialog(CopyMarksDialog, answers);
+    const auto list = readOrdinalList(answers.to);
+    if (!answer.confirmed()) {
+        return;
+    }
+    reportUnreadFields(answer.unread);
+    if (list) {
+        act(review, [&] { copyMarks(review.survey, station, *list); });
+    }
 }
 
 struct Binding {
@@ -173,6 +251,10 @@ struct Binding {
     int value;
     void (*act)(Review &, const ToolkitEvent &);
 };
+
+constexpr int withKey(int button, int key) {
+    return button | key;
+}
 
 constexpr std::array Bindings = {
     Binding{EventKey, 'P', showPrevious},
@@ -183,6 +265,12 @@ constexpr std::array Bindings = {
     Binding{EventKey, 'n', showNext},
     Binding{EventKey, KeyDown, showNext},
     Binding{EventKey, KeyRight, showNext},
+    Binding{EventKey, KeyPageUp, showFarther<-LongStep>},
+    Binding{EventKey, KeyPageDown, showFarther<LongStep>},
+    Binding{EventKey, KeyHome, showFirst},
+    Binding{EventKey, KeyEnd, showLast},
+    Binding{EventKey, 'C', copyMarksElsewhere},
+    Binding{EventKey, 'c', copyMarksElsewhere},
     Binding{EventKey, 'X', leave},
     Binding{EventKey, 'x', leave},
     Binding{EventKey, KeyEscape, cancelChanges},
@@ -204,6 +292,14 @@ constexpr std::array Bindings = {
     Binding{EventButton, ButtonCancel, cancelChanges},
     Binding{EventMouseDown, MouseLeft, markByMouse<SetMark>},
     Binding{EventMouseDown, MouseRight, markByMouse<ClearMark>},
+    Binding{EventMouseDown, withKey(MouseLeft, KeyWithShift),
+            markByMouse<SetMark, Reach::AndLater>},
+    Binding{EventMouseDown, withKey(MouseRight, KeyWithShift),
+            markByMouse<ClearMark, Reach::AndLater>},
+    Binding{EventMouseDown, withKey(MouseLeft, KeyWithCtrl),
+            markByMouse<SetMark, Reach::InAllSoundings>},
+    Binding{EventMouseDown, withKey(MouseRight, KeyWithCtrl),
+            markByMouse<ClearMark, Reach::InAllSoundings>},
     Binding{EventMouseDown, WheelUp, showPrevious},
     Binding{EventMouseDown, WheelDown, showNext},
     Binding{EventFieldChange, ReviewControl::Station, followTrackbar},
@@ -298,7 +394,8 @@ void offerUndoneMarks(Review &review) {
 }
 
 // A miss alone must not cost the soundings of another transmitter.
-void saveMarks(const Review &review) {
+void saveMarks(Review &review) {
+    review.journal.file.close();
     if (review.hit || (review.aimed && writesEverySounding(review.survey))) {
         writeMarkedProject(review.survey, review.path);
     }
@@ -375,6 +472,7 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     }
     settleReview(state, survey.SoundingCount);
     Review review{survey, state, path, reload, pages};
+    review.journal.path = markJournalPath(path);
     offerUndoneMarks(review);
     review.limits.style = state.style;
     Plot_AutoLimits(survey, review.limits, review.date, review.time);

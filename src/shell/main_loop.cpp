@@ -22,6 +22,7 @@
 #include "shell/questions_on_screen.h"
 #include "shell/save_project.h"
 #include "shell/start_file.h"
+#include "shell/unsaved_marks.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>
@@ -75,8 +76,12 @@ void commandOpen(Shell &shell) {
         return;
     }
     forgetLine(shell);
-    leaveIfClosed(OpenProject(shell.model, shell.ProjectPath));
+    const int status = OpenProject(shell.model, shell.ProjectPath);
+    leaveIfClosed(status);
     showProjectTitle(shell);
+    if (status == 0) {
+        offerUnsavedMarks(shell.model, shell.ProjectPath);
+    }
 }
 
 void commandInvert(Shell &shell) {

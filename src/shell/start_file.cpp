@@ -5,6 +5,7 @@
 #include "messages/message_log.h"
 #include "shell/new_model.h"
 #include "shell/open_project.h"
+#include "shell/unsaved_marks.h"
 #include "toolkit/toolkit.h"
 
 namespace keldrin {
@@ -37,7 +38,11 @@ std::string ChooseStartFile(std::string_view defaultExtension) {
 int StartFile(SurveyModel &model, std::string &path) {
     path = ChooseStartFile(".std");
     if (holds(Str_Upper(extensionOf(path)).substr(0, 4), ".STD")) {
-        return OpenProject(model, path);
+        const int status = OpenProject(model, path);
+        if (status == 0) {
+            offerUnsavedMarks(model, path);
+        }
+        return status;
     }
     const int status = BuildNewModel(model, path);
     if (status != 0) {

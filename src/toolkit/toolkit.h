@@ -155,6 +155,7 @@ void ToolkitPutBack(const ToolkitEvent &event);
 /// get it.
 void ToolkitDropSecondPress();
 
+/// A press while one of these keys is held has KeyWithCtrl, else KeyWithShift, added.
 enum MouseButton : int {
     MouseLeft = 1,
     MouseMiddle = 2,
@@ -162,6 +163,11 @@ enum MouseButton : int {
     WheelUp = 4,
     WheelDown = 5,
 };
+
+/// The button of a press without the key that was held.
+inline int plainButton(int button) {
+    return button & ~(KeyWithCtrl | KeyWithShift);
+}
 
 inline constexpr int RubberRectangle = 3; ///< a mode of WGrInput
 
@@ -250,6 +256,7 @@ enum class BoxDuty { MayBeQuieted, AlwaysShown };
 
 enum BoxButton : int { BoxCancel = 0, BoxOk = 1 };
 inline constexpr int BoxOkAndCancel = 1; ///< the buttons of a box
+inline constexpr int BoxNoteIcon = 1;
 inline constexpr int BoxErrorIcon = 2;
 
 /// A message box. Lines are joined by carriage returns. Returns the BoxButton that was pressed.

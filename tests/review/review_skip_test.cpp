@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -168,6 +169,17 @@ TEST_F(SkipMarks, AMarkKeepsTheTrueErrorAndTheLowestBitDecides) {
 
 // ---- History
 
+bool record(MarkHistory &history, int station, const WindowReals &before,
+            const WindowReals &after) {
+    MarkStep step{station, {}};
+    noteChanges(step, station, before, after);
+    return recordMarks(history, std::move(step));
+}
+
+int stationOf(const MarkStep *step) {
+    return step != nullptr ? step->station : 0;
+}
+
 TEST_F(SkipMarks, TakingBackRestoresEveryBit) {
     show({{1.0F, 100.0F, MissingValue, 3.3F}, {2.0F, 100.0F, MissingValue, 1007.7F}});
     const Errors before = errors();
@@ -175,7 +187,7 @@ TEST_F(SkipMarks, TakingBackRestoresEveryBit) {
     const auto recorded = [&](int flag) {
         const WindowReals old = survey.hTrn[0].TEMerr;
         drag(0.0F, 0.0F, 24.0F, 18.0F, flag);
-        recordMarks(history, 1, old, survey.hTrn[0].TEMerr);
+        record(history, 1, old, survey.hTrn[0].TEMerr);
     };
     recorded(SetMark);
     recorded(SetMark); // nothing changes
@@ -184,16 +196,16 @@ TEST_F(SkipMarks, TakingBackRestoresEveryBit) {
     EXPECT_NE(errors(), before) << "the sum of an error and a thousand is rounded";
     EXPECT_EQ(history.steps.size(), 2U);
 
-    EXPECT_EQ(undoMarks(history, survey), 1);
+    EXPECT_EQ(stationOf(undoMarks(history, survey)), 1);
     EXPECT_EQ(errors(), marked);
-    EXPECT_EQ(undoMarks(history, survey), 1);
+    EXPECT_EQ(stationOf(undoMarks(history, survey)), 1);
     EXPECT_EQ(errors(), before);
-    EXPECT_EQ(undoMarks(history, survey), 0);
-    EXPECT_EQ(redoMarks(history, survey), 1);
+    EXPECT_EQ(stationOf(undoMarks(history, survey)), 0);
+    EXPECT_EQ(stationOf(redoMarks(history, survey)), 1);
     EXPECT_EQ(errors(), marked);
     recorded(ClearMark); // in place of the one taken back
-    EXPECT_EQ(redoMarks(history, survey), 0);
-    EXPECT_EQ(undoMarks(history, survey), 1);
+    EXPECT_EQ(stationOf(redoMarks(history, survey)), 0);
+    EXPECT_EQ(stationOf(undoMarks(history, survey)), 1);
     EXPECT_EQ(errors(), marked);
 }
 
@@ -207,13 +219,13 @@ TEST(MarkHistory, HasNoBoundsAndTellsWhichSoundingChanges) {
         WindowReals &errors = survey.hTrn[static_cast<std::size_t>(i % 3)].TEMerr;
         const WindowReals before = errors;
         errors[static_cast<std::size_t>(i % 100)] += 1.0F;
-        recordMarks(history, i % 3 + 1, before, errors);
+        record(history, i % 3 + 1, before, errors);
     }
     for (int i = many - 1; i >= 0; --i) {
-        ASSERT_EQ(undoMarks(history, survey), i % 3 + 1);
+        ASSERT_EQ(stationOf(undoMarks(history, survey)), i % 3 + 1);
     }
     EXPECT_EQ(survey.hTrn[2].TEMerr, SoundingRecord{}.TEMerr);
-    EXPECT_EQ(redoMarks(history, survey), 1);
+    EXPECT_EQ(stationOf(redoMarks(history, survey)), 1);
 }
 
 } // namespace

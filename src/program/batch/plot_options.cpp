@@ -4,8 +4,6 @@
 #include "program/batch/option_words.h"
 
 #include <algorithm>
-#include <charconv>
-#include <system_error>
 
 namespace keldrin {
 
@@ -33,29 +31,15 @@ std::string namesOf(Formats formats) {
     return inWords(names);
 }
 
-bool readOrdinal(std::string_view word, int &ordinal) {
-    const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), ordinal);
-    return error == std::errc{} && end == word.data() + word.size() && ordinal >= 1;
-}
-
 bool readSoundings(std::string_view list, PlotOptions &options) {
     options.soundings.clear();
     options.allSoundings = list == "all";
     if (options.allSoundings || list == "none") {
         return true;
     }
-    for (const std::string_view word : listWords(list)) {
-        const std::size_t dash = word.find('-');
-        OrdinalRange range;
-        const bool read =
-            readOrdinal(word.substr(0, dash), range.first) &&
-            readOrdinal(dash == std::string_view::npos ? word : word.substr(dash + 1), range.last);
-        if (!read || range.last < range.first) {
-            return false;
-        }
-        options.soundings.push_back(range);
-    }
-    return true;
+    const auto ranges = readOrdinalList(list);
+    options.soundings = ranges.value_or(options.soundings);
+    return ranges.has_value();
 }
 
 bool readStyle(std::string_view name, PlotOptions &options) {

@@ -2,6 +2,7 @@
 
 #include "program/batch/command.h"
 #include "review/plot_limits.h"
+#include "text/ordinal_list.h"
 
 #include <array>
 #include <span>
@@ -23,12 +24,6 @@ struct PlotFormat {
 struct FormatChoice {
     std::string_view option = "--format";
     std::span<const PlotFormat> formats;
-};
-
-/// Ordinals of soundings, both ends included.
-struct OrdinalRange {
-    int first = 1;
-    int last = 1;
 };
 
 /// The options that name pages of the whole line, which are part of their files' names too.

@@ -30,6 +30,13 @@ int numberOf(Qt::MouseButton button) {
     }
 }
 
+int heldKey(Qt::KeyboardModifiers modifiers) {
+    if (modifiers.testFlag(Qt::ControlModifier)) {
+        return KeyWithCtrl;
+    }
+    return modifiers.testFlag(Qt::ShiftModifier) ? KeyWithShift : 0;
+}
+
 } // namespace
 
 Canvas::Canvas(QWidget *parent) : QWidget(parent) {
@@ -78,7 +85,8 @@ void Canvas::tellButton(int type, const QMouseEvent &event, bool second) {
     const int button = numberOf(event.button());
     if (button != 0 && onMouse) {
         const QPointF place = fractionOf(event.position());
-        onMouse(type, button, place.x(), place.y(), second);
+        const int held = type == EventMouseDown ? heldKey(event.modifiers()) : 0;
+        onMouse(type, button + held, place.x(), place.y(), second);
     }
 }
 

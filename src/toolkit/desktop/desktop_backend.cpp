@@ -251,7 +251,7 @@ void DesktopBackend::key(int code) {
 
 void DesktopBackend::mouse(const RawEvent &event) {
     const int type = event.type;
-    const int button = event.value;
+    const int button = plainButton(event.value);
     if (work_ != nullptr) {
         return;
     }

@@ -199,8 +199,15 @@ ScriptAction readContext(WordTaker &words) {
     return ContextChoice{words.rest("the entry of the context menu")};
 }
 
+// A button, held with a key or not.
 int readMouseButton(WordTaker &words) {
-    return static_cast<int>(words.oneOf({"left", "middle", "right"})) + 1;
+    int held = 0;
+    if (words.accept("shift")) {
+        held = KeyWithShift;
+    } else if (words.accept("ctrl")) {
+        held = KeyWithCtrl;
+    }
+    return held + static_cast<int>(words.oneOf({"left", "middle", "right"})) + 1;
 }
 
 ScriptAction readClick(WordTaker &words) {

@@ -82,7 +82,7 @@ struct ContextChoice {
     std::string label; ///< of the entry of the context menu
 };
 struct MouseClick {
-    int button = 1; ///< 1 left, 2 middle, 3 right
+    int button = 1; ///< 1 left, 2 middle, 3 right; plus KeyWithShift or KeyWithCtrl
     double x = 0.0;
     double y = 0.0;
     bool twice = false;

@@ -43,13 +43,14 @@ void DirectHands::click(const MouseClick &click) {
     for (int i = 0; i < (click.twice ? 2 : 1); ++i) {
         pushMouse(EventMouseDown, click.button, click.x, click.y);
         pending_.back().event.second = i > 0;
-        pushMouse(EventMouseUp, click.button, click.x, click.y);
+        pushMouse(EventMouseUp, plainButton(click.button), click.x, click.y);
     }
 }
 
 void DirectHands::drag(const MouseDrag &drag) {
     pushMouse(EventMouseDown, drag.button, drag.x1, drag.y1);
-    pushMouse(EventMouseUp, drag.button, drag.x2, drag.y2, drag.aborted ? EventKey : EventMouseUp);
+    pushMouse(EventMouseUp, plainButton(drag.button), drag.x2, drag.y2,
+              drag.aborted ? EventKey : EventMouseUp);
 }
 
 void DirectHands::turnWheel(const WheelTurn &wheel) {

@@ -15,8 +15,8 @@ namespace keldrin {
 namespace {
 
 void sendMouse(QWidget &widget, QEvent::Type type, QPointF place, Qt::MouseButton button,
-               Qt::MouseButtons held) {
-    QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
+               Qt::MouseButtons held, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, keys);
     QApplication::sendEvent(&widget, &event);
 }
 
@@ -30,9 +30,10 @@ void sendKeyStroke(QWidget &widget, int qtKey, Qt::KeyboardModifiers modifiers,
 
 } // namespace
 
-void sendMouseDown(QWidget &widget, QPointF place, Qt::MouseButton button, bool twice) {
+void sendMouseDown(QWidget &widget, QPointF place, Qt::MouseButton button, bool twice,
+                   Qt::KeyboardModifiers held) {
     sendMouse(widget, twice ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress, place, button,
-              button);
+              button, held);
 }
 
 void sendMouseMove(QWidget &widget, QPointF place, Qt::MouseButtons held) {

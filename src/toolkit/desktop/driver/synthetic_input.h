@@ -9,7 +9,10 @@ namespace keldrin {
 
 // Mouse and keys as the window system would deliver them, sent to one widget and served at once.
 
-void sendMouseDown(QWidget &widget, QPointF place, Qt::MouseButton button, bool twice = false);
+/// twice  the second press of a double click
+/// held   the keys that are down
+void sendMouseDown(QWidget &widget, QPointF place, Qt::MouseButton button, bool twice = false,
+                   Qt::KeyboardModifiers held = Qt::NoModifier);
 void sendMouseMove(QWidget &widget, QPointF place, Qt::MouseButtons held);
 void sendMouseUp(QWidget &widget, QPointF place, Qt::MouseButton button);
 void sendClick(QWidget &widget, QPointF place);

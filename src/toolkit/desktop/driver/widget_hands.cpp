@@ -29,10 +29,18 @@ namespace keldrin {
 
 namespace {
 
-Qt::MouseButton buttonOf(int number) {
-    constexpr int middle = 2;
-    constexpr int right = 3;
-    return number == right ? Qt::RightButton : number == middle ? Qt::MiddleButton : Qt::LeftButton;
+Qt::MouseButton buttonOf(int value) {
+    const int number = plainButton(value);
+    return number == MouseRight    ? Qt::RightButton
+           : number == MouseMiddle ? Qt::MiddleButton
+                                   : Qt::LeftButton;
+}
+
+Qt::KeyboardModifiers keysHeld(int value) {
+    Qt::KeyboardModifiers held;
+    held.setFlag(Qt::ControlModifier, (value & KeyWithCtrl) != 0);
+    held.setFlag(Qt::ShiftModifier, (value & KeyWithShift) != 0);
+    return held;
 }
 
 void clickCentre(QWidget &widget) {
@@ -119,10 +127,12 @@ void WidgetHands::pressKey(int code) {
 void WidgetHands::click(const MouseClick &click) {
     const QPointF place = placeOf(click.x, click.y);
     const Qt::MouseButton button = buttonOf(click.button);
+    const Qt::KeyboardModifiers held = keysHeld(click.button);
     Canvas &canvas = desktop_.window().canvas();
     for (int i = 0; i < (click.twice ? 2 : 1); ++i) {
-        gesture_.emplace_back(
-            [&canvas, place, button, i] { sendMouseDown(canvas, place, button, i > 0); });
+        gesture_.emplace_back([&canvas, place, button, held, i] {
+            sendMouseDown(canvas, place, button, i > 0, held);
+        });
         gesture_.emplace_back([&canvas, place, button] { sendMouseUp(canvas, place, button); });
     }
 }
@@ -131,8 +141,10 @@ void WidgetHands::drag(const MouseDrag &drag) {
     const QPointF from = placeOf(drag.x1, drag.y1);
     const QPointF to = placeOf(drag.x2, drag.y2);
     const Qt::MouseButton button = buttonOf(drag.button);
+    const Qt::KeyboardModifiers held = keysHeld(drag.button);
     Canvas &canvas = desktop_.window().canvas();
-    gesture_.emplace_back([&canvas, from, button] { sendMouseDown(canvas, from, button); });
+    gesture_.emplace_back(
+        [&canvas, from, button, held] { sendMouseDown(canvas, from, button, false, held); });
     if (drag.aborted) {
         gesture_.emplace_back([&canvas, to, button] {
             sendMouseMove(canvas, to, button);
