@@ -21,7 +21,6 @@ constexpr PageTextSize textSizeOf(float points) {
 }
 
 inline constexpr int PlusMarker = 1;
-inline constexpr int RingMarker = 15;
 inline constexpr int DotMarker = 14;
 inline constexpr int RingMarker = 15;
 
