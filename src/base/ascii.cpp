@@ -12,12 +12,6 @@ std::string Str_Upper(std::string_view text) {
     return upper;
 }
 
-std::string Str_Lower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), lowerOf);
-    return lower;
-}
-
 std::string Str_No_Blanks(std::string_view text) {
     std::string kept;
     std::copy_if(text.begin(), text.end(), std::back_inserter(kept),

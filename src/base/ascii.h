@@ -19,7 +19,6 @@ constexpr char lowerOf(char c) {
 
 /// A copy with `a` to `z` turned into `A` to `Z`; nothing else is touched.
 std::string Str_Upper(std::string_view text);
-std::string Str_Lower(std::string_view text);
 
 /// A copy without blanks and tabs.
 std::string Str_No_Blanks(std::string_view text);

@@ -35,7 +35,7 @@ class LineReader {
     [[nodiscard]] bool open(const std::string &path);
 
     /// Asked whenever the reader has taken another piece of its file from the disk: bytes so far
-    /// and bytes in all, 0 where the system does not tell. False stops the reading, see stopped().
+    /// and bytes in all, 0 where the system does not say. False stops the reading, see stopped().
     using Watch = std::function<bool(std::uintmax_t done, std::uintmax_t total)>;
     void watch(Watch watch) { watch_ = std::move(watch); }
 

@@ -16,10 +16,10 @@ namespace keldrin {
 // half to even; a negative value that rounds to zero keeps its sign. The locale plays no part.
 //
 //   F    fixed point, `digits` decimals; 1P shows ten times the value
-//   ES   one digit before the point, `digits` behind it, and an exponent (two digits by default)
+//   ES   one digit before the point, `digits` after it, and an exponent (two digits by default)
 //   G    `digits` significant digits: fixed point where the rounded value lies from 0.1 to below
-//        10**digits or is 0, with blanks in place of the exponent; otherwise an exponent, behind
-//        0.ddd with 0P and behind d.ddd, of as many digits in all, with 1P
+//        10**digits or is 0, with blanks in place of the exponent; otherwise an exponent, after
+//        0.ddd with 0P and after d.ddd, of as many digits in all, with 1P
 //
 // A number that does not fit its width or its exponent digits fills the field with asterisks, and
 // so does a NaN or an infinity. The "0" before a leading point is the first thing that gives way.

@@ -7,7 +7,7 @@
 
 namespace keldrin {
 
-// What a program tells of itself is written once, as data; `--help` and the manual page are two
+// What a program says about itself is written once, as data; `--help` and the manual page are two
 // ways of setting it. All texts are ASCII, in whole sentences where they are texts.
 
 /// A form of use, an option, a key, a file or an exit code, and what it means.
@@ -36,7 +36,7 @@ std::string helpText(const ProgramHelp &help);
 
 /// Answers the words that ask a program about itself: --help, -h, --version, and --help=man, which
 /// prints the manual page for the build to install.
-/// first    the first word behind the program's name, blank when there is none
+/// first    the first word after the program's name, blank when there is none
 /// returns  none when it asks nothing of the kind; else the exit code: 0, or 1 when standard output
 ///          could not be written
 std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first);

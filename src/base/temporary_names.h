@@ -5,7 +5,7 @@
 namespace keldrin {
 
 // Temporary files bear names that say which run of which program on which computer made them, so
-// that those of a run that was killed can be told from those of one that is at work.
+// that those of a run that was killed can be distinguished from those of one that is at work.
 
 /// A name for a temporary file in a directory, never given before in this run. Not made from the
 /// target's name, which may be as long as the file system allows.

@@ -1,8 +1,6 @@
 #include "conditioning/survey_configuration.h"
 
-#include "base/ascii.h"
 #include "base/number_text.h"
-#include "base/paths.h"
 #include "conditioning/configuration_dialog.h"
 #include "conditioning/transmitter_choice.h"
 #include "conditioning/unread_fields.h"
@@ -23,7 +21,7 @@ namespace {
 
 using namespace ConfigurationControl;
 
-// A value that the data or the project gave is not changed without a word.
+// A value that the data or the project gave is changed only with a warning.
 template <class T>
 void holdInRange(T &value, const ForcedRange &range, std::string_view name) {
     const auto text = [](auto number) {

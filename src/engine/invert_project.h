@@ -14,7 +14,7 @@ struct InvertOptions {
 /// What became of a project; the numbers are the program's exit codes.
 enum class InvertResult {
     Done = 0,
-    Failed = 1,  ///< cannot be read, holds no sounding, or cannot be written; told by `fail`
+    Failed = 1,  ///< cannot be read, holds no sounding, or cannot be written; reported by `fail`
     Stopped = 3, ///< both files are as they were
 };
 

@@ -61,7 +61,8 @@ extern const LayerKernel PlainKernel;
 /// asks for another one; unknown names, and what the processor lacks, are ignored.
 const LayerKernel &fastestKernel();
 
-/// All kernels that this processor runs; the plain one is the first. Ends with a null.
+/// All kernels that this processor runs; the plain one is the first. Ends with a null. For tests,
+/// which compare them.
 const LayerKernel *const *availableKernels();
 
 } // namespace keldrin

@@ -106,7 +106,7 @@ struct AvgWalk {
     bool LabelsValid = false;
     bool HeaderChanged = false;
     bool faulted = false;     ///< a line could not be read from the disk
-    bool quiet = false;       ///< the second pass: what the first one has told is not told again
+    bool quiet = false;       ///< the second pass: what the first one has reported is not repeated
     LineNotice emptySections; ///< label lines that no data follow
     LineNotice commas;        ///< data lines with decimal commas
     /// Called after each keyword record.

@@ -318,7 +318,7 @@ void reportNotices(const ReadPass &pass, const SurveyModel &model) {
     }
 }
 
-// Says why nothing was read; each cause has been told with its first row.
+// Says why nothing was read; each cause has been reported with its first row.
 void reportNoSounding(const ReadPass &pass, std::string_view lineLabel) {
     std::vector<MessageLine> lines = {"ERROR: No sounding was read from line " +
                                       std::string(lineLabel) + " of " + pass.walk.name};

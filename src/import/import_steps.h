@@ -87,7 +87,7 @@ class SoundingCounter {
 /// Records that the table must hold for a line.
 int soundingsNeeded(const LineEntry &entry);
 
-/// Puts the transmitters of a Moving-Loop line whose file tells no loop where the receiver offset
+/// Puts the transmitters of a Moving-Loop line whose file gives no loop where the receiver offset
 /// of their rows says: TxStn = RxStn - offset / StnScale, for the soundings of
 /// ImportPreset::TxByOffset, whose TxStn is still RxStn - offset. Called once the station file has
 /// settled StnScale.
@@ -97,7 +97,7 @@ void settleTxByOffset(SurveyModel &model);
 FindOrAdd findOrAddKeepingLast(SurveyModel &model, double TxStn, float TxFreq, double RxStn,
                                int &index);
 
-/// Something that the user must know of many lines of a file, told once for all of them.
+/// Something that the user must know of many lines of a file, reported once for all of them.
 struct LineNotice {
     int count = 0;
     int firstRecord = 0;
@@ -114,7 +114,7 @@ class LineNotices {
   public:
     /// Notes the line that a section belongs to.
     /// label     of the line table
-    /// fullName  of the line, not cut; with `array` it tells lines apart
+    /// fullName  of the line, not cut; with `array` it distinguishes lines
     void note(std::string_view label, std::string_view fullName, std::string_view array,
               int record);
     /// One warning for lines beyond the 32nd, one for lines whose names agree as far as they are
@@ -149,7 +149,7 @@ void warnOfDefaults(std::string_view file, const GivenSettings &given, const Sur
 /// given  loop and centre become true with the vertices
 void settleLoopFromVertices(SurveyModel &model, GivenSettings &given);
 
-/// What must be told at the end of a file of field data: an end mark with data behind it (a box
+/// What must be reported at the end of a file of field data: an end mark with data after it (a box
 /// that is always shown), a last line that may be cut, a line that was too long.
 void noteFileEnd(const LineReader &reader, std::string_view file);
 

@@ -29,7 +29,7 @@ void countReadings(ZWalk &walk, LineEntry &entry) {
     }
 }
 
-// A station 9999.0 ends a file as its end line does; what stands behind is not lost in silence.
+// A station 9999.0 ends a file as its end line does; what stands after it is not lost silently.
 void warnOfReadingsBehindEnd(ZWalk &walk) {
     LineNotice notice;
     ZReading reading;

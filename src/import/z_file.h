@@ -49,8 +49,8 @@ struct ZWalk {
     /// False when the file cannot be opened (reported).
     bool open(const std::string &fileName);
 
-    /// Logs the head and goes to the table. False when there is none, in silence, or when the head
-    /// lacks the mark of the right data (reported).
+    /// Logs the head and goes to the table. False when there is none, which is not reported, or
+    /// when the head lacks the mark of the right data (reported).
     bool scanHead();
 
     /// Goes to the next reading of code 2. A line that cannot be read is passed over and reported;

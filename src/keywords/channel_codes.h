@@ -12,7 +12,7 @@ namespace keldrin {
 //          one of no code
 
 /// A gain code such as "356-2", at most 8 characters in any case: up to three amplifier stages and
-/// behind the "-" a divisor, all of them digits of "0123456A" for 1, 2, 4, 8, 16, 32, 64 and 0.125.
+/// after the "-" a divisor, all of them digits of "0123456A" for 1, 2, 4, 8, 16, 32, 64 and 0.125.
 /// A fourth stage and what follows the divisor do not count. "NONE" is a gain of 1.
 int Ch_Decode_Gain(std::string_view code, ChannelGain &gain);
 

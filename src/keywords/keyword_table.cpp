@@ -81,7 +81,7 @@ std::string boundText(const Limits &limits, bool below) {
     return limits.words.back() == ' ' ? words + numberText<T>(limits.high) : words;
 }
 
-/// `key = value < low` and, behind either part, the unit.
+/// `key = value < low` and, after either part, the unit.
 template <class T>
 std::string outsideText(const Limits &limits, std::string_view label, double value, bool below) {
     const std::string shown = valueText<T>(limits, label, value);

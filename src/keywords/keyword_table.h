@@ -27,18 +27,18 @@ namespace keldrin {
 //   - A token that is blank, null or cannot be read leaves its value alone. The readers report it.
 //   - A value outside its limits is reported and forced into them, or refused. The first such
 //     report of a keyword is an error, later ones are warnings.
-//   - What is not used of a value (behind its size, behind a comma, a unit that no step knows) is
-//     told once for each keyword.
+//   - What is not used of a value (after its size, after a comma, a unit that no step knows) is
+//     reported once for each keyword.
 //   - A quiet record reports nothing: an earlier pass over the file has done so.
 
 /// One keyword record on its way to its group.
 struct KeywordRecord {
     RecordLine where;
     std::string_view key;                     ///< as written
-    std::string_view keyword;                 ///< behind the group, upper case
+    std::string_view keyword;                 ///< after the group, upper case
     std::span<const std::string_view> tokens; ///< at least one; blanks around them are gone
     int level = 0;                            ///< 2 data file, 1 side file
-    std::string_view value;                   ///< all behind the "="
+    std::string_view value;                   ///< all after the "="
     bool cut = false;                         ///< a token was longer than a token may be
 };
 
@@ -53,7 +53,8 @@ struct Reading {
     const KeywordRow &row;
 };
 
-/// Reads a record's tokens into the metadata; the result is the record's status, 0 but where told.
+/// Reads a record's tokens into the metadata; the result is the record's status, 0 unless stated
+/// otherwise.
 using RowReader = int (*)(const Reading &reading);
 
 struct KeywordRow {
@@ -83,7 +84,7 @@ void reportRecord(const RecordLine &where, bool loud, std::initializer_list<Mess
 /// words  what becomes of it
 void notePartlyUsed(const Reading &reading, std::string_view words);
 
-/// Notes values that no row takes: `used` tokens were wanted, and one behind them is not blank.
+/// Notes values that no row takes: `used` tokens were wanted, and one after them is not blank.
 /// A token without a digit among numbers is taken for a unit.
 void noteExcessTexts(const Reading &reading, std::size_t used);
 void noteExcessNumbers(const Reading &reading, std::size_t used);

@@ -77,7 +77,7 @@ constexpr Limits refusedOutside(Limits limits) {
     return limits;
 }
 
-/// Zones of the UTM grid. The sign tells the hemisphere; a zone that does not exist becomes 0.
+/// Zones of the UTM grid. The sign gives the hemisphere; a zone that does not exist becomes 0.
 constexpr Limits zoneRange(std::string_view firstLine) {
     Limits limits =
         zeroOutside(magnitudeBetween(1.0, 60.0, Magnitude::SignKept, {}, ValueForm::AbsoluteValue));

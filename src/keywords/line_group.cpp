@@ -7,7 +7,7 @@ using namespace rows;
 
 constexpr std::array<std::string_view, 3> TypeNames = {"STRAIGHT", "MEANDER", "POINTS"};
 
-/// The name keeps 16 characters; lines are told apart by the whole of it.
+/// The name keeps 16 characters; lines are distinguished by the whole of it.
 int readName(const Reading &reading) {
     LineMetadata &line = reading.metadata.Line;
     keepSource(reading, line.Name, [&] {

@@ -10,7 +10,7 @@ namespace {
 
 using namespace rows;
 
-/// Receiver lengths play no part in an inversion, and a second one is told so.
+/// Receiver lengths play no part in an inversion, and a second one gets a message that says so.
 int readLength(const Reading &reading) {
     RxMetadata &rx = reading.metadata.Rx;
     const bool stored = takeSides(reading, {&rx.LengthX, &rx.LengthY});

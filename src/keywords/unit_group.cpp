@@ -29,7 +29,7 @@ constexpr std::array<std::string_view, 2> DBdtNames = {"UV/A", "NV/AM2"};
 constexpr std::array<std::string_view, 1> ResNames = {"OHM-"};
 
 /// Lengths are read in metres or feet. A unit that only begins with such a letter, as "cm" seems to
-/// do, is told.
+/// do, is reported.
 int readLengthUnit(const Reading &reading) {
     UnitMetadata &unit = reading.metadata.Unit;
     keepSource(reading, unit.Length, [&] {

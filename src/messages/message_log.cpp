@@ -84,7 +84,7 @@ std::span<const MessageLine> atMostFive(std::span<const MessageLine> lines) {
     return lines.first(std::min<std::size_t>(lines.size(), MessageLog::MostLines));
 }
 
-// An empty line, then the lines, each behind one blank. Failures have nowhere to be told.
+// An empty line, then the lines, each after one blank. Failures have nowhere to be reported.
 void appendToErrorFile(std::span<const MessageLine> lines, bool withHeading) {
     const MessageLog &log = messageLog();
     if (log.errorPath.empty()) {

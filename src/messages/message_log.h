@@ -98,7 +98,7 @@ void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines);
 /// name  of the file, kept in the record for summaries
 void ReportUnreadFile(std::string_view name, std::initializer_list<MessageLine> lines);
 
-/// Closes the log and what shows it and ends the process, without a word and without a save.
+/// Closes the log and what shows it and ends the process, with neither message nor save.
 [[noreturn]] void ShutDown();
 
 } // namespace keldrin

@@ -34,7 +34,7 @@ struct MessageSink {
     std::function<bool(std::span<const MessageLine> lines, bool mustBeSeen)> box;
     /// The newest notice, for a status bar.
     std::function<void(std::string_view text)> status;
-    /// Begins long work, told in words and with a caption; null: nobody watches.
+    /// Begins long work, named in words and with a caption; null: nobody watches.
     std::function<std::unique_ptr<WatchedWork>(const std::string &words,
                                                const std::string &caption)>
         beginWork;

@@ -193,7 +193,7 @@ struct Metadata {
 void MD_Init(Metadata &metadata, bool clear);
 
 /// Goes back to the values and source levels of an earlier moment. The tails of the groups stay, so
-/// what has been reported since then is not told a second time as if it were new.
+/// what has been reported since then is not reported a second time as if it were new.
 void MD_Restore(Metadata &metadata, const Metadata &before);
 
 } // namespace keldrin

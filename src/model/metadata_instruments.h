@@ -5,7 +5,7 @@
 namespace keldrin {
 
 // What a receiver has said of itself, its clock and its channels. No result depends on it; reading
-// it tells the user of faults in the field records.
+// it shows the user faults in the field records.
 
 inline constexpr std::size_t MostChannels = 16; ///< also the most cards of a receiver
 

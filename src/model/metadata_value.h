@@ -18,7 +18,7 @@ struct Sourced {
     int level = 0;
 };
 
-/// What a group has behind its values: marks that a reset of the values may leave standing.
+/// What a group has after its values: marks that a reset of the values may leave standing.
 struct GroupTail {
     static constexpr std::size_t MostKeywords = 48;
     int unknownKeywords = 0;                     ///< reports of unknown keywords so far
@@ -26,7 +26,7 @@ struct GroupTail {
     std::array<bool, MostKeywords> outOfRange{}; ///< keywords, in the order of the group's table,
                                                  ///< that had a value outside its limits
     std::array<bool, MostKeywords> partlyUsed{}; ///< keywords whose value was cut or has no use,
-                                                 ///< which is told once
+                                                 ///< which is reported once
 };
 
 using SourcedReal = Sourced<float>;

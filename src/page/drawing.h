@@ -40,7 +40,8 @@ void ToolkitRestoreView(const DrawingView &view);
 /// "RED", "BLUE", "BLACK", "GREY" or "WHITE" in any case; an unknown name leaves an error state.
 void IGrColour(std::string_view name);
 void IGrColour(PageColour colour);
-int ToolkitColourCode(std::string_view which = "#"); ///< 0x00rrggbb of the colour now set
+/// 0x00rrggbb of the colour now set; for tests.
+int ToolkitColourCode(std::string_view which = "#");
 
 /// Font and character size as fractions of the surface; a zero code keeps the font. All codes are
 /// the one proportional letter of text_metrics.h.
@@ -71,7 +72,8 @@ void ToolkitClearPage(); ///< background colour over the whole surface
 
 /// A centred line on the 0..9999 scale, y downward from the top. Blanks at its ends do not count.
 void ToolkitCentredText(float y, std::string_view text);
-void ToolkitFillRectangle(float x1, float y1, float x2, float y2); ///< in the background colour
+/// In the background colour. No page calls it; it completes the documented set.
+void ToolkitFillRectangle(float x1, float y1, float x2, float y2);
 
 /// False where drawing goes to a device without filled areas, or nowhere.
 bool ToolkitFillsAreas();

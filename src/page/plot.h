@@ -87,7 +87,7 @@ void PlotFromPage(float px, float py, float &x, float &y);
 /// One marker at page units, wherever it lies: 1 a plus, 14 a filled dot, 15 a ring.
 void PlotMarker(float px, float py, int marker);
 
-/// Size of the markers that follow, told like a character's as fractions of the page: a marker is
+/// Size of the markers that follow, given like a character's as fractions of the page: a marker is
 /// as wide as the character, and as high as it is wide on a page of 24 by 18 cm.
 void PlotMarkerSize(float width, float height);
 

@@ -75,7 +75,7 @@ std::vector<PlotTick> linearTicks(const PlotScale &scale) {
     return ticks;
 }
 
-// Marks at 1 to 9 times each power of ten; `numbered` tells which of them have numbers.
+// Marks at 1 to 9 times each power of ten; `numbered` says which of them have numbers.
 std::vector<PlotTick> decadeTicks(const PlotScale &scale, std::span<const int> numbered) {
     constexpr int mostDecadesWithSmallTicks = 15;
     const Range range = risingRange(scale);

@@ -39,7 +39,7 @@ struct ARes_Context {
     float rxX = 0.0F;
     float rxY = 0.0F;
     int ntw = 0;
-    std::size_t window = 0;  ///< the window in hand, from 0
+    std::size_t window = 0;  ///< the current window, from 0
     WindowReals centre{};    ///< s after the middle of the ramp
     WindowReals lowerEdge{}; ///< s
     WindowReals upperEdge{}; ///< s
@@ -57,7 +57,7 @@ struct AResResidual {
     float dfdx;
 };
 
-/// ArcSinh of the half-space response (in nV/(A m2)) less the target of the window in hand, at its
+/// ArcSinh of the half-space response (in nV/(A m2)) less the target of the current window, at its
 /// centre time. An unknown array type gives 1e32 and slope 1.
 AResResidual ARes_ResidCenter(const ARes_Context &context, float x);
 
@@ -66,7 +66,7 @@ AResResidual ARes_ResidCenter(const ARes_Context &context, float x);
 AResResidual ARes_ResidWindow(const ARes_Context &context, float x);
 
 /// The response that no value can fall below, of a half-space of 1e-6 S/m, at the centre of the
-/// window in hand. That of the coincident loop is not divided by the area; that of a loop's field
+/// current window. That of the coincident loop is not divided by the area; that of a loop's field
 /// is at least LeastLoopField, for a smaller value would start the search where it has no slope.
 float floorResponse(const ARes_Context &context);
 

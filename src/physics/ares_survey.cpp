@@ -88,7 +88,7 @@ struct SoundingARes {
 };
 
 // Apparent resistivities of the windows that have a calculated value. The weights keep the order of
-// all windows though the other lists are closed up, so behind a gap a window has those of an
+// all windows though the other lists are closed up, so after a gap a window has those of an
 // earlier one: apparent resistivities of existing projects are held to it.
 void computeCalculated(const AResInput &all, const SoundingRecord &record, SoundingARes &result) {
     WindowReals centre{};

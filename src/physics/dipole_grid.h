@@ -121,7 +121,7 @@ void evaluateBranch(const Kernel &kernel, const GridBranches &branches, const Gr
 }
 
 /// The kernel at every dipole; the numbers are those of single calls to the bit. A kernel has
-/// branches 0 to 3: branchOf(rho) tells which one holds, at<Branch>(rho) gives its value
+/// branches 0 to 3: branchOf(rho) says which one holds, at<Branch>(rho) gives its value
 /// and must be inlined for its loop to run over vectors.
 template <class Kernel>
 GridResponse evaluate(const Kernel &kernel, const GridValues &rho) {

@@ -22,6 +22,9 @@ struct HorizontalResponse {
 ///   above           scaled Bessel functions    5e-5, 9e-4 at z = 10; 0.004, 0.5 at z = 50
 /// The last grows with the square and cube of z: in single precision the Bessel functions cancel,
 /// and from z of about 60 on the slope is noise.
+///
+/// This and the next one at a single place serve the tests, which measure these errors; programs
+/// call the sums below.
 Response Dipole_HKernel(float rho, float theta);
 
 /// Vertical field of a vertical magnetic dipole of unit moment, times 2 pi s: value and slope.

@@ -12,6 +12,8 @@ namespace keldrin {
 // of X(NP); one of 1e6 or more in magnitude means "not given", and the end interval is extended.
 // In a falling table every x counts as outside. `hint`, where given, speeds up a walk through the
 // table: it holds the last index and plays no part in the result.
+//
+// The programs call P1Intrp_R8 alone; the others complete the documented family.
 
 /// Stands for an end slope that is not given.
 inline constexpr double SlopeNotGiven = 1.0e6;

@@ -22,7 +22,8 @@ Response Loop_Field(float x, float y, float Lx, float Ly, float t, const Compone
 /// of the smallest normal number, V/(A m2).
 inline constexpr float LeastLoopField = 1.0842022e-19F;
 
-/// Horizontal components; 0 nearer than 0.01 m to the axis on which they vanish.
+/// Horizontal components; 0 nearer than 0.01 m to the axis on which they vanish. Programs take them
+/// through Loop_Field, tests one by one.
 Response Loop_FieldX(float x, float y, float Lx, float Ly, float t, float s);
 Response Loop_FieldY(float x, float y, float Lx, float Ly, float t, float s);
 

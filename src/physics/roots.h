@@ -4,6 +4,9 @@
 
 namespace keldrin {
 
+// The documented searches for a root of any function. No program calls them: the apparent
+// resistivities step by the slopes that their kernels give.
+
 /// Where a search for a root ended.
 struct Root {
     double root = 0.0;

@@ -119,7 +119,8 @@ inline float Bessel_I1Scaled(float x) {
     return x < 0.0F ? -value : value;
 }
 
-/// I0 and I1 for any x; infinite from |x| of 88.73 on, as exp(|x|) is.
+/// I0 and I1 for any x; infinite from |x| of 88.73 on, as exp(|x|) is. No program calls them, for
+/// the kernels need the scaled ones alone; they complete the documented set.
 float Bessel_I0(float x);
 float Bessel_I1(float x);
 

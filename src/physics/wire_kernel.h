@@ -18,7 +18,8 @@ namespace keldrin {
 ///   z to 1.2        rational fit               3e-5, 4e-4 (at the upper end)
 ///   z to 3.75       Bessel functions           2e-6, 1e-5
 ///   above           scaled Bessel functions    3e-6, 5e-5 at z = 10; 2e-4, 3e-2 at z = 100
-/// The last grows with z and its square: in single precision the Bessel functions cancel.
+/// The last grows with z and its square: in single precision the Bessel functions cancel. Programs
+/// call the integral below, tests measure these errors.
 Response Wire_HKernel(float u, float w, float t, float q);
 
 /// Integral of Wire_HKernel along the wire from a to b at the offset w, by Romberg's method. It

@@ -26,7 +26,7 @@ namespace keldrin {
 void STD_Namelist_Write(SurveyModel &model, std::string &out);
 
 /// Limits TxFreq (Hz) and TxRamp (usec) and checks the transmitter waveform. Without two points, or
-/// with points out of order, behind the time origin or above full current, the default shape of
+/// with points out of order, after the time origin or above full current, the default shape of
 /// TxFreq and TxRamp replaces it. A ramp longer than a quarter period is only warned of. Every
 /// fault but a missing waveform is reported.
 void STD_Check_TxWaveform(ControlValues &control);

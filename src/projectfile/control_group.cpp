@@ -86,7 +86,7 @@ bool knownAssignmentFollows(Cursor cursor) {
 struct Target {
     const ControlRow *row = nullptr;
     int element = 0;              ///< next one, from 0
-    int end = 0;                  ///< behind the last one
+    int end = 0;                  ///< after the last one
     bool takesList = false;       ///< a whole array
     bool valueSinceComma = false; ///< a comma now separates and stands for no null value
 };
@@ -109,7 +109,7 @@ bool endsText(Cursor cursor, const Target &target) {
     }
 }
 
-/// The text behind an opening quote, up to the quote that ends it or to the end of the line.
+/// The text after an opening quote, up to the quote that ends it or to the end of the line.
 std::string_view takeText(Cursor &cursor, const Target &target) {
     const char quote = cursor.line[cursor.at++];
     const std::size_t start = cursor.at;
@@ -220,7 +220,7 @@ bool parseLine(Cursor &cursor, ControlGroup &group, Target &target, bool &closed
     }
 }
 
-/// The cursor behind "&KELDRIN", when this line opens the group.
+/// The cursor after "&KELDRIN", when this line opens the group.
 bool opensGroup(std::string_view line, Cursor &cursor) {
     cursor = {line};
     cursor.take(isBlankCharacter);

@@ -20,14 +20,14 @@ namespace keldrin {
 //
 // Text is not escaped, so a quote may stand inside it. A quote ends a text where what follows,
 // blanks and commas passed over, is the end of the line, a "/" that is the line's last character,
-// a "!" or a known name with "="; inside a list of texts also where another quote follows behind
+// a "!" or a known name with "="; inside a list of texts also where another quote follows
 // at least one blank or comma. A text ends with its line in any case.
 
 /// Longest line of the group that is kept, in bytes.
 inline constexpr std::size_t MostGroupLine = 65536;
 
 enum class GroupStatus {
-    Read,      ///< the next line of the reader is the one behind the closing "/"
+    Read,      ///< the next line of the reader is the one after the closing "/"
     Faulty,    ///< no group syntax: an unknown name, a bad value, too many values, a bad index
     EndOfFile, ///< the file ended before the group was closed, or began none
 };

@@ -43,7 +43,7 @@ void replaceUnlessBlank(FixedText<N> &target, const FixedText<N> &legacy) {
     }
 }
 
-/// No line that is written tells the layers of the background model, so its resistivities do.
+/// No line that is written gives the layers of the background model, so its resistivities do.
 void countBackgroundLayers(ControlValues &control) {
     control.NumLayer = std::clamp(control.NumLayer, 0, MaxLayers);
     if (control.NumLayer != 0) {

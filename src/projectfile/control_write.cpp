@@ -22,7 +22,7 @@ enum class HeadForm {
     List,          ///< numbers by the descriptor, joined by commas
 };
 
-/// `Name=value` and what stands behind it.
+/// `Name=value` and what stands after it.
 struct HeadItem {
     const ControlRow *row;
     HeadForm form;

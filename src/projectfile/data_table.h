@@ -34,7 +34,7 @@ struct DataTableLines {
     int unitsIndex = NanovoltPerAmpereSquareMetre; ///< of TEMobs and TEMcalc in the file
 };
 
-/// Reads the table on an open file, from the line behind the control block, into hTrn.
+/// Reads the table on an open file, from the line after the control block, into hTrn.
 /// Values come out in nV/(A m2), whatever the control block says. NumStn, or as many soundings as
 /// a file of this size can hold, sets the capacity; what goes beyond it is dropped with a report.
 /// path     the file's, for messages and its size
@@ -56,7 +56,8 @@ struct WrittenTable {
 WrittenTable appendDataRows(std::string &out, const SurveyModel &model);
 
 /// Writes the table alone, with a column of the misfit in percent between TEMcalc and AResObs and
-/// a comment line behind the labels.
+/// a comment line after the labels. No program calls it; it is the documented form of the table for
+/// spreadsheets.
 /// returns  what happened; a failure has been reported
 WriteOutcome STD_Table_Export(const SurveyModel &model, const std::string &path);
 

@@ -33,7 +33,7 @@ FileContent unreadable() {
     return {.whole = false};
 }
 
-/// All rows of a file of which nothing can be told but that it has some.
+/// All rows of a file of which nothing is known but that it has some.
 FileContent countAnyRows(const std::string &path) {
     LineReader reader(MostGroupLine);
     FileContent content = unreadable();

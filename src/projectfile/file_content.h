@@ -8,7 +8,7 @@
 namespace keldrin {
 
 // How much a project or model file holds, and whether it is whole. The readers count while they
-// read; a file that is only to be compared is looked at without a word to the user.
+// read; a file that is only to be compared is looked at without a message.
 
 /// What a project file holds: soundings and windows. Nothing where there is no file; one that
 /// cannot be read is not whole.
@@ -22,7 +22,7 @@ inline bool holdsLess(const FileContent &now, const FileContent &before) {
     return now.soundings < before.soundings || now.rows < before.rows;
 }
 
-/// What tells one sounding from another in a file.
+/// What distinguishes one sounding from another in a file.
 struct StationKeys {
     double Station = MissingValue;
     double RxStn = MissingValue;

@@ -30,7 +30,9 @@ std::string modelPathOf(const std::string &projectPath);
 
 /// Writes the models of all soundings whole, or leaves the old file as it is. A sounding without
 /// layers has its row of the surface alone; those that the project file leaves out are left out.
-/// What stands there is kept as kept_files.h says.
+/// What stands there is kept as kept_files.h says. No program calls it, since models are written
+/// with their project (Project_Files_Write); it is the documented way to write them alone.
+///
 /// changes  the source of the models becomes this file
 /// returns  what happened; a failure has been reported
 WriteOutcome M1D_File_Write(SurveyModel &model, const std::string &path);

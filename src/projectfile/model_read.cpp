@@ -94,7 +94,7 @@ int findSounding(const SurveyModel &model, const StationKeys &keys) {
     return 0;
 }
 
-/// A block's first row tells the surface; its layer values only repeat those of the next row.
+/// A block's first row gives the surface; its layer values only repeat those of the next row.
 void openBlock(ModelReading &reading, const StationKeys &keys, float elevation) {
     reading.keys = keys;
     reading.current = std::min(reading.current + 1, reading.model.SoundingCount);

@@ -35,7 +35,7 @@ enum class WriteKind {
 /// Writes a project file whole, or leaves the old one as it is. What stands there is kept as
 /// kept_files.h says.
 /// Of a Fixed-Loop line only the soundings of the selected transmitter are written; a line of the
-/// log tells how many were left out.
+/// log says how many were left out.
 /// changes  as STD_Namelist_Write; the source of the model becomes this file
 /// returns  what happened; a failure has been reported
 WriteOutcome STD_File_Write(SurveyModel &model, const std::string &path,

@@ -30,7 +30,7 @@ float trendAzimuth(const SurveyModel &model) {
                                               : defaultAzimuth;
 }
 
-/// Fills azimuths that the file does not tell.
+/// Fills azimuths that the file does not give.
 void settleAzimuths(SurveyModel &model) {
     ControlValues &control = model.control;
     if (!isPresent(control.LineAzimuth)) {

@@ -65,10 +65,10 @@ struct TableFormat {
 inline constexpr std::size_t MostTableLine = 8192; ///< bytes of a line; the rest is cut
 inline constexpr std::size_t MostTableLabel = 32;  ///< bytes of a column label
 
-/// What tells a full row from one that was cut off.
+/// What distinguishes a full row from one that was cut off.
 struct RowShape {
     int fields = 0;         ///< between commas, or cells where there is none
-    bool endsBlank = false; ///< nothing stands behind the last comma
+    bool endsBlank = false; ///< nothing stands after the last comma
 };
 
 /// A reading of one table.

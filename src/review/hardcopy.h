@@ -55,14 +55,14 @@ void tellWhereHardcopyWent(std::string_view path);
 /// Draws the page of a sounding on a device, and logs what it does.
 /// station     ordinal from 1
 /// path        of the project, which plot files are named after
-/// date, time  as Plot_AutoLimits() tells them
+/// date, time  as Plot_AutoLimits() gives them
 /// returns     as Plot_HardcopyOpen
 int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int iPlt, int station,
                       std::string_view path, std::string_view date, std::string_view time);
 
-/// CheckGraphicsError() for a plot on a device. A file that could not be made or written is told
-/// with its path, always, and does not count towards the errors that end the program.
-/// path  of the plot file; blank for the printer
+/// CheckGraphicsError() for a plot on a device. A file that could not be made or written is
+/// reported with its path, always, and does not count towards the errors that end the program. path
+/// of the plot file; blank for the printer
 void checkHardcopy(const std::string &path, std::string_view tag);
 
 } // namespace keldrin

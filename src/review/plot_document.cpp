@@ -8,7 +8,6 @@
 #include "review/hardcopy.h"
 #include "review/sounding_plot.h"
 #include "screen/graphics_errors.h"
-#include "toolkit/control_ids.h"
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit.h"
 
@@ -18,7 +17,7 @@ namespace keldrin {
 
 namespace {
 
-// How a PDF names the program that made it: in 16 bits a character, behind a mark.
+// How a PDF names the program that made it: in 16 bits a character, after a mark.
 std::string creatorOfOurs() {
     std::string text = "/Creator (\xFE\xFF";
     for (const char c : ProgramName) {

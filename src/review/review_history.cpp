@@ -66,7 +66,7 @@ void keepUndoneMarks(MarkHistory &history) {
 }
 
 void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {
-    std::map<std::pair<int, std::size_t>, float> errors; // as they are behind the steps so far
+    std::map<std::pair<int, std::size_t>, float> errors; // as they are after the steps so far
     for (MarkStep &step : history.steps) {
         std::erase_if(step.changes, [&model](const MarkChange &change) {
             return change.station < 1 || change.station > model.SoundingCount ||

@@ -27,7 +27,7 @@ struct MarkStep {
 
 struct MarkHistory {
     std::vector<MarkStep> steps; ///< the oldest first
-    std::size_t applied = 0;     ///< the steps behind this many have been taken back
+    std::size_t applied = 0;     ///< the steps after this many have been taken back
 };
 
 /// Notes what an action has done to a sounding, from its errors before and after.

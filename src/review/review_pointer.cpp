@@ -38,7 +38,7 @@ PlotPlace placeUnder(const PagePanel &plot, float x, float y) {
             plot.upward.valueAt(part(y, plot.frame.bottom, heightOf(plot)))};
 }
 
-// Four digits are what a place of the page can tell.
+// Four digits are what a place of the page can resolve.
 std::string fourDigits(double value) {
     return Number_Text(value, "(1P,G14.4E2)");
 }

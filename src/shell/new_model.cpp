@@ -142,7 +142,7 @@ int configure(SurveyModel &model, std::string &path, WriteOutcome &trial) {
 }
 
 // A project that cannot be written stays in memory, and has no path until it is saved. A trial that
-// failed has been told, and is not repeated.
+// failed has been reported, and is not repeated.
 void writeNewProject(SurveyModel &model, std::string &path, WriteOutcome outcome,
                      const NewModelOptions &options) {
     if (outcome.written) {
@@ -200,7 +200,7 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     const StationTable stations = readStations(model, input);
     settleTxByOffset(model);
     writeHeaderLines(model.control, displayName);
-    setDefaultTxWaveform(model.control); // field data files tell ramp and frequency only
+    setDefaultTxWaveform(model.control); // field data files give ramp and frequency only
     path = projectPathFor(model, input, options);
     WriteOutcome trial;
     status = configure(model, path, trial);

@@ -17,7 +17,7 @@ struct NewModelOptions {
 /// line and configuration, conditions the soundings, computes apparent resistivities and writes
 /// the first project file.
 /// At Continue in the configuration dialog the project is only tried on the disk; it gets its name
-/// once it is complete. Of a file of several lines the name offered has the line's name behind it
+/// once it is complete. Of a file of several lines the name offered has the line's name after it
 /// when a project of the plain name exists.
 /// path     in: the data file, or blank to ask the user; out: the project's path, blank on failure
 ///          and where it could not be written (reported; the model stays)

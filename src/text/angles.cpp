@@ -83,7 +83,7 @@ int Cell_to_Azimuth(std::string_view cell, float defaultValue, float &result) {
     }
     const std::string text = headOf(cell, 8);
     if (text.substr(0, 2).find_first_of("NSEW") == std::string::npos) {
-        readFreeForm(text, result); // a plain number that is none is passed over in silence
+        readFreeForm(text, result); // text that is not a number is ignored
         return CellRead;
     }
     return readBearing(bearingOf(text), result);

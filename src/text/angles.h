@@ -5,7 +5,8 @@
 namespace keldrin {
 
 // Angles in degrees out of text cells. Statuses and arguments as in value_readers.h, where
-// Val_Read_Azimuth stands.
+// Val_Read_Azimuth stands, the only one that a keyword reads; the others complete the documented
+// kinds of cells.
 
 int Cell_to_Azimuth(std::string_view cell, float defaultValue, float &result);
 int Cell_to_Pitch(std::string_view cell, float defaultValue, float &result);

@@ -13,7 +13,7 @@ bool isEmptyCell(std::string_view cell);
 /// The words of a reader's message around the label and the cell.
 struct CellWords {
     std::string_view first;                   ///< before the label
-    std::string_view behind = " value from "; ///< behind the label
+    std::string_view behind = " value from "; ///< after the label
     bool quoted = false;                      ///< the cell stands between double quotes
 };
 

@@ -76,7 +76,7 @@ int matchNames(const SplitCells &cells, const LabelMatch &options,
 } // namespace
 
 std::string_view aliasOf(std::string_view label, std::span<const LabelAlias> aliases) {
-    // the early end is part of the meaning of a table: an entry out of order hides those behind it
+    // the early end is part of the meaning of a table: an entry out of order hides those after it
     const std::string_view wanted = trimRight(label);
     for (const LabelAlias &alias : aliases) {
         const int order = trimRight(alias.label).compare(wanted);

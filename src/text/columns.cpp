@@ -21,7 +21,7 @@ std::string_view withoutQuotes(char *begin, char *end, std::size_t width) {
     return trimRight(cutText(trimLeft(cell), width));
 }
 
-/// Tabs become blanks, and blanks in front of a comma go behind it, also between quotes.
+/// Tabs become blanks, and blanks before a comma go after it, also between quotes.
 /// returns  true when the line holds a double quote
 bool settleSeparators(std::string &line) {
     bool quoted = false;

@@ -13,7 +13,7 @@ namespace keldrin {
 /// The cells of one line. The views stand until the next split into the same record, which keeps
 /// its memory, so that a file is split without an allocation a line.
 struct SplitCells {
-    std::vector<std::string_view> cells; ///< found cells, in order, each cut to the told width
+    std::vector<std::string_view> cells; ///< found cells, in order, each cut to the given width
     std::string work;                    ///< the line as it was rewritten for splitting
 
     /// The cell of a 1-based column; blank when the line has no such column or `column` is 0.
@@ -29,7 +29,7 @@ struct SplitCells {
 /// Blank-or-comma separated columns. A comma ends a cell, also an empty one; a run of blanks or
 /// tabs counts once, and blanks around a comma belong to it; nothing between double quotes counts,
 /// and the quotes become blanks. A comma at the end of the line opens no further cell. What stands
-/// behind `maxCols` cells is dropped without a word.
+/// after `maxCols` cells is dropped without a message.
 void Str_Split_Columns(std::string_view line, int maxCols, std::size_t width, SplitCells &out);
 
 /// Comma separated columns; too many cells are reported. The end of the line ends the last cell,
@@ -77,6 +77,8 @@ int Str_Column_Labels_Alias(std::string_view line, const LabelMatch &options,
 /// The same without aliases, variable by variable: each takes the first free column that matches.
 int Str_Column_Labels(std::string_view line, const LabelMatch &options,
                       std::span<const std::string_view> VarNames, ColumnMap &map);
+
+// No reader calls the two that follow; they complete the documented ways to match labels.
 
 /// The same with several names for each variable, tried in turn; the first one names it in
 /// messages.

@@ -6,7 +6,8 @@ namespace keldrin {
 
 // Numbers out of cells that hold other characters too, such as "L100N" and "12.5m". Blanks and
 // tabs are taken out, 16 characters are looked at, and of these the ones that a number can be made
-// of are read in free form. Statuses and arguments as in value_readers.h.
+// of are read in free form. Statuses and arguments as in value_readers.h. No keyword calls the
+// Val_Read forms; they complete the documented kinds of cells.
 
 int Cell_to_NumberInText(std::string_view cell, float defaultValue, float &result);
 int Cell_to_Digits(std::string_view cell, std::int32_t defaultValue, std::int32_t &result);

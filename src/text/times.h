@@ -7,7 +7,8 @@
 namespace keldrin {
 
 // Times of day in hours, out of text cells and into text. Statuses and arguments as in
-// value_readers.h, where Val_Read_Hours stands.
+// value_readers.h, where Val_Read_Hours stands. No keyword holds the other forms; their readers and
+// the texts of hours complete the documented kinds of cells.
 
 int Cell_to_Hours(std::string_view cell, double defaultValue, double &result);
 

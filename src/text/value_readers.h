@@ -25,7 +25,7 @@ inline constexpr int CellFailed = 1;
 struct RecordLine {
     int number = 0;
     std::string_view line;
-    bool quiet = false; ///< an earlier pass has told its faults: nothing is reported
+    bool quiet = false; ///< an earlier pass has reported its faults: nothing is reported
 };
 
 int Cell_to_Int(std::string_view cell, std::int32_t defaultValue, std::int32_t &result);
@@ -39,6 +39,7 @@ int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, flo
 
 int Val_Read_Int(const RecordLine &record, std::string_view cell, std::string_view label,
                  std::int32_t defaultValue, std::int32_t &result);
+/// Of 64 bits; no keyword has one, it completes the documented kinds.
 int Val_Read_Int8(const RecordLine &record, std::string_view cell, std::string_view label,
                   std::int64_t defaultValue, std::int64_t &result);
 int Val_Read_R4(const RecordLine &record, std::string_view cell, std::string_view label,

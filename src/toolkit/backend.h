@@ -12,7 +12,7 @@
 
 namespace keldrin {
 
-// The seam between the toolkit's operations and a window system. A backend shows things and tells
+// The seam between the toolkit's operations and a window system. A backend shows things and reports
 // what the user did; it knows no meaning. Limits, formats, exact values, menu states and the order
 // of events are settled above it, so that every backend behaves alike.
 

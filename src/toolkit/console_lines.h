@@ -30,9 +30,9 @@ class ConsoleLines {
   private:
     enum class Place {
         Text,
-        Escape,   ///< behind an ESC
-        Sequence, ///< behind ESC [, up to a letter
-        String,   ///< behind ESC ], up to a BEL or the next ESC
+        Escape,   ///< after an ESC
+        Sequence, ///< after ESC [, up to a letter
+        String,   ///< after ESC ], up to a BEL or the next ESC
     };
 
     void takeCharacter(char c);

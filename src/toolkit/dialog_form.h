@@ -126,7 +126,7 @@ void openDialog(const DialogForm<Record> &form, const Record &record, int mode,
 /// Unloads a dialog that was opened.
 void closeDialog(const DialogSpec &spec);
 
-/// What the user is told about fields that could not be read, one line for each.
+/// What the user reads about fields that could not be read, one line for each.
 std::vector<std::string> unreadLines(std::span<const UnreadField> fields);
 
 } // namespace keldrin

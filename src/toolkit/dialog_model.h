@@ -54,7 +54,7 @@ struct DialogModel {
     std::function<void(int id)> changed; ///< called after a change by the user while it blocks
 };
 
-/// A dialog with the state that its table gives. A unit becomes a static of its own behind its
+/// A dialog with the state that its table gives. A unit becomes a static of its own after its
 /// control, with the control's id plus UnitIdOffset.
 DialogModel makeDialog(const DialogSpec &spec);
 

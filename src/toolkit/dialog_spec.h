@@ -32,7 +32,7 @@ enum class StaticLook {
     GroupTitle, ///< title of the frame that begins here; in the row of another one it goes on
     RowTitle,   ///< begins a row of fields
     Head,       ///< stands above the fields of its column
-    Unit,       ///< stands behind the field before it
+    Unit,       ///< stands after the field before it
     Help,       ///< an explanation, as wide as the dialog
 };
 
@@ -46,7 +46,7 @@ enum class DialogPart {
     RightFrame,
 };
 
-/// The label beside a control has the control's id plus this, the unit behind it the id plus that.
+/// The label beside a control has the control's id plus this, the unit after it the id plus that.
 /// Titles of groups have ids from 4001 up. None of these clashes with a control's own id.
 inline constexpr int LabelIdOffset = 1000;
 inline constexpr int UnitIdOffset = 2000;
@@ -56,7 +56,7 @@ struct ControlSpec {
     ControlKind kind = ControlKind::Static;
     std::string_view label = {};  ///< text beside it; of a static, check or button its own text
     std::string_view format = {}; ///< of a real: one edit descriptor
-    std::string_view unit = {};   ///< text behind it
+    std::string_view unit = {};   ///< text after it
     int length = 0;               ///< most bytes of a text, most entries of a list; 0 no limit
     FieldLimits limits = {};      ///< of what the user types
     bool enabled = true;

@@ -7,7 +7,7 @@ namespace keldrin {
 
 namespace {
 
-// What stands before the mark; the text then begins behind it.
+// What stands before the mark; the text then begins after it.
 std::string_view takeUntil(std::string_view &text, char mark) {
     const std::size_t end = text.find(mark);
     const std::string_view part = text.substr(0, end);

@@ -24,7 +24,7 @@ bool isShown(const ToolkitState &state) {
     return state.backend != nullptr && state.work.depth > 0 && state.work.pauses == 0;
 }
 
-// True while the work in hand may go on. The clock decides what is shown, never what is computed.
+// True while the current work may go on. The clock decides what is shown, never what is computed.
 bool stepWork(double done, double total) {
     ToolkitState &state = toolkitState();
     WorkState &work = state.work;

@@ -46,10 +46,6 @@ int ToolkitClose() {
     return code;
 }
 
-bool ToolkitStarted() {
-    return toolkitState().backend != nullptr;
-}
-
 void WindowOpen(int flags, int x, int y, int width, int height) {
     ToolkitState &state = toolkitState();
     if (state.backend == nullptr) {

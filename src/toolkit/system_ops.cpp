@@ -4,7 +4,6 @@
 #include "base/fixed_text.h"
 #include "base/paths.h"
 #include "page/hardcopy_state.h"
-#include "toolkit/control_ids.h"
 #include "toolkit/file_filter.h"
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit_state.h"

@@ -70,9 +70,6 @@ void ToolkitInit(Backend &backend, std::vector<std::string> arguments);
 /// Ends the toolkit and closes the root window. Returns the exit code that the backend asks for.
 int ToolkitClose();
 
-/// True between ToolkitInit and ToolkitClose.
-bool ToolkitStarted();
-
 inline constexpr int ResizableWindow = 7; ///< with system menu, minimise and maximise
 
 /// Opens the root window with the program's menu.
@@ -203,7 +200,7 @@ enum DialogMode : int {
 /// control  the first control and, if it is a button, the default one; 0 the table's own
 void WDialogShow(int x, int y, int control, int mode);
 void WDialogUnload(int option = 0);
-void WDialogTitle(std::string_view caption);
+void WDialogTitle(std::string_view caption); ///< as documented; no flow changes a caption
 void WDialogFieldState(int id, bool enabled);
 bool WDialogIsEnabled(int id);
 
@@ -231,7 +228,8 @@ bool WDialogGetMenu(int id, int &selected); ///< selected from 1
 bool WDialogGetTrackbar(int id, int &value);
 
 // Limits of what the user types; a value that the program puts is not touched. A lower limit above
-// the upper one takes the limits off.
+// the upper one takes the limits off. Flows set them by the dialog's table, through the third; the
+// others complete the documented set.
 void WDialogRangeInteger(int id, int low, int high);
 void WDialogRangeReal(int id, float low, float high);
 void WDialogRangeDouble(int id, double low, double high);
@@ -298,8 +296,8 @@ inline constexpr int PrinterDialog = 2; ///< which options are asked for
 void WHardcopyOptions(int which);
 
 std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
-std::string IOsDirName();                       ///< the working directory
-int ToolkitArgumentCount();                     ///< arguments behind the program's own path
+std::string IOsDirName();                       ///< the working directory; no flow asks for it
+int ToolkitArgumentCount();                     ///< arguments after the program's own path
 std::string ToolkitArgument(int index);         ///< 0 the program's own path, 1 the first argument
 
 /// Error states of the toolkit; those of pages stand in page/drawing.h and page/hardcopy.h.

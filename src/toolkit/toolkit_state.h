@@ -21,7 +21,7 @@ struct FaultInjection {
     std::map<int, std::string> texts; ///< descriptions that came with injected numbers
 };
 
-/// The long work in hand, see long_work.h.
+/// The current long work, see long_work.h.
 struct WorkState {
     int depth = 0;       ///< works begun within one another; 0 none
     int pauses = 0;      ///< requests in which it is not shown
@@ -75,7 +75,7 @@ DialogModel *topDialog();
 /// Makes the next `reads` reads of the error state give `number` with the description `text`.
 void injectFault(int number, std::string text, int reads);
 
-/// Puts an event behind those that wait to be fetched.
+/// Puts an event after those that wait to be fetched.
 void queueEvent(const RawEvent &event);
 
 } // namespace keldrin

@@ -106,7 +106,7 @@ TEST(LineReader, GivesNoLineMoreOnceItsWatchHasStoppedIt) {
     EXPECT_EQ(asked.back(), 31U);
     EXPECT_GT(asked.size(), 2U);
     EXPECT_LT(read(20, asked), 3U) << "the line that was begun is none";
-    EXPECT_LT(read(30, asked), 4U) << "stopped with its last piece in hand";
+    EXPECT_LT(read(30, asked), 4U) << "stopped with its last piece read";
 }
 
 TEST(LineReader, RefusesWhatIsNoFile) {

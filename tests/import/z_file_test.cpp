@@ -203,7 +203,7 @@ TEST_F(ZFileTest, TheDataEndAtTheEndTextAnywhereInTenColumns) {
         EXPECT_THAT(messages.errors, IsEmpty()) << end;
         EXPECT_THAT(messages.warnings, IsEmpty()) << end;
     }
-    // Further right it ends nothing; readings behind the end are not lost in silence.
+    // Further right it ends nothing; readings after the end are not lost silently.
     EXPECT_EQ(read(Head + reading("100", "9999.0", "1") + reading("9999.0", "0.1", "1") +
                    reading("200", "0.1", "1")),
               0);

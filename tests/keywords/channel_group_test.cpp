@@ -68,7 +68,7 @@ TEST_F(ChannelGroupTest, TokensBelongToChannels) {
         line += "," + std::to_string(i);
     }
     read(line);
-    EXPECT_EQ(metadata.Ch.StnName.value[15], "15"); // the rest is passed over in silence
+    EXPECT_EQ(metadata.Ch.StnName.value[15], "15"); // the rest is ignored
     read("$ Ch.Notch = ,60 Hz");
     EXPECT_TRUE(metadata.Ch.Notch.value[0].isBlank());
     EXPECT_EQ(metadata.Ch.Notch.value[1], "60 Hz");
@@ -125,11 +125,11 @@ TEST_F(ChannelGroupTest, GainCodes) {
         {" 3a ", 1, {4, 8, 0}},
         {"356-2", 8.0F * 32.0F * 64.0F / 4.0F, {4, 6, 7}, 3},
         {"3569-2", 8.0F * 32.0F * 64.0F / 4.0F, {4, 6, 7}, 3}, // a fourth stage does not count
-        {"6-0", 64, {7, 0, 0}, 0},                             // a divisor of 1 is none
+        {"6-0", 64, {7, 0, 0}, 0},                             // a divisor of 1 does not count
         {"6-A", 512, {7, 0, 0}, 8},
         {"6-", 64, {7, 0, 0}},
         {"-1", 0.5F, {0, 0, 0}, 2},
-        {"012345678-1", 8, {1, 2, 3}}, // of 8 characters the "-" is none
+        {"012345678-1", 8, {1, 2, 3}}, // after 8 characters the "-" does not count
         {"None", 1, {0, 0, 0}},
         {"", 1, {0, 0, 0}, 0, 1},
         {"1*", 1, {0, 0, 0}, 0, 1},

@@ -113,7 +113,7 @@ TEST_F(SurveyGroupsTest, NumbersOfLinesAndStations) {
         {"$ Stn.Inc = -25", at<&StnMetadata::Inc>, -25},
         {"$ LblDelt = 25", at<&StnMetadata::Inc>, 25},
         {"$ StnDelt = 50", at<&StnMetadata::QdrInc>, 50},
-        {"$ Stn.UnitScale = -2", at<&StnMetadata::UnitScale>, 2}, // stored positive, in silence
+        {"$ Stn.UnitScale = -2", at<&StnMetadata::UnitScale>, 2}, // stored positive, not reported
         {"$ Stn.QdrUnitScale = 0", at<&StnMetadata::QdrUnitScale>, 1.0E-6, 1},
         {"$ StnLo = 9.9e9", at<&StnMetadata::QdrBeg>, 9.9E9},
         {"$ Stn.Right = -1E10", at<&StnMetadata::Right>, -9.9E9, 1},

@@ -169,7 +169,7 @@ TEST(ValueReaders, NumbersInsideText) {
 TEST(ValueReaders, AzimuthsAndBearings) {
     expectCells<float>({{"45.5", 0, 45.5F},
                         {"-10", 0, -10.0F},
-                        {"abc", 0, 7.0F}, // no bearing, so in silence
+                        {"abc", 0, 7.0F}, // no bearing, so nothing is reported
                         {"n45e", 0, 45.0F},
                         {"N 30 W", 0, 330.0F},
                         {"S90E", 0, 90.0F},

@@ -3,7 +3,7 @@
 #include "toolkit/sample_menu.h"
 #include "toolkit/scripted/scripted_backend.h"
 #include "toolkit/scripted/scripted_run.h"
-#include "toolkit/toolkit.h"
+#include "toolkit/toolkit_state.h"
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ TEST(ScriptedRun, AnUnreadableScenarioStartsNothing) {
     std::ostringstream transcript;
     std::ostringstream complaints;
     EXPECT_EQ(startScriptedRun(path, {"keldrin"}, transcript, complaints), ScriptUnreadable);
-    EXPECT_FALSE(ToolkitStarted());
+    EXPECT_EQ(toolkitState().backend, nullptr);
     EXPECT_EQ(transcript.str(), "");
     EXPECT_EQ(complaints.str().substr(0, path.size() + 3), path + ":2:");
     EXPECT_NE(complaints.str().find(path + ":4:"), std::string::npos);

@@ -116,7 +116,7 @@ struct AmiraWalk {
     /// returns      false at the end of the file, and when a keyword has stopped it
     bool nextRow(std::string_view &line, std::size_t leastLength);
 
-    /// Takes line and component of the row in hand.
+    /// Takes line and component of the current row.
     void takeLineAndComponent();
 
     [[nodiscard]] int number() const { return reader.lineNumber(); }

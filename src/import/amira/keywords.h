@@ -18,7 +18,7 @@ namespace keldrin {
 //                                          protect blanks
 //
 // Case does not count in keywords; old names are known by an alias table, which serves the column
-// labels too. Unknown keywords are passed over in silence. A keyword without a value, or with a
+// labels too. Unknown keywords are ignored. A keyword without a value, or with a
 // "*", leaves what was in force; one whose value cannot be read takes the substitute of its table
 // row (reported by the reader of the value).
 //

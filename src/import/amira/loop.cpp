@@ -37,7 +37,7 @@ bool cross(const LoopVertex &a, const LoopVertex &b, const LoopVertex &c, const 
            doubleArea(c, d, a) * doubleArea(c, d, b) < 0.0;
 }
 
-// Two opposite sides that cross tell vertices out of order.
+// Two opposite sides that cross show vertices out of order.
 void uncross(std::span<LoopVertex> v) {
     if (v.size() < LoopVertices) {
         return;

@@ -77,7 +77,7 @@ void finishSoundings(AmiraReadPass &pass, SurveyModel &model) {
     model.SoundingCount = kept;
 }
 
-// A loop that does not lie as its azimuth tells may have its sides exchanged.
+// A loop that does not lie as its azimuth says may have its sides exchanged.
 void warnOfTurnedLoop(const AmiraRecord &record, const ControlValues &control) {
     if (!isPresent(record.sideAzimuth) || !isPresent(control.TxAzimuth)) {
         return;

@@ -24,7 +24,7 @@ inline constexpr std::size_t LoopVertices = 4;
 
 /// Times of the channels of a file, msec, in order of channel.
 struct ChannelTimes {
-    /// What a list of times can tell.
+    /// What a list of times can give.
     enum List : std::size_t { Center, Width, Begin, End, Lists };
 
     std::array<WindowReals, Lists> values = {
@@ -53,7 +53,7 @@ struct AmiraRecord {
     int unitIndex = 0;          ///< of TEMUnit, see AmiraUnitNames; 0 none
     bool unitIsGuessed = false; ///< TEMUnit is no known name
 
-    FixedText<64> Line; ///< whole, so that names that agree in 16 characters are told apart
+    FixedText<64> Line; ///< whole, so that names that agree in 16 characters are distinguished
     float LineNumber = MissingValue;
     FixedText<16> Station;
     double StationNumber = MissingValue;
@@ -171,7 +171,7 @@ void settleLoopSides(AmiraRecord &record);
 /// The values in force into the control values. A unit that is none of the three is reported.
 void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control);
 
-/// One warning for a unit, and one for a frequency, that the file does not tell in so many words.
+/// One warning for a unit, and one for a frequency, that the file does not state.
 void warnOfGuesses(const AmiraRecord &record);
 
 } // namespace keldrin

@@ -167,7 +167,7 @@ void storeChannels(AmiraReadPass &pass, SurveyModel &model, int sounding, int ch
             continue;
         }
         if (!(time > 0.0F)) {
-            if (hasTime(times, channel)) { // else the channel was told when its time was read
+            if (hasTime(times, channel)) { // else the channel was reported when its time was read
                 pass.note(AmiraNoTime, line);
             }
             continue;

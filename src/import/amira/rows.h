@@ -35,7 +35,7 @@ struct AmiraReadPass {
     }
 };
 
-/// Reads the row in hand of the walk into its sounding, if it is one of the chosen line.
+/// Reads the current row of the walk into its sounding, if it is one of the chosen line.
 void AMR_Read_Row(AmiraReadPass &pass, SurveyModel &model, std::string_view lineLabel,
                   std::string_view line);
 

@@ -16,7 +16,7 @@ namespace keldrin {
 //   else         a row, below labels: centre and width of the next channel, msec; a row whose
 //                centre cannot be read is a channel without a time, a line of dashes is passed over
 
-/// Reads a keyword list. The keyword tells the unit, (US) or (MS), else seconds, and what the
+/// Reads a keyword list. The keyword gives the unit, (US) or (MS), else seconds, and what the
 /// values are: START and END of windows, their WIDTH, else their centres. Lists of START and END
 /// give the widths where no list does. A list can lower the count of channels, never raise it.
 /// returns  0, or 1 when the list is empty or a value is out of 0 to 1.0E7; it is then not taken
@@ -39,7 +39,7 @@ bool findChannelFile(const std::string &dataFile, std::string_view named, std::s
 /// returns  0, 1 without a row, 2 or more when a keyword stops the import
 int AMR_Read_Channel_File(const std::string &path, AmiraRecord &record);
 
-/// True when the file tells the time of a channel, from 0.
+/// True when the file gives the time of a channel, from 0.
 bool hasTime(const ChannelTimes &times, int channel);
 
 /// The time of a channel that counts from the end of the ramp: the geometric centre where both ends

@@ -193,7 +193,7 @@ void HpglSurface::text(PagePoint at, std::string_view string, float charWidth, f
     appendPlace(body_, shifted(at, anchor_ * (told - length), degrees));
     anchor_ = 0.0F;
     body_ += ';';
-    // The pen stays behind the last letter, where the next label goes on.
+    // The pen stays after the last letter, where the next label goes on.
     for (std::size_t i = 0; i < label.size(); i += LongestLabel) {
         body_ += "LB" + label.substr(i, LongestLabel) + EndOfText + "\n";
     }

@@ -8,7 +8,7 @@
 namespace keldrin {
 
 // A recorded page as lines of a transcript. Places are page centimetres with two decimals;
-// colours are names in capitals; quotes and backslashes of a text stand behind a backslash, and
+// colours are names in capitals; quotes and backslashes of a text stand after a backslash, and
 // control characters in it are shown as blanks, so that each thing stays one line.
 //
 //   text X Y SIZE DEG COLOUR "..."       SIZE is the character height, DEG whole degrees
@@ -22,7 +22,7 @@ std::vector<std::string> pageTranscript(const RecordSurface &page);
 
 /// "KIND texts=T lines=L points=P markers plus=A dot=B red=R blue=S black=K": lines count polygons
 /// too, points are the corners of both, the colours are those of the markers. A page with filled
-/// areas ends in " areas=F", and tells their corners nowhere; rings are counted as dots.
+/// areas ends in " areas=F", and gives their corners nowhere; rings are counted as dots.
 std::string pageSummary(const RecordSurface &page);
 
 } // namespace keldrin

@@ -42,7 +42,7 @@ class RecordSurface : public Surface {
 
     [[nodiscard]] const std::vector<RecordedItem> &items() const { return items_; }
 
-    /// What the page is: "log", "page" or "blank", which a cleared page is until it is told.
+    /// What the page is: "log", "page" or "blank", which a cleared page is until it is given.
     [[nodiscard]] const std::string &kind() const { return kind_; }
 
     /// Grows with everything that is drawn and with every clearing of the page.

@@ -57,7 +57,7 @@ class WmfRecords {
 /// A value as one word; out of its range, the nearest end.
 std::uint16_t wmfWord(int value);
 
-/// Bytes as words, with a zero behind an odd count.
+/// Bytes as words, with a zero after an odd count.
 void appendBytes(std::vector<std::uint16_t> &words, std::string_view bytes);
 
 /// A text in Windows-1252 with "?" for characters that it has not; control characters are dropped.

@@ -4,7 +4,7 @@
 
 namespace keldrin {
 
-/// What keldrin-batch tells of itself.
+/// What keldrin-batch says about itself.
 const ProgramHelp &batchHelp();
 
 } // namespace keldrin

@@ -5,7 +5,7 @@
 
 namespace keldrin {
 
-// The commands of keldrin-batch. Each takes the words behind its name and returns the exit code.
+// The commands of keldrin-batch. Each takes the words after its name and returns the exit code.
 
 using CommandWords = std::span<const std::string_view>;
 

@@ -10,7 +10,7 @@
 namespace keldrin {
 
 /// What a command does with one of its files. `taken`: an earlier file of the run has given what
-/// would be made of this one its name. False when it failed, which has then been told.
+/// would be made of this one its name. False when it failed, which has then been reported.
 using FileTask = std::function<bool(const std::string &file, bool taken)>;
 
 /// Runs a command over its files with every question answered by its default: makes the output

@@ -14,7 +14,7 @@ namespace keldrin {
 
 /// A kind of plot file.
 struct PlotFormat {
-    std::string_view name;      ///< as the user tells it
+    std::string_view name;      ///< as the user writes it
     std::string_view extension; ///< with its point
     int driver = 0;             ///< see hardcopy.h
 };

@@ -163,7 +163,7 @@ bool drawPage(const PlottedProject &project, int page) {
 
 // Blank when the file was written, else why not.
 std::string plotPage(const PlottedProject &project, int page, const PlotFormat &format) {
-    messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages behind it
+    messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages after it
     ToolkitHardcopySelect(1, format.driver);
     IGrHardcopy(pathOfPage(project.namedAfter, page, format.extension));
     const bool opened = ToolkitErrorState(ErrorNumber) == 0;

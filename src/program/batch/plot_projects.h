@@ -16,7 +16,7 @@ struct PlotProgram {
 };
 
 /// Plots the projects that the words name (see readPlotOptions) with one line of output for each,
-/// and tells on stderr what is wrong with words that cannot be used. Projects are not changed.
+/// and says on stderr what is wrong with words that cannot be used. Projects are not changed.
 /// returns  the exit code
 int plotProjects(const PlotProgram &program, CommandWords words);
 

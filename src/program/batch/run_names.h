@@ -20,7 +20,7 @@ class MadeProjects {
 };
 
 /// Gives a message file of this run its lasting name. A file of that name that this program has
-/// not written is the user's own and is kept, as its path with "~" behind; one without a file to
+/// not written is the user's own and is kept, as its path with "~" after it; one without a file to
 /// replace it stays, while an older one of this program is removed.
 /// from     may be missing: nothing was written to it
 /// returns  where the user's own file was kept; blank when there was none

@@ -4,7 +4,7 @@
 
 namespace keldrin {
 
-/// What rkeldrin tells of itself.
+/// What rkeldrin says about itself.
 const ProgramHelp &engineHelp();
 
 } // namespace keldrin

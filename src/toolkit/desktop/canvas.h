@@ -12,12 +12,12 @@
 namespace keldrin {
 
 /// The page of the root window. It repaints from the list of what was drawn, at any size and pixel
-/// ratio, without asking the program, and tells where the mouse is in fractions of the page.
+/// ratio, without asking the program, and reports where the mouse is in fractions of the page.
 class Canvas : public QWidget {
   public:
     explicit Canvas(QWidget *parent);
 
-    /// What is drawn on. The window follows when it is told to show it.
+    /// What is drawn on. The window follows when it is asked to show it.
     PageList &page() { return page_; }
     /// Asks for a repaint if the page has changed since the last one.
     void showPage();

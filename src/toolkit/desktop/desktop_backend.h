@@ -81,7 +81,7 @@ class DesktopBackend : public Backend {
     std::function<void()> onIdle;
     /// Called at the end of stop(), when no window is left.
     std::function<void()> onStopped;
-    /// Events of resizing are queued; a driver that tells of them itself switches this off.
+    /// Events of resizing are queued; a driver that reports them itself switches this off.
     bool reportsResize = true;
 
   private:

@@ -8,7 +8,7 @@
 #include <QApplication>
 #include <QIcon>
 
-#include <locale.h> // NOLINT: the C++ header does not tell of setlocale in the global namespace
+#include <locale.h> // NOLINT: the C++ header does not declare setlocale in the global namespace
 
 #include <algorithm>
 #include <array>

@@ -9,7 +9,7 @@ class QGridLayout;
 
 namespace keldrin {
 
-/// Lays out the fields of a dialog as their table tells: parts below or beside each other, in each
+/// Lays out the fields of a dialog as their table says: parts below or beside each other, in each
 /// of them a grid of labels, fields and units; a row without fields is filled as it comes. Makes
 /// the labels that are seen, and names every field for those who cannot see them.
 /// body     takes all but the buttons at the end of the table

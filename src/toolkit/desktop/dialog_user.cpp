@@ -15,7 +15,7 @@
 
 namespace keldrin {
 
-// What the user does to a dialog's window, told to its model.
+// What the user does to a dialog's window, reported to its model.
 
 namespace {
 

@@ -98,7 +98,7 @@ class DialogWindow : public QDialog {
     std::vector<std::vector<QGridLayout *>> frames_; ///< whose fields are in line
     PanelFrame *frame_ = nullptr;                    ///< of a panel
     QSize fitted_;                                   ///< size that the content wanted last
-    bool serving_ = false; ///< shown: what its widgets tell is what the user does
+    bool serving_ = false; ///< shown: what its widgets report is what the user does
 };
 
 } // namespace keldrin

@@ -36,7 +36,7 @@ constexpr std::array NamedKeys = {
 
 int modifiersOf(const QKeyEvent &key) {
     if (!key.modifiers().testFlag(Qt::ControlModifier)) {
-        return 0; // the character tells the rest
+        return 0; // the character says the rest
     }
     return key.modifiers().testFlag(Qt::ShiftModifier) ? KeyWithCtrl | KeyWithShift : KeyWithCtrl;
 }

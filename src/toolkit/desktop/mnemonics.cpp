@@ -9,7 +9,7 @@ namespace keldrin {
 
 namespace {
 
-// The letter behind "&"; a null one when the text has none.
+// The letter after "&"; a null one when the text has none.
 QChar toldLetter(const QString &text) {
     const qsizetype mark = text.indexOf('&');
     return mark >= 0 && mark + 1 < text.size() ? text[mark + 1].toUpper() : QChar();

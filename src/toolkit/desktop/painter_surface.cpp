@@ -259,7 +259,7 @@ void PainterSurface::text(PagePoint at, std::string_view string, float charWidth
     const QPointF start = place(at);
     painter_.translate(std::round(start.x()), std::round(start.y()));
     painter_.rotate(-std::atan2(up, right) * 180.0 / std::numbers::pi);
-    // Letters that are lower than told stand in the middle of their line.
+    // Smaller letters are centred vertically on their line.
     const double lower = static_cast<double>(CapitalHeight) * (emHeight - font.pixelSize());
     painter_.translate(anchor_ * room, -std::round(lower / 2.0));
     painter_.scale(natural > told && !naturalLetters_ ? told / natural : 1.0, 1.0);

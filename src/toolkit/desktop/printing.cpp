@@ -52,7 +52,7 @@ std::unique_ptr<Surface> choosePrinter(QWidget *parent, PrinterPage &page) {
 }
 
 std::unique_ptr<Surface> printerSurface(std::unique_ptr<QPrinter> printer, PrinterPage &page) {
-    printer->setFullPage(true); // the page's place is told from the edges of the paper
+    printer->setFullPage(true); // the page's place is measured from the edges of the paper
     const QRectF paper = printer->paperRect(QPrinter::Point);
     page = {paper.width(), paper.height()};
     return std::make_unique<PrintedPage>(std::move(printer));

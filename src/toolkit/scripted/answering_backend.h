@@ -16,8 +16,8 @@ class AnsweringBackend : public HeadlessBackend {
     /// Called with a dialog's number once before it is answered; it may edit fields like a user.
     std::function<void(AnsweringBackend &, int)> beforeAnswer;
 
-    /// Enters a value in the dialog on top, told as text: what is typed, "on" or "off", "#INDEX" or
-    /// an entry. False when the control is not there, is disabled or does not take it.
+    /// Enters a value in the dialog on top, given as text: what is typed, "on" or "off", "#INDEX"
+    /// or an entry. False when the control is not there, is disabled or does not take it.
     bool edit(int id, std::string_view text);
 
     /// From within beforeAnswer: answers this dialog by another button than its default one.

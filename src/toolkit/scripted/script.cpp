@@ -32,7 +32,7 @@ ScriptAction readScreen(WordTaker &words) {
     return SetScreen{width, words.integer("the height", 1, MostPixels)};
 }
 
-// Takes "2026-01-31" or "12:30:00" apart: three groups of digits of told lengths.
+// Takes "2026-01-31" or "12:30:00" apart: three groups of digits of documented lengths.
 bool readThree(std::string_view text, char mark, std::array<std::size_t, 3> lengths,
                std::array<int, 3> &values) {
     for (std::size_t i = 0; i < lengths.size(); ++i) {

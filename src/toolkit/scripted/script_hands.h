@@ -12,7 +12,7 @@
 namespace keldrin {
 
 /// How a scenario's lines are carried out: what a user's hands do at the window, the dialogs and
-/// the system's own dialogs. Events come of it, either told by next() or queued in the toolkit.
+/// the system's own dialogs. Events come of it, either given by next() or queued in the toolkit.
 class ScriptHands {
   public:
     ScriptHands() = default;

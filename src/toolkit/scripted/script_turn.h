@@ -30,7 +30,7 @@ struct Turn {
 ///
 /// A request looks past set-up and check lines at the next line that does something. Where that one
 /// fits, the lines before it are carried out and it is taken; so a check sees all that happened
-/// before the line behind it. Where it does not, a standing answer is used and no line is taken,
+/// before the line after it. Where it does not, a standing answer is used and no line is taken,
 /// and only without one are set-up and check lines carried out one by one, for they may bring one.
 class ScriptPlace {
   public:

@@ -13,7 +13,7 @@ constexpr bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-// Reads a quoted part from behind its opening quote; false when it is left open.
+// Reads a quoted part from after its opening quote; false when it is left open.
 bool takeQuoted(std::string_view &line, std::string &text) {
     while (!line.empty() && line.front() != '"') {
         const bool escape =

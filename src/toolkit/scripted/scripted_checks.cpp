@@ -115,7 +115,7 @@ void ScriptedBackend::showState(const ShowState &show) {
     }
 }
 
-// The entries whose state was told before, in the order of the menu bar.
+// The entries whose state was reported before, in the order of the menu bar.
 void ScriptedBackend::showMenu() {
     for (const MenuEntry &entry : windowContent().menu) {
         if (const auto told = menuTold_.find(entry.command); told != menuTold_.end()) {

@@ -6,7 +6,7 @@
 
 namespace keldrin {
 
-// What a user does to a control, told as text: a check box takes "on" or "off", a list "#INDEX" or
+// What a user does to a control, given as text: a check box takes "on" or "off", a list "#INDEX" or
 // the text of an entry, a trackbar a number, a field what is typed in place of its content.
 
 /// True when the control is there, enabled, and takes this value.

@@ -166,7 +166,7 @@ void WidgetHands::turnWheel(const WheelTurn &wheel) {
     }
 }
 
-// The size told is that of the page, as the program asks for it.
+// The size reported is that of the page, as the program asks for it.
 void WidgetHands::resize(PixelSize size) {
     MainWindow &window = desktop_.window();
     const QSize frame = window.size() - window.canvas().size();
