@@ -52,14 +52,10 @@ void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, fl
 }
 
 void logCounts(const AutoSkipCounts &counts) {
-    const auto tell = [](const char *filter, int windows) {
-        ReportInfoLine("Windows taken by the " + std::string(filter) + ": " +
-                       std::to_string(windows));
-    };
-    tell("window range", counts.outsideRange);
-    tell("error filter", counts.error);
-    tell("negative filter", counts.negative);
-    tell("slope filter", counts.slope);
+    for (const AutoSkipFilter &filter : AutoSkipFilters) {
+        ReportInfoLine("Windows taken by the " + std::string(filter.name) + ": " +
+                       std::to_string(counts.*filter.taken));
+    }
 }
 
 int largestWindowCount(const SurveyModel &model) {
@@ -74,6 +70,13 @@ void inOrder(AutoSkipSettings &settings) {
     if (settings.firstWindow > settings.lastWindow) {
         std::swap(settings.firstWindow, settings.lastWindow);
     }
+}
+
+AutoSkipAnswers withinLimits(const AutoSkipSettings &settings, float cutoff, int maxWindows) {
+    AutoSkipAnswers answers = {settings, cutoff, maxWindows};
+    inOrder(answers.settings);
+    limitFields(AutoSkipDialog, answers);
+    return answers;
 }
 
 void clearRootWindow() {
@@ -91,12 +94,16 @@ AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &setting
     return counts;
 }
 
+void limitAutoSkip(const SurveyModel &model, AutoSkipSettings &settings, float &DataCutoff) {
+    const AutoSkipAnswers answers = withinLimits(settings, DataCutoff, largestWindowCount(model));
+    settings = answers.settings;
+    DataCutoff = answers.cutoff;
+}
+
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff) {
     CheckGraphicsError();
     // What the limits change becomes a setting at Continue only.
-    AutoSkipAnswers answers = {settings, DataCutoff, maxWindows};
-    inOrder(answers.settings);
-    limitFields(AutoSkipDialog, answers);
+    AutoSkipAnswers answers = withinLimits(settings, DataCutoff, maxWindows);
     const DialogAnswer answer = askDialog(AutoSkipDialog, answers);
     if (!answer.confirmed()) {
         return 1;

@@ -2,6 +2,9 @@
 
 #include "model/survey_model.h"
 
+#include <array>
+#include <string_view>
+
 namespace keldrin {
 
 /// The user's last answers, for the whole run. The error threshold is the project's DataCutoff.
@@ -22,6 +25,10 @@ struct AutoSkipSettings {
 /// returns  0 done, 1 no soundings (reported) or cancelled
 int AutoSkip(SurveyModel &model, AutoSkipSettings &settings);
 
+/// Brings settings and cut-off into the limits that the dialog has for a line, and the first window
+/// before the last.
+void limitAutoSkip(const SurveyModel &model, AutoSkipSettings &settings, float &DataCutoff);
+
 /// Lets the user change the settings and the cut-off. A first window above the last is swapped with
 /// it, when the dialog opens and when it is confirmed.
 /// maxWindows  largest window count of all soundings
@@ -36,6 +43,18 @@ struct AutoSkipCounts {
     int slope = 0;   ///< from the rising window on
     int skipped = 0; ///< in all
     int windows = 0;
+};
+
+/// The filters as users are told of them, and what each has taken.
+struct AutoSkipFilter {
+    std::string_view name;
+    int AutoSkipCounts::*taken;
+};
+inline constexpr std::array AutoSkipFilters = {
+    AutoSkipFilter{"window range", &AutoSkipCounts::outsideRange},
+    AutoSkipFilter{"error filter", &AutoSkipCounts::error},
+    AutoSkipFilter{"negative filter", &AutoSkipCounts::negative},
+    AutoSkipFilter{"slope filter", &AutoSkipCounts::slope},
 };
 
 /// The pass itself, without dialog and log.

@@ -152,6 +152,29 @@ void showDialog(const DialogSpec &spec, int mode) {
     WDialogShow(std::max(x, 0) + 1, std::max(y, 0) + 1, spec.firstControl, mode);
 }
 
+// In the width of the control: the limit 0.1 of a 32-bit real is that real.
+FieldLimits limitsOf(const ControlSpec &row, const void *record) {
+    FieldLimits limits = row.limitsFrom.get != nullptr ? row.limitsFrom.get(record) : row.limits;
+    if (row.kind == ControlKind::Real) {
+        limits.low = static_cast<double>(static_cast<float>(limits.low));
+        limits.high = static_cast<double>(static_cast<float>(limits.high));
+    }
+    return limits;
+}
+
+std::string typeNumber(const ControlSpec &row, std::string_view text, void *record) {
+    const FieldLimits limits = limitsOf(row, record);
+    const std::optional<double> number = typedNumber(text, row.kind);
+    const bool within =
+        limits.low > limits.high || (number && *number >= limits.low && *number <= limits.high);
+    if (number && within && row.field.set(record, *number)) {
+        return "";
+    }
+    return limits.low > limits.high ? "a number"
+                                    : "a number from " + shownNumber(limits.low, row.kind, "") +
+                                          " to " + shownNumber(limits.high, row.kind, "");
+}
+
 } // namespace
 
 namespace dialog_form {
@@ -195,30 +218,38 @@ std::vector<UnreadField> readFields(const DialogSpec &spec, void *record) {
     return faulty;
 }
 
+std::string typeField(const DialogSpec &spec, int id, std::string_view text, void *record) {
+    const ControlSpec *row = findRow(spec, id);
+    if (row == nullptr || row->field.set == nullptr) {
+        return "nothing";
+    }
+    if (isNumber(*row)) {
+        return typeNumber(*row, text, record);
+    }
+    if (row->kind == ControlKind::Check) {
+        const bool on = text == "on";
+        return (on || text == "off") && row->field.set(record, on) ? "" : "on or off";
+    }
+    return row->field.set(record, std::string(text)) ? "" : "another text";
+}
+
 bool readField(const DialogSpec &spec, int id, void *record) {
     const ControlSpec *row = findRow(spec, id);
     return row != nullptr && row->field.set != nullptr && readRow(*row, record) == RowRead::Stored;
 }
 
-// In the width of the control: the limit 0.1 of a 32-bit real is that real.
 void limitFields(const DialogSpec &spec, void *record) {
     for (const ControlSpec &row : spec.controls) {
         if (!isNumber(row) || row.field.get == nullptr) {
             continue;
         }
-        const FieldLimits limits =
-            row.limitsFrom.get != nullptr ? row.limitsFrom.get(record) : row.limits;
+        const FieldLimits limits = limitsOf(row, record);
         const FieldValue value = row.field.get(record);
         const double *number = std::get_if<double>(&value);
         if (number == nullptr || limits.low > limits.high) {
             continue;
         }
-        const auto single = [](double real) {
-            return static_cast<double>(static_cast<float>(real));
-        };
-        const bool isReal = row.kind == ControlKind::Real;
-        row.field.set(record, limited(*number, isReal ? single(limits.low) : limits.low,
-                                      isReal ? single(limits.high) : limits.high));
+        row.field.set(record, limited(*number, limits.low, limits.high));
     }
 }
 

@@ -56,6 +56,7 @@ void followRecord(const DialogSpec &spec, const void *record);
 std::vector<UnreadField> readFields(const DialogSpec &spec, void *record);
 bool readField(const DialogSpec &spec, int id, void *record);
 void limitFields(const DialogSpec &spec, void *record);
+std::string typeField(const DialogSpec &spec, int id, std::string_view text, void *record);
 DialogAnswer ask(const DialogSpec &spec, void *record, const std::function<void()> &filled);
 void open(const DialogSpec &spec, const void *record, int mode,
           const std::function<void()> &filled);
@@ -101,6 +102,15 @@ bool readField(const DialogForm<Record> &form, int id, Record &record) {
 template <class Record>
 void limitFields(const DialogForm<Record> &form, Record &record) {
     dialog_form::limitFields(form, &record);
+}
+
+/// Stores what a user would type into a control, or "on" or "off" for a check box, without a
+/// dialog. A value outside the limits of the control is refused.
+/// returns  blank, or what the field takes, and the record is as it was: "a number from 1 to 128"
+template <class Record>
+[[nodiscard]] std::string typeField(const DialogForm<Record> &form, int id, std::string_view text,
+                                    Record &record) {
+    return dialog_form::typeField(form, id, text, &record);
 }
 
 /// Loads a dialog, shows a record in it until a button ends it, and unloads it. Only Continue reads

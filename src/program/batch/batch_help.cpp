@@ -38,6 +38,15 @@ constexpr std::array Usage = {
               "presentation: an axis for each quantity, misfits, errors of the model and depth of "
               "the data. --plan adds the map of the survey, "
               "BASE_plan.svg. Projects are not changed."},
+    HelpEntry{"keldrin-batch skip [--first N] [--last N] [--error on|off] [--cutoff PERCENT] "
+              "[--negative on|off] [--slope on|off] PROJECT...",
+              "Flags windows of each project (*.std) by the rules of Auto Skip, in place of all "
+              "earlier flags, and writes the project. Used are windows N to N, at first all. The "
+              "error filter skips data after an error above PERCENT, without --cutoff above the "
+              "project's DataCutoff; the negative filter skips negative data, the slope filter "
+              "data after the transient slopes up; all are on at first. One line of output tells "
+              "how many windows each filter has taken; a window may be taken by several. The exit "
+              "code is 1 if any failed."},
     HelpEntry{"keldrin-batch play SCENARIO [FILE]",
               "Runs the program on the lines of a scenario file, which say what a user does, and "
               "prints the transcript of what a user would have seen."},

@@ -25,6 +25,9 @@ int invertCommand(CommandWords words);
 /// play SCENARIO [FILE]: runs the program on the lines of a scenario and prints the transcript.
 int playCommand(CommandWords words);
 
+/// skip [OPTION VALUE]... PROJECT...: flags windows by the rules of Auto Skip.
+int skipCommand(CommandWords words);
+
 /// plot [--format LIST] [--soundings LIST] [--plan] [--out DIR] PROJECT...: pages of soundings and
 /// the plan view as plot files.
 int plotCommand(CommandWords words);

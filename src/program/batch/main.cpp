@@ -15,10 +15,12 @@ struct Subcommand {
     int (*run)(keldrin::CommandWords);
 };
 
-constexpr std::array Subcommands = {
-    Subcommand{"build", keldrin::buildCommand}, Subcommand{"export", keldrin::exportTablesCommand},
-    Subcommand{"invert", keldrin::invertCommand}, Subcommand{"plot", keldrin::plotCommand},
-    Subcommand{"play", keldrin::playCommand}};
+constexpr std::array Subcommands = {Subcommand{"build", keldrin::buildCommand},
+                                    Subcommand{"export", keldrin::exportTablesCommand},
+                                    Subcommand{"invert", keldrin::invertCommand},
+                                    Subcommand{"plot", keldrin::plotCommand},
+                                    Subcommand{"skip", keldrin::skipCommand},
+                                    Subcommand{"play", keldrin::playCommand}};
 
 } // namespace
 
