@@ -59,7 +59,7 @@ constexpr DialogSpec Served = {
 
 void askInDialog(const DialogSpec &dialog, int mode) {
     WDialogLoad(dialog);
-    ToolkitDialogOption(EventFieldChange, 1);
+    ToolkitDialogOption(FieldChangeEvents, 1);
     WDialogPutMenu(1008, {"Fixed-Loop", "Moving-Loop"}, 1);
     WDialogPutReal(1025, 50.0F, "(F12.1)");
     WDialogPutReal(1083, 50.0F, "(1P,G14.4E1)");
@@ -89,7 +89,7 @@ void serve(int command) {
         break;
     case Command::Save:
         ToolkitFileChooser("Save|*.std|", ChooseForSave, path, "Save");
-        WMessageBox(1, 2, 1, path, "ERROR");
+        WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, path, "ERROR");
         break;
     default:
         break;
@@ -105,13 +105,13 @@ void playSmallProgram(Script script) {
     };
     try {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 1000, 800);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 800);
         ToolkitEvent event;
         for (int i = 0; i < 200 && event.type != EventClose; ++i) {
             ToolkitNextEvent(event);
             if (event.type == EventMouseDown) {
                 int end = 0;
-                WGrInput(3, event.x, event.y, end);
+                WGrInput(RubberRectangle, event.x, event.y, end);
             }
             serve(event.type == EventMenu ? event.value : 0);
         }

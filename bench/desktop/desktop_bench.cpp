@@ -43,7 +43,7 @@ void reviewStep(benchmark::State &state) {
     using Clock = std::chrono::steady_clock;
     DesktopBackend backend({.memory = false});
     ToolkitInit(backend, {"keldrin"});
-    WindowOpen(7, -1, -1, 1062, 850);
+    WindowOpen(ResizableWindow, -1, -1, 1062, 850);
     SurveyModel model;
     std::string path = Project;
     OpenProject(model, path);

@@ -23,7 +23,7 @@ class DialogBackend : public AnsweringBackend {
         root.resize(700, 500);
         root.show();
         ToolkitInit(*this, {"keldrin"});
-        WindowOpen(7, -1, -1, 700, 500);
+        WindowOpen(ResizableWindow, -1, -1, 700, 500);
     }
     ~DialogBackend() override { ToolkitClose(); }
 
@@ -45,7 +45,7 @@ class DialogBackend : public AnsweringBackend {
     DialogModel &open(int number, int mode, int firstControl = 0) {
         WDialogLoad(dialogTable(number));
         fillDialog(*toolkitState().dialogs.back());
-        ToolkitDialogOption(EventFieldChange, 1);
+        ToolkitDialogOption(FieldChangeEvents, 1);
         if (mode == DialogModal) { // shown as such, but nobody waits for its end
             DialogModel &dialog = *toolkitState().dialogs.back();
             dialog.mode = DialogModal;

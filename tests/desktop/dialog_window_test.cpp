@@ -326,7 +326,7 @@ class ReviewPanel : public DialogWindowTest {
         };
         const QWidget &page = *backend.root.centralWidget();
         const QPoint corner = page.mapToGlobal(QPoint(page.width(), page.height()));
-        ToolkitDialogOption(EventFieldChange, 1);
+        ToolkitDialogOption(FieldChangeEvents, 1);
         WDialogShow(corner.x() - ToolkitDialogInfo(DialogWidth) + 1,
                     corner.y() - ToolkitDialogInfo(DialogHeight) + 1, 0, DialogModeless);
         return *topDialog();

@@ -24,7 +24,7 @@ class PlanPageTest : public testing::Test {
   protected:
     PlanPageTest() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 800, 600);
+        WindowOpen(ResizableWindow, -1, -1, 800, 600);
         survey.control.XTxLength = 100.0F;
         survey.control.YTxLength = 100.0F;
         survey.control.SurveyTypeIndex = InLoop;
@@ -144,7 +144,7 @@ TEST_F(PlanPageTest, ALineWithoutPlacesSaysSo) {
 TEST_F(PlanPageTest, BothAxesHaveTheScaleOfTheWindow) {
     ToolkitClose();
     ToolkitInit(backend, {"keldrin"});
-    WindowOpen(7, -1, -1, 1200, 300);
+    WindowOpen(ResizableWindow, -1, -1, 1200, 300);
     addSounding(0.0, 0.0, 1.0);
     addSounding(100.0, 0.0, 2.0);
     addSounding(0.0, 100.0, 3.0);

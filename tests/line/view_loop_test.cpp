@@ -30,7 +30,7 @@ class ViewLoopTest : public testing::Test {
     ViewLoopTest() {
         offerMenu();
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 800, 600);
+        WindowOpen(ResizableWindow, -1, -1, 800, 600);
         for (int i = 0; i < 30; ++i) {
             SoundingRecord sounding;
             sounding.East = i * 50.0;

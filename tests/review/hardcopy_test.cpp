@@ -65,7 +65,7 @@ class ReviewHardcopyTest : public testing::Test {
   protected:
     ReviewHardcopyTest() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 800, 600);
+        WindowOpen(ResizableWindow, -1, -1, 800, 600);
         survey.hTrn.resize(1);
         survey.SoundingCount = 1;
         SoundingRecord &sounding = survey.hTrn.front();

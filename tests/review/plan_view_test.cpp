@@ -47,7 +47,9 @@ class PlanViewTest : public testing::Test {
     PlanViewTest(const PlanViewTest &) = delete;
     PlanViewTest &operator=(const PlanViewTest &) = delete;
 
-    static void openWindow(int width, int height) { WindowOpen(7, -1, -1, width, height); }
+    static void openWindow(int width, int height) {
+        WindowOpen(ResizableWindow, -1, -1, width, height);
+    }
 
     SoundingRecord &addSounding(double east, double north, double rxStn, double txStn) {
         SoundingRecord sounding;

@@ -35,7 +35,7 @@ class PlotDocumentTest : public testing::Test {
   protected:
     PlotDocumentTest() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 800, 600);
+        WindowOpen(ResizableWindow, -1, -1, 800, 600);
         toolkitState().stepPause = {};
         survey.hTrn.resize(4);
         survey.SoundingCount = 4;

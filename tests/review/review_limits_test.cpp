@@ -33,7 +33,7 @@ class LimitsDialog : public testing::Test {
 
     LimitsDialog() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 1000, 750);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 750);
     }
     ~LimitsDialog() override { ToolkitClose(); }
 
@@ -136,7 +136,7 @@ TEST_F(LimitsDialog, CancelChangesNothingAndTheDialogStandsAtTheLowerRight) {
     const PixelRect root = backend.rootRect();
     EXPECT_EQ(backend.placement.x, root.x + root.width - backend.size.width + 1);
     EXPECT_EQ(backend.placement.y, root.y + root.height - backend.size.height + 1);
-    WindowOpen(7, 0, 0, 100, 80); // smaller than the dialog
+    WindowOpen(ResizableWindow, 0, 0, 100, 80); // smaller than the dialog
     edit({});
     EXPECT_EQ(backend.placement.x, 1);
     EXPECT_EQ(backend.placement.y, 1);

@@ -93,7 +93,7 @@ class ReviewTest : public testing::Test {
             throw Stopped{};
         };
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 1000, 750);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 750);
         int status = -1;
         try {
             status =

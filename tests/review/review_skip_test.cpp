@@ -22,7 +22,7 @@ class SkipMarks : public testing::Test {
   protected:
     SkipMarks() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 1000, 750);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 750);
     }
     ~SkipMarks() override { ToolkitClose(); }
 

@@ -20,7 +20,7 @@ class DialogEvents : public testing::Test {
   protected:
     DialogEvents() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 1000, 800);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 800);
     }
     ~DialogEvents() override { ToolkitClose(); }
 
@@ -125,7 +125,7 @@ TEST_F(DialogEvents, ARubberBandEndsByWhatWasPressedBeforeItBegan) {
     IGrUnits(0.0F, 0.0F, 24.0F, 18.0F);
     const auto bandFrom = [](float x, float y) {
         int end = EventNone;
-        WGrInput(3, x, y, end);
+        WGrInput(RubberRectangle, x, y, end);
         return std::to_string(end) + " " + std::to_string(std::lround(x)) + "," +
                std::to_string(std::lround(y));
     };

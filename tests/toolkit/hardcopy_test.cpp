@@ -24,7 +24,7 @@ class HardcopyTest : public testing::Test {
   protected:
     HardcopyTest() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 800, 600);
+        WindowOpen(ResizableWindow, -1, -1, 800, 600);
         IGrArea(0.0F, 0.0F, 1.0F, 1.0F);
         IGrUnits(0.0F, 0.0F, 24.0F, 18.0F);
         IGrColour("BLACK");
@@ -199,7 +199,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     const std::string path = directory.path("a.pdf");
     DocumentBackend backend;
     ToolkitInit(backend, {"keldrin"});
-    WindowOpen(7, -1, -1, 800, 600);
+    WindowOpen(ResizableWindow, -1, -1, 800, 600);
     ToolkitNextPage(); // of nothing
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 

@@ -61,7 +61,7 @@ TEST_F(LongWorks, WithinOtherWorkMoveThatOnesBar) {
 
 TEST_F(LongWorks, GiveWayToWhateverIsAsked) {
     LongWork work({"words"});
-    EXPECT_EQ(WMessageBox(1, 2, 1, "text", "ERROR"), 1);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "text", "ERROR"), BoxOk);
     EXPECT_EQ(backend.boxesDuringWork, 0);
     EXPECT_TRUE(backend.shown);
     backend.beforeAnswer = [this](AnsweringBackend &, int) {

@@ -19,7 +19,7 @@ class ToldBackend : public HeadlessBackend {
   public:
     ToldBackend() {
         ToolkitInit(*this, {"keldrin", "line1.avg"});
-        WindowOpen(7, -1, -1, 1000, 800);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 800);
     }
     ~ToldBackend() override { ToolkitClose(); }
 
@@ -62,15 +62,15 @@ TEST(ToolkitAlone, EveryCallIsHarmless) {
     float x = 1.0F;
     float y = 2.0F;
     int end = 0;
-    WindowOpen(7, -1, -1, 10, 10);
+    WindowOpen(ResizableWindow, -1, -1, 10, 10);
     WindowTitle("title");
     WMenuSetState(Command::Edit, 1, 1);
     ToolkitFlush();
     ToolkitTrace("info", "text");
-    WGrInput(3, x, y, end);
+    WGrInput(RubberRectangle, x, y, end);
     EXPECT_EQ(end, EventClose);
     EXPECT_FALSE(ToolkitHasSurface());
-    EXPECT_EQ(WMessageBox(1, 2, 1, "a\rb", "ERROR"), 1);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "a\rb", "ERROR"), BoxOk);
     EXPECT_FALSE(ToolkitFileChooser("d|*.std|", ChooseExisting, path, "t"));
     EXPECT_EQ(path, "kept.std");
     EXPECT_FALSE(ToolkitPeekEvent(event));
@@ -143,21 +143,24 @@ TEST(ToolkitFiles, FilterAndExtensionOfASave) {
 TEST(ToolkitBoxes, QuietLastsToTheNextCommand) {
     ToldBackend backend;
     backend.box = {1, true};
-    EXPECT_EQ(WMessageBox(1, 2, 1, "one\rtwo", "ERROR"), 1);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "one\rtwo", "ERROR"), BoxOk);
     EXPECT_EQ(backend.linesAsked, (std::vector<std::string>{"one", "two"}));
     backend.box = {0, false};
-    EXPECT_EQ(WMessageBox(1, 2, 1, "three", "ERROR"), 1);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "three", "ERROR"), BoxOk);
     EXPECT_EQ(backend.boxes, 1);
-    EXPECT_EQ(WMessageBox(1, 2, 1, "data lost", "ERROR", BoxDuty::AlwaysShown), 0);
-    EXPECT_EQ(WMessageBox(1, 2, 1, "still quiet", "ERROR"), 1);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "data lost", "ERROR",
+                          BoxDuty::AlwaysShown),
+              BoxCancel);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "still quiet", "ERROR"), BoxOk);
     EXPECT_EQ(backend.boxes, 2);
     ToolkitEvent event;
     queueEvent({EventKey, 'x', 0, 0.0, 0.0});
     ToolkitNextEvent(event);
-    EXPECT_EQ(WMessageBox(1, 2, 1, "four", "ERROR"), 1) << "a key begins no command";
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "four", "ERROR"), BoxOk)
+        << "a key begins no command";
     queueEvent({EventMenu, Command::New, 0, 0.0, 0.0});
     ToolkitNextEvent(event);
-    EXPECT_EQ(WMessageBox(1, 2, 1, "five", "ERROR"), 0);
+    EXPECT_EQ(WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "five", "ERROR"), BoxCancel);
 }
 
 TEST(ToolkitRun, FailuresAndARememberedClose) {
@@ -192,14 +195,14 @@ TEST(ToolkitEvents, PositionsFollowTheViewInForceWhenFetched) {
     float y = 9.0F;
     int end = 0;
     backend.rubber = {EventMouseUp, 0.5, 0.25};
-    WGrInput(3, x, y, end);
+    WGrInput(RubberRectangle, x, y, end);
     EXPECT_EQ(end, EventMouseUp);
     EXPECT_EQ(x, 12.0F);
     EXPECT_EQ(y, 4.5F);
     x = 6.0F;
     y = 9.0F;
     backend.rubber = {EventClose, 0.0, 0.0};
-    WGrInput(3, x, y, end);
+    WGrInput(RubberRectangle, x, y, end);
     EXPECT_EQ(end, EventClose);
     ToolkitNextEvent(event);
     EXPECT_EQ(event.type, EventClose) << "put back for the loop";

@@ -38,7 +38,7 @@ TEST(ScriptedRun, AnUnreadableScenarioStartsNothing) {
 // A program that asks for a file and would leave a trace behind it.
 [[noreturn]] void chooseThenWrite(const std::string &scenario, const std::string &trace) {
     if (startScriptedRun(scenario, {"keldrin"}, std::cerr, std::cerr) == 0) {
-        WindowOpen(7, -1, -1, 100, 100);
+        WindowOpen(ResizableWindow, -1, -1, 100, 100);
         std::string path;
         ToolkitFileChooser("d|*.std|", ChooseExisting, path, "Open");
         putFile(trace, path);

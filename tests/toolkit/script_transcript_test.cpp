@@ -42,7 +42,7 @@ Played play(const std::string &scenario, const std::function<void()> &program) {
     Played played;
     try {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(7, -1, -1, 1000, 800);
+        WindowOpen(ResizableWindow, -1, -1, 1000, 800);
         program();
         played.code = ToolkitClose();
     } catch (const Stopped &stopped) {
@@ -198,7 +198,8 @@ TEST(ScriptTranscript, LinesThatDoNotFitEndTheRun) {
     const Played root = play("press 1090\n", [] { serveMenu(nothing); });
     EXPECT_EQ(root.transcript, "! 1: \"press 1090\" does not answer event\nend out-of-step\n");
     const Played box = play("menu New\nmenu Exit\n", [] {
-        serveMenu([](int) { WMessageBox(1, 2, 1, "a \"b\"\rc", "ERROR"); });
+        serveMenu(
+            [](int) { WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "a \"b\"\rc", "ERROR"); });
     });
     EXPECT_EQ(box.transcript, "> 1: menu New\n"
                               "ask box \"ERROR\" \"a \\\"b\\\"|c\"\n"
@@ -254,7 +255,7 @@ TEST(ScriptTranscript, StandingAnswersAndTheOrderOfChecks) {
     const auto program = [] {
         serveMenu([](int) {
             ToolkitTrace("info", "before");
-            WMessageBox(1, 2, 1, "trouble", "ERROR");
+            WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "trouble", "ERROR");
             ToolkitTrace("info", "after");
         });
     };
@@ -284,7 +285,7 @@ TEST(ScriptTranscript, StandingAnswersAndTheOrderOfChecks) {
 
 TEST(ScriptTranscript, AFailedCheckIsTheLeastOfTheCodes) {
     const auto program = [] {
-        serveMenu([](int) { WMessageBox(1, 2, 1, "a", "ERROR"); });
+        serveMenu([](int) { WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "a", "ERROR"); });
     };
     const Played played = play("expect *no such line*\nreject note x\nnote x\nreject note ?\n"
                                "menu Exit\n",
@@ -348,7 +349,7 @@ TEST(ScriptTranscript, TheMouse) {
                      }
                      if (event.type == EventMouseDown && event.value != 2 && event.value < 4) {
                          int end = 0;
-                         WGrInput(3, event.x, event.y, end);
+                         WGrInput(RubberRectangle, event.x, event.y, end);
                          seen << " to " << event.x << ' ' << event.y << " ended by " << end;
                      }
                      ToolkitTrace("note", seen.str());
@@ -409,7 +410,7 @@ TEST(ScriptTranscript, NoProgressEndsTheRun) {
     const Played played = play("auto box ok\nmenu New\n", [] {
         serveMenu([](int) {
             for (;;) {
-                WMessageBox(1, 2, 1, "again", "ERROR");
+                WMessageBox(BoxOkAndCancel, BoxErrorIcon, BoxOk, "again", "ERROR");
             }
         });
     });
