@@ -210,6 +210,9 @@ void drawDataPlot(const Presented &page) {
     drawZeroLine(panel);
     drawPoints(page.curves.observed, panel);
     drawCurve(page.curves.calculated, panel);
+    if (page.curves.observed.empty() && page.curves.calculated.time.empty()) {
+        drawNote(panel, "no data");
+    }
     CheckGraphicsError("Plot_Sounding: data");
 }
 
@@ -222,6 +225,9 @@ void drawResistivityPlot(const Presented &page) {
     PlotYAxis();
     drawPoints(page.curves.resistivity, panel);
     drawCurve(page.curves.calculatedResistivity, panel);
+    if (page.curves.resistivity.empty() && page.curves.calculatedResistivity.time.empty()) {
+        drawNote(panel, "no apparent resistivities");
+    }
     CheckGraphicsError("Plot_Sounding: apparent resistivity");
 }
 

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 #include <string>
@@ -61,6 +62,24 @@ TEST_F(HpglTest, AreasCannotBeFilledAndWriteNothing) {
     EXPECT_FALSE(page.canFill());
     page.fill(std::vector<PagePoint>{{0.0F, 0.0F}, {1.0F, 0.5F}, {0.5F, 1.0F}}, Colour::Red);
     EXPECT_THAT(drawn(), testing::IsEmpty());
+}
+
+TEST_F(HpglTest, NaturalLettersAreOneWidthAndKeepTheAnchorOfTheirText) {
+    page.naturalLetters(true);
+    for (const char *text : {"WW", "ll"}) { // wider and narrower than the pen's letters
+        page.textAnchor(1.0F);
+        page.text({0.5F, 0.5F}, text, 0.008F, 0.018F, 0.0F);
+    }
+    const std::vector<std::string> list = drawn();
+    const float em = 27.0F / 16.0F * 0.008F * 9600.0F;
+    const auto placeOf = [&](float told) {
+        return "PU" + std::to_string(std::lround(4800.0F + told * em - em)) + ",3600";
+    };
+    EXPECT_THAT(list, testing::Contains(placeOf(2.0F * 0.944F)));
+    EXPECT_THAT(list, testing::Contains(placeOf(2.0F * 0.222F)));
+    EXPECT_EQ(std::count_if(list.begin(), list.end(),
+                            [](const std::string &word) { return word.substr(0, 2) == "SI"; }),
+              1);
 }
 
 TEST_F(HpglTest, PensAreTakenOnlyWhenTheyChangeAndWhiteIsLeftOut) {

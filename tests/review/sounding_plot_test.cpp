@@ -5,7 +5,7 @@
 #include "page/plot.h"
 #include "page/surfaces/page_transcript.h"
 #include "page/surfaces/record_surface.h"
-#include "page/text_metrics.h"
+#include "recorded_page.h"
 #include "review/page_layout.h"
 #include "support/message_recorder.h"
 #include "toolkit/toolkit.h"
@@ -26,36 +26,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
-
-struct Box {
-    double left = 0.0;
-    double bottom = 0.0;
-    double right = 0.0;
-    double top = 0.0;
-};
-
-// What a text covers of the page, in cm; level or upright.
-Box boxOf(const RecordedItem &text) {
-    const auto height = static_cast<double>(text.characterHeight);
-    const double length =
-        static_cast<double>(textWidthInEms(text.text) * EmPerCharacterWidth * text.characterWidth);
-    const double above = static_cast<double>(CapitalHeight) * height;
-    const double below = static_cast<double>(DescenderDepth) * height;
-    const auto x = static_cast<double>(text.points[0].x);
-    const auto y = static_cast<double>(text.points[0].y);
-    return text.degrees == 0.0F ? Box{x, y - below, x + length, y + above}
-                                : Box{x - above, y, x + below, y + length};
-}
-
-bool overlap(const Box &a, const Box &b) {
-    return a.left < b.right && b.left < a.right && a.bottom < b.top && b.bottom < a.top;
-}
-
-bool isInside(const PagePoint &point, const PageFrame &frame) {
-    constexpr float hair = 1e-3F;
-    return point.x > frame.left - hair && point.x < frame.right + hair &&
-           point.y > frame.bottom - hair && point.y < frame.top + hair;
-}
 
 class SoundingPlotTest : public testing::Test {
   protected:
@@ -97,15 +67,7 @@ class SoundingPlotTest : public testing::Test {
     void draw() {
         EXPECT_EQ(Plot_Sounding(survey, limits, 1, "data/line1.std", "04/07/2021", "09:05:03"), 0);
     }
-    std::vector<std::string> texts() const {
-        std::vector<std::string> found;
-        for (const RecordedItem &item : page.items()) {
-            if (item.kind == RecordedItem::Kind::Text) {
-                found.push_back(item.text);
-            }
-        }
-        return found;
-    }
+    std::vector<std::string> texts() const { return textsOf(page); }
     // Lines with corners all inside a frame that are no ticks.
     std::vector<RecordedItem> curves(const PageFrame &frame) const {
         std::vector<RecordedItem> found;

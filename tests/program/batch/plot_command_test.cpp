@@ -103,6 +103,16 @@ TEST_F(PlotCommandTest, FormatsPagesAndDirectoryAreChosen) {
     EXPECT_THAT(files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg"));
 }
 
+TEST_F(PlotCommandTest, TheStyleOfTheSoundingsIsChosen) {
+    EXPECT_EQ(plot({"--style", "standard", "--soundings", "1", project()}).code, ExitOk);
+    EXPECT_THAT(fileContent(directory.path("a0001.svg")), HasSubstr("Blue dots = observed"));
+    EXPECT_EQ(plot({"--style", "presentation", "--soundings", "1", project()}).code, ExitOk);
+    EXPECT_THAT(fileContent(directory.path("a0001.svg")), HasSubstr("observed, 2 standard errors"));
+    const Outcome refused = plot({"--style", "fancy", project()});
+    EXPECT_EQ(refused.code, ExitUsage);
+    EXPECT_THAT(refused.err, HasSubstr("--style takes standard or presentation"));
+}
+
 TEST_F(PlotCommandTest, WordsThatCannotBeUsedPlotNothing) {
     const std::vector<std::vector<std::string>> cases = {
         {},
