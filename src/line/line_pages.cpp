@@ -2,16 +2,52 @@
 
 #include "line/page_commands.h"
 #include "line/plan_page.h"
+#include "line/profile_page.h"
+#include "line/section_page.h"
+#include "line/sounding_text.h"
+#include "review/survey_map.h"
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <string>
+#include <utility>
 
 namespace keldrin {
 
 namespace {
 
+// A page that was laid out, with its functions.
+template <auto draw, auto hitAt, auto hitText, class Page>
+LinePage linePageOf(const SurveyModel &survey, Page laidOut) {
+    const auto page = std::make_shared<const Page>(std::move(laidOut));
+    return {[page](int marked) { draw(*page, marked); },
+            [page](float x, float y) { return hitAt(*page, x, y).sounding; },
+            [page, &survey](float x, float y) {
+                const LineHit hit = hitAt(*page, x, y);
+                const std::string detail = hitText(*page, hit);
+                return detail.empty()
+                           ? soundingText(survey, hit.sounding)
+                           : "Station " + stationText(survey.sounding(hit.sounding).RxStn) + "   " +
+                                 detail;
+            }};
+}
+
+LinePage makeSectionPage(const SurveyModel &survey, const LineSettings &settings,
+                         std::string_view path) {
+    return linePageOf<drawSection, sectionHit, sectionText>(
+        survey, sectionPage(survey, settings.section, path, shownPageShape()));
+}
+
+LinePage makeProfilePage(const SurveyModel &survey, const LineSettings &settings,
+                         std::string_view path) {
+    return linePageOf<drawProfile, profileHit, profileText>(
+        survey, profilePage(survey, settings.profile, path));
+}
+
 constexpr std::array Kinds = {
+    LinePageKind{Command::Section, 'S', "Section", makeSectionPage, nullptr},
+    LinePageKind{Command::Profile, 'F', "Profile", makeProfilePage, nullptr},
     LinePageKind{Command::Plan, 'L', "Plan", makePlanPage, editPlanLimits},
 };
 

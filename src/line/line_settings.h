@@ -6,6 +6,8 @@ namespace keldrin {
 
 /// What the user has chosen for the pages of a line.
 struct LineSettings {
+    SectionLimits section = {};
+    ProfileLimits profile = {};
     PlanLimits plan = {};
 };
 

@@ -9,6 +9,7 @@ inline constexpr int View = 40009; ///< opens the menu of the pages
 inline constexpr int Section = 40010;
 inline constexpr int Profile = 40011;
 inline constexpr int Plan = 40012;
+inline constexpr int Export = 40013;
 } // namespace Command
 
 } // namespace keldrin

@@ -70,11 +70,9 @@ struct PlanPage {
 
 // Height over width of the map's frame, as it is seen.
 double frameShape(const PageFrame &frame) {
-    constexpr double shapeOfPage = 0.75;
-    const double page = ToolkitHasSurface() ? windowShape() : shapeOfPage;
     const auto width = static_cast<double>((frame.right - frame.left) / PageWidth);
     const auto height = static_cast<double>((frame.top - frame.bottom) / PageHeight);
-    return page * height / width;
+    return shownPageShape() * height / width;
 }
 
 bool holdsPlace(const PageFrame &frame, const Place &place) {
@@ -357,6 +355,16 @@ std::string oneDecimal(double value) {
     return Number_Text(value, "(F15.1)");
 }
 
+// The value that the dot of a sounding is coloured by.
+std::string valueText(const PlanPage &plan, int sounding) {
+    const auto found = std::find(plan.soundings.begin(), plan.soundings.end(), sounding);
+    const auto i = static_cast<std::size_t>(found - plan.soundings.begin());
+    if (plan.values.unit.empty() || !hasColour(plan.values.values[i])) {
+        return "";
+    }
+    return "   " + Number_Text(plan.values.values[i], "(1P,G14.4E2)") + " " + plan.values.unit;
+}
+
 std::string pointerText(const PlanPage &plan, float x, float y) {
     const PageFrame &frame = plan.frame;
     if (!holdsPlace(frame, {x, y}) || plan.isEmpty()) {
@@ -367,8 +375,8 @@ std::string pointerText(const PlanPage &plan, float x, float y) {
         const SoundingRecord &record = plan.survey.sounding(sounding);
         const std::string height =
             isPresent(record.Elevation) ? "   Elevation " + oneDecimal(record.Elevation) : "";
-        return soundingText(plan.survey, sounding) + "   East " + oneDecimal(record.East) +
-               "   North " + oneDecimal(record.North) + height + unit;
+        return soundingText(plan.survey, sounding) + valueText(plan, sounding) + "   East " +
+               oneDecimal(record.East) + "   North " + oneDecimal(record.North) + height + unit;
     }
     const auto part = [](float place, float start, float end) {
         return static_cast<double>((place - start) / (end - start));

@@ -54,25 +54,25 @@ AxisLimits roundResistivities(std::span<const float> values) {
 struct Quantity {
     std::string_view name;
     std::string_view label;
+    std::string_view unit;
     bool logarithmic;
     float (*valueOf)(const SurveyModel &, const SoundingRecord &, float depth);
     AxisLimits (*limitsOf)(std::span<const float> values);
 };
 
 constexpr std::array Quantities = {
-    Quantity{"none", "", false, nullptr, nullptr},
-    Quantity{"share of skipped windows", "Skipped windows (%)", false, skippedShare, allPercent},
-    Quantity{"misfit", "Misfit in units of the data errors", false, misfit, fromNothing},
-    Quantity{"resistivity at the depth", "Resistivity (ohm-m)", true, resistivity,
+    Quantity{"none", "", "", false, nullptr, nullptr},
+    Quantity{"share of skipped windows", "Skipped windows (%)", "", false, skippedShare,
+             allPercent},
+    Quantity{"misfit", "Misfit in units of the data errors", "", false, misfit, fromNothing},
+    Quantity{"resistivity at the depth", "Resistivity (ohm-m)", "ohm-m", true, resistivity,
              roundResistivities},
 };
 
-std::string labelOf(const Quantity &quantity, const SurveyModel &survey, float depth) {
-    std::string label(quantity.label);
-    if (quantity.valueOf == resistivity) {
-        label += " at " + messageNumber(depth) + " " + survey.control.LengthUnits.str();
-    }
-    return label;
+std::string atDepth(const Quantity &quantity, const SurveyModel &survey, float depth) {
+    return quantity.valueOf == resistivity
+               ? " at " + messageNumber(depth) + " " + survey.control.LengthUnits.str()
+               : "";
 }
 
 bool canBeShown(const AxisLimits &limits, bool logarithmic) {
@@ -99,7 +99,11 @@ PlanValues planValues(const SurveyModel &survey, const PlanLimits &limits,
         return {};
     }
     const Quantity &quantity = Quantities[asIndex(limits.quantity - 1)];
-    PlanValues shown = {labelOf(quantity, survey, limits.depth), quantity.logarithmic, {}, {}};
+    const std::string place = atDepth(quantity, survey, limits.depth);
+    PlanValues shown;
+    shown.label = std::string(quantity.label) + place;
+    shown.unit = quantity.unit.empty() ? "" : std::string(quantity.unit) + place;
+    shown.logarithmic = quantity.logarithmic;
     for (const int sounding : soundings) {
         shown.values.push_back(quantity.valueOf(survey, survey.sounding(sounding), limits.depth));
     }

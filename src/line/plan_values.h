@@ -16,6 +16,7 @@ std::vector<std::string> planQuantityNames();
 /// The values that the dots are coloured by, with the limits of the colours.
 struct PlanValues {
     std::string label = {}; ///< of the colour bar; blank: the dots are plain
+    std::string unit = {};  ///< of a value that nothing else tells; blank: there is none to tell
     bool logarithmic = false;
     AxisLimits limits = {};
     std::vector<float> values = {}; ///< by dot; missing where there is none

@@ -2,12 +2,11 @@
 
 #include "base/number_text.h"
 #include "base/real.h"
+#include "physics/data_fit.h"
 #include "projectfile/table_file.h"
-#include "review/sounding_plot_points.h"
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <span>
 
 namespace keldrin {
@@ -23,9 +22,8 @@ std::string skippedText(const SoundingRecord &sounding) {
 }
 
 std::string misfitText(const SurveyModel &survey, const SoundingRecord &sounding) {
-    const std::optional<float> misfit =
-        soundingCurves(sounding, survey.control.ErrorFloor).residual;
-    return misfit ? "   Residual " + Number_Text(*misfit, "(F14.2)") : "";
+    const float misfit = soundingFit(survey.control, sounding).misfit;
+    return isPresent(misfit) ? "   Misfit " + Number_Text(misfit, "(F14.2)") : "";
 }
 
 // Soundings of several transmitters may stand at one place.

@@ -11,7 +11,7 @@ namespace keldrin {
 std::string stationText(double station);
 
 /// What the pages of a line tell of a sounding, in one line: station, transmitter where several
-/// are there, skipped windows and misfit.
+/// are there, skipped windows, and the misfit in units of the data errors.
 /// sounding  ordinal from 1; blank for another number
 std::string soundingText(const SurveyModel &survey, int sounding);
 

@@ -62,7 +62,8 @@ void showPage(View &view, int command) {
 
 // What the dialog says stands in place of the hint.
 void editLimits(View &view) {
-    if (findLinePage(view.state.page)->editLimits(view.survey, view.state.settings)) {
+    const LinePageKind &kind = *findLinePage(view.state.page);
+    if (kind.editLimits != nullptr && kind.editLimits(view.survey, view.state.settings)) {
         makePage(view);
     }
 }
@@ -192,6 +193,7 @@ std::span<const ContextEntry> viewEntries() {
         for (const LinePageKind &kind : linePageKinds()) {
             made.push_back({kind.name, {&kind.key, 1}, kind.key});
         }
+        made.push_back({"Export...", "Ctrl+E", KeyWithCtrl | 'E'});
         return made;
     }();
     return entries;

@@ -13,6 +13,8 @@ namespace keldrin {
 
 namespace {
 
+constexpr double ShapeOfPage = 0.75;
+
 bool isKnown(double value) {
     return isPresent(value) && std::isfinite(value);
 }
@@ -107,10 +109,13 @@ void MapSpan::join(const std::vector<double> &values) {
 }
 
 double windowShape() {
-    constexpr double shapeOfPage = 0.75;
     const int width = ToolkitWindowInfo(WindowWidth);
     const int height = ToolkitWindowInfo(WindowHeight);
-    return width > 0 && height > 0 ? static_cast<double>(height) / width : shapeOfPage;
+    return width > 0 && height > 0 ? static_cast<double>(height) / width : ShapeOfPage;
+}
+
+double shownPageShape() {
+    return ToolkitHasSurface() ? windowShape() : ShapeOfPage;
 }
 
 MapExtent mapExtent(const MapPoints &soundings, const MapPoints &loop, double shape) {

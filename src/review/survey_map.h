@@ -66,4 +66,7 @@ MapExtent widenedTo(MapExtent map, double shape);
 /// Height over width of the root window's page, 0.75 without a window.
 double windowShape();
 
+/// Height over width of the page that is drawn on, the window's or that of a hardcopy.
+double shownPageShape();
+
 } // namespace keldrin

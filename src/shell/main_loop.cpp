@@ -15,6 +15,7 @@
 #include "screen/log_view.h"
 #include "screen/screen_messages.h"
 #include "shell/edit_configuration.h"
+#include "shell/export_dialog.h"
 #include "shell/invert.h"
 #include "shell/menu.h"
 #include "shell/new_model.h"
@@ -133,6 +134,10 @@ void commandPage(Shell &shell) {
     shell.view.isNew = true;
 }
 
+void commandExport(Shell &shell) {
+    exportProject(shell.model, shell.ProjectPath);
+}
+
 // The page stays until the user leaves it, whatever else is done meanwhile.
 // returns  true when a command of the menu is the next event
 bool serveLinePage(Shell &shell) {
@@ -167,6 +172,9 @@ constexpr std::array Commands = {
     MenuCommand{Command::Invert, commandInvert},
     MenuCommand{Command::Review, commandReview},
     MenuCommand{Command::Exit, commandExit},
+    MenuCommand{Command::Section, commandPage<Command::Section>},
+    MenuCommand{Command::Profile, commandPage<Command::Profile>},
+    MenuCommand{Command::Export, commandExport},
     MenuCommand{Command::Plan, commandPage<Command::Plan>},
 };
 

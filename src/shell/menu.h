@@ -21,7 +21,7 @@ inline constexpr int Save = 40008;
 } // namespace Command
 
 /// The menu bar from left to right. What is greyed at the start needs soundings.
-inline constexpr std::array<MenuEntry, 10> MenuEntries = {{
+inline constexpr std::array<MenuEntry, 13> MenuEntries = {{
     {Command::New, "&New", "Read dB/dt data and build new *.std file.", false, KeyWithCtrl | 'N'},
     {Command::Open, "&Open", "Open existing *.std (and *.m1d) file.", false, KeyWithCtrl | 'O'},
     {Command::Save, "&Save", "Save KELDRIN inversion files.", false, KeyWithCtrl | 'S'},
@@ -32,7 +32,13 @@ inline constexpr std::array<MenuEntry, 10> MenuEntries = {{
     {Command::Invert, "&Invert", "Invert dBz/dt to smoothly varying model.", true},
     {Command::Review, "&Review Data", "Review dB/dt data and inversion model.", true},
     {Command::View, "&View", "Show the line as a whole.", false},
+    {Command::Section, "&Section", "Show the line's resistivities by depth and by time.", true, 'S',
+     Command::View},
+    {Command::Profile, "Pro&file", "Show the line's dB/dt window by window.", true, 'F',
+     Command::View},
     {Command::Plan, "P&lan", "Show the stations of the line on a map.", true, 'L', Command::View},
+    {Command::Export, "&Export...", "Write the line as files of other programs.", true,
+     KeyWithCtrl | 'E', Command::View},
     {Command::Exit, "E&xit", "Exit program", false, KeyWithCtrl | 'Q'},
 }};
 
