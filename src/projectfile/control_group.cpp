@@ -250,4 +250,14 @@ GroupStatus readControlGroup(LineReader &reader, ControlGroup &group, std::strin
     return closed ? GroupStatus::Read : GroupStatus::EndOfFile;
 }
 
+char quoteFor(std::string_view text, char preferred) {
+    const auto survivesIn = [text](char quote) {
+        const std::string written = quote + std::string(text) + quote;
+        Cursor cursor{written};
+        return takeText(cursor, {}) == text;
+    };
+    const char other = preferred == '"' ? '\'' : '"';
+    return !survivesIn(preferred) && survivesIn(other) ? other : preferred;
+}
+
 } // namespace keldrin

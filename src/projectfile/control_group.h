@@ -4,6 +4,7 @@
 #include "projectfile/control_table.h"
 
 #include <string>
+#include <string_view>
 
 namespace keldrin {
 
@@ -35,5 +36,9 @@ enum class GroupStatus {
 /// Reads one group; values stand as far as they were parsed.
 /// faultyLine  out: the line that is Faulty
 GroupStatus readControlGroup(LineReader &reader, ControlGroup &group, std::string &faultyLine);
+
+/// The quote in which a text is written: `preferred`, unless the reader would end the text before
+/// its end there and not in the other quote, as in `the "old" ! line`.
+char quoteFor(std::string_view text, char preferred);
 
 } // namespace keldrin

@@ -4,6 +4,7 @@
 #include "base/number_text.h"
 #include "base/safe_writer.h"
 #include "base/version.h"
+#include "projectfile/control_group.h"
 #include "projectfile/control_table.h"
 
 #include <span>
@@ -121,7 +122,8 @@ std::string numberText(int value, const HeadItem & /*item*/) {
     return std::to_string(value);
 }
 
-void appendText(std::string &out, std::string_view text, char quote) {
+void appendText(std::string &out, std::string_view text, char preferred) {
+    const char quote = quoteFor(text, preferred);
     out += quote;
     out += text;
     out += quote;

@@ -77,6 +77,22 @@ class ProjectFile : public ProjectCase {
     }
 };
 
+TEST_F(ProjectFile, TextsThatTheirQuoteWouldEndAreWrittenInTheOther) {
+    model = fullModel();
+    model.control.JobName = "the \"old\"  ! line";
+    model.control.JobArea = "north of \"Tarn\" /";
+    model.control.JobBy = "a \" TxFreq=3";
+    model.control.Header[1] = "it's 'new' ! today";
+    EXPECT_THAT(written(), testing::HasSubstr("JobName='the \"old\"  ! line'\n"));
+    SurveyModel again;
+    ASSERT_EQ(STD_File_Read(again, path), 0);
+    EXPECT_EQ(again.control.JobName, model.control.JobName);
+    EXPECT_EQ(again.control.JobArea, model.control.JobArea);
+    EXPECT_EQ(again.control.JobBy, model.control.JobBy);
+    EXPECT_EQ(again.control.Header[1], model.control.Header[1]);
+    EXPECT_NEAR(again.control.TxFreq, model.control.TxFreq, 0.01) << "no text set it";
+}
+
 TEST_F(ProjectFile, WrittenFormToTheByte) {
     model = fullModel();
     EXPECT_EQ(written(),
