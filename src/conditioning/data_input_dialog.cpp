@@ -1,7 +1,9 @@
 #include "conditioning/data_input_dialog.h"
 
 #include "base/index.h"
+#include "base/number_text.h"
 #include "conditioning/unread_fields.h"
+#include "messages/message_log.h"
 #include "screen/graphics_errors.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/toolkit.h"
@@ -29,6 +31,8 @@ std::vector<std::string> lineLabels(const DataInputAnswers &answers) {
     return labels;
 }
 
+constexpr double LeastArea = 0.1; ///< m^2
+
 template <std::size_t axis>
 constexpr ControlSpec area(int id, std::string_view label, std::string_view name) {
     return {.id = id,
@@ -36,7 +40,7 @@ constexpr ControlSpec area(int id, std::string_view label, std::string_view name
             .label = label,
             .format = "(1P,G14.4E1)",
             .unit = "m^2",
-            .limits = {0.1, 9.9E9},
+            .limits = {LeastArea, 9.9E9},
             .field = fieldOf<&DataInputAnswers::scaling, &LineScaling::RxAreaXYZ, axis>(),
             .name = name};
 }
@@ -109,6 +113,18 @@ void showScaling(DataInputAnswers &answers) {
     holdIncrements(answers.scaling, 0.001);
 }
 
+/// An area that the file gives and no coil has.
+void warnOfSmallArea(const LineScaling &given, const LineScaling &taken) {
+    for (std::size_t axis = 0; axis < ComponentAxes; ++axis) {
+        if (given.RxAreaXYZ[axis] < static_cast<float>(LeastArea)) {
+            ReportWarning({"WARNING: The area of the receiver coil is given as " +
+                               messageNumber(given.RxAreaXYZ[axis]) + " m^2",
+                           "It is taken as " + messageNumber(taken.RxAreaXYZ[axis]) + " m^2"});
+            return;
+        }
+    }
+}
+
 } // namespace
 
 const DialogForm<DataInputAnswers> DataInputDialog = DialogSpec{
@@ -152,6 +168,7 @@ int VerifyDataInput(SurveyModel &model) {
     keepScaling();
     unread.insert(unread.end(), answer.unread.begin(), answer.unread.end());
     reportUnreadFields(unread);
+    warnOfSmallArea(scalingOf(model.lines, lines.SelectedLine), answers.scaling);
     model.lines = lines;
     selectLine(model, lines.SelectedLine);
     return 0;

@@ -73,6 +73,9 @@ TEST_F(DataInputDialogTest, ValuesAreHeldInTheirLimitsAndUntouchedOnesStayExact)
     EXPECT_EQ(model.preset.StnRescaleQdr.increment, 0.01);
     EXPECT_EQ(model.preset.StnRescaleClient.increment, 0.01);
     EXPECT_THAT(unreadTold(), ElementsAre());
+    EXPECT_THAT(messages.warnings,
+                ElementsAre("WARNING: The area of the receiver coil is given as 1e-06 m^2|"
+                            "It is taken as 0.1 m^2"));
 }
 
 TEST_F(DataInputDialogTest, UnreadableFieldsOfEveryLineThatWasShownAreTold) {
