@@ -1,5 +1,7 @@
+#include "line/section_page.h"
 #include "page/drawing.h"
 #include "page/surfaces/hpgl_surface.h"
+#include "page/surfaces/page_list.h"
 #include "page/surfaces/record_surface.h"
 #include "page/surfaces/svg_surface.h"
 #include "page/surfaces/wmf_surface.h"
@@ -80,6 +82,30 @@ BENCHMARK_TEMPLATE(drawSounding, RecordSurface)->Args({30, 20})->Args({MaxWindow
 BENCHMARK_TEMPLATE(drawSounding, SvgSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
 BENCHMARK_TEMPLATE(drawSounding, HpglSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
 BENCHMARK_TEMPLATE(drawSounding, WmfSurface)->Args({30, 20})->Args({MaxWindows, MaxLayers});
+
+/// A section of a full line of soundings with models, laid out and drawn.
+template <class Page>
+void drawFullSection(benchmark::State &state) {
+    SurveyModel survey =
+        surveyOf(2048, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    double station = 0.0;
+    for (SoundingRecord &sounding : survey.soundings()) {
+        sounding.Station = station += 25.0;
+        sounding.Rsns.fill(10.0F);
+    }
+    Page page;
+    selectSurface(&page);
+    for (auto _ : state) {
+        page.begin(PageWidthCm, PageHeightCm);
+        benchmark::DoNotOptimize(drawSection(sectionPage(survey, {}, "line1.std")));
+        benchmark::DoNotOptimize(page.end());
+    }
+    selectSurface(nullptr);
+}
+BENCHMARK_TEMPLATE(drawFullSection, RecordSurface)->Args({30, 26})->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(drawFullSection, PageList)->Args({30, 26})->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(drawFullSection, SvgSurface)->Args({30, 26})->Unit(benchmark::kMillisecond);
+BENCHMARK_TEMPLATE(drawFullSection, WmfSurface)->Args({30, 26})->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace keldrin

@@ -1,3 +1,4 @@
+#include "line/section_page.h"
 #include "model/survey_model.h"
 #include "page/surfaces/surface.h"
 #include "review/review_loop.h"
@@ -65,6 +66,32 @@ void reviewStep(benchmark::State &state) {
     ToolkitClose();
 }
 BENCHMARK(reviewStep)->Unit(benchmark::kMillisecond)->UseManualTime();
+
+/// A section of 2048 soundings with models, drawn on the window and painted.
+void showFullSection(benchmark::State &state) {
+    constexpr int soundings = 2048;
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(7, -1, -1, 1062, 850);
+    SurveyModel example;
+    std::string path = Project;
+    OpenProject(example, path);
+    SurveyModel model;
+    model.control = example.control;
+    for (int i = 0; i < soundings; ++i) {
+        SoundingRecord sounding = example.sounding(1 + i % example.SoundingCount);
+        sounding.East = 25.0 * i;
+        sounding.North = 0.0;
+        model.hTrn.push_back(sounding);
+    }
+    model.SoundingCount = soundings;
+    for (auto _ : state) {
+        drawSection(sectionPage(model, {}, path));
+        backend.window().canvas().repaint();
+    }
+    ToolkitClose();
+}
+BENCHMARK(showFullSection)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 } // namespace keldrin

@@ -19,6 +19,17 @@ namespace {
 constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
 constexpr float TickLength = 0.25F;                          // of the character height
 
+// The smallest of 1, 2 or 5 times a power of ten by which at most so many of a count are taken.
+std::size_t roundStride(std::size_t count, std::size_t most) {
+    for (std::size_t decade = 1;; decade *= 10) {
+        for (const std::size_t stride : {decade, 2 * decade, 5 * decade}) {
+            if ((count + stride - 1) / stride <= most) {
+                return stride;
+            }
+        }
+    }
+}
+
 } // namespace
 
 std::string lineNumberText(double value) {
@@ -84,15 +95,22 @@ void setUpLinePlot(const PageFrame &frame, const Stretch &distances, double bott
 }
 
 void drawStations(std::span<const LineColumn> columns, std::span<const std::string> stations) {
-    constexpr std::size_t mostTicks = 200;
-    const std::size_t stride = columns.size() / mostTicks + 1;
+    constexpr std::size_t mostTicks = 250;
+    selectTextSize(NumberSize);
+    float widest = 0.0F;
+    for (const std::string &station : stations) {
+        widest = std::max(widest, ToolkitTextWidth(station + "0"));
+    }
+    const auto room =
+        static_cast<std::size_t>((SectionRight - SectionLeft) / std::max(widest, 0.1F));
+    const std::size_t labelled = roundStride(columns.size(), std::max<std::size_t>(room, 1));
+    const std::size_t ticked = columns.size() <= mostTicks ? 1 : labelled;
     std::vector<float> places;
     std::vector<std::string> labels;
-    for (std::size_t i = 0; i < columns.size(); i += stride) {
+    for (std::size_t i = 0; i < columns.size(); i += ticked) {
         places.push_back(static_cast<float>((columns[i].left + columns[i].right) / 2.0));
-        labels.push_back(stations[i]);
+        labels.push_back(i % labelled == 0 ? stations[i] : "");
     }
-    selectTextSize(NumberSize);
     PlotTickPositions(places.data(), static_cast<int>(places.size()));
     PlotTickLabels(labels);
     PlotXAxisTop();

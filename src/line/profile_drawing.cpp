@@ -138,7 +138,9 @@ void drawTimeLabels(const ProfilePage &page) {
 }
 
 std::string choiceText(int every) {
-    return every == 1 ? "All windows" : "One window in " + std::to_string(every);
+    return every == 0   ? "Chosen windows"
+           : every == 1 ? "All windows"
+                        : "One window in " + std::to_string(every);
 }
 
 } // namespace

@@ -80,14 +80,30 @@ ProfileCurve curveOf(const SurveyModel &survey, std::span<const LineColumn> colu
     return curve;
 }
 
-void addCurves(ProfilePage &page, const SurveyModel &survey, int every) {
+// Indices of the windows that have curves.
+std::vector<std::size_t> chosenWindows(std::size_t windows, const ProfileLimits &limits,
+                                       ProfilePage &page) {
     constexpr std::size_t most = 10;
+    std::vector<std::size_t> chosen;
+    for (const int window : windowList(limits.windows)) {
+        chosen.push_back(static_cast<std::size_t>(window - 1));
+    }
+    page.every = 0;
+    if (chosen.empty()) {
+        const std::size_t own = std::max<std::size_t>((windows + most - 1) / most, 1);
+        const std::size_t step = limits.every > 0 ? static_cast<std::size_t>(limits.every) : own;
+        page.every = static_cast<int>(step);
+        for (std::size_t k = 0; k < windows; k += step) {
+            chosen.push_back(k);
+        }
+    }
+    return chosen;
+}
+
+void addCurves(ProfilePage &page, const SurveyModel &survey, const ProfileLimits &limits) {
     const std::vector<float> times = windowTimes(survey, page.columns);
-    const auto step =
-        every > 0 ? static_cast<std::size_t>(every) : (times.size() + most - 1) / most;
-    page.every = static_cast<int>(std::max<std::size_t>(step, 1));
-    for (std::size_t k = 0; k < times.size(); k += static_cast<std::size_t>(page.every)) {
-        if (isTime(times[k])) {
+    for (const std::size_t k : chosenWindows(times.size(), limits, page)) {
+        if (k < times.size() && isTime(times[k])) {
             page.curves.push_back(curveOf(survey, page.columns, times, k));
         }
     }
@@ -137,7 +153,7 @@ ProfilePage profilePage(const SurveyModel &survey, const ProfileLimits &limits,
         page.left = left;
         page.right = right;
     }
-    addCurves(page, survey, limits.every);
+    addCurves(page, survey, limits);
     setData(page, limits);
     return page;
 }

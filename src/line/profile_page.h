@@ -39,7 +39,7 @@ struct ProfilePage {
     PageFrame frame;
     float bottom = 0.0F; ///< limits of the data, ArcSinh
     float top = 1.0F;
-    int every = 1;                    ///< the curves are of every n-th window
+    int every = 1;                    ///< the curves are of every n-th window; 0: of a list
     std::vector<ProfileCurve> curves; ///< by time
 };
 

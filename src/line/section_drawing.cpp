@@ -86,7 +86,7 @@ void drawTimes(const SectionPage &page, int marked) {
     drawCells(page, page.windows);
     finish(page, page.times, "Time (msec)", marked);
     drawStations(page.columns, page.stations);
-    constexpr float gap = 0.3F;
+    constexpr float gap = 0.8F;
     selectTextSize(NumberSize);
     const PageFrame &frame = page.times.frame;
     ToolkitDrawText(frame.left - gap - ToolkitTextWidth("Station"), frame.top + 0.17F, "Station");

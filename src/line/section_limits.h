@@ -1,6 +1,9 @@
 #pragma once
 
 #include <span>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace keldrin {
 
@@ -26,10 +29,15 @@ struct SectionLimits {
 
 /// What the user chooses of a profile page, see SectionLimits.
 struct ProfileLimits {
-    int every = 0; ///< a curve for every n-th window, from the first; 0: the page chooses
+    int every = 0;       ///< a curve for every n-th window, from the first; 0: the page chooses
+    std::string windows; ///< in place of these a list such as "1-5,9", see windowList()
     bool setData = false;
     AxisLimits data = {0.0F, 1.0e4F}; ///< dB/dt
 };
+
+/// The windows of a list, rising, each once: ordinals up to MaxWindows and ranges of them with
+/// commas between. Empty for any other text.
+std::vector<int> windowList(std::string_view list);
 
 /// Round limits, 1, 2 or 5 times a power of ten, that hold values from the 2nd to the 98th
 /// percentile; nearest rank. At least a factor of ten apart. 1 to 1000 without values.

@@ -70,9 +70,10 @@ void addWindows(SectionPage &page, int column, const SoundingRecord &sounding) {
     }
 }
 
+// Missing where it is none that the earth has, in metres or feet.
 double elevationOf(const SoundingRecord &sounding) {
-    return isPresent(sounding.Elevation) && std::isfinite(sounding.Elevation) ? sounding.Elevation
-                                                                              : MissingValue;
+    constexpr double farthest = 1.0e6;
+    return std::fabs(sounding.Elevation) < farthest ? sounding.Elevation : MissingValue;
 }
 
 // Downward from the ground; layers below the depth that the data see are faded.

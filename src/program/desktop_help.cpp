@@ -19,8 +19,8 @@ constexpr std::array Usage = {
               "Opens the window. FILE is a project (*.std), shown with the layered models (*.m1d) "
               "beside it, or field data (*.avg, *.z, *.amr, *.tem, *.dat), of which a project is "
               "made. A name without a point receives .std. Without FILE the program asks for one."},
-    HelpEntry{"keldrin --export FORMATS [--soundings LIST] [--style STYLE] [--plan] [--all-in-one] "
-              "[--out DIR] PROJECT...",
+    HelpEntry{"keldrin --export FORMATS [--soundings LIST] [--style STYLE] [--plan] [--profile] "
+              "[--section] [--all-in-one] [--out DIR] PROJECT...",
               "Writes the plots of the soundings of each project (*.std), beside it or in DIR, as "
               "BASE0001.png and so on. Opens no window and needs no display. Projects are not "
               "changed."},
@@ -41,6 +41,10 @@ constexpr std::array Options = {
         "Style of the soundings' pages: standard, which is the default, or presentation, with "
         "an axis for each quantity, misfits, errors of the model and depth of the data."},
     HelpEntry{"--plan", "Plot the map of the survey too, as BASE_plan.png."},
+    HelpEntry{"--profile", "Plot dB/dt of windows along the line too, as BASE_profile.png."},
+    HelpEntry{"--section",
+              "Plot the section too, as BASE_section.png: apparent resistivities, models and their "
+              "misfit along the line. hpgl cannot show it."},
     HelpEntry{"--all-in-one", "Put all pages of a project into one PDF, BASE.pdf."},
     HelpEntry{"--out DIR", "Directory of the plot files; it is made if need be."},
     HelpEntry{"--drive SCENARIO", "Play a scenario in the window."},

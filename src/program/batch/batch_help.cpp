@@ -30,14 +30,17 @@ constexpr std::array Usage = {
         "BASE.dat holds field data. vtk: the models as a curtain along the line in BASE.vtk. "
         "Skipped windows keep their data and have the flag 1. One line of output tells "
         "soundings, windows, layers and files. The exit code is 1 if any failed."},
-    HelpEntry{"keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--style STYLE] "
-              "[--plan] [--out DIR] PROJECT...",
-              "Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg "
-              "and so on (.hpg for hpgl, .wmf for wmf). LIST is all, which is the default, or "
-              "ordinals such as 1-5,9, or none. STYLE is standard, which is the default, or "
-              "presentation: an axis for each quantity, misfits, errors of the model and depth of "
-              "the data. --plan adds the map of the survey, "
-              "BASE_plan.svg. Projects are not changed."},
+    HelpEntry{
+        "keldrin-batch plot [--format svg,hpgl,wmf] [--soundings LIST] [--style STYLE] "
+        "[--plan] [--profile] [--section] [--out DIR] PROJECT...",
+        "Plots the soundings of each project (*.std), beside it or in DIR, as BASE0001.svg "
+        "and so on (.hpg for hpgl, .wmf for wmf). LIST is all, which is the default, or "
+        "ordinals such as 1-5,9, or none. STYLE is standard, which is the default, or "
+        "presentation: an axis for each quantity, misfits, errors of the model and depth of "
+        "the data. --plan adds the map of the survey, "
+        "BASE_plan.svg, --profile the windows along the line, BASE_profile.svg, and --section "
+        "the section of the line, BASE_section.svg, which hpgl cannot show. Projects are not "
+        "changed."},
     HelpEntry{"keldrin-batch skip [--first N] [--last N] [--error on|off] [--cutoff PERCENT] "
               "[--negative on|off] [--slope on|off] PROJECT...",
               "Flags windows of each project (*.std) by the rules of Auto Skip, in place of all "

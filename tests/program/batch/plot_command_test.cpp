@@ -101,6 +101,9 @@ TEST_F(PlotCommandTest, FormatsPagesAndDirectoryAreChosen) {
 
     EXPECT_EQ(plot({"--plan", "--soundings", "none", project()}).code, ExitOk);
     EXPECT_THAT(files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg"));
+    EXPECT_EQ(plot({"--section", "--profile", "--soundings", "none", project()}).code, ExitOk);
+    EXPECT_THAT(files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg", "a_section.svg",
+                                              "a_profile.svg"));
 }
 
 TEST_F(PlotCommandTest, TheStyleOfTheSoundingsIsChosen) {

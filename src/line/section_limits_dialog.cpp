@@ -1,0 +1,231 @@
+#include "line/section_limits_dialog.h"
+
+#include "base/ascii.h"
+#include "base/real.h"
+#include "conditioning/unread_fields.h"
+#include "page/colour_scales.h"
+#include "toolkit/control_ids.h"
+#include "toolkit/dialog_form.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+
+constexpr std::string_view FourDigits = "(1P,G12.4E1)";
+constexpr std::string_view OneDecimal = "(F12.1)";
+constexpr std::string_view TwoDecimals = "(F12.2)";
+
+/// What dialog 131 shows and changes.
+struct SectionAnswers {
+    SectionLimits limits;
+    std::string heightTitle;
+};
+
+/// What dialog 132 shows and changes.
+struct ProfileAnswers {
+    ProfileLimits limits;
+    std::string dataTitle;
+};
+
+std::string heightTitle(const SectionAnswers &answers) {
+    return answers.heightTitle;
+}
+
+std::string dataTitle(const ProfileAnswers &answers) {
+    return answers.dataTitle;
+}
+
+std::vector<std::string> colourNames(const SectionAnswers & /*answers*/) {
+    std::vector<std::string> names;
+    for (const ColourScale &scale : colourScales()) {
+        names.emplace_back(scale.name);
+    }
+    return names;
+}
+
+// A field does not accept what its axis cannot show.
+template <bool aboveZero>
+bool takeEnd(float &end, const FieldValue &value) {
+    const auto typed = static_cast<float>(std::get<double>(value));
+    const bool accepted = std::isfinite(typed) && (!aboveZero || typed > 0.0F);
+    end = accepted ? typed : end;
+    return accepted;
+}
+
+bool takeWindows(std::string &windows, const FieldValue &value) {
+    const auto &typed = std::get<std::string>(value);
+    const bool accepted = trimBlanks(typed).empty() || !windowList(typed).empty();
+    windows = accepted ? std::string(trimBlanks(typed)) : windows;
+    return accepted;
+}
+
+constexpr ControlSpec group(int id, std::string_view label, FieldAccess field = {}) {
+    return {.id = id, .label = label, .field = field, .look = StaticLook::GroupTitle};
+}
+
+constexpr ControlSpec choice(int id, FieldAccess field) {
+    return {.id = id, .kind = Check, .label = "Set by hand", .field = field};
+}
+
+constexpr ControlSpec limit(int id, std::string_view format, std::string_view label,
+                            std::string_view name, FieldAccess field) {
+    return {.id = id,
+            .kind = Real,
+            .label = label,
+            .format = format,
+            .field = field,
+            .name = name,
+            .sameRow = true};
+}
+
+constexpr auto Section = &SectionAnswers::limits;
+constexpr auto Profile = &ProfileAnswers::limits;
+constexpr auto High = &AxisLimits::high;
+constexpr auto Low = &AxisLimits::low;
+constexpr auto Resistivity = &SectionLimits::resistivity;
+constexpr auto Time = &SectionLimits::time;
+constexpr auto Height = &SectionLimits::height;
+constexpr auto Data = &ProfileLimits::data;
+
+namespace section {
+using namespace SectionLimitsControl;
+constexpr std::array Controls = {
+    group(4011, "Resistivity (ohm-m)"),
+    choice(SetResistivity, fieldOf<Section, &SectionLimits::setResistivity>()),
+    limit(ResistivityHigh, FourDigits, "maximum", "Resistivity maximum",
+          fieldTakenBy<takeEnd<true>, Section, Resistivity, High>()),
+    limit(ResistivityLow, FourDigits, "minimum", "Resistivity minimum",
+          fieldTakenBy<takeEnd<true>, Section, Resistivity, Low>()),
+    ControlSpec{.id = Colours,
+                .kind = List,
+                .label = "Colours",
+                .field = fieldOf<Section, &SectionLimits::colours>(),
+                .entries = givenBy<colourNames>()},
+    group(4012, "Time (msec)"),
+    choice(SetTime, fieldOf<Section, &SectionLimits::setTime>()),
+    limit(TimeHigh, FourDigits, "maximum", "Time maximum",
+          fieldTakenBy<takeEnd<true>, Section, Time, High>()),
+    limit(TimeLow, FourDigits, "minimum", "Time minimum",
+          fieldTakenBy<takeEnd<true>, Section, Time, Low>()),
+    group(4013, "Elevation", shownBy<heightTitle>()),
+    choice(SetHeight, fieldOf<Section, &SectionLimits::setHeight>()),
+    limit(HeightHigh, OneDecimal, "maximum", "Elevation maximum",
+          fieldTakenBy<takeEnd<false>, Section, Height, High>()),
+    limit(HeightLow, OneDecimal, "minimum", "Elevation minimum",
+          fieldTakenBy<takeEnd<false>, Section, Height, Low>()),
+    ControlSpec{.id = SetExaggeration,
+                .kind = Check,
+                .label = "Set the vertical exaggeration, by the minimum",
+                .field = fieldOf<Section, &SectionLimits::setExaggeration>()},
+    limit(Exaggeration, TwoDecimals, "", "Vertical exaggeration",
+          fieldTakenBy<takeEnd<true>, Section, &SectionLimits::exaggeration>()),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+};
+} // namespace section
+
+constexpr DialogForm<SectionAnswers> SectionDialog = DialogSpec{
+    .number = 131,
+    .caption = "Set section limits",
+    .defaultButton = ButtonContinue,
+    .controls = section::Controls,
+    .place = DialogPlace::LowerRight,
+};
+
+namespace profile {
+using namespace ProfileLimitsControl;
+constexpr std::array Controls = {
+    ControlSpec{.id = Every,
+                .kind = Integer,
+                .label = "One window in (0: as many as can be read)",
+                .limits = {0.0, static_cast<double>(MaxWindows)},
+                .field = fieldOf<Profile, &ProfileLimits::every>(),
+                .name = "One window in"},
+    ControlSpec{.id = Windows,
+                .kind = Text,
+                .label = "Windows in place of these, such as 1-5,9",
+                .length = 128,
+                .field = fieldTakenBy<takeWindows, Profile, &ProfileLimits::windows>(),
+                .name = "Windows"},
+    group(4011, "dB/dt", shownBy<dataTitle>()),
+    choice(SetData, fieldOf<Profile, &ProfileLimits::setData>()),
+    limit(DataHigh, FourDigits, "maximum", "dB/dt maximum",
+          fieldTakenBy<takeEnd<false>, Profile, Data, High>()),
+    limit(DataLow, FourDigits, "minimum", "dB/dt minimum",
+          fieldTakenBy<takeEnd<false>, Profile, Data, Low>()),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+};
+} // namespace profile
+
+constexpr DialogForm<ProfileAnswers> ProfileDialog = DialogSpec{
+    .number = 132,
+    .caption = "Set profile limits",
+    .defaultButton = ButtonContinue,
+    .controls = profile::Controls,
+    .place = DialogPlace::LowerRight,
+};
+
+void setInOrder(AxisLimits &limits) {
+    if (limits.low > limits.high) {
+        std::swap(limits.low, limits.high);
+    }
+}
+
+// A depth is a height below 0; 0 has no sign.
+AxisLimits limitsOf(const SectionPlot &plot) {
+    const auto [low, high] = std::minmax(plot.bottom, plot.top);
+    return {static_cast<float>(low), static_cast<float>(high)};
+}
+
+} // namespace
+
+bool askSectionLimits(const SectionPage &page, SectionLimits &limits) {
+    SectionAnswers answers = {limits, page.hasElevations
+                                          ? "Elevation (" + page.lengthUnits + ")"
+                                          : "Depth (" + page.lengthUnits + "), downward negative"};
+    SectionLimits &shown = answers.limits;
+    shown.resistivity = page.resistivity;
+    shown.time = limitsOf(page.times);
+    if (page.heights) {
+        shown.height = limitsOf(*page.heights);
+        shown.exaggeration = static_cast<float>(page.exaggeration);
+    }
+    const DialogAnswer answer = askDialog(SectionDialog, answers);
+    if (!answer.confirmed()) {
+        return false;
+    }
+    setInOrder(shown.resistivity);
+    setInOrder(shown.time);
+    setInOrder(shown.height);
+    limits = shown;
+    reportUnreadFields(answer.unread);
+    return true;
+}
+
+bool askProfileLimits(const ProfilePage &page, ProfileLimits &limits) {
+    ProfileAnswers answers = {limits, "dB/dt (" + page.dataUnits + ")"};
+    answers.limits.data = {std::sinh(page.bottom), std::sinh(page.top)};
+    if (limits.setData) {
+        answers.limits.data = limits.data; // as typed, not by way of the axis
+    }
+    const DialogAnswer answer = askDialog(ProfileDialog, answers);
+    if (!answer.confirmed()) {
+        return false;
+    }
+    setInOrder(answers.limits.data);
+    limits = answers.limits;
+    reportUnreadFields(answer.unread);
+    return true;
+}
+
+} // namespace keldrin
