@@ -245,8 +245,15 @@ bool fillAreaIn(const ClipRectangle &rectangle, std::vector<ClipPoint> corners, 
     if (!ToolkitFillsAreas()) {
         return false;
     }
+    const bool inside = std::all_of(corners.begin(), corners.end(), [&](const ClipPoint &corner) {
+        return rectangle.holds(corner.x, corner.y);
+    });
+    if (!inside) {
+        corners = clipPolygon(rectangle, std::move(corners));
+    }
     std::vector<PagePoint> shown;
-    for (const ClipPoint &corner : clipPolygon(rectangle, std::move(corners))) {
+    shown.reserve(corners.size());
+    for (const ClipPoint &corner : corners) {
         shown.push_back(pagePoint(corner.x, corner.y));
     }
     if (!shown.empty()) {
