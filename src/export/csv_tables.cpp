@@ -54,7 +54,7 @@ struct AppendCell {
 /// One of the three tables: keys of the sounding, then keys and values of what it has a row for.
 class CsvTable {
   public:
-    CsvTable(FieldOf rows, const ControlValues &control) : rows_(rows) {
+    CsvTable(FieldOf rows, const ControlValues &control) {
         for (const bool keys : {true, false}) {
             for (const ExportField &field : exportFields()) {
                 const bool belongs = field.of == rows || (keys && field.of == FieldOf::Sounding);
@@ -90,7 +90,6 @@ class CsvTable {
         }
     }
 
-    FieldOf rows_;
     std::vector<const ExportField *> fields_;
     std::string text_;
 };

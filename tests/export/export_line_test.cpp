@@ -17,7 +17,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 constexpr std::array AllFormats = {ExportFormat::Csv, ExportFormat::Gdf2, ExportFormat::Vtk};
