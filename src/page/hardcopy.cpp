@@ -263,6 +263,18 @@ void ToolkitNextPage() {
     }
 }
 
+void ToolkitDocumentTitle(std::string_view text) {
+    if (hardcopyState().document != nullptr) {
+        hardcopyState().document->title(text);
+    }
+}
+
+void ToolkitBookmark(std::string_view text, int level) {
+    if (hardcopyState().document != nullptr) {
+        hardcopyState().document->bookmark(text, level);
+    }
+}
+
 void ToolkitDropHardcopy() {
     if (hardcopyState().isOpen()) {
         forgetHardcopy();

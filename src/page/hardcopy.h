@@ -85,6 +85,12 @@ void IGrHardcopy(std::string_view pathOrCode);
 /// has; elsewhere it leaves ErrorNoSuchDevice and the page goes on.
 void ToolkitNextPage();
 
+/// Gives the file of the open hardcopy a title, or its page a bookmark; only a PDF has these,
+/// elsewhere nothing happens.
+/// level  0, or 1 for one below the last bookmark of level 0
+void ToolkitDocumentTitle(std::string_view text);
+void ToolkitBookmark(std::string_view text, int level);
+
 /// Closes the open hardcopy and drops what was drawn, so that no file is written.
 void ToolkitDropHardcopy();
 

@@ -34,6 +34,9 @@ constexpr std::array Options = {
     HelpEntry{
         "--export FORMATS",
         "Kinds of the plot files, with commas between them: png, pdf, svg, hpgl (.hpg), wmf."},
+    HelpEntry{"--export report",
+              "One PDF of the whole survey, BASE_report.pdf: a title page, plan, profiles, section "
+              "and all soundings, with bookmarks and page numbers."},
     HelpEntry{"--soundings LIST",
               "Soundings to plot: all, which is the default, or ordinals such as 1-5,9, or none."},
     HelpEntry{

@@ -23,10 +23,12 @@ class ExportBackend : public AnsweringBackend {
     }
 };
 
-constexpr std::array Formats = {
-    PlotFormat{"png", ".png", DriverPng}, PlotFormat{"pdf", ".pdf", DriverPdf},
-    PlotFormat{"svg", ".svg", DriverSvg}, PlotFormat{"hpgl", ".hpg", DriverHpgl},
-    PlotFormat{"wmf", ".wmf", DriverMetafile}};
+constexpr std::array Formats = {PlotFormat{"png", ".png", DriverPng},
+                                PlotFormat{"pdf", ".pdf", DriverPdf},
+                                PlotFormat{"svg", ".svg", DriverSvg},
+                                PlotFormat{"hpgl", ".hpg", DriverHpgl},
+                                PlotFormat{"wmf", ".wmf", DriverMetafile},
+                                PlotFormat{"report", "_report.pdf", DriverPdf, true}};
 
 // Remarks on the user's session, such as a missing directory of it, are no matter of plots.
 void tellFailuresOnly(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text) {

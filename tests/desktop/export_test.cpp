@@ -65,6 +65,39 @@ class ExportTest : public testing::Test {
     TemporaryDirectory directory;
 };
 
+/// What a program prints; blank when it is not installed or fails.
+std::string printed(const std::string &command, const std::string &to) {
+    const bool good = std::system((command + " >'" + to + "' 2>&1").c_str()) == 0;
+    std::string text = good ? fileContent(to) : "";
+    fs::remove(to);
+    return text;
+}
+
+TEST_F(ExportTest, AReportHasTitleBookmarksAndAllPages) {
+    for (const std::string name : {"inloop.std", "inloop.m1d"}) {
+        fs::copy_file(std::string(SourceDirectory) + "/examples/project/" + name,
+                      directory.path(name));
+    }
+    const Outcome outcome = run("report inloop.std");
+    EXPECT_EQ(outcome.out, "inloop.std: 24 soundings, 1 plot files\n");
+    const std::string report = directory.path("inloop_report.pdf");
+    const std::string told = directory.path("told");
+    EXPECT_THAT(printed("pdfinfo '" + report + "'", told),
+                AllOf(HasSubstr("Title:           Gravel Flat water survey, line 4\n"),
+                      HasSubstr("Pages:           28\n")));
+    EXPECT_THAT(printed("pdftotext -f 28 -l 28 '" + report + "' -", told), HasSubstr("28 / 28"));
+    if (std::system("command -v qpdf >/dev/null") != 0) {
+        GTEST_SKIP() << "qpdf is not installed; the bookmarks were not looked at";
+    }
+    EXPECT_THAT(printed("qpdf --check '" + report + "'", told),
+                HasSubstr("No syntax or stream encoding errors found"));
+    const std::string outlines = printed("qpdf --json --json-key=outlines '" + report + "'", told);
+    EXPECT_THAT(outlines,
+                AllOf(HasSubstr("\"title\": \"Section\""), HasSubstr("\"destpageposfrom1\": 4"),
+                      HasSubstr("\"title\": \"Station 2150\""),
+                      HasSubstr("\"destpageposfrom1\": 28")));
+}
+
 TEST_F(ExportTest, WritesEveryKindOfPlotFileWithoutADisplay) {
     const Outcome outcome = run("png,pdf,svg,hpgl,wmf --plan --soundings 2 --out plots a.std");
     EXPECT_EQ(outcome.code, 0);

@@ -17,6 +17,7 @@ struct PlotFormat {
     std::string_view name;      ///< as the user writes it
     std::string_view extension; ///< with its point
     int driver = 0;             ///< see hardcopy.h
+    bool report = false;        ///< one document of all pages with a title page
 };
 
 /// The option that names the kinds of plot files, and those that there are; the first is made where

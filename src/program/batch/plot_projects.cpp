@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "line/profile_page.h"
+#include "line/report.h"
 #include "line/section_page.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
@@ -205,6 +206,15 @@ std::string plotDocument(const PlottedProject &project, const std::string &path,
     return ToolkitErrorState(ErrorNumber) == 0 ? "" : ToolkitHardcopyFault();
 }
 
+std::string plotReport(const PlottedProject &project, const std::string &path, Progress &progress) {
+    drawReport(project.model, project.path, path, [&](std::size_t, std::size_t) {
+        messageLog().GraphicsErrorCount = 0;
+        progress.step();
+        return true;
+    });
+    return ToolkitErrorState(ErrorNumber) == 0 ? "" : ToolkitHardcopyFault();
+}
+
 void plotPages(const PlottedProject &project, const PlotOptions &options, PlotResult &result) {
     const std::set<int> pages = pagesOf(options, result);
     Progress progress(project.path, pages.size() * options.formats.size());
@@ -212,14 +222,17 @@ void plotPages(const PlottedProject &project, const PlotOptions &options, PlotRe
         return options.allInOne && format.driver == DriverPdf;
     };
     for (const PlotFormat &format : options.formats) {
-        if (isDocument(format)) {
+        if (format.report) {
+            const std::string path = reportPath(project.namedAfter);
+            countFile(path, plotReport(project, path, progress), result);
+        } else if (isDocument(format)) {
             const std::string path = plotDocumentPath(project.namedAfter);
             countFile(path, plotDocument(project, path, pages, progress), result);
         }
     }
     for (const int page : pages) {
         for (const PlotFormat &format : options.formats) {
-            if (!isDocument(format)) {
+            if (!isDocument(format) && !format.report) {
                 progress.step();
                 countFile(pathOfPage(project.namedAfter, page, format.extension),
                           plotPage(project, page, format), result);

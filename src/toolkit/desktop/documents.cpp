@@ -5,6 +5,7 @@
 #include "base/version.h"
 #include "page/hardcopy.h"
 #include "page/surfaces/page_list.h"
+#include "page/surfaces/pdf_bookmarks.h"
 #include "toolkit/desktop/painter_surface.h"
 
 #include <QBuffer>
@@ -17,6 +18,7 @@
 #include <array>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace keldrin {
 
@@ -113,7 +115,16 @@ class PdfDocument : public ListedDocument {
         draw();
         page_.clear();
         begun_ = writer_.newPage();
+        ++pageNumber_;
         return begun_;
+    }
+
+    void title(std::string_view text) override {
+        writer_.setTitle(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    }
+
+    void bookmark(std::string_view text, int level) override {
+        bookmarks_.push_back({std::string(text), level, pageNumber_});
     }
 
     bool end() override {
@@ -124,6 +135,7 @@ class PdfDocument : public ListedDocument {
         const bool good = painter_.end();
         document_ = bytes_.buffer().toStdString();
         setDate();
+        document_ += pdfBookmarks(document_, bookmarks_);
         return good && !document_.empty();
     }
 
@@ -151,6 +163,8 @@ class PdfDocument : public ListedDocument {
     QPdfWriter writer_{&bytes_};
     QPainter painter_;
     bool begun_ = false;
+    std::size_t pageNumber_ = 0;
+    std::vector<PdfBookmark> bookmarks_;
 };
 
 } // namespace
