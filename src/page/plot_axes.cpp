@@ -27,6 +27,7 @@ constexpr double SmallTickLength = 0.6; // of the others
 constexpr double GapBelowAxis = 0.6;    // of the character height, from axis to numbers
 constexpr double GapBesideAxis = 0.5;   // of the character width
 constexpr double GapBetween = 0.5;      // of a character, between neighbouring numbers
+constexpr double GapOfRaised = 0.2;     // more of it where exponents reach upward
 constexpr double ExponentSize = 0.7;    // of the other digits
 constexpr double ExponentRise = 0.4;    // of the character height
 
@@ -112,6 +113,10 @@ LabelParts partsOf(std::string_view label) {
 double widthOfLabel(std::string_view label, const Letters &letters) {
     const LabelParts parts = partsOf(label);
     return widthOf(parts.base, letters) + ExponentSize * widthOf(parts.exponent, letters);
+}
+
+double gapBelowAxis() {
+    return GapBelowAxis + (plotState().raisedExponents ? GapOfRaised : 0.0);
 }
 
 // One number of an axis: its text and the stretch it covers along the axis.
@@ -260,7 +265,7 @@ void drawNumber(Side side, const ClipRectangle &frame, const AxisNumber &number,
     const double beside = GapBesideAxis * letters.width;
     switch (side) {
     case Side::Bottom:
-        drawLabel(number.from, frame.bottom - (GapBelowAxis + CapHeight) * letters.height,
+        drawLabel(number.from, frame.bottom - (gapBelowAxis() + CapHeight) * letters.height,
                   number.text, letters, Middle);
         break;
     case Side::Top:
@@ -285,7 +290,7 @@ void keepRoom(Side side, const std::vector<AxisNumber> &numbers, const Letters &
         return; // no label stands outside them
     }
     if (side == Side::Bottom) {
-        const double reach = (GapBelowAxis + CapHeight) * letters.height;
+        const double reach = (gapBelowAxis() + CapHeight) * letters.height;
         room.below = std::max(room.below, numbers.empty() ? 0.0 : reach);
         return;
     }

@@ -118,11 +118,15 @@ void drawTimeTicks(const PagePanel &panel) {
     PlotTickPositions(nullptr, -1);
 }
 
-void drawFrame(const PagePanel &panel, std::string_view label) {
+void drawFrame(const PagePanel &panel) {
     useColour(Colour::Black);
     PlotFrame();
-    selectTextSize(SmallSize);
     drawTimeTicks(panel);
+    selectTextSize(SmallSize);
+}
+
+// After the numbers, outside which it stands.
+void drawSideLabel(std::string_view label) {
     selectTextSize(AxisSize);
     PlotYLabel(label);
 }
@@ -199,7 +203,7 @@ void drawDataPlot(const Presented &page) {
                                                    panel.frame.top - panel.frame.bottom);
     layPresented(panel);
     drawGrid(panel, ticks.places);
-    drawFrame(panel, withUnit("dB/dt", page.control.TEMUnits.view()));
+    drawFrame(panel);
     selectTextSize(SmallTickSize);
     PlotTickPositions(ticks.small.data(), static_cast<int>(ticks.small.size()));
     PlotYAxis();
@@ -207,6 +211,7 @@ void drawDataPlot(const Presented &page) {
     PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
     PlotTickLabels(ticks.labels);
     PlotYAxis();
+    drawSideLabel(withUnit("dB/dt", page.control.TEMUnits.view()));
     drawZeroLine(panel);
     drawPoints(page.curves.observed, panel);
     drawCurve(page.curves.calculated, panel);
@@ -220,9 +225,9 @@ void drawResistivityPlot(const Presented &page) {
     const PagePanel panel = resistivityPanel(page.limits);
     layPresented(panel);
     drawGrid(panel, numberedTicks(panel.upward));
-    drawFrame(panel, "Apparent res. (ohm-m)");
-    selectTextSize(SmallSize);
+    drawFrame(panel);
     PlotYAxis();
+    drawSideLabel("Apparent res. (ohm-m)");
     drawPoints(page.curves.resistivity, panel);
     drawCurve(page.curves.calculatedResistivity, panel);
     if (page.curves.resistivity.empty() && page.curves.calculatedResistivity.time.empty()) {
@@ -257,17 +262,17 @@ void drawMisfitPlot(const Presented &page) {
     layPresented(panel);
     fillWithinErrors(panel);
     drawGrid(panel, {});
-    drawFrame(panel, "Misfit");
-    selectTextSize(SmallSize);
+    drawFrame(panel);
     PlotYAxis();
     PlotXAxis();
-    selectTextSize(AxisSize);
+    drawSideLabel("Misfit");
     PlotXLabel("Time (msec)");
-    drawZeroLine(panel);
-    drawMisfits(page);
     const bool any = std::any_of(page.fit.residuals.begin(), page.fit.residuals.end(),
                                  [](float residual) { return isPresent(residual); });
-    if (!any) {
+    if (any) {
+        drawZeroLine(panel);
+        drawMisfits(page);
+    } else {
         drawNote(panel, "no calculated data");
     }
     CheckGraphicsError("Plot_Sounding: misfit");

@@ -84,9 +84,11 @@ bool isOutside(const PageFrame &frame, const PageBox &box) {
            box.yLow >= frame.top;
 }
 
+// With a hair around the frame, for points on its edge.
 PageBox partInside(const PageFrame &frame, const PageBox &box) {
-    return {std::max(box.xLow, frame.left), std::max(box.yLow, frame.bottom),
-            std::min(box.xHigh, frame.right), std::min(box.yHigh, frame.top)};
+    constexpr float hair = 1.0e-3F; // cm
+    return {std::max(box.xLow, frame.left - hair), std::max(box.yLow, frame.bottom - hair),
+            std::min(box.xHigh, frame.right + hair), std::min(box.yHigh, frame.top + hair)};
 }
 
 // On the standard page a search reaches beyond the frame, and may find what is not on show.

@@ -31,8 +31,11 @@ inline Box boxOf(const RecordedItem &text) {
                                 : Box{x - above, y, x + below, y + length};
 }
 
+// More than a rounded touch.
 inline bool overlap(const Box &a, const Box &b) {
-    return a.left < b.right && b.left < a.right && a.bottom < b.top && b.bottom < a.top;
+    constexpr double hair = 1e-5;
+    return a.left < b.right - hair && b.left < a.right - hair && a.bottom < b.top - hair &&
+           b.bottom < a.top - hair;
 }
 
 inline bool isInside(const PagePoint &point, const PageFrame &frame) {
