@@ -30,13 +30,14 @@ namespace {
 constexpr PageTextSize TitleSize = textSizeOf(13.0F);
 constexpr PageTextSize AxisSize = textSizeOf(9.0F);
 constexpr PageTextSize SmallSize = textSizeOf(8.0F);
-constexpr PageTextSize RingSize = {MarkerSize.width * 0.9F, MarkerSize.height * 0.9F};
+constexpr PageTextSize RingSize = {MarkerSize.width * 1.15F, MarkerSize.height * 1.15F};
 constexpr PageTextSize DotSize = {MarkerSize.width * 0.8F, MarkerSize.height * 0.8F};
 
 constexpr float CurveWidth = 0.9F; // points
 constexpr float TickLength = 0.25F;
 constexpr PageColour GridColour = 0xE4E4E4;
-constexpr PageColour QuietColour = 0x808080; ///< what does not count, and notes
+constexpr PageColour QuietColour = 0x808080; ///< of notes
+constexpr PageColour SkippedColour = 0x505050;
 constexpr PageColour WithinErrors = 0xEFEFEF;
 
 /// All that the page shows of one sounding.
@@ -144,7 +145,7 @@ void drawCurve(const CurvePoints &curve, const PagePanel &panel) {
 void useMark(bool skipped) {
     const PageTextSize &size = skipped ? RingSize : DotSize;
     PlotMarkerSize(size.width, size.height);
-    useColour(skipped ? QuietColour : Colour::Black, skipped ? ThinLineWidth : 0.0F);
+    useColour(skipped ? SkippedColour : Colour::Black, skipped ? ThinLineWidth : 0.0F);
 }
 
 void drawMark(float time, float place, bool skipped) {
@@ -467,7 +468,9 @@ void drawBand(const Presented &page, const SoundingPage &name) {
     drawBandLine(16.65F,
                  control.SurveyType.str() + " TEM Data from " + std::string(fileNameOf(name.file)) +
                      "; " + resultText(page),
-                 "Smooth-Model TEM Inversion, dzWeight " + messageNumber(control.dzWeight));
+                 page.model.steps.empty()
+                     ? ""
+                     : "Smooth-Model TEM Inversion, dzWeight " + messageNumber(control.dzWeight));
     useColour(QuietColour);
     selectTextSize(SmallSize);
     drawBandLine(16.2F, "Torvu Engineering, " + std::string(ProgramIdentity),
