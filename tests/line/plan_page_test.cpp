@@ -1,5 +1,6 @@
 #include "line/plan_page.h"
 
+#include "page/colour_scales.h"
 #include "page/page_colours.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit.h"
@@ -24,7 +25,7 @@ class PlanPageTest : public testing::Test {
   protected:
     PlanPageTest() {
         ToolkitInit(backend, {"keldrin"});
-        WindowOpen(ResizableWindow, -1, -1, 800, 600);
+        WindowOpen(7, -1, -1, 800, 600);
         survey.control.XTxLength = 100.0F;
         survey.control.YTxLength = 100.0F;
         survey.control.SurveyTypeIndex = InLoop;
@@ -44,7 +45,7 @@ class PlanPageTest : public testing::Test {
     }
 
     LinePage draw(int marked = 0) {
-        LinePage page = makePlanPage(survey, "data/line.std");
+        LinePage page = makePlanPage(survey, settings, "data/line.std");
         page.draw(marked);
         return page;
     }
@@ -71,6 +72,7 @@ class PlanPageTest : public testing::Test {
 
     AnsweringBackend backend;
     SurveyModel survey;
+    LineSettings settings;
 };
 
 TEST_F(PlanPageTest, StationsLoopAndNorthAreNamed) {
@@ -144,7 +146,7 @@ TEST_F(PlanPageTest, ALineWithoutPlacesSaysSo) {
 TEST_F(PlanPageTest, BothAxesHaveTheScaleOfTheWindow) {
     ToolkitClose();
     ToolkitInit(backend, {"keldrin"});
-    WindowOpen(ResizableWindow, -1, -1, 1200, 300);
+    WindowOpen(7, -1, -1, 1200, 300);
     addSounding(0.0, 0.0, 1.0);
     addSounding(100.0, 0.0, 2.0);
     addSounding(0.0, 100.0, 3.0);
@@ -155,6 +157,39 @@ TEST_F(PlanPageTest, BothAxesHaveTheScaleOfTheWindow) {
     const float northPixels = (dots()[2].points[0].y - origin.y) / 18.0F * 300.0F;
     EXPECT_NEAR(eastPixels, northPixels, 0.5F);
     EXPECT_GT(eastPixels, 50.0F);
+}
+
+// A sounding outside the chosen part is neither drawn, named nor found.
+TEST_F(PlanPageTest, AChosenPartOfTheMapShowsThatPartAlone) {
+    addSounding(5000.0, 9000.0, 1.0);
+    addSounding(5250.0, 9000.0, 2.0);
+    settings.plan.setMap = true;
+    settings.plan.map = {5200.0, 5300.0, 8990.0, 9010.0};
+    draw();
+    EXPECT_THAT(dots(), SizeIs(1));
+    EXPECT_THAT(texts(), Contains("2"));
+    EXPECT_THAT(texts(), Not(Contains("1")));
+
+    settings.plan.map = {5200.0, 5200.0, 9000.0, 9000.0}; // no part at all
+    draw();
+    EXPECT_THAT(dots(), SizeIs(2));
+}
+
+// A sounding without a value is a plus, told from the coloured dots without colours.
+TEST_F(PlanPageTest, DotsHaveTheColoursOfTheirValues) {
+    addSounding(5000.0, 9000.0, 1.0).NumTW = 4;
+    SoundingRecord &half = addSounding(5250.0, 9000.0, 2.0);
+    half.NumTW = 4;
+    half.TEMerr[0] = half.TEMerr[1] = 1002.0F;
+    addSounding(5500.0, 9000.0, 3.0).NumTW = 0;
+    settings.plan.quantity = SkippedShare;
+    draw();
+    EXPECT_THAT(items(RecordedItem::Kind::Marker, colourAt(0, 0.0F)), SizeIs(1));
+    EXPECT_THAT(items(RecordedItem::Kind::Marker, colourAt(0, 0.5F)), SizeIs(1));
+    ASSERT_THAT(dots(), SizeIs(1));
+    EXPECT_EQ(dots()[0].marker, 1);
+    EXPECT_THAT(texts(), Contains("Skipped windows (%)"));
+    EXPECT_THAT(texts(), Contains(HasSubstr("+ without a value")));
 }
 
 TEST_F(PlanPageTest, OneSoundingHasAMapOfItsLoop) {
