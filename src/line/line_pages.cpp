@@ -3,6 +3,7 @@
 #include "line/page_commands.h"
 #include "line/plan_page.h"
 #include "line/profile_page.h"
+#include "line/section_limits_dialog.h"
 #include "line/section_page.h"
 #include "line/sounding_text.h"
 #include "review/survey_map.h"
@@ -45,9 +46,18 @@ LinePage makeProfilePage(const SurveyModel &survey, const LineSettings &settings
         survey, profilePage(survey, settings.profile, path));
 }
 
+bool editSectionLimits(const SurveyModel &survey, LineSettings &settings) {
+    return askSectionLimits(sectionPage(survey, settings.section, "", shownPageShape()),
+                            settings.section);
+}
+
+bool editProfileLimits(const SurveyModel &survey, LineSettings &settings) {
+    return askProfileLimits(profilePage(survey, settings.profile, ""), settings.profile);
+}
+
 constexpr std::array Kinds = {
-    LinePageKind{Command::Section, 'S', "Section", makeSectionPage, nullptr},
-    LinePageKind{Command::Profile, 'F', "Profile", makeProfilePage, nullptr},
+    LinePageKind{Command::Section, 'S', "Section", makeSectionPage, editSectionLimits},
+    LinePageKind{Command::Profile, 'F', "Profile", makeProfilePage, editProfileLimits},
     LinePageKind{Command::Plan, 'L', "Plan", makePlanPage, editPlanLimits},
 };
 

@@ -19,7 +19,7 @@ struct LinePageKind {
     std::string_view name; ///< for the user
     LinePage (*make)(const SurveyModel &survey, const LineSettings &settings,
                      std::string_view path);
-    /// Asks for the limits of the page; true when the user confirmed. Null: it has none.
+    /// Asks for the limits of the page; true when the user confirmed.
     bool (*editLimits)(const SurveyModel &survey, LineSettings &settings);
 };
 

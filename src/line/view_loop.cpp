@@ -63,7 +63,7 @@ void showPage(View &view, int command) {
 // What the dialog says stands in place of the hint.
 void editLimits(View &view) {
     const LinePageKind &kind = *findLinePage(view.state.page);
-    if (kind.editLimits != nullptr && kind.editLimits(view.survey, view.state.settings)) {
+    if (kind.editLimits(view.survey, view.state.settings)) {
         makePage(view);
     }
 }
