@@ -31,11 +31,12 @@ class Report {
   public:
     Report(const SurveyModel &survey, std::string_view path) : survey_(survey), path_(path) {
         Plot_AutoLimits(survey, limits_, date_, time_);
+        limits_.style = PageStyle::Presentation;
         pages_.push_back({"Survey", 0, [this] {
                               drawTitlePage(survey_, path_);
                           }});
         pages_.push_back({"Plan", 0, [this] {
-                              makePlanPage(survey_, path_).draw(0);
+                              makePlanPage(survey_, LineSettings{}, path_).draw(0);
                           }});
         pages_.push_back({"Profiles", 0, [this] {
                               drawProfile(profilePage(survey_, ProfileLimits{}, path_));

@@ -1,17 +1,14 @@
 #include "line/section_limits.h"
 
-#include "base/ascii.h"
 #include "base/real.h"
 #include "model/survey_model.h"
+#include "text/ordinal_list.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstddef>
-#include <optional>
 #include <set>
-#include <system_error>
 #include <vector>
 
 namespace keldrin {
@@ -44,35 +41,17 @@ float percentile(std::span<const float> sorted, double share) {
     return sorted[static_cast<std::size_t>(rank - 1)];
 }
 
-std::optional<int> windowOf(std::string_view word) {
-    word = trimBlanks(word);
-    int window = 0;
-    const char *end = word.data() + word.size();
-    const auto read = std::from_chars(word.data(), end, window);
-    const bool good =
-        read.ec == std::errc{} && read.ptr == end && window >= 1 && window <= MaxWindows;
-    return good ? std::optional(window) : std::nullopt;
-}
-
 } // namespace
 
 std::vector<int> windowList(std::string_view list) {
     std::set<int> windows;
-    for (bool more = true; more;) {
-        const std::size_t comma = list.find(',');
-        const std::string_view word = list.substr(0, comma);
-        const std::size_t dash = word.find('-');
-        const std::optional<int> first = windowOf(word.substr(0, dash));
-        const std::optional<int> last =
-            dash == std::string_view::npos ? first : windowOf(word.substr(dash + 1));
-        if (!first || !last || *last < *first) {
+    for (const OrdinalRange &range : readOrdinalList(list).value_or(std::vector<OrdinalRange>{})) {
+        if (range.last > MaxWindows) {
             return {};
         }
-        for (int window = *first; window <= *last; ++window) {
+        for (int window = range.first; window <= range.last; ++window) {
             windows.insert(window);
         }
-        more = comma != std::string_view::npos;
-        list.remove_prefix(more ? comma + 1 : 0);
     }
     return {windows.begin(), windows.end()};
 }

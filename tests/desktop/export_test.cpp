@@ -133,7 +133,8 @@ TEST_F(ExportTest, WhatCannotBeDoneIsSaid) {
         std::string told;
     } cases[] = {
         {"", 2, "keldrin --export: --export needs a value\n"},
-        {"gif a.std", 2, "--export takes png, pdf, svg, hpgl and wmf, with commas between them\n"},
+        {"gif a.std", 2,
+         "--export takes png, pdf, svg, hpgl, wmf and report, with commas between them\n"},
         {"png", 2, "no project is named"},
         {"png --all-in-one a.std", 2, "--all-in-one needs the format pdf"},
         {"png --size 3 a.std", 2, "unknown option --size"},
