@@ -30,8 +30,8 @@ struct ReportPage {
 class Report {
   public:
     Report(const SurveyModel &survey, std::string_view path) : survey_(survey), path_(path) {
-        Plot_AutoLimits(survey, limits_, date_, time_);
         limits_.style = PageStyle::Presentation;
+        Plot_AutoLimits(survey, limits_, date_, time_);
         pages_.push_back({"Survey", 0, [this] {
                               drawTitlePage(survey_, path_);
                           }});

@@ -218,9 +218,11 @@ TEST_F(ReviewTest, AWriteThatFailsAtTheEndIsToldAndTheMarksStay) {
     const auto leftOver = [this] {
         const std::filesystem::directory_iterator files(directory.path());
         return std::count_if(begin(files), end(files), [](const auto &file) {
-            return file.path().filename() != "line.std" && file.path().filename() != "line.std~";
+            const std::string name = file.path().filename().string();
+            return name != "line.std" && name != "line.std~" && !name.starts_with("line.marks");
         });
     };
+    const std::string journal = directory.path("line.marks");
     const std::vector<SoundingRecord> unmarked = survey.hTrn;
     review({leftClick(Windows[1]), "key x"});
     const std::string before = fileContent(path);
@@ -230,6 +232,7 @@ TEST_F(ReviewTest, AWriteThatFailsAtTheEndIsToldAndTheMarksStay) {
             messages.errors.clear();
             survey.hTrn = unmarked;
             putFile(path, before);
+            std::filesystem::remove(journal);
         },
         [&] {
             EXPECT_EQ(review({leftClick(Windows[0]), "auto box ok quiet", "key x"}), 0);
@@ -239,6 +242,10 @@ TEST_F(ReviewTest, AWriteThatFailsAtTheEndIsToldAndTheMarksStay) {
             EXPECT_TRUE(fileContent(path) != before || !messages.errors.empty()) << spoiled.text();
             if (!messages.errors.empty()) {
                 EXPECT_EQ(fileContent(path), before) << spoiled.text();
+                EXPECT_TRUE(fileContent(journal).empty() ||
+                            fileContent(journal).find(",1\n") != std::string::npos)
+                    << "the journal has the mark, unless its own write has failed: "
+                    << spoiled.text();
                 EXPECT_THAT(transcript, HasSubstr("ask box")) << spoiled.text();
             }
             EXPECT_EQ(leftOver(), 0) << spoiled.text();

@@ -105,14 +105,13 @@ class PdfDocument : public ListedDocument {
             QPageSize::Millimeter, QString(), QPageSize::ExactMatch));
         writer_.setPageMargins(QMarginsF(0.0, 0.0, 0.0, 0.0));
         writer_.setResolution(dotsPerInch);
-        begun_ = bytes_.open(QIODevice::WriteOnly) && painter_.begin(&writer_);
+        begun_ = bytes_.open(QIODevice::WriteOnly);
     }
 
     bool nextPage() override {
-        if (!begun_) {
+        if (!begun_ || !draw()) {
             return false;
         }
-        draw();
         page_.clear();
         begun_ = writer_.newPage();
         ++pageNumber_;
@@ -128,10 +127,9 @@ class PdfDocument : public ListedDocument {
     }
 
     bool end() override {
-        if (!begun_) {
+        if (!begun_ || !draw()) {
             return false;
         }
-        draw();
         const bool good = painter_.end();
         document_ = bytes_.buffer().toStdString();
         setDate();
@@ -142,7 +140,14 @@ class PdfDocument : public ListedDocument {
   private:
     static constexpr double MillimetresPerCm = 10.0;
 
-    void draw() { drawPage(page_, painter_, QRectF(0.0, 0.0, writer_.width(), writer_.height())); }
+    // The file begins with its title, so nothing is written before the first page is complete.
+    bool draw() {
+        if (!painter_.isActive() && !painter_.begin(&writer_)) {
+            return false;
+        }
+        drawPage(page_, painter_, QRectF(0.0, 0.0, writer_.width(), writer_.height()));
+        return true;
+    }
 
     // Puts the program's moment where the writer has put the system's, digit for digit.
     void setDate() {
