@@ -143,6 +143,7 @@ void LineFit::renewScale(int i) {
 // on itself.
 bool LineFit::renewErrors() {
     std::vector<SoundingScatter> scatters;
+    scatters.reserve(asIndex(count()));
     for (int i = 0; i < count(); ++i) {
         scatters.push_back({sounding(i).record, &sounding(i).data, &fit(i).state.scatter});
     }

@@ -1,5 +1,7 @@
 #include "line/label_places.h"
 
+#include "base/index.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -116,7 +118,7 @@ bool PageRoom::isFree(const PageFrame &box) const {
     const Cells cells = cellsOf(box);
     for (int y = cells.bottom; y <= cells.top; ++y) {
         for (int x = cells.left; x <= cells.right; ++x) {
-            if (taken_[static_cast<std::size_t>(y * across_ + x)]) {
+            if (taken_[asIndex(y * across_ + x)]) {
                 return false;
             }
         }
@@ -132,7 +134,7 @@ void PageRoom::take(const PageFrame &box) {
     const Cells cells = cellsOf(box);
     for (int y = cells.bottom; y <= cells.top; ++y) {
         for (int x = cells.left; x <= cells.right; ++x) {
-            taken_[static_cast<std::size_t>(y * across_ + x)] = true;
+            taken_[asIndex(y * across_ + x)] = true;
         }
     }
 }

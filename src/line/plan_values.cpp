@@ -85,6 +85,7 @@ bool canBeShown(const AxisLimits &limits, bool logarithmic) {
 
 std::vector<std::string> planQuantityNames() {
     std::vector<std::string> names;
+    names.reserve(Quantities.size());
     for (const Quantity &quantity : Quantities) {
         names.emplace_back(quantity.name);
     }

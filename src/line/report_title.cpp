@@ -26,7 +26,6 @@ constexpr float TitleBase = 15.9F;
 constexpr float GroupsTop = 14.4F;
 constexpr float RowStep = 0.58F;
 constexpr float GroupGap = 0.5F;
-constexpr float PageBottom = 1.4F;
 
 void addRow(TitleGroup &group, std::string_view label, std::string value) {
     if (!value.empty()) {

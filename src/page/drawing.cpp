@@ -1,6 +1,7 @@
 #include "page/drawing.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/utf8.h"
 #include "page/drawing_clip.h"
 #include "page/drawing_state.h"
@@ -264,6 +265,7 @@ bool fillAreaIn(const ClipRectangle &rectangle, std::vector<ClipPoint> corners, 
 
 bool ToolkitFillArea(const float *x, const float *y, int count, PageColour colour) {
     std::vector<ClipPoint> corners;
+    corners.reserve(asIndex(std::max(count, 0)));
     for (int i = 0; i < count; ++i) {
         corners.push_back({fractionX(x[i]), fractionY(y[i])});
     }

@@ -13,6 +13,7 @@ constexpr float Height = 0.3F;
 
 std::vector<LabelledPoint> pointsOnALine(int count, float spacing, float width) {
     std::vector<LabelledPoint> points;
+    points.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         points.push_back(
             {3.0F + static_cast<float>(i) * spacing, 9.0F, std::to_string(1000 + i), width});

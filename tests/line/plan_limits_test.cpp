@@ -15,7 +15,6 @@
 namespace keldrin {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 
 SoundingRecord layered() {

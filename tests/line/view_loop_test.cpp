@@ -13,7 +13,6 @@
 namespace keldrin {
 namespace {
 
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class StatusBackend : public AnsweringBackend {

@@ -9,7 +9,6 @@
 namespace keldrin {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 

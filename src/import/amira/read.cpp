@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <string>
 
 namespace keldrin {
@@ -67,9 +68,10 @@ void finishSoundings(AmiraReadPass &pass, SurveyModel &model) {
         dropEmptyWindows(record, i, arrayIndex, pass.tables);
         finishWindows(record, i, arrayIndex, pass.tables);
     }
-    const auto dropped = std::ranges::remove_if(
-        model.soundings(), [](const SoundingRecord &r) { return r.NumTW == 0; });
-    const int kept = model.SoundingCount - static_cast<int>(dropped.size());
+    const std::span<SoundingRecord> soundings = model.soundings();
+    const auto end = std::remove_if(soundings.begin(), soundings.end(),
+                                    [](const SoundingRecord &r) { return r.NumTW == 0; });
+    const int kept = static_cast<int>(end - soundings.begin());
     if (kept > 0 && kept < model.SoundingCount) {
         ReportWarning({"WARNING: " + std::to_string(model.SoundingCount - kept) +
                        " soundings without a usable window are not read."});
