@@ -58,7 +58,7 @@ bool editProfileLimits(const SurveyModel &survey, LineSettings &settings) {
 constexpr std::array Kinds = {
     LinePageKind{Command::Section, 'S', "Section", makeSectionPage, editSectionLimits},
     LinePageKind{Command::Profile, 'F', "Profile", makeProfilePage, editProfileLimits},
-    LinePageKind{Command::Plan, 'L', "Plan", makePlanPage, editPlanLimits},
+    LinePageKind{Command::Plan, 'M', "Plan", makePlanPage, editPlanLimits},
 };
 
 } // namespace

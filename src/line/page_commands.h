@@ -10,6 +10,7 @@ inline constexpr int Section = 40010;
 inline constexpr int Profile = 40011;
 inline constexpr int Plan = 40012;
 inline constexpr int Export = 40013;
+inline constexpr int Report = 40014;
 } // namespace Command
 
 } // namespace keldrin

@@ -8,7 +8,7 @@ namespace keldrin {
 
 /// Keys and mouse of the pages of the line, for F1 and the manual page.
 inline constexpr std::array LinePageKeys = {
-    HelpEntry{"S, F, L", "Show the section, the profiles, the plan."},
+    HelpEntry{"S, F, M", "Show the section, the profiles, the plan."},
     HelpEntry{"N, Down, Right, wheel down", "Mark the next sounding."},
     HelpEntry{"P, Up, Left, wheel up", "Mark the previous sounding."},
     HelpEntry{"Page Up, Page Down, Home, End",

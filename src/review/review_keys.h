@@ -20,7 +20,7 @@ inline constexpr std::array ReviewKeys = {
     HelpEntry{"Ctrl+Z", "Take the last change of flags back."},
     HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
     HelpEntry{"Ctrl+P", "Print the sounding."},
-    HelpEntry{"S, F, L", "Show the section, the profiles, the plan; Esc comes back."},
+    HelpEntry{"S, F, M", "Show the section, the profiles, the plan; Esc comes back."},
     HelpEntry{"X", "Leave the review and keep the changes."},
     HelpEntry{"Esc", "Leave the review without the changes."},
 };

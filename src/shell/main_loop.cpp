@@ -22,6 +22,7 @@
 #include "shell/open_project.h"
 #include "shell/questions_on_screen.h"
 #include "shell/save_project.h"
+#include "shell/save_report.h"
 #include "shell/start_file.h"
 #include "shell/unsaved_marks.h"
 #include "toolkit/toolkit.h"
@@ -138,6 +139,10 @@ void commandExport(Shell &shell) {
     exportProject(shell.model, shell.ProjectPath);
 }
 
+void commandReport(Shell &shell) {
+    saveReport(shell.model, shell.ProjectPath);
+}
+
 // The page stays until the user leaves it, whatever else is done meanwhile.
 // returns  true when a command of the menu is the next event
 bool serveLinePage(Shell &shell) {
@@ -175,6 +180,7 @@ constexpr std::array Commands = {
     MenuCommand{Command::Section, commandPage<Command::Section>},
     MenuCommand{Command::Profile, commandPage<Command::Profile>},
     MenuCommand{Command::Export, commandExport},
+    MenuCommand{Command::Report, commandReport},
     MenuCommand{Command::Plan, commandPage<Command::Plan>},
 };
 

@@ -21,7 +21,7 @@ inline constexpr int Save = 40008;
 } // namespace Command
 
 /// The menu bar from left to right. What is greyed at the start needs soundings.
-inline constexpr std::array<MenuEntry, 13> MenuEntries = {{
+inline constexpr std::array<MenuEntry, 14> MenuEntries = {{
     {Command::New, "&New", "Read dB/dt data and build new *.std file.", false, KeyWithCtrl | 'N'},
     {Command::Open, "&Open", "Open existing *.std (and *.m1d) file.", false, KeyWithCtrl | 'O'},
     {Command::Save, "&Save", "Save KELDRIN inversion files.", false, KeyWithCtrl | 'S'},
@@ -36,9 +36,11 @@ inline constexpr std::array<MenuEntry, 13> MenuEntries = {{
      Command::View},
     {Command::Profile, "Pro&file", "Show the line's dB/dt window by window.", true, 'F',
      Command::View},
-    {Command::Plan, "P&lan", "Show the stations of the line on a map.", true, 'L', Command::View},
+    {Command::Plan, "P&lan", "Show the stations of the line on a map.", true, 'M', Command::View},
     {Command::Export, "&Export...", "Write the line as files of other programs.", true,
      KeyWithCtrl | 'E', Command::View},
+    {Command::Report, "&Report", "Write one PDF with plan, profiles, section and all soundings.",
+     true, 0, Command::View},
     {Command::Exit, "E&xit", "Exit program", false, KeyWithCtrl | 'Q'},
 }};
 

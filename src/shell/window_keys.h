@@ -15,7 +15,7 @@ inline constexpr std::array MainWindowKeys = {
     HelpEntry{"Ctrl+O", "Open a project."},
     HelpEntry{"Ctrl+S", "Save the project."},
     HelpEntry{"Ctrl+Q", "Leave the program."},
-    HelpEntry{"S, F, L", "Show the section, the profiles, the plan of the line."},
+    HelpEntry{"S, F, M", "Show the section, the profiles, the plan of the line."},
     HelpEntry{"Ctrl+E", "Export the line."},
     HelpEntry{"F1", "Show the keys."},
     HelpEntry{"F2", "Show the log and all messages, from a dialog too."},
