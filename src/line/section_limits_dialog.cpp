@@ -78,13 +78,12 @@ constexpr ControlSpec choice(int id, FieldAccess field) {
 
 constexpr ControlSpec limit(int id, std::string_view format, std::string_view label,
                             std::string_view name, FieldAccess field) {
-    return {.id = id,
-            .kind = Real,
-            .label = label,
-            .format = format,
-            .field = field,
-            .name = name,
-            .sameRow = true};
+    return {.id = id, .kind = Real, .label = label, .format = format, .field = field, .name = name};
+}
+
+constexpr ControlSpec inRow(ControlSpec spec) {
+    spec.sameRow = true;
+    return spec;
 }
 
 constexpr auto Section = &SectionAnswers::limits;
@@ -101,10 +100,10 @@ using namespace SectionLimitsControl;
 constexpr std::array Controls = {
     group(4011, "Resistivity (ohm-m)"),
     choice(SetResistivity, fieldOf<Section, &SectionLimits::setResistivity>()),
-    limit(ResistivityHigh, FourDigits, "maximum", "Resistivity maximum",
-          fieldTakenBy<takeEnd<true>, Section, Resistivity, High>("is not above 0")),
     limit(ResistivityLow, FourDigits, "minimum", "Resistivity minimum",
           fieldTakenBy<takeEnd<true>, Section, Resistivity, Low>("is not above 0")),
+    inRow(limit(ResistivityHigh, FourDigits, "maximum", "Resistivity maximum",
+                fieldTakenBy<takeEnd<true>, Section, Resistivity, High>("is not above 0"))),
     ControlSpec{.id = Colours,
                 .kind = List,
                 .label = "Colours",
@@ -112,22 +111,23 @@ constexpr std::array Controls = {
                 .entries = givenBy<colourNames>()},
     group(4012, "Time (msec)"),
     choice(SetTime, fieldOf<Section, &SectionLimits::setTime>()),
-    limit(TimeHigh, FourDigits, "maximum", "Time maximum",
-          fieldTakenBy<takeEnd<true>, Section, Time, High>("is not above 0")),
     limit(TimeLow, FourDigits, "minimum", "Time minimum",
           fieldTakenBy<takeEnd<true>, Section, Time, Low>("is not above 0")),
+    inRow(limit(TimeHigh, FourDigits, "maximum", "Time maximum",
+                fieldTakenBy<takeEnd<true>, Section, Time, High>("is not above 0"))),
     group(4013, "Elevation", shownBy<heightTitle>()),
     choice(SetHeight, fieldOf<Section, &SectionLimits::setHeight>()),
-    limit(HeightHigh, OneDecimal, "maximum", "Elevation maximum",
-          fieldTakenBy<takeEnd<false>, Section, Height, High>("is too large for the axis")),
     limit(HeightLow, OneDecimal, "minimum", "Elevation minimum",
           fieldTakenBy<takeEnd<false>, Section, Height, Low>("is too large for the axis")),
+    inRow(limit(HeightHigh, OneDecimal, "maximum", "Elevation maximum",
+                fieldTakenBy<takeEnd<false>, Section, Height, High>("is too large for the axis"))),
     ControlSpec{.id = SetExaggeration,
                 .kind = Check,
-                .label = "Set the vertical exaggeration, by the minimum",
+                .label = "Set the exaggeration, by the minimum",
                 .field = fieldOf<Section, &SectionLimits::setExaggeration>()},
-    limit(Exaggeration, TwoDecimals, "", "Vertical exaggeration",
-          fieldTakenBy<takeEnd<true>, Section, &SectionLimits::exaggeration>("is not above 0")),
+    inRow(limit(
+        Exaggeration, TwoDecimals, "", "Vertical exaggeration",
+        fieldTakenBy<takeEnd<true>, Section, &SectionLimits::exaggeration>("is not above 0"))),
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };
@@ -159,10 +159,10 @@ constexpr std::array Controls = {
                 .name = "Windows"},
     group(4011, "dB/dt", shownBy<dataTitle>()),
     choice(SetData, fieldOf<Profile, &ProfileLimits::setData>()),
-    limit(DataHigh, FourDigits, "maximum", "dB/dt maximum",
-          fieldTakenBy<takeEnd<false>, Profile, Data, High>("is too large for the axis")),
     limit(DataLow, FourDigits, "minimum", "dB/dt minimum",
           fieldTakenBy<takeEnd<false>, Profile, Data, Low>("is too large for the axis")),
+    inRow(limit(DataHigh, FourDigits, "maximum", "dB/dt maximum",
+                fieldTakenBy<takeEnd<false>, Profile, Data, High>("is too large for the axis"))),
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };
