@@ -77,6 +77,9 @@ function(keldrin_test name)
     target_include_directories(keldrin_test_${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     # The tests themselves run once; compiling them without optimisation halves the build.
     target_compile_options(keldrin_test_${name} PRIVATE -O0)
+    if(KELDRIN_SANITIZE AND KELDRIN_FUZZ) # no fuzz target links the tests
+        target_compile_options(keldrin_test_${name} PRIVATE -fno-sanitize=fuzzer-no-link)
+    endif()
     target_link_libraries(keldrin_test_${name} PRIVATE keldrin_test_support)
     if(arg_OWN_HEADERS)
         keldrin_precompile(keldrin_test_${name} keldrin_test_${name} <gmock/gmock.h>

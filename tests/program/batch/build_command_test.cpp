@@ -24,11 +24,14 @@ class BuildCommandTest : public testing::Test {
         fs::current_path(directory_.path());
         for (const char *name :
              {"fixedloop.avg", "movingloop.avg", "movingloop.stn", "movingloop.mde"}) {
-            fs::copy(fs::path(SourceDirectory) / "examples" / name, name);
+            copyExample(name);
         }
     }
     ~BuildCommandTest() override { fs::current_path(before_); }
 
+    static void copyExample(const char *name) {
+        fs::copy(fs::path(SourceDirectory) / "examples" / name, name);
+    }
     static int build(const std::vector<std::string_view> &words) { return buildCommand(words); }
 
   private:
@@ -88,27 +91,28 @@ TEST_F(BuildCommandTest, AnEarlierProjectOfOtherDataIsKeptWithItsModels) {
 
 TEST_F(BuildCommandTest, AFailingCallLeavesOldOrNewAndFailsTheRun) {
     fixClock(DateTime{2021, 5, 14, 9, 30, 0});
-    EXPECT_EQ(build({"movingloop.avg"}), ExitOk);
-    const std::string good = fileContent("movingloop.std");
+    copyExample("inloop.avg");
+    copyExample("inloop.mde");
+    EXPECT_EQ(build({"inloop.avg"}), ExitOk);
+    const std::string good = fileContent("inloop.std");
     const std::string old = "an old project\n1,2,3\n";
     int code = ExitOk;
     const int calls = spoilEveryCall(
         FileFault::Fails,
         [&] {
-            for (const char *name : {"movingloop.std~", "movingloop.err", "movingloop.log"}) {
+            for (const char *name : {"inloop.std~", "inloop.err", "inloop.log"}) {
                 fs::remove(name);
             }
-            putFile("movingloop.std", old);
+            putFile("inloop.std", old);
         },
-        [&] { code = build({"movingloop.avg"}); },
+        [&] { code = build({"inloop.avg"}); },
         [&](const SpoiledCall &spoiled) {
-            const std::string left = fileContent("movingloop.std");
-            EXPECT_TRUE(left == old || fileContent("movingloop.std~") == old) << spoiled.text();
+            const std::string left = fileContent("inloop.std");
+            EXPECT_TRUE(left == old || fileContent("inloop.std~") == old) << spoiled.text();
             EXPECT_TRUE(left != old || code == ExitFailed) << spoiled.text();
             // A side file that cannot be read leaves another project, and fails the run.
             EXPECT_TRUE(left == good || code == ExitFailed) << spoiled.text();
-            EXPECT_TRUE(left == old || left == good || fs::exists("movingloop.err"))
-                << spoiled.text();
+            EXPECT_TRUE(left == old || left == good || fs::exists("inloop.err")) << spoiled.text();
             for (const auto &entry : fs::directory_iterator(".")) {
                 const std::string name = entry.path().filename().string();
                 EXPECT_NE(name.substr(0, 9), ".keldrin-") << name << ": " << spoiled.text();
