@@ -257,6 +257,10 @@ bool WidgetHands::answerChooser(const FileRequest &request,
     chooser.setOption(QFileDialog::DontUseNativeDialog);
     chooser.setOption(QFileDialog::DontConfirmOverwrite);
     prepareChooser(chooser, request, {.memory = false});
+    // Once it is closed, the list of files that its thread brings may still replace the name.
+    QString chosen;
+    QObject::connect(&chooser, &QFileDialog::fileSelected,
+                     [&chosen](const QString &file) { chosen = file; });
     chooser.open();
     DesktopBackend::settle();
     if (!path) {
@@ -279,9 +283,8 @@ bool WidgetHands::answerChooser(const FileRequest &request,
     if (!path) {
         return chooser.result() == QDialog::Rejected;
     }
-    const QStringList chosen = chooser.selectedFiles();
     return chooser.result() == QDialog::Accepted && !chosen.isEmpty() &&
-           QFileInfo(chosen.front()) == QFileInfo(qtText(*path));
+           QFileInfo(chosen) == QFileInfo(qtText(*path));
 }
 
 bool WidgetHands::answerBox(const BoxRequest &request, const BoxResult &answer) {
