@@ -45,7 +45,7 @@ struct AutoSkipCounts {
     int windows = 0;
 };
 
-/// The filters as users are told of them, and what each has taken.
+/// The filters by the names that users see, and what each has taken.
 struct AutoSkipFilter {
     std::string_view name;
     int AutoSkipCounts::*taken;

@@ -14,7 +14,7 @@ namespace keldrin {
 
 enum class ExportFormat : unsigned char { Csv, Gdf2, Vtk };
 
-/// A format as users are told of it.
+/// A format by the names that users see.
 struct ExportFormatName {
     ExportFormat format;
     std::string_view name;  ///< on a command line
@@ -51,9 +51,9 @@ struct [[nodiscard]] ExportOutcome {
 ///         field data are named so too
 ///   vtk   BASE.vtk; none without a sounding that has a model and a place
 ///
-/// The files of one format are replaced together or stay as they were. Each is told in the log, and
+/// The files of one format are replaced together or stay as they were. Each is in the log, and
 /// each failure is reported with its path.
-/// base     path of the files without what is told above
+/// base     path of the files without the endings above
 ExportOutcome ExportLine(const SurveyModel &model, std::span<const ExportFormat> formats,
                          const std::string &base);
 

@@ -6,7 +6,7 @@
 namespace keldrin {
 
 /// A page that shows the line as a whole, made of a survey for the window as it is now. Soundings
-/// are told by their ordinals from 1, places in centimetres of the page of 24 by 18.
+/// are given by their ordinals from 1, places in centimetres of the page of 24 by 18.
 struct LinePage {
     /// Draws the page on a cleared surface.
     /// marked  the sounding that the user is at; 0 none
