@@ -1,0 +1,61 @@
+#pragma once
+
+#include "base/real.h"
+#include "projectfile/mark_journal.h"
+#include "review/plot_limits.h"
+#include "review/review_history.h"
+#include "review/review_loop.h"
+#include "review/review_panel.h"
+#include "toolkit/toolkit.h"
+
+#include <functional>
+#include <span>
+#include <string>
+
+namespace keldrin {
+
+/// One entry of the review.
+struct Review {
+    SurveyModel &survey;
+    ReviewState &state;
+    std::string &path;
+    const ReloadProject &reload;
+    const LinePages &pages;
+    PlotLimits limits = {};
+    std::string date = {}; ///< of the entry
+    std::string time = {};
+    MarkHistory history = {};
+    MarkJournal journal = {};
+    bool aimed = false; ///< at a mark, hit or not
+    bool hit = false;   ///< a mark has changed
+    bool stays = true;
+    bool panelOpen = false;
+    bool redraws = true; ///< the page is drawn anew after this event
+    int status = 0;
+};
+
+/// What the review does on an event. Each group of actions gives a table of its own.
+struct ReviewBinding {
+    int type;  ///< of the event
+    int value; ///< of the event
+    void (*act)(Review &, const ToolkitEvent &);
+};
+
+std::span<const ReviewBinding> walkBindings(); ///< from sounding to sounding
+std::span<const ReviewBinding> markBindings(); ///< skip marks, undo
+std::span<const ReviewBinding> plotBindings(); ///< limits, printing, files
+
+/// Brings a sounding on show: its ordinal is limited to those of the line.
+inline void showStation(Review &review, int station) {
+    review.state.ReviewStation = limited(station, 1, review.survey.SoundingCount);
+}
+
+/// Does something to marks, on purpose: one step of undo, which the journal keeps too.
+void actOnMarks(Review &review, const std::function<void()> &change);
+
+/// What the panel shows.
+inline PanelValues panelOf(const Review &review) {
+    return {review.state.ReviewStation, review.survey.SoundingCount};
+}
+
+} // namespace keldrin
