@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <utility>
+#include <vector>
 
 namespace keldrin {
 
@@ -78,10 +80,12 @@ SolveStatus eliminateLine(Elimination &line, const EngineRun &run) {
     return singular ? SolveStatus::Singular : SolveStatus::Solved;
 }
 
-} // namespace
-
-SolveStatus solveLine(LineSystem system, const EngineRun &run, std::vector<VectorXd> &solution) {
-    solution.assign(system.diagonal.size(), VectorXd());
+/// The line eliminated up to its middle block, and then what each caller does outwards from there.
+/// result  a vector for each block; one without blocks is solved
+SolveStatus solveOutwards(LineSystem &&system, const EngineRun &run, std::vector<VectorXd> &result,
+                          const std::function<void(Elimination &)> &startAtMiddle,
+                          const std::function<void(Elimination &, int block, int inner)> &visit) {
+    result.assign(system.diagonal.size(), VectorXd());
     if (system.diagonal.empty()) {
         return SolveStatus::Solved;
     }
@@ -90,46 +94,48 @@ SolveStatus solveLine(LineSystem system, const EngineRun &run, std::vector<Vecto
     if (status != SolveStatus::Solved) {
         return status;
     }
-    solution[asIndex(line.middle)] =
-        line.inverse[asIndex(line.middle)] * line.right[asIndex(line.middle)];
-    walkChains(line, run, false, [&](int block, int, int inner) {
+    startAtMiddle(line);
+    walkChains(line, run, false, [&](int block, int, int inner) { visit(line, block, inner); });
+    return run.stopped() ? SolveStatus::Stopped : SolveStatus::Solved;
+}
+
+} // namespace
+
+SolveStatus solveLine(LineSystem system, const EngineRun &run, std::vector<VectorXd> &solution) {
+    const auto solveMiddle = [&](const Elimination &line) {
+        const std::size_t middle = asIndex(line.middle);
+        solution[middle] = line.inverse[middle] * line.right[middle];
+    };
+    const auto solveNext = [&](const Elimination &line, int block, int inner) {
         VectorXd right = line.right[asIndex(block)];
         const double link = line.linkBetween(block, inner);
         if (link != 0.0) {
             right += link * solution[asIndex(inner)];
         }
         solution[asIndex(block)].noalias() = line.inverse[asIndex(block)] * right;
-    });
-    return run.stopped() ? SolveStatus::Stopped : SolveStatus::Solved;
+    };
+    return solveOutwards(std::move(system), run, solution, solveMiddle, solveNext);
 }
 
 SolveStatus lineVariances(LineSystem system, const EngineRun &run,
                           std::vector<VectorXd> &variances) {
-    variances.assign(system.diagonal.size(), VectorXd());
-    if (system.diagonal.empty()) {
-        return SolveStatus::Solved;
-    }
-    Elimination line(std::move(system));
-    const SolveStatus status = eliminateLine(line, run);
-    if (status != SolveStatus::Solved) {
-        return status;
-    }
+    const auto keepDiagonal = [&](const Elimination &line, int block) {
+        variances[asIndex(block)] = line.inverse[asIndex(block)].diagonal();
+    };
+    const auto keepMiddle = [&](const Elimination &line) {
+        keepDiagonal(line, line.middle);
+    };
     // The covariance of a block takes the place of its inverse.
-    walkChains(line, run, false, [&](int block, int, int inner) {
+    const auto keepNext = [&](Elimination &line, int block, int inner) {
         const double link = line.linkBetween(block, inner);
         if (link != 0.0) {
             const MatrixXd inverse = line.inverse[asIndex(block)];
             const MatrixXd product = inverse * line.inverse[asIndex(inner)];
             line.inverse[asIndex(block)].noalias() += link * link * (product * inverse);
         }
-    });
-    if (run.stopped()) {
-        return SolveStatus::Stopped;
-    }
-    for (std::size_t i = 0; i < variances.size(); ++i) {
-        variances[i] = line.inverse[i].diagonal();
-    }
-    return SolveStatus::Solved;
+        keepDiagonal(line, block);
+    };
+    return solveOutwards(std::move(system), run, variances, keepMiddle, keepNext);
 }
 
 } // namespace keldrin

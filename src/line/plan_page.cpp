@@ -11,6 +11,7 @@
 #include "page/page_colours.h"
 #include "page/plot.h"
 #include "page/plot_scale.h"
+#include "review/map_plot.h"
 #include "review/page_layout.h"
 #include "review/survey_map.h"
 #include "toolkit/toolkit.h"
@@ -169,26 +170,9 @@ void drawNorthArrow() {
 
 void setUpPlot(const PlanPage &plan) {
     const PageFrame &frame = plan.frame;
-    PlotNew();
-    PlotViewport(frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
-                 frame.top / PageHeight);
-    PlotUnits(plan.east().min, plan.north().min, plan.east().max, plan.north().max);
-    PlotScales("LIN", "LIN");
-    PlotKind('G');
-    PlotMarkerSize(MarkerSize.width, MarkerSize.height);
-    PlotTickLength(0.25F);
-    PlotXLabelOffset(0.7F);
-    PlotYLabelOffset(0.85F);
-}
-
-void drawAxes(std::string_view unit) {
-    const std::string inUnit = " (" + std::string(unit) + ")";
-    selectTextSize(NumberSize);
-    PlotXAxis();
-    PlotYAxis();
-    selectTextSize(LabelSize);
-    PlotXLabel("Easting" + inUnit);
-    PlotYLabel("Northing" + inUnit);
+    beginMapPlot({frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
+                  frame.top / PageHeight},
+                 plan.map);
 }
 
 float textHeight() {
@@ -304,7 +288,7 @@ void drawDots(const PlanPage &plan) {
 void drawMap(const PlanPage &plan, int marked) {
     setUpPlot(plan);
     PlotFrame();
-    drawAxes(plan.survey.control.LengthUnits.view());
+    drawMapAxes(plan.survey.control.LengthUnits.view());
     selectTextSize(NumberSize);
     PageRoom room(plan.frame);
     takeLoop(plan, room);

@@ -3,6 +3,7 @@
 #include "base/paths.h"
 #include "page/drawing.h"
 #include "page/plot.h"
+#include "review/map_plot.h"
 #include "review/page_layout.h"
 #include "review/survey_map.h"
 #include "toolkit/toolkit.h"
@@ -15,19 +16,8 @@ namespace keldrin {
 namespace {
 
 constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
-constexpr float FrameRight = 23.5F;                          // page cm
-
-void setUpPlot(const MapExtent &map) {
-    PlotNew();
-    PlotViewport(0.1041667F, 0.0833333F, 0.9791667F, 0.9722222F);
-    PlotUnits(map.east.lowest(), map.north.lowest(), map.east.highest(), map.north.highest());
-    PlotScales("LIN", "LIN");
-    PlotKind('G');
-    PlotMarkerSize(MarkerSize.width, MarkerSize.height);
-    PlotTickLength(0.25F);
-    PlotXLabelOffset(0.7F);
-    PlotYLabelOffset(0.85F);
-}
+constexpr PageFrame Viewport = {0.1041667F, 0.0833333F, 0.9791667F, 0.9722222F};
+constexpr float FrameRight = 23.5F; // page cm
 
 void drawTitle(const ControlValues &control, std::string_view fileName) {
     std::vector<std::string> lines = {"Plan View of Survey Configuration"};
@@ -47,16 +37,6 @@ void drawTitle(const ControlValues &control, std::string_view fileName) {
     }
 }
 
-void drawAxes(std::string_view unit) {
-    const std::string inUnit = " (" + std::string(unit) + ")";
-    selectTextSize(NumberSize);
-    PlotXAxis();
-    PlotYAxis();
-    selectTextSize(LabelSize);
-    PlotXLabel("Easting" + inUnit);
-    PlotYLabel("Northing" + inUnit);
-}
-
 void drawPoints(const MapPoints &points) {
     PlotMarkers(points.east.data(), points.north.data(), points.count(), DotMarker);
 }
@@ -72,12 +52,12 @@ int Plot_PlanView(const SurveyModel &survey, std::string_view path) {
     const bool isMap = soundings.count() + loop.count() > 0;
     beginReviewPage();
     if (isMap) {
-        setUpPlot(mapExtent(soundings, loop, windowShape()));
+        beginMapPlot(Viewport, mapExtent(soundings, loop, windowShape()));
         PlotFrame();
     }
     drawTitle(survey.control, fileNameOf(path));
     if (isMap) {
-        drawAxes(survey.control.LengthUnits.view());
+        drawMapAxes(survey.control.LengthUnits.view());
         IGrColour("Red");
         PlotDrawLine(loop.east.data(), loop.north.data(), loop.count());
         drawPoints(loop);

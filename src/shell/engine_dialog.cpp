@@ -1,20 +1,12 @@
 #include "shell/engine_dialog.h"
 
-#include "toolkit/control_ids.h"
-
-#include <array>
+#include "toolkit/long_work.h"
 
 namespace keldrin {
 
 namespace {
 
-using enum ControlKind;
-
-constexpr std::array Controls = {
-    ControlSpec{.id = WorkWords},
-    ControlSpec{.id = WorkBar, .kind = Bar},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Stop"},
-};
+constexpr auto Controls = workControls("Stop");
 
 } // namespace
 

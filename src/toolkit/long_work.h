@@ -1,8 +1,11 @@
 #pragma once
 
 #include "toolkit/backend.h"
+#include "toolkit/control_ids.h"
 #include "toolkit/dialog_model.h"
+#include "toolkit/dialog_spec.h"
 
+#include <array>
 #include <string_view>
 
 namespace keldrin {
@@ -44,8 +47,13 @@ class WorkPause {
     ~WorkPause();
 };
 
-/// The dialog of work that names no other: words, a bar and Cancel. The tables of others have the
-/// controls WorkWords, WorkBar and ButtonCancel too.
+/// The controls of a dialog of long work: words, a bar and the button that stops it.
+constexpr std::array<ControlSpec, 3> workControls(std::string_view button) {
+    return {ControlSpec{.id = WorkWords}, ControlSpec{.id = WorkBar, .kind = ControlKind::Bar},
+            ControlSpec{.id = ButtonCancel, .kind = ControlKind::Button, .label = button}};
+}
+
+/// The dialog of work that names no other.
 extern const DialogSpec ProgressDialog;
 
 /// The dialog of some work with its words, for backends. Its button sets `endButton`.

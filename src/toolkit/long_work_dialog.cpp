@@ -1,19 +1,10 @@
-#include "toolkit/control_ids.h"
 #include "toolkit/long_work.h"
-
-#include <array>
 
 namespace keldrin {
 
 namespace {
 
-using enum ControlKind;
-
-constexpr std::array Controls = {
-    ControlSpec{.id = WorkWords},
-    ControlSpec{.id = WorkBar, .kind = Bar},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel"},
-};
+constexpr auto Controls = workControls("Cancel");
 
 } // namespace
 
