@@ -64,7 +64,7 @@ constexpr std::array Quantities = {
     Quantity{"none", "", "", false, nullptr, nullptr},
     Quantity{"share of skipped windows", "Skipped windows (%)", "", false, skippedShare,
              allPercent},
-    Quantity{"misfit", "Misfit in units of the data errors", "", false, misfit, fromNothing},
+    Quantity{"misfit", "Misfit in units of the stated errors", "", false, misfit, fromNothing},
     Quantity{"resistivity at the depth", "Resistivity (ohm-m)", "ohm-m", true, resistivity,
              roundResistivities},
 };

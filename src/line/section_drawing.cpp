@@ -157,7 +157,7 @@ void drawMisfits(const SectionPage &page, const SectionPlot &plot, int marked) {
     const std::array<double, 2> y = {1.0, 1.0};
     PlotDrawLine(x.data(), y.data(), 2);
     finish(page, plot, "Misfit", marked);
-    drawCaption(plot.frame, "Misfit in units of the data errors");
+    drawCaption(plot.frame, "Misfit in units of the stated errors");
 }
 
 void drawColourBar(const SectionPage &page) {

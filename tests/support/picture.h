@@ -151,6 +151,14 @@ inline Picture pictureOf(const RecordSurface &page) {
             const float arm = static_cast<float>(dotRadius);
             picture.stroke({at.x - arm, at.y}, {at.x + arm, at.y}, item.colour);
             picture.stroke({at.x, at.y - arm}, {at.x, at.y + arm}, item.colour);
+        } else if (item.kind == RecordedItem::Kind::Area) { // upright rectangles, all of them
+            const auto corners = std::minmax_element(
+                item.points.begin(), item.points.end(),
+                [](const PagePoint &a, const PagePoint &b) { return a.x + a.y < b.x + b.y; });
+            picture.box(static_cast<double>(corners.first->x),
+                        static_cast<double>(corners.first->y),
+                        static_cast<double>(corners.second->x),
+                        static_cast<double>(corners.second->y), item.colour, 1.0);
         } else {
             for (std::size_t i = 1; i < item.points.size(); ++i) {
                 picture.stroke(item.points[i - 1], item.points[i], item.colour);

@@ -1,6 +1,8 @@
 #include "program/batch/command.h"
 
 #include "base/clock.h"
+#include "line/profile_page.h"
+#include "line/section_page.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
 #include "review/plan_view.h"
@@ -17,6 +19,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace keldrin {
@@ -84,11 +87,18 @@ class PlotPicture : public testing::TestWithParam<Reader> {
         Plot_Sounding(survey, limits, 1, path, date, time);
         selectSurface(&planPage);
         Plot_PlanView(survey, path);
+        selectSurface(&profilePageOfLine);
+        drawProfile(profilePage(survey, {}, path));
+        selectSurface(&sectionPageOfLine);
+        drawSection(sectionPage(survey, {}, path));
         selectSurface(nullptr);
         messageLog() = MessageLog{};
     }
 
-    void compare(const RecordSurface &page, const std::string &name) {
+    enum class Colours { Kept, ThoseOfPens };
+
+    void compare(const RecordSurface &page, const std::string &name,
+                 Colours colours = Colours::Kept) {
         constexpr double slack = 0.05; // coloured edges of letters
         SCOPED_TRACE(name);
         const std::string out = directory.path(name + ".pnm");
@@ -101,9 +111,11 @@ class PlotPicture : public testing::TestWithParam<Reader> {
         EXPECT_GT(correlation(wanted, shown), 0.9);
         EXPECT_EQ(inkWithoutCounterpart(wanted, shown), "") << "missing in the picture";
         EXPECT_EQ(inkWithoutCounterpart(shown, wanted), "") << "only in the picture";
-        for (const auto &[a, b] :
-             {std::pair{wanted.total(), shown.total()}, std::pair{wanted.red, shown.red},
-              std::pair{wanted.blue, shown.blue}}) {
+        std::vector<std::pair<double, double>> inks = {{wanted.total(), shown.total()}};
+        if (colours == Colours::Kept) {
+            inks.insert(inks.end(), {{wanted.red, shown.red}, {wanted.blue, shown.blue}});
+        }
+        for (const auto &[a, b] : inks) {
             EXPECT_GE(b, a / 2.0 - slack);
             EXPECT_LE(b, a * 2.0 + slack);
         }
@@ -112,6 +124,8 @@ class PlotPicture : public testing::TestWithParam<Reader> {
     TemporaryDirectory directory;
     RecordSurface soundingPage;
     RecordSurface planPage;
+    RecordSurface profilePageOfLine;
+    RecordSurface sectionPageOfLine;
 };
 
 // Other programs read our files and show the page that was drawn.
@@ -123,13 +137,24 @@ TEST_P(PlotPicture, AnIndependentReaderShowsThePage) {
     }
     record();
     const std::string project = directory.path("inloop.std");
-    const std::vector<std::string_view> words = {"--plan",   "--soundings",     "1",
-                                                 "--format", GetParam().format, project};
+    const bool plotter = GetParam().format == "hpgl"; // has few pens and fills no areas
+    std::vector<std::string_view> words = {"--plan", "--profile", "--soundings",
+                                           "1",      "--format",  GetParam().format};
+    if (!plotter) {
+        words.emplace_back("--section");
+    }
+    words.emplace_back(project);
     testing::internal::CaptureStdout();
-    EXPECT_EQ(plotCommand(words), ExitOk);
-    testing::internal::GetCapturedStdout();
+    const int exitCode = plotCommand(words);
+    const std::string output = testing::internal::GetCapturedStdout();
+    ASSERT_EQ(exitCode, ExitOk) << output;
     compare(soundingPage, "inloop0001" + GetParam().extension);
     compare(planPage, "inloop_plan" + GetParam().extension);
+    compare(profilePageOfLine, "inloop_profile" + GetParam().extension,
+            plotter ? Colours::ThoseOfPens : Colours::Kept);
+    if (!plotter) {
+        compare(sectionPageOfLine, "inloop_section" + GetParam().extension);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, PlotPicture, testing::ValuesIn(Readers),
