@@ -1,7 +1,6 @@
 #include "bench_line.h"
 #include "bench_survey.h"
 #include "export/export_line.h"
-#include "line/report.h"
 
 #include <benchmark/benchmark.h>
 
@@ -30,17 +29,6 @@ void exportLine(benchmark::State &state) {
     state.SetLabel(std::string(format.name));
 }
 BENCHMARK(exportLine)->DenseRange(0, 2)->Unit(benchmark::kMillisecond);
-
-/// The report of a line: its pages, their PDF, the file.
-void reportOfLine(benchmark::State &state) {
-    const SurveyModel survey = bench::lineOf(static_cast<int>(state.range(0)), 30, 26);
-    const std::string file = bench::scratchPath("report.pdf");
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(
-            drawReport(survey, "line1.std", file, [](std::size_t, std::size_t) { return true; }));
-    }
-}
-BENCHMARK(reportOfLine)->Arg(200)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 } // namespace keldrin

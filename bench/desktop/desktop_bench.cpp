@@ -1,3 +1,4 @@
+#include "line/report.h"
 #include "line/section_page.h"
 #include "model/survey_model.h"
 #include "page/surfaces/surface.h"
@@ -14,6 +15,7 @@
 #include <QApplication>
 
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <string>
@@ -67,12 +69,8 @@ void reviewStep(benchmark::State &state) {
 }
 BENCHMARK(reviewStep)->Unit(benchmark::kMillisecond)->UseManualTime();
 
-/// A section of 2048 soundings with models, drawn on the window and painted.
-void showFullSection(benchmark::State &state) {
-    constexpr int soundings = 2048;
-    DesktopBackend backend({.memory = false});
-    ToolkitInit(backend, {"keldrin"});
-    WindowOpen(7, -1, -1, 1062, 850);
+/// A line of many soundings with models: those of the example again and again.
+SurveyModel longLine(int soundings) {
     SurveyModel example;
     std::string path = Project;
     OpenProject(example, path);
@@ -85,13 +83,38 @@ void showFullSection(benchmark::State &state) {
         model.hTrn.push_back(sounding);
     }
     model.SoundingCount = soundings;
+    return model;
+}
+
+/// A section of 2048 soundings with models, drawn on the window and painted.
+void showFullSection(benchmark::State &state) {
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(ResizableWindow, -1, -1, 1062, 850);
+    const SurveyModel model = longLine(2048);
     for (auto _ : state) {
-        drawSection(sectionPage(model, {}, path));
+        drawSection(sectionPage(model, {}, Project));
         backend.window().canvas().repaint();
     }
     ToolkitClose();
 }
 BENCHMARK(showFullSection)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// The report of 200 soundings: its pages, their PDF, the file.
+void reportOfLine(benchmark::State &state) {
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    const SurveyModel model = longLine(200);
+    const std::string file = "keldrin_desktop_bench.pdf";
+    for (auto _ : state) {
+        if (!drawReport(model, Project, file, [](std::size_t, std::size_t) { return true; })) {
+            state.SkipWithError("the report was not written");
+        }
+    }
+    std::remove(file.c_str());
+    ToolkitClose();
+}
+BENCHMARK(reportOfLine)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 } // namespace keldrin
