@@ -68,6 +68,7 @@ void requireFixedPoint(SurveyModel &model, std::string &path) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     SurveyModel model; // a new one, since a table that has grown is reset whole each time
+    clearScratch();
     std::string path = scratchPath(".std");
     fixClock(DateTime{2021, 5, 14, 9, 30, 0});
     messageLog().quiet = true;

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #ifdef _WIN32
 #include <process.h>
@@ -14,15 +15,30 @@
 
 namespace keldrin::fuzz {
 
-/// A path of this process alone in the temporary directory.
+/// A path in a directory of this process alone, below the temporary one: the program looks through
+/// the directory of a project.
 inline std::string scratchPath(std::string_view extension) {
+    static const std::filesystem::path directory = [] {
 #ifdef _WIN32
-    const int process = _getpid();
+        const int process = _getpid();
 #else
-    const int process = ::getpid();
+        const int process = ::getpid();
 #endif
-    const std::string name = "keldrin_fuzz_" + std::to_string(process) + std::string(extension);
-    return (std::filesystem::temp_directory_path() / name).string();
+        std::filesystem::path own =
+            std::filesystem::temp_directory_path() / ("keldrin_fuzz_" + std::to_string(process));
+        std::filesystem::create_directories(own);
+        return own;
+    }();
+    return (directory / ("case" + std::string(extension))).string();
+}
+
+/// Removes what earlier inputs have left there, kept copies too.
+inline void clearScratch() {
+    std::error_code ignored;
+    const auto directory = std::filesystem::path(scratchPath("")).parent_path();
+    for (const auto &entry : std::filesystem::directory_iterator(directory, ignored)) {
+        std::filesystem::remove(entry.path(), ignored);
+    }
 }
 
 inline void store(const std::string &path, std::string_view content) {
