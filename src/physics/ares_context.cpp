@@ -29,7 +29,7 @@ Response stepResponse(const ARes_Context &c, float t, float conductivity) {
         return {loop.R / c.area, loop.S / c.area};
     }
     default:
-        return Loop_Field(c.rxX, c.rxY, c.xLength, c.yLength, t, c.weights[c.window], conductivity);
+        return Loop_Field(c.receiver, t, c.weights[c.window], conductivity);
     }
 }
 
@@ -96,8 +96,9 @@ ARes_Context contextOf(const AResInput &input) {
     context.radius = std::sqrt(context.area / 3.1415927F);
     context.ramp = input.ramp * 1.0e-6F;
     context.frequency = input.freq;
-    context.rxX = input.rxX;
-    context.rxY = input.rxY;
+    if (input.iTemArray == FixedLoop || input.iTemArray == MovingLoop) {
+        context.receiver = loopView(input.rxX, input.rxY, input.xLength, input.yLength);
+    }
     context.ntw = input.ntw;
     const float half = input.ramp * 5.0e-7F;
     for (std::size_t k = 0; k < asIndex(input.ntw); ++k) {

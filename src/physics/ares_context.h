@@ -36,8 +36,7 @@ struct ARes_Context {
     float radius = 0.0F;    ///< of the circle of the same area, m
     float ramp = 0.0F;      ///< s
     float frequency = 0.0F; ///< Hz
-    float rxX = 0.0F;
-    float rxY = 0.0F;
+    LoopView receiver{};    ///< of Fixed-Loop and Moving-Loop; else not set
     int ntw = 0;
     std::size_t window = 0;  ///< the current window, from 0
     WindowReals centre{};    ///< s after the middle of the ramp

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "physics/dipole_plan.h"
 #include "physics/response.h"
 
 namespace keldrin {
@@ -42,6 +43,10 @@ Response Dipole_ZKernel(float rho, float theta);
 /// A loop seen from outside as a grid of 9 by 9 dipoles, weighted by the Gauss-Legendre rule. Just
 /// beyond |x| = Lx the vertical sum is within 3e-6 of the integral over the loop's area at all
 /// times; the horizontal one has the error of its kernel.
+HorizontalResponse Dipole_HSum(const DipolePlan &plan, float t, float s);
+Response Dipole_ZSum(const DipolePlan &plan, float t, float s);
+
+/// The same for one value, with a plan of its own.
 HorizontalResponse Dipole_HSum(float x, float y, float Lx, float Ly, float t, float s);
 Response Dipole_ZSum(float x, float y, float Lx, float Ly, float t, float s);
 

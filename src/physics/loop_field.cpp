@@ -70,55 +70,72 @@ Response fourSidesOnAxis(const SideOffsets &side, bool xIsZero, bool yIsZero, fl
 }
 
 // X and Y together, for the price of one where a single dipole sum gives both.
-HorizontalResponse horizontalField(float x, float y, float Lx, float Ly, float t, bool wantX,
-                                   bool wantY, float s) {
+HorizontalResponse horizontalField(const LoopView &view, float t, bool wantX, bool wantY, float s) {
+    const float x = view.x;
+    const float y = view.y;
     wantX = wantX && std::fabs(x) >= OnAxisHorizontal;
     wantY = wantY && std::fabs(y) >= OnAxisHorizontal;
     if (!wantX && !wantY) {
         return {};
     }
-    if (isOutside(x, y, Lx, Ly)) {
-        const HorizontalResponse both = Dipole_HSum(x, y, Lx, Ly, t, s);
+    if (view.outside) {
+        const HorizontalResponse both = Dipole_HSum(view.dipoles, t, s);
         return {wantX ? both.X : Response{}, wantY ? both.Y : Response{}};
     }
-    return {wantX ? insideX(x, y, Lx, Ly, t, s) : Response{},
-            wantY ? insideY(x, y, Lx, Ly, t, s) : Response{}};
+    return {wantX ? insideX(x, y, view.Lx, view.Ly, t, s) : Response{},
+            wantY ? insideY(x, y, view.Lx, view.Ly, t, s) : Response{}};
 }
 
-} // namespace
-
-Response Loop_FieldX(float x, float y, float Lx, float Ly, float t, float s) {
-    return horizontalField(x, y, Lx, Ly, t, true, false, s).X;
-}
-
-Response Loop_FieldY(float x, float y, float Lx, float Ly, float t, float s) {
-    return horizontalField(x, y, Lx, Ly, t, false, true, s).Y;
-}
-
-Response Loop_FieldZ(float x, float y, float Lx, float Ly, float t, float s) {
-    if (isOutside(x, y, Lx, Ly)) {
-        return Dipole_ZSum(x, y, Lx, Ly, t, s);
+Response verticalField(const LoopView &view, float t, float s) {
+    if (view.outside) {
+        return Dipole_ZSum(view.dipoles, t, s);
     }
-    const SideOffsets side = sideOffsets(x, y, Lx, Ly);
+    const SideOffsets side = sideOffsets(view.x, view.y, view.Lx, view.Ly);
     const float q = diffusionScale(t, s);
-    const bool xIsZero = std::fabs(x) < OnAxisVertical;
-    const bool yIsZero = std::fabs(y) < OnAxisVertical;
+    const bool xIsZero = std::fabs(view.x) < OnAxisVertical;
+    const bool yIsZero = std::fabs(view.y) < OnAxisVertical;
     return xIsZero || yIsZero ? fourSidesOnAxis(side, xIsZero, yIsZero, s, q)
                               : fourSidesOffAxis(side, s, q);
 }
 
-Response Loop_Field(float x, float y, float Lx, float Ly, float t, const ComponentWords &words,
-                    float s) {
+} // namespace
+
+LoopView loopView(float x, float y, float Lx, float Ly) {
+    LoopView view{x, y, Lx, Ly, isOutside(x, y, Lx, Ly), {}};
+    if (view.outside) {
+        view.dipoles = makeDipolePlan(x, y, Lx, Ly);
+    }
+    return view;
+}
+
+Response Loop_FieldX(float x, float y, float Lx, float Ly, float t, float s) {
+    return horizontalField(loopView(x, y, Lx, Ly), t, true, false, s).X;
+}
+
+Response Loop_FieldY(float x, float y, float Lx, float Ly, float t, float s) {
+    return horizontalField(loopView(x, y, Lx, Ly), t, false, true, s).Y;
+}
+
+Response Loop_FieldZ(float x, float y, float Lx, float Ly, float t, float s) {
+    return verticalField(loopView(x, y, Lx, Ly), t, s);
+}
+
+Response Loop_Field(const LoopView &view, float t, const ComponentWords &words, float s) {
     const bool wantX = words[0] != 0.0F;
     const bool wantY = words[1] != 0.0F;
     const bool wantZ = words[2] != 0.0F;
-    const auto [X, Y] = horizontalField(x, y, Lx, Ly, t, wantX, wantY, s);
-    const Response Z = wantZ ? Loop_FieldZ(x, y, Lx, Ly, t, s) : Response{};
+    const auto [X, Y] = horizontalField(view, t, wantX, wantY, s);
+    const Response Z = wantZ ? verticalField(view, t, s) : Response{};
     const float R = std::sqrt(X.R * X.R + Y.R * Y.R + Z.R * Z.R);
     if (!(R > 1.0e-30F)) {
         return {R, 0.0F};
     }
     return {R, (X.R * X.S + Y.R * Y.S + Z.R * Z.S) / R};
+}
+
+Response Loop_Field(float x, float y, float Lx, float Ly, float t, const ComponentWords &words,
+                    float s) {
+    return Loop_Field(loopView(x, y, Lx, Ly), t, words, s);
 }
 
 } // namespace keldrin

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "physics/dipole_plan.h"
 #include "physics/response.h"
 
 #include <array>
@@ -13,8 +14,22 @@ namespace keldrin {
 /// Word of each component, X Y Z; one that is not zero switches the component on.
 using ComponentWords = std::array<float, 3>;
 
+/// A receiver and a loop, with what all their field values share.
+struct LoopView {
+    float x;
+    float y;
+    float Lx;
+    float Ly;
+    bool outside;
+    DipolePlan dipoles; ///< of a receiver outside; else not set
+};
+LoopView loopView(float x, float y, float Lx, float Ly);
+
 /// Magnitude of the components that are switched on; never negative. A component that is off is
 /// not computed. The slope is 0 where the magnitude is 1e-30 or less.
+Response Loop_Field(const LoopView &view, float t, const ComponentWords &words, float s);
+
+/// The same for one value, with a view of its own.
 Response Loop_Field(float x, float y, float Lx, float Ly, float t, const ComponentWords &words,
                     float s);
 

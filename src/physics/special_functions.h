@@ -15,7 +15,7 @@ namespace keldrin {
 ///
 /// exp(x) = 2^n exp(r) with n the integer nearest to x / ln 2, ln 2 taken off in two parts (Cody
 /// and Waite 1980), and exp(r) by its power series.
-inline float Exp_Single(float x) {
+[[gnu::always_inline]] inline float Exp_Single(float x) {
     constexpr float log2OfE = 1.442695F;
     constexpr float ln2High = 0.693359375F;
     constexpr float ln2Low = -2.1219444e-4F;
@@ -34,7 +34,7 @@ inline float Exp_Single(float x) {
 }
 
 /// Complement of the error function for 0 <= a < 8, by a Chebyshev fit.
-inline float erfComplement(float a) {
+[[gnu::always_inline]] inline float erfComplement(float a) {
     const float r = 1.0F / (1.0F + 0.5F * a);
     const float power =
         -a * a - 1.2655122F +
@@ -67,7 +67,7 @@ double Erf_Double(double x);
 inline constexpr float BesselSplit = 3.75F;
 
 /// I0 and I1 for |x| below 3.75; relative error 2e-7.
-inline float besselSeriesI0(float x) {
+[[gnu::always_inline]] inline float besselSeriesI0(float x) {
     const float ratio = x / BesselSplit;
     const auto y = static_cast<double>(ratio * ratio);
     return static_cast<float>(
@@ -75,7 +75,7 @@ inline float besselSeriesI0(float x) {
                    y * (3.0899424 +
                         y * (1.2067492 + y * (0.2659732 + y * (0.0360768 + y * 0.0045813))))));
 }
-inline float besselSeriesI1(float x) {
+[[gnu::always_inline]] inline float besselSeriesI1(float x) {
     const float ratio = x / BesselSplit;
     const auto y = static_cast<double>(ratio * ratio);
     return static_cast<float>(
@@ -87,7 +87,7 @@ inline float besselSeriesI1(float x) {
 }
 
 /// sqrt(a) exp(-a) I0(a) and I1(a) for a of 3.75 or more.
-inline double besselAsymptoteI0(float a) {
+[[gnu::always_inline]] inline double besselAsymptoteI0(float a) {
     const auto y = static_cast<double>(BesselSplit / a);
     return 0.39894228 +
            y * (0.01328592 +
@@ -97,7 +97,7 @@ inline double besselAsymptoteI0(float a) {
                                y * (-0.02057706 +
                                     y * (0.02635537 + y * (-0.01647633 + y * 0.00392377)))))));
 }
-inline double besselAsymptoteI1(float a) {
+[[gnu::always_inline]] inline double besselAsymptoteI1(float a) {
     const auto y = static_cast<double>(BesselSplit / a);
     return 0.39894228 +
            y * (-0.03988024 +
@@ -109,11 +109,11 @@ inline double besselAsymptoteI1(float a) {
 }
 
 /// exp(-|x|) I0(x) and exp(-|x|) I1(x), for |x| of 3.75 and more only; relative error 7e-7.
-inline float Bessel_I0Scaled(float x) {
+[[gnu::always_inline]] inline float Bessel_I0Scaled(float x) {
     const float a = std::fabs(x);
     return static_cast<float>(besselAsymptoteI0(a) / static_cast<double>(std::sqrt(a)));
 }
-inline float Bessel_I1Scaled(float x) {
+[[gnu::always_inline]] inline float Bessel_I1Scaled(float x) {
     const float a = std::fabs(x);
     const auto value = static_cast<float>(besselAsymptoteI1(a) / static_cast<double>(std::sqrt(a)));
     return x < 0.0F ? -value : value;
