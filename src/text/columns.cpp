@@ -22,9 +22,7 @@ std::string_view withoutQuotes(char *begin, char *end, std::size_t width) {
 }
 
 /// Tabs become blanks, and blanks before a comma go after it, also between quotes.
-/// returns  true when the line holds a double quote
-bool settleSeparators(std::string &line) {
-    bool quoted = false;
+void settleSeparators(std::string &line) {
     std::size_t firstBlank = 0; // of the run of blanks that ends at the present character
     for (std::size_t i = 0; i < line.size(); ++i) {
         char &c = line[i];
@@ -34,11 +32,9 @@ bool settleSeparators(std::string &line) {
             line[firstBlank++] = ',';
             c = ' ';
         } else if (c != ' ') {
-            quoted = quoted || c == '"';
             firstBlank = i + 1;
         }
     }
-    return quoted;
 }
 
 /// The cells of one line while it is scanned.
@@ -46,20 +42,21 @@ struct CellScan {
     SplitCells &out;
     std::size_t most;
     std::size_t width;
-    bool quoted;
 
     [[nodiscard]] bool full() const { return out.cells.size() >= most; }
     void add(char *begin, char *end) {
-        if (quoted && std::find(begin, end, '"') != end) {
+        if (std::find(begin, end, '"') != end) {
             out.cells.push_back(withoutQuotes(begin, end, width));
             return;
         }
-        const std::string_view cell(begin, end);
+        add({begin, end});
+    }
+    void add(std::string_view cell) {
         out.cells.push_back(cell.size() <= width ? cell : cutText(cell, width));
     }
 };
 
-void scanColumns(char *at, char *end, CellScan &scan) {
+void scanQuotedColumns(char *at, char *end, CellScan &scan) {
     bool inQuote = false;
     bool atSeparator = true;
     char *first = at; // of the cell that is being scanned
@@ -84,6 +81,34 @@ void scanColumns(char *at, char *end, CellScan &scan) {
     }
 }
 
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+const char *passBlanks(const char *at, const char *end) {
+    while (at != end && isBlank(*at)) {
+        ++at;
+    }
+    return at;
+}
+
+// Without quotes the cells stand in the line as they are. A comma belongs to the cell before it,
+// whatever blanks are between them.
+void scanPlainColumns(const char *at, const char *end, CellScan &scan) {
+    at = passBlanks(at, end);
+    while (at != end && !scan.full()) {
+        const char *const first = at;
+        while (at != end && *at != ',' && !isBlank(*at)) {
+            ++at;
+        }
+        scan.add({first, at});
+        at = passBlanks(at, end);
+        if (at != end && *at == ',') {
+            at = passBlanks(at + 1, end);
+        }
+    }
+}
+
 std::size_t mostCells(int maxCols) {
     return asIndex(std::max(0, maxCols));
 }
@@ -93,10 +118,15 @@ std::size_t mostCells(int maxCols) {
 void Str_Split_Columns(std::string_view line, int maxCols, std::size_t width, SplitCells &out) {
     out.cells.clear();
     out.work.assign(trimBlanks(line));
-    const bool quoted = settleSeparators(out.work);
-    CellScan scan{out, mostCells(maxCols), width, quoted};
+    CellScan scan{out, mostCells(maxCols), width};
     char *const begin = out.work.data();
-    scanColumns(begin, begin + out.work.size(), scan);
+    char *const end = begin + out.work.size();
+    if (holds(out.work, "\"")) {
+        settleSeparators(out.work);
+        scanQuotedColumns(begin, end, scan);
+    } else {
+        scanPlainColumns(begin, end, scan);
+    }
 }
 
 void Str_Split_Csv(std::string_view line, int maxCols, std::size_t width, SplitCells &out) {

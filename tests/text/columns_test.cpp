@@ -1,9 +1,11 @@
+#include "base/index.h"
 #include "support/message_recorder.h"
 #include "text/column_values.h"
 #include "text/columns.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -65,6 +67,25 @@ TEST(SplitColumns, Quotes) {
         {"\"a ,b\"", {"a, b"}}}; // blanks go behind a comma between quotes too
     for (const auto &[line, expected] : cases) {
         EXPECT_THAT(columnsOf(line), ElementsAreArray(expected)) << '[' << line << ']';
+    }
+}
+
+// Lines without quotes are split in another way than those with quotes.
+TEST(SplitColumns, AQuotedCellBehindALineChangesNoneOfItsCells) {
+    constexpr std::string_view alphabet = " \t,ab";
+    constexpr std::size_t length = 6;
+    std::string line(length, ' ');
+    for (int code = 0; code < 15625; ++code) { // 5^6 lines
+        int rest = code;
+        for (char &c : line) {
+            c = alphabet[asIndex(rest % 5)];
+            rest /= 5;
+        }
+        std::vector<std::string> expected = columnsOf(line);
+        expected.emplace_back("q");
+        ASSERT_EQ(columnsOf(line + " \"q\""), expected) << '[' << line << ']';
+        expected.resize(std::min<std::size_t>(expected.size(), 2));
+        ASSERT_EQ(columnsOf(line + " \"q\"", 2), expected) << '[' << line << ']';
     }
 }
 
