@@ -62,20 +62,16 @@ struct ScannedReal {
     const char *end = nullptr;
 };
 
-/// Digits of the mantissa. Returns false when there are none.
-bool scanMantissa(const char *&at, const char *end, ScannedReal &real) {
-    constexpr int MostDigits = 19;
-    bool any = false;
+constexpr int MostDigits = 19;
+
+/// Digits of any mantissa, of which those after the 19th count for the power of ten alone.
+void scanManyDigits(const char *at, const char *end, ScannedReal &real) {
     bool behindPoint = false;
     for (; at != end; ++at) {
-        if (*at == '.' && !behindPoint) {
+        if (*at == '.') {
             behindPoint = true;
             continue;
         }
-        if (!isDigit(*at)) {
-            break;
-        }
-        any = true;
         const bool kept = real.significant < MostDigits;
         if (kept) {
             real.digits = real.digits * 10 + static_cast<std::uint64_t>(*at - '0');
@@ -83,7 +79,42 @@ bool scanMantissa(const char *&at, const char *end, ScannedReal &real) {
         real.significant += real.digits != 0 ? 1 : 0;
         real.exponent += (kept ? 0 : 1) - (behindPoint ? 1 : 0);
     }
-    return any;
+}
+
+/// Passes over digits and takes them in; the number may overflow.
+const char *takeDigits(const char *at, const char *end, std::uint64_t &digits) {
+    for (; at != end && isDigit(*at); ++at) {
+        digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+    }
+    return at;
+}
+
+/// Digits of the mantissa. Returns false when there are none.
+bool scanMantissa(const char *&at, const char *end, ScannedReal &real) {
+    const char *const begin = at;
+    std::uint64_t digits = 0;
+    at = takeDigits(at, end, digits);
+    std::ptrdiff_t count = at - begin;
+    std::ptrdiff_t decimals = 0;
+    if (at != end && *at == '.') {
+        const char *const point = at;
+        at = takeDigits(at + 1, end, digits);
+        decimals = at - point - 1;
+        count += decimals;
+    }
+    if (count > MostDigits) {
+        scanManyDigits(begin, at, real);
+        return true;
+    }
+    const char *zero = begin;
+    std::ptrdiff_t leading = 0;
+    for (; zero != at && (*zero == '0' || *zero == '.'); ++zero) {
+        leading += *zero == '0' ? 1 : 0;
+    }
+    real.digits = digits;
+    real.significant = static_cast<int>(count - leading);
+    real.exponent = -decimals;
+    return count > 0;
 }
 
 /// An exponent: a letter E or D with an optional sign, then digits. A sign without a letter begins
@@ -189,6 +220,20 @@ bool convert(const ScannedReal &real, Real &value) {
     return error == std::errc{} && std::isfinite(value);
 }
 
+/// The value of a number that was taken apart; false when it overflows.
+template <class Real>
+bool valueOf(const ScannedReal &real, Real &value) {
+    Real read = 0;
+    if (!shortCut(real, read) && !convert(real, read)) {
+        return false;
+    }
+    if (read < std::numeric_limits<Real>::min()) { // denormals count as zero
+        read = 0;
+    }
+    value = real.negative ? -read : read;
+    return true;
+}
+
 template <class Real>
 FreeForm readReal(std::string_view text, Real &value) {
     const char *at = text.data();
@@ -197,15 +242,15 @@ FreeForm readReal(std::string_view text, Real &value) {
         return found;
     }
     ScannedReal real;
-    Real read = 0;
-    if (!scanReal(at, end, real) || (!shortCut(real, read) && !convert(real, read))) {
-        return FreeForm::Failed;
-    }
-    if (read < std::numeric_limits<Real>::min()) { // denormals count as zero
-        read = 0;
-    }
-    value = real.negative ? -read : read;
-    return FreeForm::Value;
+    return scanReal(at, end, real) && valueOf(real, value) ? FreeForm::Value : FreeForm::Failed;
+}
+
+template <class Real>
+bool readWholeReal(std::string_view text, Real &value) {
+    const char *const end = text.data() + text.size();
+    ScannedReal real;
+    return !text.empty() && scanReal(text.data(), end, real) && real.end == end &&
+           valueOf(real, value);
 }
 
 } // namespace
@@ -215,6 +260,12 @@ FreeForm readFreeForm(std::string_view text, float &value) {
 }
 FreeForm readFreeForm(std::string_view text, double &value) {
     return readReal(text, value);
+}
+bool readWholeNumber(std::string_view text, float &value) {
+    return readWholeReal(text, value);
+}
+bool readWholeNumber(std::string_view text, double &value) {
+    return readWholeReal(text, value);
 }
 FreeForm readFreeForm(std::string_view text, std::int32_t &value) {
     return readInteger(text, value);

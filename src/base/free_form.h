@@ -22,4 +22,9 @@ FreeForm readFreeForm(std::string_view text, double &value);
 FreeForm readFreeForm(std::string_view text, std::int32_t &value);
 FreeForm readFreeForm(std::string_view text, std::int64_t &value);
 
+/// The same for a text that is a number from its first character to its last. False, with the
+/// target left alone, for any other and for one that overflows.
+bool readWholeNumber(std::string_view text, float &value);
+bool readWholeNumber(std::string_view text, double &value);
+
 } // namespace keldrin

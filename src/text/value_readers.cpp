@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <type_traits>
 
 namespace keldrin {
 
@@ -32,6 +33,11 @@ bool holdsInfinity(std::string_view text) {
 /// A null value, such as a lone comma, is a good read of the default.
 template <class Number>
 int readNumber(std::string_view cell, Number defaultValue, Number &result) {
+    if constexpr (std::is_floating_point_v<Number>) { // most cells are just that
+        if (readWholeNumber(cell, result)) {
+            return CellRead;
+        }
+    }
     result = defaultValue;
     if (isEmptyCell(cell) || holdsInfinity(cell.substr(0, NumericWidth))) {
         return CellEmpty;

@@ -53,6 +53,25 @@ TEST(FreeForm, LeavesTheTargetAloneUnlessAValueWasRead) {
     }
 }
 
+// Only where nothing stands before the number or after it, not even what ends a value.
+TEST(FreeForm, WholeNumbersAloneAreReadInOneStep) {
+    for (const char *text :
+         {"7", "-0.5", "+1.25E+03", "1d2", "5.", ".5", "-1e-40", "1e-400", "12345678901234567890.5",
+          "0000000000000000000000001.5", "0.00000000000000000000000015"}) {
+        double wide = -9.0;
+        double whole = -9.0;
+        ASSERT_EQ(readFreeForm(text, wide), FreeForm::Value) << text;
+        EXPECT_TRUE(readWholeNumber(text, whole)) << text;
+        EXPECT_EQ(std::bit_cast<std::uint64_t>(whole), std::bit_cast<std::uint64_t>(wide)) << text;
+    }
+    for (const char *text : {"", "-", ".", "+.", " 7", "7 ", "7,", "7/2", "7\t", "7*", "1e", "1e39",
+                             "1.2.3", "inf", "7E5x"}) {
+        float value = -9.0F;
+        EXPECT_FALSE(readWholeNumber(text, value)) << text;
+        EXPECT_EQ(value, -9.0F) << text;
+    }
+}
+
 TEST(FreeForm, ReadsIntegers) {
     std::int32_t value = -9;
     for (const char *text : {"12.5", "1e3", "2147483648", "-2147483649", "+", "+-1", "12x", ""}) {
