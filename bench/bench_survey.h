@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+// Rates are given as bytes and items; the columns of --benchmark_format=csv hold no other counters.
+
 namespace keldrin::bench {
 
 /// A path in the temporary directory.

@@ -93,12 +93,12 @@ void invertLineFromFile(benchmark::State &state) {
             state.SkipWithError("not inverted");
         }
     }
-    state.SetLabel(last);
 #ifdef __linux__
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    state.counters["MB"] = static_cast<double>(usage.ru_maxrss) / 1024.0;
+    last += "; " + std::to_string(usage.ru_maxrss / 1024) + " MB";
 #endif
+    state.SetLabel(last);
 }
 
 } // namespace

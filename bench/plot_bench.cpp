@@ -28,8 +28,7 @@ void autoLimits(benchmark::State &state) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(Plot_AutoLimits(survey, limits, date, time));
     }
-    state.counters["soundings"] = benchmark::Counter(
-        static_cast<double>(state.iterations() * SoundingsOfLine), benchmark::Counter::kIsRate);
+    state.SetItemsProcessed(state.iterations() * SoundingsOfLine);
 }
 BENCHMARK(autoLimits);
 

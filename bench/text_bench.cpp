@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,8 +22,7 @@ constexpr int ProjectColumns = 16;
 constexpr std::size_t ColumnWidth = 32;
 
 void countCells(benchmark::State &state, int cells) {
-    state.counters["cells"] = benchmark::Counter(static_cast<double>(state.iterations() * cells),
-                                                 benchmark::Counter::kIsRate);
+    state.SetItemsProcessed(state.iterations() * cells);
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
                             static_cast<std::int64_t>(ProjectLine.size()));
 }
@@ -80,9 +80,7 @@ void numberText(benchmark::State &state, const char *text) {
         }
         benchmark::DoNotOptimize(out.data());
     }
-    state.counters["numbers"] = benchmark::Counter(static_cast<double>(state.iterations()) *
-                                                       static_cast<double>(values.size()),
-                                                   benchmark::Counter::kIsRate);
+    state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(values.size()));
 }
 void numberText8(benchmark::State &state, const char *text) {
     numberText<double>(state, text);
