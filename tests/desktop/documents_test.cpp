@@ -15,6 +15,7 @@
 #include "support/source_directory.h"
 #include "support/temporary_directory.h"
 #include "toolkit/desktop/painter_surface.h"
+#include "toolkit/desktop/png_picture.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -111,6 +112,26 @@ TEST_F(DocumentTest, APictureHas200DotsPerInchAndShowsThePage) {
     EXPECT_EQ(picture.size(), QSize(1890, 1417));
     EXPECT_EQ(picture.dotsPerMeterX(), 7874);
     compare(soundingPage, picture);
+}
+
+// Pixel by pixel; rows have no padding in the file, whatever their width.
+TEST(PngPicture, GivesThePictureBack) {
+    for (const QSize size : {QSize(1, 1), QSize(3, 2), QSize(641, 77)}) {
+        QImage picture(size, QImage::Format_RGB32);
+        for (int y = 0; y < size.height(); ++y) {
+            for (int x = 0; x < size.width(); ++x) {
+                picture.setPixel(x, y, qRgb(x & 255, 255 - (y & 255), (x * y + x / 256) & 255));
+            }
+        }
+        picture.setDotsPerMeterX(7874);
+        picture.setDotsPerMeterY(3937);
+        const QByteArray bytes = QByteArray::fromStdString(pngOf(picture));
+        const QImage back = QImage::fromData(bytes, "PNG");
+        EXPECT_EQ(back.convertToFormat(QImage::Format_RGB32), picture) << size.width();
+        EXPECT_FALSE(back.hasAlphaChannel());
+        EXPECT_EQ(back.dotsPerMeterX(), 7874);
+        EXPECT_EQ(back.dotsPerMeterY(), 3937);
+    }
 }
 
 TEST_F(DocumentTest, WindowsOfAnyShapeShowThePage) {

@@ -7,6 +7,7 @@
 #include "page/surfaces/page_list.h"
 #include "page/surfaces/pdf_bookmarks.h"
 #include "toolkit/desktop/painter_surface.h"
+#include "toolkit/desktop/png_picture.h"
 
 #include <QBuffer>
 #include <QHashSeed>
@@ -83,11 +84,8 @@ class PngDocument : public ListedDocument {
         QPainter painter(&picture);
         drawPage(page_, painter, picture.rect());
         painter.end();
-        QByteArray bytes;
-        QBuffer buffer(&bytes);
-        const bool good = picture.save(&buffer, "PNG");
-        document_ = bytes.toStdString();
-        return good;
+        document_ = pngOf(picture);
+        return !document_.empty();
     }
 };
 
