@@ -2,6 +2,7 @@
 #include "line/section_page.h"
 #include "model/survey_model.h"
 #include "page/surfaces/surface.h"
+#include "projectfile/project_file.h"
 #include "review/review_loop.h"
 #include "shell/open_project.h"
 #include "toolkit/child_process.h"
@@ -17,6 +18,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -78,13 +80,38 @@ SurveyModel longLine(int soundings) {
     model.control = example.control;
     for (int i = 0; i < soundings; ++i) {
         SoundingRecord sounding = example.sounding(1 + i % example.SoundingCount);
-        sounding.East = 25.0 * i;
+        sounding.Station = sounding.RxStn = sounding.TxStn = 50.0 * i;
+        sounding.East = 50.0 * i;
         sounding.North = 0.0;
         model.hTrn.push_back(sounding);
     }
     model.SoundingCount = soundings;
     return model;
 }
+
+/// Plots of 200 soundings as PNG files, as `keldrin --export png` makes them.
+void exportPngPages(benchmark::State &state) {
+    constexpr int soundings = 200;
+    const std::filesystem::path directory =
+        std::filesystem::temp_directory_path() / "keldrin-bench-png";
+    std::filesystem::create_directories(directory);
+    const std::string project = (directory / "line.std").string();
+    {
+        DesktopBackend backend({.memory = false});
+        ToolkitInit(backend, {"keldrin"});
+        const SurveyModel model = longLine(soundings);
+        static_cast<void>(STD_File_Write(model, project));
+        ToolkitClose();
+    }
+    for (auto _ : state) {
+        if (runChild({"keldrin", "--export", "png", project}, KELDRIN_PROGRAM_DIR).exitCode != 0) {
+            state.SkipWithError("the program did not run");
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * soundings);
+    std::filesystem::remove_all(directory);
+}
+BENCHMARK(exportPngPages)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 /// A section of 2048 soundings with models, drawn on the window and painted.
 void showFullSection(benchmark::State &state) {

@@ -4,6 +4,7 @@
 #include "base/index.h"
 #include "base/safe_writer.h"
 #include "page/drawing.h"
+#include "page/drawn_plot.h"
 #include "page/error_state.h"
 #include "page/hardcopy_state.h"
 #include "page/surfaces/hpgl_surface.h"
@@ -165,21 +166,21 @@ void openHardcopy(std::string_view path) {
 }
 
 // True when the page is where it belongs; a page that goes nowhere is.
-bool finishPage(HardcopyState &state) {
-    if (!state.page->end()) {
-        state.fault = "the device failed";
+bool finish(DrawnPlot &plot) {
+    if (!plot.encoded) {
+        plot.fault = "the device failed";
         return false;
     }
-    if (state.document == nullptr) {
+    if (plot.document == nullptr) {
         return true;
     }
-    const std::string &content = state.document->document();
-    const WriteOutcome outcome = writeWholeFile(state.path, content);
+    const std::string &content = plot.document->document();
+    const WriteOutcome outcome = writeWholeFile(plot.path, content);
     if (!outcome.written) {
-        state.fault = outcome.failure;
+        plot.fault = outcome.failure;
         return false;
     }
-    trace("file", state.path + " bytes=" + std::to_string(content.size()));
+    trace("file", plot.path + " bytes=" + std::to_string(content.size()));
     return true;
 }
 
@@ -193,10 +194,9 @@ void forgetHardcopy() {
 }
 
 void closeHardcopy() {
-    if (!finishPage(hardcopyState())) {
-        setErrorState(ErrorOutputFile);
-    }
-    forgetHardcopy();
+    DrawnPlot plot = ToolkitTakeHardcopy();
+    encodePlot(plot);
+    writePlot(plot);
 }
 
 } // namespace
@@ -273,6 +273,28 @@ void ToolkitBookmark(std::string_view text, int level) {
     if (hardcopyState().document != nullptr) {
         hardcopyState().document->bookmark(text, level);
     }
+}
+
+DrawnPlot ToolkitTakeHardcopy() {
+    HardcopyState &state = hardcopyState();
+    DrawnPlot plot;
+    plot.device = std::move(state.device);
+    plot.document = state.document;
+    plot.path = state.path;
+    plot.fault = state.fault;
+    forgetHardcopy();
+    return plot;
+}
+
+void encodePlot(DrawnPlot &plot) {
+    plot.encoded = plot.device->end();
+}
+
+void writePlot(DrawnPlot &plot) {
+    if (!finish(plot)) {
+        setErrorState(ErrorOutputFile);
+    }
+    hardcopyState().fault = plot.fault;
 }
 
 void ToolkitDropHardcopy() {

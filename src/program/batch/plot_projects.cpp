@@ -1,12 +1,15 @@
 #include "program/batch/plot_projects.h"
 
+#include "base/index.h"
 #include "base/paths.h"
 #include "line/profile_page.h"
 #include "line/report.h"
 #include "line/section_page.h"
 #include "messages/message_log.h"
 #include "model/survey_model.h"
+#include "page/drawn_plot.h"
 #include "page/hardcopy.h"
+#include "physics/ordered_work.h"
 #include "program/batch/output_files.h"
 #include "review/hardcopy.h"
 #include "review/plan_view.h"
@@ -22,6 +25,7 @@
 #include <iterator>
 #include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #ifdef _WIN32
@@ -33,6 +37,9 @@
 namespace keldrin {
 
 namespace {
+
+/// Pages are drawn until so many wait for their files.
+constexpr std::size_t MostDrawnPages = 64;
 
 /// What became of one project.
 struct PlotResult {
@@ -162,18 +169,37 @@ bool drawPage(const PlottedProject &project, int page) {
     return true;
 }
 
-// Blank when the file was written, else why not.
-std::string plotPage(const PlottedProject &project, int page, const PlotFormat &format) {
+/// A page that was drawn for a file of its own.
+struct PageFile {
+    std::string path;
+    std::string fault; ///< why there will be no file; blank so far
+    bool opened = false;
+    DrawnPlot plot;
+};
+
+PageFile drawPageFile(const PlottedProject &project, int page, const PlotFormat &format) {
+    PageFile file;
+    file.path = pathOfPage(project.namedAfter, page, format.extension);
     messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages after it
     ToolkitHardcopySelect(1, format.driver);
-    IGrHardcopy(pathOfPage(project.namedAfter, page, format.extension));
-    const bool opened = ToolkitErrorState(ErrorNumber) == 0;
-    if (opened && !drawPage(project, page)) {
+    IGrHardcopy(file.path);
+    file.opened = ToolkitErrorState(ErrorNumber) == 0;
+    if (file.opened && !drawPage(project, page)) {
         ToolkitDropHardcopy();
-        return std::string(format.name) + " has no filled areas, which this page needs";
+        file.fault = std::string(format.name) + " has no filled areas, which this page needs";
+    } else {
+        file.plot = ToolkitTakeHardcopy();
     }
-    IGrHardcopy("S");
-    return ToolkitErrorState(ErrorNumber) == 0 && opened ? "" : ToolkitHardcopyFault();
+    return file;
+}
+
+// Blank when the file was written, else why not.
+std::string writePageFile(PageFile &file) {
+    if (!file.fault.empty()) {
+        return file.fault;
+    }
+    writePlot(file.plot);
+    return ToolkitErrorState(ErrorNumber) == 0 && file.opened ? "" : ToolkitHardcopyFault();
 }
 
 // fault  blank when the file was written
@@ -184,6 +210,28 @@ void countFile(const std::string &path, const std::string &fault, PlotResult &re
         ++result.failed;
         result.fail(path + ": " + fault);
     }
+}
+
+// Encodes the pages on all processors and writes them in their order.
+void writePageFiles(std::vector<PageFile> &files, PlotResult &result) {
+    struct Nothing {};
+    OrderedWork<Nothing> work(
+        static_cast<int>(files.size()),
+        [&](int item, Nothing &) {
+            PageFile &file = files[asIndex(item)];
+            if (file.fault.empty()) {
+                encodePlot(file.plot);
+            }
+        },
+        [&](int item, const Nothing &) {
+            PageFile &file = files[asIndex(item)];
+            countFile(file.path, writePageFile(file), result);
+            file.plot = {};
+            return true;
+        });
+    const auto processors = static_cast<int>(std::thread::hardware_concurrency());
+    work.run(std::min(processors, static_cast<int>(files.size())));
+    files.clear();
 }
 
 // All pages that have something on them; result as of plotPage().
@@ -230,13 +278,16 @@ void plotPages(const PlottedProject &project, const PlotOptions &options, PlotRe
             countFile(path, plotDocument(project, path, pages, progress), result);
         }
     }
+    std::vector<PageFile> drawn;
     for (const int page : pages) {
         for (const PlotFormat &format : options.formats) {
             if (!isDocument(format) && !format.report) {
                 progress.step();
-                countFile(pathOfPage(project.namedAfter, page, format.extension),
-                          plotPage(project, page, format), result);
+                drawn.push_back(drawPageFile(project, page, format));
             }
+        }
+        if (drawn.size() >= MostDrawnPages || page == *pages.rbegin()) {
+            writePageFiles(drawn, result);
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "program/batch/command.h"
 
+#include "base/clock.h"
 #include "support/files.h"
 #include "support/source_directory.h"
 #include "support/temporary_directory.h"
@@ -167,6 +168,41 @@ TEST_F(PlotCommandTest, EachFailureHasItsReasonAndTheOtherPlotsAreMade) {
     run = plot({"--out", project() + "/plots", project()});
     EXPECT_EQ(run.code, ExitFailed);
     EXPECT_THAT(run.err, HasSubstr("cannot make"));
+}
+
+/// The project with as many soundings, each of another curve.
+std::string longProject(const std::string &pair, int soundings) {
+    constexpr std::string_view count = "NumStn=2";
+    std::string text = pair.substr(0, pair.find("\n100,") + 1);
+    text.replace(text.find(count), count.size(), "NumStn=" + std::to_string(soundings));
+    for (int i = 1; i <= soundings; ++i) {
+        const std::string station = std::to_string(100 + 50 * i);
+        text += station + ",1000,5000,312.4," + station + "," + station + ",0.1,2.000E-2," +
+                std::to_string(8000 + 10 * i) + ",3,0,0,1,,25.1,\n" + station +
+                ",1000,5000,312.4," + station + "," + station +
+                ",0.2,4.000E-2,1500,3,0,0,1,,26.3,\n";
+    }
+    return text;
+}
+
+// Pages are encoded many at a time: the files and what is told of them are those of one by one.
+TEST_F(PlotCommandTest, ManyPagesGiveTheFilesOfSingleOnes) {
+    fixClock(DateTime{2026, 5, 14, 9, 30, 0});
+    putFile(project(), longProject(fileContent(project()), 150));
+    for (const char *blocked : {"plots/a0003.svg", "plots/a0064.svg", "plots/a0150.svg"}) {
+        fs::create_directories(directory.path(blocked));
+    }
+    const Outcome run = plot({"--out", directory.path("plots"), project()});
+    EXPECT_EQ(run.code, ExitFailed);
+    EXPECT_THAT(run.out, AllOf(HasSubstr("150 soundings, 147 plot files, 3 could not be written"),
+                               HasSubstr("a0003.svg: Is a directory")));
+    for (const std::string number : {"1", "65", "128", "149"}) {
+        EXPECT_EQ(plot({"--soundings", number, project()}).code, ExitOk);
+        const std::string name = "a" + std::string(4 - number.size(), '0') + number + ".svg";
+        EXPECT_EQ(fileContent(directory.path("plots/" + name)), fileContent(directory.path(name)))
+            << name;
+    }
+    fixClock({});
 }
 
 TEST_F(PlotCommandTest, PlotsOfOneProjectDoNotReplaceThoseOfAnother) {
