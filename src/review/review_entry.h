@@ -30,7 +30,8 @@ struct Review {
     bool hit = false;   ///< a mark has changed
     bool stays = true;
     bool panelOpen = false;
-    bool redraws = true; ///< the page is drawn anew after this event
+    bool redraws = true;         ///< the page is drawn anew after this event
+    std::string typedPlace = {}; ///< a number that is being typed on the page, see review_place.h
     int status = 0;
 };
 
@@ -41,9 +42,10 @@ struct ReviewBinding {
     void (*act)(Review &, const ToolkitEvent &);
 };
 
-std::span<const ReviewBinding> walkBindings(); ///< from sounding to sounding
-std::span<const ReviewBinding> markBindings(); ///< skip marks, undo
-std::span<const ReviewBinding> plotBindings(); ///< limits, printing, files
+std::span<const ReviewBinding> walkBindings();  ///< from sounding to sounding
+std::span<const ReviewBinding> placeBindings(); ///< to a station or an ordinal
+std::span<const ReviewBinding> markBindings();  ///< skip marks, undo
+std::span<const ReviewBinding> plotBindings();  ///< limits, printing, files
 
 /// Brings a sounding on show: its ordinal is limited to those of the line.
 inline void showStation(Review &review, int station) {
@@ -53,9 +55,18 @@ inline void showStation(Review &review, int station) {
 /// Does something to marks, on purpose: one step of undo, which the journal keeps too.
 void actOnMarks(Review &review, const std::function<void()> &change);
 
+/// Digits begin a number that Enter goes to, wherever the focus is; Backspace and Esc take one or
+/// all of them back, and whatever else the user does forgets them.
+/// returns  true for an event that was meant for the number alone
+bool servesTypedPlace(Review &review, const ToolkitEvent &event);
+
+/// What the panel's field of places shows: the number that is being typed, or where the sounding
+/// on show stands.
+std::string placeShown(const Review &review);
+
 /// What the panel shows.
 inline PanelValues panelOf(const Review &review) {
-    return {review.state.ReviewStation, review.survey.SoundingCount};
+    return {review.state.ReviewStation, review.survey.SoundingCount, placeShown(review)};
 }
 
 } // namespace keldrin

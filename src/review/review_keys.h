@@ -12,6 +12,7 @@ inline constexpr std::array ReviewKeys = {
     HelpEntry{"P, Up, Left, wheel up", "Previous sounding."},
     HelpEntry{"Page Up, Page Down, Home, End",
               "Go ten soundings on or back, to the first, the last."},
+    HelpEntry{"Digits, Enter", "Go to a station, or else to the sounding of that ordinal."},
     HelpEntry{"Left click or drag", "Set the skip flag of a window, or of all in a box."},
     HelpEntry{"Right click or drag", "Clear the skip flags."},
     HelpEntry{"Shift and a click", "The same for the window and all later ones."},

@@ -127,6 +127,9 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
         closeWindow(review, event);
         return;
     }
+    if (servesTypedPlace(review, event)) {
+        return;
+    }
     if (const char key = pageKeyOf(review, event)) {
         showLinePages(review, key);
         return;
@@ -135,7 +138,7 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
         return;
     }
     for (const auto &bindings : {std::span<const ReviewBinding>(Bindings), walkBindings(),
-                                 markBindings(), plotBindings()}) {
+                                 placeBindings(), markBindings(), plotBindings()}) {
         const auto binding =
             std::find_if(bindings.begin(), bindings.end(), [&](const ReviewBinding &b) {
                 return b.type == event.type && b.value == event.value;
@@ -197,6 +200,7 @@ void serveReview(Review &review) {
         showTransmitter(review);
         WDialogSelect(ReviewDialog.number); // another dialog may have been selected since
         putField(ReviewDialog, ReviewControl::Station, panelOf(review));
+        putField(ReviewDialog, ReviewControl::Place, panelOf(review));
         ToolkitEvent event;
         ToolkitNextEvent(event);
         review.redraws = true;

@@ -34,6 +34,11 @@ constexpr ControlSpec button(int id, std::string_view caption, bool sameRow) {
     return {.id = id, .kind = Button, .label = caption, .sameRow = sameRow};
 }
 
+// An entry of the list of formats.
+constexpr ControlSpec listed(int id, std::string_view caption) {
+    return {.id = id, .kind = Button, .label = caption, .listedBy = ReviewControl::Export};
+}
+
 constexpr ControlSpec text(int id, std::string_view label) {
     return {.id = id, .label = label};
 }
@@ -65,22 +70,25 @@ constexpr std::array Controls = {
                 .label = "1",
                 .field = shownBy<lastStation>(),
                 .sameRow = true},
+    ControlSpec{.id = ReviewControl::Place,
+                .kind = Text,
+                .label = "Go to",
+                .field = fieldOf<&PanelValues::place>(),
+                .byEnter = true},
     button(ReviewControl::Previous, "&Previous", false),
     button(ReviewControl::Next, "&Next", true),
     outside(button(ReviewControl::PrinterPlot, "Printer Plot", false)),
-    title(1034, "Export plot"),
-    button(ReviewControl::ToHpgl, "To HPGL File", false),
-    button(ReviewControl::ToMetafile, "To WMF File", true),
-    button(ReviewControl::ToPng, "To PNG File", true),
-    button(ReviewControl::ToPdf, "To PDF File", false),
-    button(ReviewControl::ToSvg, "To SVG File", true),
-    button(ReviewControl::AllToPdf, "All to PDF", true),
-    outside(button(ReviewControl::EditLimits, "Edit Plot Limits", false)),
+    button(ReviewControl::Export, "Export...", true),
+    listed(ReviewControl::ToHpgl, "To HPGL File"),
+    listed(ReviewControl::ToMetafile, "To WMF File"),
+    listed(ReviewControl::ToPng, "To PNG File"),
+    listed(ReviewControl::ToPdf, "To PDF File"),
+    listed(ReviewControl::ToSvg, "To SVG File"),
+    listed(ReviewControl::AllToPdf, "All to PDF"),
+    button(ReviewControl::EditLimits, "Edit Plot Limits", false),
     button(ReviewControl::Exit, "E&xit Review", false),
     button(ButtonCancel, "Cancel Changes", true),
-    help(1012, "Left click on point to set skip flag, right click to clear flag."),
-    help(1013, "Click and drag to skip or clear multiple data points."),
-    help(4010, "Ctrl+Z takes the last change back, Ctrl+Y brings it again."),
+    help(1402, "F1 lists what mouse and keys do."),
 };
 
 } // namespace
@@ -90,7 +98,7 @@ const DialogForm<PanelValues> ReviewDialog = DialogSpec{
     .caption = "Review TEM data and models",
     .controls = Controls, // Enter presses none of them
     .inRoot = true,
-    .place = DialogPlace::LowerRight,
+    .place = DialogPlace::Docked,
 };
 
 } // namespace keldrin

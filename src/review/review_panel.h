@@ -2,20 +2,25 @@
 
 #include "toolkit/dialog_form.h"
 
+#include <string>
+
 namespace keldrin {
 
 /// What dialog 102, the panel beside the page, shows.
 struct PanelValues {
     int station = 1; ///< ordinal of the sounding on show
     int soundings = 1;
+    std::string place = {}; ///< where it stands, and what the user types to go elsewhere
 };
 
 namespace ReviewControl {
 inline constexpr int Station = 1057; ///< trackbar
+inline constexpr int Place = 1401;   ///< field of a station or an ordinal
 inline constexpr int LastStation = 1069;
 inline constexpr int Previous = 1058;
 inline constexpr int Next = 1059;
 inline constexpr int PrinterPlot = 1067;
+inline constexpr int Export = 1400; ///< opens the list of the six that follow
 inline constexpr int ToHpgl = 1075;
 inline constexpr int ToMetafile = 1074;
 inline constexpr int ToPng = 1076;

@@ -20,6 +20,7 @@ ControlState stateOf(const ControlSpec &spec) {
     state.label = spec.label;
     state.format = spec.format;
     state.enabled = spec.enabled;
+    state.byEnter = spec.byEnter;
     state.length = spec.length;
     state.index = spec.kind == ControlKind::Trackbar ? 1 : 0;
     putLimits(state, spec.limits.low, spec.limits.high);
@@ -97,6 +98,14 @@ ControlState *findControl(DialogModel &dialog, int id) {
 
 bool isNumberField(ControlKind kind) {
     return kind == ControlKind::Integer || kind == ControlKind::Real || kind == ControlKind::Double;
+}
+
+bool opensList(const DialogModel &dialog, int id) {
+    const std::span<const ControlSpec> table =
+        dialog.spec != nullptr ? dialog.spec->controls : std::span<const ControlSpec>{};
+    return std::any_of(table.begin(), table.end(), [=](const ControlSpec &control) {
+        return control.listedBy != 0 && control.listedBy == id;
+    });
 }
 
 std::string shownValue(const ControlState &control) {

@@ -24,7 +24,8 @@ struct ControlState {
     std::string label;
     std::string format; ///< of the last number that was put, else of the table
     bool enabled = true;
-    int length = 0; ///< most bytes of a text, most entries of a list; 0 no limit
+    bool byEnter = false; ///< as its table says
+    int length = 0;       ///< most bytes of a text, most entries of a list; 0 no limit
 
     std::string text;                   ///< as shown, of texts and numbers
     std::optional<std::string> typed;   ///< an edit of the user that is not yet committed
@@ -62,6 +63,9 @@ DialogModel makeDialog(const DialogSpec &spec);
 ControlState *findControl(DialogModel &dialog, int id);
 
 bool isNumberField(ControlKind kind);
+
+/// True for a button that opens a list of others and does nothing else.
+bool opensList(const DialogModel &dialog, int id);
 
 /// What a control shows as its value: a text, a number, an entry, "on" or "off", a percentage or
 /// "busy"; of a static and a button nothing, their text being the label.

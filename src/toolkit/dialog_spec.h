@@ -69,6 +69,8 @@ struct ControlSpec {
     bool readWhileDisabled = false;                    ///< at Continue
     std::string_view name = {};                        ///< in messages; blank: the label
     std::string_view key = {}; ///< name of the value in the program's files; blank: none
+    bool byEnter = false;      ///< of a text: only Enter commits it, any other way out drops it
+    int listedBy = 0; ///< of a button: an entry of the list that the button of this id opens
 
     // How it is laid out; nothing else depends on this.
     bool sameRow = false; ///< stands in the row of the control before it
@@ -85,6 +87,7 @@ struct ControlSpec {
 enum class DialogPlace {
     Usual,      ///< the toolkit's place
     LowerRight, ///< the lower right corner of the root window, beside what it is about
+    Docked,     ///< beside the page where the user left it, at first at the right
 };
 
 struct DialogSpec {

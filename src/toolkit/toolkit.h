@@ -44,6 +44,7 @@ struct ToolkitEvent {
 };
 
 enum ToolkitKey : int {
+    KeyBackspace = 8,
     KeyEnter = 13,
     KeyEscape = 27,
     KeyUp = 258,

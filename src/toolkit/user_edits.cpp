@@ -30,9 +30,27 @@ void commitControl(DialogModel &dialog, ControlState &control) {
     }
 }
 
-void commitAll(DialogModel &dialog) {
-    for (ControlState &control : dialog.controls) {
+void dropTyped(DialogModel &dialog, ControlState &control) {
+    if (control.typed) {
+        control.typed.reset();
+        if (toolkitState().backend != nullptr) {
+            toolkitState().backend->refresh(dialog, control.id);
+        }
+    }
+}
+
+// The focus has left it.
+void leaveControl(DialogModel &dialog, ControlState &control) {
+    if (control.byEnter) {
+        dropTyped(dialog, control);
+    } else {
         commitControl(dialog, control);
+    }
+}
+
+void leaveAll(DialogModel &dialog) {
+    for (ControlState &control : dialog.controls) {
+        leaveControl(dialog, control);
     }
 }
 
@@ -43,7 +61,7 @@ void typeText(DialogModel &dialog, int id, std::string_view text) {
         if (control.id == id) {
             control.typed = text;
         } else {
-            commitControl(dialog, control); // the focus has left it
+            leaveControl(dialog, control);
         }
     }
 }
@@ -54,8 +72,14 @@ void commitField(DialogModel &dialog, int id) {
     }
 }
 
+void userLeaves(DialogModel &dialog, int id) {
+    if (ControlState *control = findControl(dialog, id)) {
+        leaveControl(dialog, *control);
+    }
+}
+
 void userChooses(DialogModel &dialog, int id, int index) {
-    commitAll(dialog);
+    leaveAll(dialog);
     ControlState *control = findControl(dialog, id);
     if (control != nullptr && chooseEntry(*control, index)) {
         reportChange(dialog, id);
@@ -63,7 +87,7 @@ void userChooses(DialogModel &dialog, int id, int index) {
 }
 
 void userChecks(DialogModel &dialog, int id, bool on) {
-    commitAll(dialog);
+    leaveAll(dialog);
     ControlState *control = findControl(dialog, id);
     if (control != nullptr && setCheck(*control, on)) {
         reportChange(dialog, id);
@@ -71,7 +95,7 @@ void userChecks(DialogModel &dialog, int id, bool on) {
 }
 
 void userMoves(DialogModel &dialog, int id, int position) {
-    commitAll(dialog);
+    leaveAll(dialog);
     ControlState *control = findControl(dialog, id);
     if (control != nullptr && moveTrackbar(*control, position)) {
         reportChange(dialog, id);
@@ -83,7 +107,10 @@ bool userPresses(DialogModel &dialog, int id) {
     if (button == nullptr || button->kind != ControlKind::Button || !button->enabled) {
         return false;
     }
-    commitAll(dialog);
+    leaveAll(dialog);
+    if (opensList(dialog, id)) {
+        return true;
+    }
     if (dialog.mode == DialogModal) {
         dialog.endButton = id;
     } else {

@@ -14,16 +14,20 @@ namespace keldrin {
 /// it is committed.
 void typeText(DialogModel &dialog, int id, std::string_view text);
 
-/// The focus leaves a field, or Enter was pressed in it.
+/// Enter was pressed in a field.
 void commitField(DialogModel &dialog, int id);
 
-// Lists, check boxes and trackbars act at once; a typed field is left and committed before.
+/// The focus leaves a field: what was typed is committed, or dropped if only Enter commits it.
+void userLeaves(DialogModel &dialog, int id);
+
+// Lists, check boxes and trackbars act at once; a typed field is left before.
 void userChooses(DialogModel &dialog, int id, int index);
 void userChecks(DialogModel &dialog, int id, bool on);
 void userMoves(DialogModel &dialog, int id, int position);
 
-/// Presses an enabled button, typed fields being committed just before. In a dialog that blocks it
-/// sets `endButton`, else it queues the button's event. False when there is no such button.
+/// Presses an enabled button, typed fields being left just before. In a dialog that blocks it sets
+/// `endButton`, else it queues the button's event; one that opens a list does neither. False when
+/// there is no such button.
 bool userPresses(DialogModel &dialog, int id);
 
 /// The close box of the dialog, or Esc. A dialog on the root window's page only rolls up.

@@ -3,6 +3,7 @@
 #include "desktop/dialog_values.h"
 #include "support/dialog_tables.h"
 #include "toolkit/desktop/dialog_window.h"
+#include "toolkit/desktop/page_area.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit_state.h"
 
@@ -19,7 +20,7 @@ namespace keldrin::test {
 class DialogBackend : public AnsweringBackend {
   public:
     DialogBackend() {
-        root.setCentralWidget(new QWidget);
+        root.setCentralWidget(new PageArea(new QWidget));
         root.resize(700, 500);
         root.show();
         ToolkitInit(*this, {"keldrin"});

@@ -1,6 +1,7 @@
 #include "desktop/dialog_values.h"
 #include "support/dialog_tables.h"
 #include "toolkit/desktop/dialog_window.h"
+#include "toolkit/desktop/page_area.h"
 #include "toolkit/toolkit.h"
 
 #include <QAbstractButton>
@@ -31,7 +32,7 @@ class DialogLayout : public testing::TestWithParam<std::tuple<int, int>> {
         font.setPointSize(std::get<1>(GetParam()));
         QApplication::setFont(font);
         root_ = std::make_unique<QMainWindow>();
-        root_->setCentralWidget(new QWidget);
+        root_->setCentralWidget(new PageArea(new QWidget));
         root_->resize(780, 780);
         root_->show();
         dialog_ = makeDialog(dialogTable(std::get<0>(GetParam())));
@@ -78,6 +79,9 @@ TEST_P(DialogLayout, EveryControlIsThereAndTabsFollowTheTable) {
         QWidget *widget = window_->widgetOf(control.id);
         ASSERT_NE(widget, nullptr) << control.id;
         EXPECT_TRUE(widget->isVisibleTo(window_.get())) << control.id;
+        if (window_->listedAction(control.id) != nullptr) {
+            continue; // in the list of the button before it
+        }
         if ((widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled()) {
             wanted << widget;
         }
@@ -122,7 +126,7 @@ TEST_P(DialogLayout, NothingIsCutOffAndNothingOverlaps) {
     EXPECT_LE(window_->width(), most.width());
     EXPECT_LE(window_->height(), most.height());
     EXPECT_GE(dialog_.size.width, window_->width());
-    EXPECT_GE(dialog_.size.height, window_->height());
+    EXPECT_TRUE(window_->isPanel() || dialog_.size.height >= window_->height());
 }
 
 // Letters behind "&" that stand for themselves are written twice.

@@ -6,6 +6,7 @@
 #include "desktop/dialog_values.h"
 #include "support/dialog_tables.h"
 #include "toolkit/desktop/dialog_window.h"
+#include "toolkit/desktop/page_area.h"
 #include "toolkit/toolkit.h"
 #include "toolkit/user_edits.h"
 
@@ -97,7 +98,7 @@ void writePictures(const QString &path, int points, bool isDark) {
     const QDir directory(path);
     directory.mkpath(".");
     QMainWindow root;
-    root.setCentralWidget(new Page);
+    root.setCentralWidget(new PageArea(new Page));
     root.resize(1100, 760);
     root.show();
     for (const DialogSpec *spec : DialogTables) {

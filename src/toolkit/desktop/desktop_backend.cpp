@@ -55,6 +55,8 @@ void DesktopBackend::openRoot(const RootSpec &spec) {
     const QSize kept = settings_.windowSize();
     const QSize most = QGuiApplication::primaryScreen()->availableSize();
     const QSize told(spec.width, spec.height);
+    constexpr QSize least(640, 480); // a panel and its page can still be used
+    window_->setMinimumSize(least.boundedTo(most));
     window_->resize(kept.isValid() ? kept.boundedTo(most) : told);
     if (spec.x >= 0 && spec.y >= 0) {
         window_->move(spec.x, spec.y);

@@ -34,6 +34,9 @@ void DesktopBackend::showDialog(DialogModel &dialog, DialogPlacement placement) 
             key(code);
         };
     }
+    if (shown->isPanel()) {
+        shown->setPanelState(settings_.panel(dialog.number));
+    }
     shown->showAt(placement);
 }
 
@@ -43,7 +46,11 @@ int DesktopBackend::runModal(DialogModel &dialog) {
 }
 
 void DesktopBackend::hideDialog(DialogModel &dialog) {
-    dialogWindow(dialog)->hide();
+    DialogWindow *shown = dialogWindow(dialog);
+    if (shown->isPanel()) {
+        settings_.keepPanel(dialog.number, shown->panelState());
+    }
+    shown->hide();
     window_->activateWindow();
 }
 

@@ -3,6 +3,8 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include <array>
+
 namespace keldrin {
 
 namespace {
@@ -11,6 +13,13 @@ constexpr qsizetype MostRecentFiles = 10;
 constexpr auto WindowSizeKey = "window/size";
 constexpr auto RecentKey = "files/recent";
 constexpr auto DirectoryKey = "files/directory";
+
+// In the order of PanelSide.
+constexpr std::array SideNames = {"floating", "left", "right"};
+
+QString panelKey(int number, const char *item) {
+    return QString("panel%1/%2").arg(number).arg(item);
+}
 
 QSettings store() {
     return {QSettings::IniFormat, QSettings::UserScope, "keldrin", "keldrin"};
@@ -25,6 +34,35 @@ QSize DesktopSettings::windowSize() const {
 void DesktopSettings::keepWindowSize(QSize size) const {
     if (memory) {
         store().setValue(WindowSizeKey, size);
+    }
+}
+
+PanelState DesktopSettings::panel(int number) const {
+    PanelState state;
+    if (!memory) {
+        return state;
+    }
+    const QSettings kept = store();
+    const QString side = kept.value(panelKey(number, "side")).toString();
+    for (std::size_t i = 0; i < SideNames.size(); ++i) {
+        state.side = side == SideNames[i] ? static_cast<PanelSide>(i) : state.side;
+    }
+    state.rolledUp = kept.value(panelKey(number, "rolledUp"), false).toBool();
+    if (const QVariant corner = kept.value(panelKey(number, "corner")); corner.isValid()) {
+        state.corner = corner.toPoint();
+    }
+    return state;
+}
+
+void DesktopSettings::keepPanel(int number, const PanelState &state) const {
+    if (!memory) {
+        return;
+    }
+    QSettings kept = store();
+    kept.setValue(panelKey(number, "side"), SideNames[static_cast<std::size_t>(state.side)]);
+    kept.setValue(panelKey(number, "rolledUp"), state.rolledUp);
+    if (state.corner) {
+        kept.setValue(panelKey(number, "corner"), *state.corner);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolkit/desktop/panel_frame.h"
+
 #include <QByteArray>
 #include <QSize>
 #include <QStringList>
@@ -14,6 +16,10 @@ struct DesktopSettings {
     /// The size of the window as the user left it; not valid when there is none.
     [[nodiscard]] QSize windowSize() const;
     void keepWindowSize(QSize size) const;
+
+    /// Where and how the user has left the panel of a dialog's number.
+    [[nodiscard]] PanelState panel(int number) const;
+    void keepPanel(int number, const PanelState &state) const;
 
     /// Files opened lately, the last one first; only those that still exist.
     [[nodiscard]] QStringList recentFiles() const;

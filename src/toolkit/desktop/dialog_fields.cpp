@@ -184,6 +184,9 @@ std::vector<DialogField> makeFields(const DialogSpec &spec, QWidget *parent) {
         fields.back().widget->setObjectName(QString::number(control.id));
     };
     for (const ControlSpec &control : spec.controls) {
+        if (control.listedBy != 0) {
+            continue; // see button_list.h
+        }
         add(control);
         if (!control.unit.empty()) {
             add(unitOf(control));

@@ -21,7 +21,8 @@ struct DialogField {
     QLabel *label = nullptr;   ///< beside or above it; null where the text stands in the widget
 };
 
-/// The controls of a dialog in the order of its model, units among them, with their widgets.
+/// The controls of a dialog in the order of its model, units among them, with their widgets; but
+/// for the entries of lists that buttons open.
 std::vector<DialogField> makeFields(const DialogSpec &spec, QWidget *parent);
 
 /// True for controls that have a label and take what the user types or chooses.

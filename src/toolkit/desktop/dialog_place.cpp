@@ -90,6 +90,9 @@ void DialogWindow::giveFocus() {
 void DialogWindow::setVisible(bool visible) {
     const bool hadFocus = isAncestorOf(QApplication::focusWidget());
     serving_ = visible;
+    if (!visible && frame_ != nullptr) {
+        frame_->leave();
+    }
     QDialog::setVisible(visible);
     if (!visible && frame_ != nullptr && hadFocus) {
         parentWidget()->setFocus();
@@ -162,7 +165,7 @@ void DialogWindow::place(DialogPlacement placement) {
     if (frame_ != nullptr) {
         const QPoint centre((below->width() - width()) / 2, (below->height() - height()) / 2);
         const QPoint told = below->mapFromGlobal(QPoint(placement.x, placement.y));
-        frame_->moveTo(middle ? centre : QPoint(std::max(told.x(), 0), std::max(told.y(), 0)));
+        frame_->enter(middle ? centre : QPoint(std::max(told.x(), 0), std::max(told.y(), 0)));
         return;
     }
     const QSize all = size().grownBy(systemFrame());

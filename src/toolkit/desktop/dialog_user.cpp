@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QTimer>
 #include <QToolTip>
 
 #include <algorithm>
@@ -81,13 +82,21 @@ void DialogWindow::press(int id) {
     report([&] { userPresses(dialog_, id); });
 }
 
-void DialogWindow::leaveField(const QObject *widget) {
+// By Enter, or with the focus.
+void DialogWindow::leaveField(const QObject *widget, bool byEnter) {
     for (const DialogField &field : fields_) {
         const ControlState *control = findControl(dialog_, field.spec.id);
         if (field.widget == widget && control != nullptr && control->typed) {
-            report([&] { commitField(dialog_, field.spec.id); });
+            const auto leave = byEnter ? commitField : userLeaves;
+            report([&] { leave(dialog_, field.spec.id); });
         }
     }
+}
+
+bool DialogWindow::commitsByEnter(const QObject *widget) const {
+    return std::any_of(fields_.begin(), fields_.end(), [=](const DialogField &field) {
+        return field.widget == widget && field.spec.byEnter;
+    });
 }
 
 void DialogWindow::reject() {
@@ -110,7 +119,7 @@ bool DialogWindow::leavesKeys() const {
 }
 
 void DialogWindow::pressEnter() {
-    leaveField(focusWidget());
+    leaveField(focusWidget(), true);
     if (auto *button = qobject_cast<QPushButton *>(focusWidget())) {
         button->click();
     } else {
@@ -124,10 +133,17 @@ bool DialogWindow::takesKey(QKeyEvent &key) {
         ToolkitShowMessages();
         return true;
     }
+    if (leavesKeys() && (enter || key.key() == Qt::Key_Escape) && commitsByEnter(focusWidget())) {
+        QWidget *field = focusWidget();
+        leaveField(field, enter);
+        field->clearFocus();
+        parentWidget()->setFocus(); // the keys that follow are the page's
+        return true;
+    }
     if (leavesKeys()) {
         const int code = key.modifiers().testFlag(Qt::AltModifier) ? 0 : keyCodeOf(key);
         if (enter) {
-            leaveField(focusWidget());
+            leaveField(focusWidget(), true);
         }
         if (code != 0) {
             keyHook(code);
@@ -160,7 +176,14 @@ bool DialogWindow::isForControl(const QObject *watched, const QKeyEvent &key) co
 bool DialogWindow::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::FocusOut &&
         leavesField(static_cast<QFocusEvent *>(event)->reason())) {
-        leaveField(watched);
+        leaveField(watched, false);
+    }
+    if (event->type() == QEvent::FocusIn && commitsByEnter(watched)) { // its text is typed over
+        QTimer::singleShot(0, watched, [edit = qobject_cast<QLineEdit *>(watched)] {
+            if (edit != nullptr) {
+                edit->selectAll();
+            }
+        });
     }
     if (event->type() == QEvent::KeyPress) {
         auto &key = *static_cast<QKeyEvent *>(event);

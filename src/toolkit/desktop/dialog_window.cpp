@@ -7,9 +7,11 @@
 #include "toolkit/menu.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -30,7 +32,7 @@ QWidget *parentOf(const DialogModel &dialog, QWidget *root) {
     return onPage && window->centralWidget() != nullptr ? window->centralWidget() : root;
 }
 
-// What lies upon the page covers no more of it than it must.
+// What stands beside the page or upon it takes no more of its room than it must.
 void tighten(QLayout &layout) {
     constexpr int gap = 4;
     const bool framed = qobject_cast<QGroupBox *>(layout.parent()) != nullptr; // no row in it
@@ -54,7 +56,7 @@ DialogWindow::DialogWindow(DialogModel &dialog, QWidget *parent)
     const DialogSpec &spec = specOf(dialog);
     if (spec.inRoot && parentWidget() != nullptr) {
         setWindowFlags(Qt::Widget);
-        frame_ = new PanelFrame(this);
+        frame_ = new PanelFrame(this, spec.place == DialogPlace::Docked);
         frame_->onClose = [this] {
             reject();
         };
@@ -70,14 +72,11 @@ void DialogWindow::build(const DialogSpec &spec) {
     auto *body = new QVBoxLayout(form);
     body->setContentsMargins(0, 0, 0, 0);
     fields_ = makeFields(spec, form);
+    listed_ = makeButtonLists(spec, fields_);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
     frames_ = layOutFields(fields_, *body, *buttons);
-    if (frame_ != nullptr) {
-        all->addWidget(form);
-    } else {
-        all->addWidget(new FormScroll(form, this));
-    }
+    all->addWidget(new FormScroll(form, this));
     all->addLayout(buttons);
     if (frame_ != nullptr) {
         tighten(*body);
@@ -86,6 +85,9 @@ void DialogWindow::build(const DialogSpec &spec) {
     orderTabs();
     for (const DialogField &field : fields_) {
         connectField(field);
+    }
+    for (const ListedButton &button : listed_) {
+        connect(button.action, &QAction::triggered, this, [this, id = button.id] { press(id); });
     }
     showAll();
     settleLayout();
@@ -118,6 +120,16 @@ void DialogWindow::orderTabs() {
     }
 }
 
+PanelState DialogWindow::panelState() const {
+    return frame_ != nullptr ? frame_->state() : PanelState{};
+}
+
+void DialogWindow::setPanelState(const PanelState &state) {
+    if (frame_ != nullptr) {
+        frame_->setState(state);
+    }
+}
+
 // ---- What the model holds
 
 void DialogWindow::refresh(int id) {
@@ -133,12 +145,27 @@ void DialogWindow::refresh(int id) {
             showField(field);
         }
     }
+    for (const ListedButton &button : listed_) {
+        if (button.id == id) {
+            showListed(button);
+        }
+    }
 }
 
 void DialogWindow::showAll() {
     refresh(0);
     for (const DialogField &field : fields_) {
         showField(field);
+    }
+    for (const ListedButton &button : listed_) {
+        showListed(button);
+    }
+}
+
+void DialogWindow::showListed(const ListedButton &button) {
+    if (const ControlState *control = findControl(dialog_, button.id)) {
+        button.action->setText(qtText(withoutMnemonic(control->label)).replace("&", "&&"));
+        button.action->setEnabled(control->enabled);
     }
 }
 
@@ -182,7 +209,18 @@ QString DialogWindow::unitOf(const ControlSpec &spec) const {
 QWidget *DialogWindow::widgetOf(int id) const {
     const auto found = std::find_if(fields_.begin(), fields_.end(),
                                     [=](const DialogField &f) { return f.spec.id == id; });
-    return found == fields_.end() ? nullptr : found->widget;
+    if (found != fields_.end()) {
+        return found->widget;
+    }
+    const auto listed = std::find_if(listed_.begin(), listed_.end(),
+                                     [=](const ListedButton &b) { return b.id == id; });
+    return listed == listed_.end() ? nullptr : listed->opener;
+}
+
+QAction *DialogWindow::listedAction(int id) const {
+    const auto listed = std::find_if(listed_.begin(), listed_.end(),
+                                     [=](const ListedButton &b) { return b.id == id; });
+    return listed == listed_.end() ? nullptr : listed->action;
 }
 
 } // namespace keldrin

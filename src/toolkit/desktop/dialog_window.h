@@ -1,8 +1,10 @@
 #pragma once
 
 #include "toolkit/backend.h"
+#include "toolkit/desktop/button_list.h"
 #include "toolkit/desktop/dialog_fields.h"
 #include "toolkit/desktop/mnemonics.h"
+#include "toolkit/desktop/panel_frame.h"
 #include "toolkit/dialog_model.h"
 
 #include <QDialog>
@@ -14,16 +16,15 @@ class QGridLayout;
 
 namespace keldrin {
 
-class PanelFrame;
-
 /// A dialog of the program on the screen. Its controls, their order and their texts come from the
 /// dialog's table, what they hold from its model; what the user does goes to the model by
 /// user_edits.h and nowhere else.
 ///
 /// A field is left, and its text committed, when the focus goes to another one, when Enter is
-/// pressed in it, and before a button acts. Enter presses the button that has the focus, else the
-/// default one; Esc and the close box do what userCloses() says. A dialog that lies upon the root
-/// window (see DialogSpec) is a panel of it, with a title bar of its own.
+/// pressed in it, and before a button acts; but see ControlSpec::byEnter. Enter presses the button
+/// that has the focus, else the default one; Esc and the close box do what userCloses() says. A
+/// dialog that lies upon the root window (see DialogSpec) is a panel of it, with a title bar of its
+/// own.
 ///
 /// It never waits: its owner serves events until the model has an end button or an event is
 /// queued, and must not destroy it while one of its hooks runs.
@@ -47,9 +48,14 @@ class DialogWindow : public QDialog {
     /// keyCodeOf(): all but those which a text field needs, Tab, Space and those with Alt.
     std::function<void(int code)> keyHook;
 
-    /// The widget of a control, for whoever drives it; null when there is none of that id.
+    /// The widget of a control, for whoever drives it; null when there is none of that id. A
+    /// button of a list has that of the button which opens it.
     [[nodiscard]] QWidget *widgetOf(int id) const;
+    [[nodiscard]] QAction *listedAction(int id) const; ///< of a button of a list; null for others
     [[nodiscard]] bool isPanel() const { return frame_ != nullptr; }
+    /// How the user has left a panel, to be kept and set before it is shown again.
+    [[nodiscard]] PanelState panelState() const;
+    void setPanelState(const PanelState &state);
 
     void setVisible(bool visible) override;
     void reject() override; ///< the user closes it
@@ -69,6 +75,7 @@ class DialogWindow : public QDialog {
 
     void showAll();
     void showField(const DialogField &field);
+    void showListed(const ListedButton &button);
     void showGroupTitle(QWidget *frame);
     [[nodiscard]] QString unitOf(const ControlSpec &spec) const;
 
@@ -76,7 +83,8 @@ class DialogWindow : public QDialog {
     void report(Edit edit);
     void typed(int id, const QString &text);
     void press(int id);
-    void leaveField(const QObject *widget);
+    void leaveField(const QObject *widget, bool byEnter);
+    [[nodiscard]] bool commitsByEnter(const QObject *widget) const;
 
     [[nodiscard]] bool leavesKeys() const;
     [[nodiscard]] bool isForControl(const QObject *watched, const QKeyEvent &key) const;
@@ -94,6 +102,7 @@ class DialogWindow : public QDialog {
 
     DialogModel &dialog_;
     std::vector<DialogField> fields_; ///< in the order of the model
+    std::vector<ListedButton> listed_;
     Mnemonics mnemonics_;
     std::vector<std::vector<QGridLayout *>> frames_; ///< whose fields are in line
     PanelFrame *frame_ = nullptr;                    ///< of a panel

@@ -29,6 +29,7 @@ constexpr std::array NamedKeys = {
     NamedKey{Qt::Key_End, KeyEnd},
     NamedKey{Qt::Key_PageUp, KeyPageUp},
     NamedKey{Qt::Key_PageDown, KeyPageDown},
+    NamedKey{Qt::Key_Backspace, KeyBackspace},
     NamedKey{Qt::Key_Delete, KeyDelete},
     NamedKey{Qt::Key_F1, KeyF1},
     NamedKey{Qt::Key_F2, KeyF2},

@@ -2,6 +2,7 @@
 
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/keys.h"
+#include "toolkit/desktop/page_area.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/menu.h"
 
@@ -36,7 +37,7 @@ QString keyText(int code) {
 } // namespace
 
 MainWindow::MainWindow() : canvas_(new Canvas(this)) {
-    setCentralWidget(canvas_);
+    setCentralWidget(new PageArea(canvas_, this));
     setAcceptDrops(true);
     makeMenu();
     makeStatusBar();

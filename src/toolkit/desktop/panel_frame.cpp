@@ -1,14 +1,18 @@
 #include "toolkit/desktop/panel_frame.h"
 
+#include "toolkit/desktop/page_area.h"
+#include "toolkit/desktop/panel_buttons.h"
+
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QRubberBand>
 #include <QStyle>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace keldrin {
 
@@ -21,7 +25,10 @@ int held(int corner, int size, int room) {
 
 } // namespace
 
-PanelFrame::PanelFrame(QWidget *panel) : QFrame(panel), panel_(panel) {
+PanelFrame::PanelFrame(QWidget *panel, bool docks)
+    : QFrame(panel), panel_(panel),
+      area_(docks ? dynamic_cast<PageArea *>(panel->parentWidget()) : nullptr) {
+    state_.side = area_ != nullptr ? PanelSide::Right : PanelSide::Floating;
     setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Raised));
     panel->setAutoFillBackground(true);
     // What happens upon the panel is not meant for the widget below it.
@@ -33,21 +40,27 @@ PanelFrame::PanelFrame(QWidget *panel) : QFrame(panel), panel_(panel) {
     auto *inside = new QVBoxLayout(this);
     inside->setContentsMargins(0, 0, 0, 0);
     inside->setSpacing(0);
+    inside->addWidget(strip_ = new PanelStrip(this));
     inside->addWidget(makeTitle());
-    inside->addWidget(body_ = new QWidget(this));
+    inside->addWidget(body_ = new QWidget(this), 1);
     content_ = new QVBoxLayout(body_);
     content_->setContentsMargins(9, 6, 9, 9);
-    colourTitle();
+    strip_->setObjectName("unroll");
+    connect(strip_, &QAbstractButton::clicked, this, [this] { rollUp(false); });
+    showState();
 }
 
-QToolButton *PanelFrame::addTitleButton(const char *name, std::function<void()> action) {
-    auto *button = new QToolButton(title_);
+PanelFrame::~PanelFrame() {
+    leave();
+}
+
+// ---- Making
+
+TitleButton *PanelFrame::addTitleButton(const char *name, std::function<void()> action) {
+    auto *button = new TitleButton(title_);
     button->setObjectName(name);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::NoFocus);
-    button->setCursor(Qt::ArrowCursor);
     title_->layout()->addWidget(button);
-    connect(button, &QToolButton::clicked, this, std::move(action));
+    connect(button, &QAbstractButton::clicked, this, std::move(action));
     return button;
 }
 
@@ -63,58 +76,111 @@ QWidget *PanelFrame::makeTitle() {
     caption_->setForegroundRole(QPalette::HighlightedText);
     auto *row = new QHBoxLayout(title_);
     row->setContentsMargins(9, 2, 2, 2);
-    row->setSpacing(0);
+    row->setSpacing(2);
     row->addWidget(caption_, 1);
-    roll_ = addTitleButton("roll", [this] { rollUp(!rolledUp_); });
+    dock_ = addTitleButton("dock", [this] { dock(isDocked() ? PanelSide::Floating : lastSide_); });
+    dock_->setVisible(area_ != nullptr);
+    roll_ = addTitleButton("roll", [this] { rollUp(!state_.rolledUp); });
     close_ = addTitleButton("close", [this] {
         if (onClose) {
             onClose();
         }
     });
-    close_->setText(QString(QChar(0x00D7))); // a cross
-    close_->setToolTip("Show the title bar only");
-    close_->setAccessibleName("Roll up");
-    showRolled();
     return title_;
-}
-
-// The buttons are drawn in the colour of the caption.
-void PanelFrame::colourTitle() {
-    QPalette colours = palette();
-    for (const QPalette::ColorRole role : {QPalette::ButtonText, QPalette::WindowText}) {
-        colours.setColor(role, colours.color(QPalette::HighlightedText));
-    }
-    roll_->setPalette(colours);
-    close_->setPalette(colours);
-}
-
-void PanelFrame::changeEvent(QEvent *event) {
-    QFrame::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && close_ != nullptr) {
-        colourTitle();
-    }
-}
-
-void PanelFrame::showRolled() {
-    roll_->setArrowType(rolledUp_ ? Qt::DownArrow : Qt::UpArrow);
-    roll_->setToolTip(rolledUp_ ? "Show the dialog" : "Show the title bar only");
-    roll_->setAccessibleName(roll_->toolTip());
-}
-
-void PanelFrame::rollUp(bool rolledUp) {
-    rolledUp_ = rolledUp;
-    title_->setMinimumWidth(rolledUp ? title_->width() : 0);
-    if (rolledUp && panel_->isAncestorOf(QApplication::focusWidget())) {
-        panel_->parentWidget()->setFocus(); // which is seen
-    }
-    body_->setVisible(!rolledUp);
-    layout()->activate();
-    showRolled();
-    fit();
 }
 
 void PanelFrame::setCaption(const QString &caption) {
     caption_->setText(caption);
+    strip_->setCaption(caption);
+}
+
+// ---- Its state
+
+bool PanelFrame::isDocked() const {
+    return area_ != nullptr && state_.side != PanelSide::Floating;
+}
+
+PanelState PanelFrame::state() const {
+    return state_;
+}
+
+void PanelFrame::setState(const PanelState &state) {
+    state_ = state;
+    state_.side = area_ != nullptr ? state.side : PanelSide::Floating;
+    showState();
+}
+
+// What is seen of it, and what its buttons do now.
+void PanelFrame::showState() {
+    using enum TitleButton::Sign;
+    const bool docked = isDocked();
+    const bool right = state_.side == PanelSide::Right;
+    lastSide_ = docked ? state_.side : lastSide_;
+    const bool up = state_.rolledUp;
+    title_->setMinimumWidth(up && !docked ? caption_->sizeHint().width() : 0);
+    strip_->setVisible(docked && up);
+    title_->setVisible(!docked || !up);
+    body_->setVisible(!up);
+    const QString showAll = "Show the panel";
+    const QString rollUpWords = docked ? "Roll the panel up" : "Show the title bar only";
+    strip_->setSign(right ? Left : Right, showAll);
+    dock_->setSign(docked ? Float : Dock,
+                   docked ? "Let the panel float upon the page" : "Dock the panel beside the page");
+    const TitleButton::Sign away = !docked ? Up : right ? Right : Left;
+    roll_->setSign(up ? Down : away, up ? showAll : rollUpWords);
+    close_->setSign(Cross, rollUpWords);
+    layout()->activate();
+}
+
+void PanelFrame::rollUp(bool rolledUp) {
+    const int width = title_->width();
+    state_.rolledUp = rolledUp;
+    if (rolledUp && panel_->isAncestorOf(QApplication::focusWidget())) {
+        panel_->parentWidget()->setFocus(); // which is seen
+    }
+    showState();
+    if (rolledUp && !isDocked()) {
+        title_->setMinimumWidth(width);
+    }
+    fit();
+}
+
+void PanelFrame::dock(PanelSide side) {
+    state_.side = side;
+    state_.rolledUp = false;
+    showState();
+    fit();
+    if (side == PanelSide::Floating && !dragging_) {
+        const QSize room = panel_->parentWidget()->size();
+        const QSize size = panel_->size();
+        moveTo(state_.corner.value_or(
+            QPoint(room.width() - size.width(), room.height() - size.height())));
+        panel_->raise();
+    }
+}
+
+void PanelFrame::enter(QPoint corner) {
+    if (area_ != nullptr) {
+        area_->takePanel(*this);
+    }
+    fit();
+    if (!isDocked()) {
+        moveTo(state_.corner.value_or(corner));
+    }
+}
+
+void PanelFrame::leave() {
+    if (area_ != nullptr) {
+        area_->releasePanel(*this);
+    }
+}
+
+// ---- Its place
+
+int PanelFrame::dockedWidth(int height) const {
+    const QSize wanted = panel_->sizeHint();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return wanted.width() + (!state_.rolledUp && wanted.height() > height ? bar : 0);
 }
 
 void PanelFrame::moveTo(QPoint corner) {
@@ -125,6 +191,7 @@ void PanelFrame::moveTo(QPoint corner) {
     fromTopLeft_ = panel_->pos();
     fromBottomRight_ =
         QPoint(room.width(), room.height()) - (fromTopLeft_ + QPoint(size.width(), size.height()));
+    state_.corner = fromTopLeft_;
 }
 
 void PanelFrame::keepDistance() {
@@ -140,29 +207,100 @@ void PanelFrame::keepDistance() {
 }
 
 void PanelFrame::fit() {
-    panel_->resize(panel_->sizeHint());
+    if (isDocked()) {
+        area_->layOut();
+        return;
+    }
+    if (area_ != nullptr) {
+        area_->layOut(); // the page has the whole room
+    }
+    const int room = panel_->parentWidget()->height();
+    const QSize wanted = panel_->sizeHint();
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    panel_->resize(wanted.height() > room ? QSize(wanted.width() + bar, room) : wanted);
     keepDistance();
 }
 
-bool PanelFrame::dragTitle(QEvent &event) {
-    const auto place = [&] {
-        return static_cast<QMouseEvent &>(event).globalPosition().toPoint();
+// ---- The mouse on its title bar
+
+// The side at whose edge a place of the screen is.
+PanelSide PanelFrame::sideAt(QPoint place) const {
+    const int reach = 2 * fontMetrics().height();
+    const int x = area_ != nullptr ? area_->mapFromGlobal(place).x() : reach;
+    if (area_ == nullptr || (x >= reach && x <= area_->width() - reach)) {
+        return PanelSide::Floating;
+    }
+    return x < reach ? PanelSide::Left : PanelSide::Right;
+}
+
+void PanelFrame::showTarget(PanelSide side) {
+    if (side == PanelSide::Floating) {
+        target_.reset();
+        return;
+    }
+    if (target_ == nullptr) {
+        target_ = std::make_unique<QRubberBand>(QRubberBand::Rectangle, area_);
+    }
+    const int width = dockedWidth(area_->height());
+    const int x = side == PanelSide::Left ? 0 : area_->width() - width;
+    target_->setGeometry(x, 0, width, area_->height());
+    target_->show();
+    target_->raise();
+}
+
+void PanelFrame::drag(QPoint place) {
+    if (!dragging_) {
+        if ((place - *pressed_).manhattanLength() < QApplication::startDragDistance()) {
+            return;
+        }
+        dragging_ = true;
+        if (isDocked()) {
+            dock(PanelSide::Floating);
+            grabbed_.setX(std::min(grabbed_.x(), panel_->width() - 1));
+            panel_->raise();
+        }
+    }
+    moveTo(panel_->parentWidget()->mapFromGlobal(place) - grabbed_);
+    showTarget(sideAt(place));
+}
+
+void PanelFrame::drop(QPoint place) {
+    const PanelSide side = dragging_ ? sideAt(place) : PanelSide::Floating;
+    showTarget(PanelSide::Floating);
+    pressed_.reset();
+    dragging_ = false;
+    if (side != PanelSide::Floating) {
+        dock(side);
+    }
+}
+
+bool PanelFrame::serveTitle(QEvent &event) {
+    const auto mouse = [&]() -> QMouseEvent & {
+        return static_cast<QMouseEvent &>(event);
     };
     switch (event.type()) {
     case QEvent::MouseButtonDblClick:
-        rollUp(!rolledUp_);
+        if (area_ != nullptr) {
+            dock(isDocked() ? PanelSide::Floating : lastSide_);
+        } else {
+            rollUp(!state_.rolledUp);
+        }
         return true;
     case QEvent::MouseButtonPress:
-        dragging_ = static_cast<QMouseEvent &>(event).button() == Qt::LeftButton;
-        grabbed_ = place() - panel_->pos();
+        if (mouse().button() == Qt::LeftButton) {
+            pressed_ = mouse().globalPosition().toPoint();
+            grabbed_ = panel_->mapFromGlobal(*pressed_);
+        }
         return true;
     case QEvent::MouseMove:
-        if (dragging_) {
-            moveTo(place() - grabbed_);
+        if (pressed_) {
+            drag(mouse().globalPosition().toPoint());
         }
         return true;
     case QEvent::MouseButtonRelease:
-        dragging_ = false;
+        if (pressed_) {
+            drop(mouse().globalPosition().toPoint());
+        }
         return true;
     default:
         return false;
@@ -170,11 +308,11 @@ bool PanelFrame::dragTitle(QEvent &event) {
 }
 
 bool PanelFrame::eventFilter(QObject *watched, QEvent *event) {
-    if (watched == title_ && dragTitle(*event)) {
+    if (watched == title_ && serveTitle(*event)) {
         return true;
     }
-    if (watched == panel_->parentWidget() && event->type() == QEvent::Resize) {
-        keepDistance();
+    if (watched == panel_->parentWidget() && event->type() == QEvent::Resize && !isDocked()) {
+        fit();
     }
     return QFrame::eventFilter(watched, event);
 }

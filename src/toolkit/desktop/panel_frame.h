@@ -2,58 +2,106 @@
 
 #include <QFrame>
 #include <QPoint>
+#include <QPointer>
 
 #include <functional>
+#include <memory>
+#include <optional>
 
 class QLabel;
-class QToolButton;
+class QRubberBand;
 class QVBoxLayout;
 
 namespace keldrin {
 
-/// Frame and title bar of a panel: a widget that lies upon another one like a window, also where
-/// the window system does not let programs place their windows. It is moved by its title bar, stays
-/// inside, and keeps its distance from the nearer edges when the widget below it is resized. Rolled
-/// up, it shows its title bar only and what it covered.
+class PageArea;
+class PanelStrip;
+class TitleButton;
+
+enum class PanelSide { Floating, Left, Right };
+
+/// How a user has left a panel.
+struct PanelState {
+    PanelSide side = PanelSide::Right;
+    bool rolledUp = false;
+    std::optional<QPoint> corner = {}; ///< where it floated last
+
+    bool operator==(const PanelState &) const = default;
+};
+
+/// Frame and title bar of a panel: a widget that stands beside a page like a docked window, or
+/// floats upon it, also where the window system does not let programs place their windows.
+///
+/// Its title bar drags it: off its side, about the page, and back to a side when the mouse lets it
+/// go at an edge. A double click or a button docks it and lets it float. Floating, it stays inside
+/// and keeps its distance from the nearer edges when the widget below it is resized. Rolled up, all
+/// that is seen is its title bar, or, docked, a strip at the edge.
 class PanelFrame : public QFrame {
   public:
     /// Fills `panel`, a child of the widget that it lies upon.
-    explicit PanelFrame(QWidget *panel);
+    /// docks  it may stand beside the page; needs a PageArea as that widget
+    PanelFrame(QWidget *panel, bool docks);
+    ~PanelFrame() override;
 
     void setCaption(const QString &caption);
     /// Where the content goes, below the title bar.
     [[nodiscard]] QVBoxLayout &content() { return *content_; }
-    /// Moves the panel's corner to a place of the widget below, as near as can be.
+    [[nodiscard]] QWidget &panel() const { return *panel_; }
+
+    [[nodiscard]] bool isDocked() const;
+    [[nodiscard]] PanelState state() const;
+    void setState(const PanelState &state);
+
+    /// Comes to its place, floating at a corner if nothing better is known, or gives the page its
+    /// room back.
+    void enter(QPoint corner);
+    void leave();
+
+    /// Moves a floating panel's corner to a place of the widget below, as near as can be.
     void moveTo(QPoint corner);
-    /// Gives the panel the size that it wants.
+    /// Gives the panel the size that it wants and the room that there is.
     void fit();
+    /// The width that it wants beside the page.
+    [[nodiscard]] int dockedWidth(int height) const;
 
     std::function<void()> onClose; ///< the close box
 
     void rollUp(bool rolledUp);
 
   protected:
-    void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
   private:
     QWidget *makeTitle();
-    QToolButton *addTitleButton(const char *name, std::function<void()> action);
-    void colourTitle();
-    void showRolled();
-    bool dragTitle(QEvent &event);
+    TitleButton *addTitleButton(const char *name, std::function<void()> action);
+    void dock(PanelSide side);
+    void showState();
+
+    bool serveTitle(QEvent &event);
+    void drag(QPoint place);
+    void drop(QPoint place);
+    [[nodiscard]] PanelSide sideAt(QPoint place) const;
+    void showTarget(PanelSide side);
     void keepDistance();
 
     QWidget *panel_;
+    QPointer<PageArea> area_; ///< null where it cannot dock
     QWidget *title_ = nullptr;
     QLabel *caption_ = nullptr;
-    QToolButton *roll_ = nullptr;
-    QToolButton *close_ = nullptr;
+    TitleButton *dock_ = nullptr;
+    TitleButton *roll_ = nullptr;
+    TitleButton *close_ = nullptr;
+    PanelStrip *strip_ = nullptr;
     QWidget *body_ = nullptr;
     QVBoxLayout *content_ = nullptr;
-    bool rolledUp_ = false;
-    QPoint grabbed_; ///< place of the panel under the mouse while it is dragged
+    PanelState state_;
+    PanelSide lastSide_ = PanelSide::Right; ///< where it was docked last
+
+    std::optional<QPoint> pressed_; ///< place of the screen where the mouse went down on the title
+    QPoint grabbed_;                ///< place of the panel under the mouse
     bool dragging_ = false;
+    std::unique_ptr<QRubberBand> target_; ///< shows where it would dock
+
     QPoint fromTopLeft_; ///< distances of the panel's edges from those of the widget below
     QPoint fromBottomRight_;
 };

@@ -205,9 +205,10 @@ void PartGrid::addFilledRow(Fields row) {
 void alignLabels(const std::vector<QGridLayout *> &grids) {
     int widest = 0;
     for (const QGridLayout *grid : grids) {
+        const int end = std::min(unitColumn(0), grid->columnCount() - 1);
         for (int row = 0; row < grid->rowCount(); ++row) {
             const QLayoutItem *item = grid->itemAtPosition(row, labelColumn(0));
-            const bool label = item != nullptr && grid->itemAtPosition(row, unitColumn(0)) != item;
+            const bool label = item != nullptr && grid->itemAtPosition(row, end) != item;
             widest = std::max(widest, label ? item->sizeHint().width() : 0);
         }
     }

@@ -21,7 +21,7 @@ constexpr std::array NamedKeys = {
     NamedKey{"Home", KeyHome},     NamedKey{"End", KeyEnd},
     NamedKey{"PageUp", KeyPageUp}, NamedKey{"PageDown", KeyPageDown},
     NamedKey{"Delete", KeyDelete}, NamedKey{"F1", KeyF1},
-    NamedKey{"F2", KeyF2},
+    NamedKey{"F2", KeyF2},         NamedKey{"Backspace", KeyBackspace},
 };
 
 bool takePrefix(std::string_view &text, std::string_view prefix) {

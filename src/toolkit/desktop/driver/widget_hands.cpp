@@ -22,6 +22,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -68,13 +69,27 @@ void chooseIn(QMenu &menu, QAction *action) {
     DesktopBackend::settle();
 }
 
-void typeInto(QLineEdit &field, std::string_view text) {
+// Opens the list of a button and chooses from it; without an entry it is closed again.
+void pressListed(QPushButton &opener, QAction *entry) {
+    QMenu &menu = *opener.menu();
+    menu.popup(opener.mapToGlobal(QPoint(0, opener.height())));
+    if (entry != nullptr) {
+        chooseIn(menu, entry);
+    } else {
+        menu.close();
+    }
+}
+
+void typeInto(QLineEdit &field, std::string_view text, bool withEnter = false) {
     giveFocus(field);
     field.selectAll();
     if (text.empty()) {
         sendKey(field, KeyDelete);
     } else {
         sendText(field, qtText(text));
+    }
+    if (withEnter) {
+        sendKey(field, KeyEnter);
     }
     takeFocus(field);
 }
@@ -169,7 +184,7 @@ void WidgetHands::turnWheel(const WheelTurn &wheel) {
 // The size reported is that of the page, as the program asks for it.
 void WidgetHands::resize(PixelSize size) {
     MainWindow &window = desktop_.window();
-    const QSize frame = window.size() - window.canvas().size();
+    const QSize frame = window.size() - window.centralWidget()->size();
     window.resize(QSize(size.width, size.height) + frame);
     DesktopBackend::settle();
     queueEvent({EventResize, 0, 0, 0.0, 0.0});
@@ -202,13 +217,20 @@ void WidgetHands::enter(DialogModel &dialog, int id, std::string_view value) {
     } else if (auto *bar = qobject_cast<QAbstractSlider *>(widget)) {
         bar->setSliderPosition(qtText(value).toInt());
     } else if (auto *field = qobject_cast<QLineEdit *>(widget)) {
-        typeInto(*field, value);
+        const ControlState *control = findControl(dialog, id);
+        typeInto(*field, value, control != nullptr && control->byEnter);
     }
     DesktopBackend::settle();
 }
 
 void WidgetHands::press(DialogModel &dialog, int button) {
-    clickCentre(*desktop_.dialogWindow(dialog)->widgetOf(button));
+    DialogWindow &window = *desktop_.dialogWindow(dialog);
+    auto *widget = qobject_cast<QPushButton *>(window.widgetOf(button));
+    if (widget != nullptr && widget->menu() != nullptr) {
+        pressListed(*widget, window.listedAction(button));
+    } else {
+        clickCentre(*window.widgetOf(button));
+    }
     DesktopBackend::settle();
 }
 
