@@ -20,6 +20,8 @@ inline constexpr std::array ReviewKeys = {
     HelpEntry{"C", "Copy the flags to other soundings."},
     HelpEntry{"Ctrl+Z", "Take the last change of flags back."},
     HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
+    HelpEntry{"Drag the panel's title", "Move the panel, or dock it at an edge."},
+    HelpEntry{"Double click on it", "Dock the panel, or let it float upon the page."},
     HelpEntry{"Ctrl+P", "Print the sounding."},
     HelpEntry{"S, F, M", "Show the section, the profiles, the plan; Esc comes back."},
     HelpEntry{"X", "Leave the review and keep the changes."},

@@ -191,6 +191,15 @@ TEST_F(DialogWindowTest, DisabledFieldsAreGreyedAndWhatIsOnlyReadIsNot) {
     WDialogFieldState(1011, false);
     EXPECT_FALSE(edit(1011).isEnabled());
     EXPECT_FALSE(labelOf(1011)->isEnabled());
+    EXPECT_FALSE(widget(1110).isEnabled()) << "its unit";
+    WDialogPutString(1110, "ft");
+    EXPECT_FALSE(widget(1110).isEnabled()) << "also with another text";
+    WDialogFieldState(1046, false);
+    EXPECT_TRUE(widget(1111).isEnabled()) << "the title of a row with another field";
+    WDialogFieldState(1047, false);
+    EXPECT_FALSE(widget(1111).isEnabled());
+    WDialogFieldState(1047, true);
+    EXPECT_TRUE(widget(1111).isEnabled());
     WDialogUnload();
 
     backend.open(106, DialogModelessAlone, 1092);

@@ -148,6 +148,9 @@ TEST_F(ReviewPanel, IsDraggedOffAndToEitherSide) {
     EXPECT_EQ(side(), PanelSide::Left);
     EXPECT_EQ(panel().x(), 0);
     EXPECT_FALSE(panel().geometry().intersects(page().geometry()));
+    const auto corner = backend.window->panelState().corner;
+    ASSERT_TRUE(corner.has_value());
+    EXPECT_GT(corner->x(), 200) << "where it floated, not where it was let go";
     drag(QPoint(area().width() + 50, 100));
     EXPECT_EQ(side(), PanelSide::Right);
     QTest::mousePress(&title(), Qt::LeftButton, Qt::NoModifier, QPoint(20, 5));
@@ -193,8 +196,14 @@ TEST_F(ReviewPanel, ComesBackAsTheUserHasLeftIt) {
     openReview(settings.panel(102));
     EXPECT_EQ(panel().x(), 0);
     EXPECT_LT(panel().width(), 40);
+    std::vector<PanelState> told;
+    backend.window->onPanelChange = [&](const PanelState &state) {
+        told.push_back(state);
+    };
     click("unroll");
     EXPECT_EQ(panel().x(), 0);
+    ASSERT_EQ(told.size(), 1U) << "what is kept is kept at once";
+    EXPECT_EQ(told.front(), (PanelState{PanelSide::Left, false, QPoint(12, 34)}));
 }
 
 double luminance(QColor colour) {

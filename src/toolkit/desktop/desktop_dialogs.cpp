@@ -36,6 +36,9 @@ void DesktopBackend::showDialog(DialogModel &dialog, DialogPlacement placement) 
     }
     if (shown->isPanel()) {
         shown->setPanelState(settings_.panel(dialog.number));
+        shown->onPanelChange = [this, number = dialog.number](const PanelState &state) {
+            settings_.keepPanel(number, state);
+        };
     }
     shown->showAt(placement);
 }
@@ -46,11 +49,7 @@ int DesktopBackend::runModal(DialogModel &dialog) {
 }
 
 void DesktopBackend::hideDialog(DialogModel &dialog) {
-    DialogWindow *shown = dialogWindow(dialog);
-    if (shown->isPanel()) {
-        settings_.keepPanel(dialog.number, shown->panelState());
-    }
-    shown->hide();
+    dialogWindow(dialog)->hide();
     window_->activateWindow();
 }
 

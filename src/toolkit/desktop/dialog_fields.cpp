@@ -163,6 +163,18 @@ void showText(FieldEdit &edit, const ControlState &control, bool fixed, const QS
     edit.setAccessibleDescription(unreadable ? "not a number; " + range : range);
 }
 
+// A row without fields is there to be read.
+bool rowIsEnabled(const std::vector<DialogField> &fields, std::size_t title) {
+    bool any = false;
+    for (std::size_t i = title + 1; i < fields.size() && fields[i].spec.sameRow; ++i) {
+        if (fields[i].spec.kind != ControlKind::Static && fields[i].widget->isEnabled()) {
+            return true;
+        }
+        any = any || fields[i].spec.kind != ControlKind::Static;
+    }
+    return !any;
+}
+
 void showBar(QProgressBar &bar, int percent) {
     constexpr int whole = 100;
     bar.setRange(0, percent < 0 ? 0 : whole); // without a range it shows that work goes on
@@ -206,6 +218,17 @@ QString rangeText(const ControlState &control, const QString &unit) {
     const QString range = qtText(shownNumber(control.low, control.kind, {}) + " to " +
                                  shownNumber(control.high, control.kind, {}));
     return unit.isEmpty() ? range : range + " " + unit;
+}
+
+void greyTexts(const std::vector<DialogField> &fields) {
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const StaticLook look = fields[i].spec.look;
+        if (look == StaticLook::Unit && i > 0) {
+            fields[i].widget->setEnabled(fields[i - 1].widget->isEnabled());
+        } else if (look == StaticLook::RowTitle) {
+            fields[i].widget->setEnabled(rowIsEnabled(fields, i));
+        }
+    }
 }
 
 void showControl(const DialogField &field, const ControlState &control, const QString &text,

@@ -31,6 +31,9 @@ bool isField(ControlKind kind);
 /// The limits of what the user may type, "0.1 to 990000 m"; blank where there are none.
 QString rangeText(const ControlState &control, const QString &unit);
 
+/// Greys the texts that belong to greyed fields: the unit after one, the title of a row of them.
+void greyTexts(const std::vector<DialogField> &fields);
+
 /// Shows the state of a control in its widget, without an echo. Where nothing has changed the
 /// cursor and the selection stay.
 /// text  label or caption with its letter marked

@@ -60,6 +60,11 @@ DialogWindow::DialogWindow(DialogModel &dialog, QWidget *parent)
         frame_->onClose = [this] {
             reject();
         };
+        frame_->onChange = [this] {
+            if (onPanelChange) {
+                onPanelChange(frame_->state());
+            }
+        };
     }
     build(spec);
     const QSize size = wantedSize().grownBy(frame_ != nullptr ? QMargins() : systemFrame());
@@ -150,6 +155,7 @@ void DialogWindow::refresh(int id) {
             showListed(button);
         }
     }
+    greyTexts(fields_);
 }
 
 void DialogWindow::showAll() {
@@ -160,6 +166,7 @@ void DialogWindow::showAll() {
     for (const ListedButton &button : listed_) {
         showListed(button);
     }
+    greyTexts(fields_);
 }
 
 void DialogWindow::showListed(const ListedButton &button) {

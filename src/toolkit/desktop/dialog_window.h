@@ -53,9 +53,10 @@ class DialogWindow : public QDialog {
     [[nodiscard]] QWidget *widgetOf(int id) const;
     [[nodiscard]] QAction *listedAction(int id) const; ///< of a button of a list; null for others
     [[nodiscard]] bool isPanel() const { return frame_ != nullptr; }
-    /// How the user has left a panel, to be kept and set before it is shown again.
+    /// How the user has left a panel, to be kept at each change and set before it is shown again.
     [[nodiscard]] PanelState panelState() const;
     void setPanelState(const PanelState &state);
+    std::function<void(const PanelState &state)> onPanelChange;
 
     void setVisible(bool visible) override;
     void reject() override; ///< the user closes it

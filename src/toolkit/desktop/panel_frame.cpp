@@ -143,6 +143,13 @@ void PanelFrame::rollUp(bool rolledUp) {
         title_->setMinimumWidth(width);
     }
     fit();
+    tellChange();
+}
+
+void PanelFrame::tellChange() {
+    if (onChange) {
+        onChange();
+    }
 }
 
 void PanelFrame::dock(PanelSide side) {
@@ -157,6 +164,7 @@ void PanelFrame::dock(PanelSide side) {
             QPoint(room.width() - size.width(), room.height() - size.height())));
         panel_->raise();
     }
+    tellChange();
 }
 
 void PanelFrame::enter(QPoint corner) {
@@ -254,6 +262,7 @@ void PanelFrame::drag(QPoint place) {
             return;
         }
         dragging_ = true;
+        floatedAt_ = state_.corner;
         if (isDocked()) {
             dock(PanelSide::Floating);
             grabbed_.setX(std::min(grabbed_.x(), panel_->width() - 1));
@@ -270,8 +279,10 @@ void PanelFrame::drop(QPoint place) {
     pressed_.reset();
     dragging_ = false;
     if (side != PanelSide::Floating) {
+        state_.corner = floatedAt_; // it has only passed the edge
         dock(side);
     }
+    tellChange();
 }
 
 bool PanelFrame::serveTitle(QEvent &event) {

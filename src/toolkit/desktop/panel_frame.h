@@ -64,7 +64,8 @@ class PanelFrame : public QFrame {
     /// The width that it wants beside the page.
     [[nodiscard]] int dockedWidth(int height) const;
 
-    std::function<void()> onClose; ///< the close box
+    std::function<void()> onClose;  ///< the close box
+    std::function<void()> onChange; ///< the user has given it another state
 
     void rollUp(bool rolledUp);
 
@@ -76,6 +77,7 @@ class PanelFrame : public QFrame {
     TitleButton *addTitleButton(const char *name, std::function<void()> action);
     void dock(PanelSide side);
     void showState();
+    void tellChange();
 
     bool serveTitle(QEvent &event);
     void drag(QPoint place);
@@ -100,6 +102,7 @@ class PanelFrame : public QFrame {
     std::optional<QPoint> pressed_; ///< place of the screen where the mouse went down on the title
     QPoint grabbed_;                ///< place of the panel under the mouse
     bool dragging_ = false;
+    std::optional<QPoint> floatedAt_;     ///< before it was dragged
     std::unique_ptr<QRubberBand> target_; ///< shows where it would dock
 
     QPoint fromTopLeft_; ///< distances of the panel's edges from those of the widget below
