@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QPolygonF>
 
+#include <algorithm>
+
 namespace keldrin {
 
 namespace {
