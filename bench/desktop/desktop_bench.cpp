@@ -99,7 +99,7 @@ void exportPngPages(benchmark::State &state) {
     {
         DesktopBackend backend({.memory = false});
         ToolkitInit(backend, {"keldrin"});
-        const SurveyModel model = longLine(soundings);
+        SurveyModel model = longLine(soundings);
         static_cast<void>(STD_File_Write(model, project));
         ToolkitClose();
     }
