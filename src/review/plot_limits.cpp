@@ -182,8 +182,10 @@ int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &
     date = dateText(now);
     time = timeText(now);
     const PageStyle style = limits.style;
+    const int neighbours = limits.neighbours;
     limits = PlotLimits{};
     limits.style = style;
+    limits.neighbours = neighbours;
     if (survey.SoundingCount < 1) {
         return 1;
     }

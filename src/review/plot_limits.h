@@ -14,8 +14,8 @@ enum class PageStyle {
                   ///< data
 };
 
-/// Axis limits of the sounding plot, and its style. The review keeps one record of them while it
-/// runs; the initialisers are the limits of a line without usable values.
+/// Axis limits of the sounding plot, its style, and what is drawn behind it. The review keeps one
+/// record of them while it runs; the initialisers are the limits of a line without usable values.
 struct PlotLimits {
     float PlotTimeMin = 0.01F;           ///< msec, above 0
     float PlotTimeMax = 100.0F;          ///< msec
@@ -31,6 +31,8 @@ struct PlotLimits {
     float PlotAResMin = 1.0F;    ///< apparent resistivity, ohm-m, above 0
     float PlotAResMax = 1000.0F; ///< ohm-m
     float PlotMisfitMax = 3.0F;  ///< standard deviations, on both sides of 0
+
+    int neighbours = 0; ///< soundings on each side that are drawn in grey, see neighbour_curves.h
 };
 
 /// Sets limits that hold all soundings of the line, so that its pages can be compared: full
@@ -39,7 +41,7 @@ struct PlotLimits {
 /// Skipped observations, missing values and numbers that are not finite do not count; where
 /// nothing is left, the limits are those of the initialisers. The result allows a plot for any
 /// content of the model.
-/// limits      replaced, but for the style
+/// limits      replaced, but for the style and the neighbours
 /// date, time  of this moment, as the page shows them: "DD/MM/YYYY" and "hh:mm:ss"
 /// returns     0, or 1 without soundings; not reported
 int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &date,

@@ -10,6 +10,7 @@
 #include "page/plot.h"
 #include "page/plot_ticks.h"
 #include "physics/data_fit.h"
+#include "review/neighbour_curves.h"
 #include "review/page_layout.h"
 #include "review/presentation_model.h"
 #include "review/sounding_panels.h"
@@ -48,6 +49,7 @@ struct Presented {
     SoundingCurves curves;
     SoundingFit fit;
     ModelSteps model;
+    NeighbourCurves neighbours;
 };
 
 std::string withUnit(std::string_view quantity, std::string_view unit) {
@@ -214,6 +216,7 @@ void drawDataPlot(const Presented &page) {
     PlotYAxis();
     drawSideLabel(withUnit("dB/dt", page.control.TEMUnits.view()));
     drawZeroLine(panel);
+    drawNeighbourData(page.neighbours, panel);
     drawPoints(page.curves.observed, panel);
     drawCurve(page.curves.calculated, panel);
     if (page.curves.observed.empty() && page.curves.calculated.time.empty()) {
@@ -229,6 +232,7 @@ void drawResistivityPlot(const Presented &page) {
     drawFrame(panel);
     PlotYAxis();
     drawSideLabel("Apparent res. (ohm-m)");
+    drawNeighbourResistivities(page.neighbours, panel);
     drawPoints(page.curves.resistivity, panel);
     drawCurve(page.curves.calculatedResistivity, panel);
     if (page.curves.resistivity.empty() && page.curves.calculatedResistivity.time.empty()) {
@@ -302,6 +306,7 @@ void drawModelPlot(const Presented &page) {
     useColour(Colour::Black);
     drawElevationAxis(page, panel);
     layPanel(panel);
+    drawNeighbourModels(page.neighbours, panel);
     drawModelSteps(page.model, panel);
     PlotFrame();
     selectTextSize(SmallSize);
@@ -425,6 +430,9 @@ void drawDataLegend(const Presented &page) {
     if (!page.curves.calculated.time.empty()) {
         legend.line(Colour::Blue, CurveWidth, "calculated");
     }
+    if (!page.neighbours.curves.empty()) {
+        legend.line(NeighbourColour, NeighbourLineWidth, neighbourText(page.neighbours));
+    }
 }
 
 void drawModelLegend(const Presented &page) {
@@ -489,7 +497,8 @@ void drawPresentationPage(const SurveyModel &survey, const PlotLimits &limits,
                                  sounding,
                                  soundingCurves(sounding, control.ErrorFloor),
                                  soundingFit(control, sounding),
-                                 modelSteps(sounding)};
+                                 modelSteps(sounding),
+                                 neighbourCurves(survey, limits, page.station)};
     ToolkitNaturalLetters(true);
     drawDataPlot(presented);
     drawResistivityPlot(presented);

@@ -42,10 +42,11 @@ struct ReviewBinding {
     void (*act)(Review &, const ToolkitEvent &);
 };
 
-std::span<const ReviewBinding> walkBindings();  ///< from sounding to sounding
-std::span<const ReviewBinding> placeBindings(); ///< to a station or an ordinal
-std::span<const ReviewBinding> markBindings();  ///< skip marks, undo
-std::span<const ReviewBinding> plotBindings();  ///< limits, printing, files
+std::span<const ReviewBinding> walkBindings();      ///< from sounding to sounding
+std::span<const ReviewBinding> placeBindings();     ///< to a station or an ordinal
+std::span<const ReviewBinding> markBindings();      ///< skip marks, undo
+std::span<const ReviewBinding> plotBindings();      ///< limits, printing, files
+std::span<const ReviewBinding> neighbourBindings(); ///< soundings behind the one on show
 
 /// Brings a sounding on show: its ordinal is limited to those of the line.
 inline void showStation(Review &review, int station) {

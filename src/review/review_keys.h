@@ -22,6 +22,7 @@ inline constexpr std::array ReviewKeys = {
     HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
     HelpEntry{"Drag the panel's title", "Move the panel, or dock it at an edge."},
     HelpEntry{"Double click on it", "Dock the panel, or let it float upon the page."},
+    HelpEntry{"G", "Draw 1, 2, 5 soundings on each side in grey, or none; plots show them too."},
     HelpEntry{"Ctrl+P", "Print the sounding."},
     HelpEntry{"S, F, M", "Show the section, the profiles, the plan; Esc comes back."},
     HelpEntry{"X", "Leave the review and keep the changes."},

@@ -137,8 +137,9 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
     if (event.type == EventMouseDown && event.window != 0) {
         return;
     }
-    for (const auto &bindings : {std::span<const ReviewBinding>(Bindings), walkBindings(),
-                                 placeBindings(), markBindings(), plotBindings()}) {
+    for (const auto &bindings :
+         {std::span<const ReviewBinding>(Bindings), walkBindings(), placeBindings(), markBindings(),
+          plotBindings(), neighbourBindings()}) {
         const auto binding =
             std::find_if(bindings.begin(), bindings.end(), [&](const ReviewBinding &b) {
                 return b.type == event.type && b.value == event.value;
@@ -233,6 +234,7 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     review.journal.path = markJournalPath(path);
     offerUndoneMarks(review);
     review.limits.style = state.style;
+    review.limits.neighbours = state.neighbours;
     Plot_AutoLimits(survey, review.limits, review.date, review.time);
     drawStation(review);
     openPanel(review);

@@ -16,6 +16,7 @@ struct ReviewState {
     int ReviewCount = 0;     ///< SoundingCount at the last entry; another one starts at sounding 1
     MarkHistory undone = {}; ///< marks that Redo brings back: undone or cancelled in this project
     PageStyle style = PageStyle::Standard; ///< of the page
+    int neighbours = 0;                    ///< soundings on each side of it that are drawn in grey
 };
 
 /// Loads the project again from disk; the path may come back changed. Returns the status of opening

@@ -7,6 +7,7 @@
 #include "page/drawing.h"
 #include "page/plot.h"
 #include "page/plot_scale.h"
+#include "review/neighbour_curves.h"
 #include "review/page_layout.h"
 #include "review/presentation_page.h"
 #include "review/sounding_panels.h"
@@ -81,10 +82,13 @@ void drawPoints(const std::vector<ErrorPoint> &points, int marker, std::string_v
     }
 }
 
-void drawDataPlot(const PlotLimits &limits, const SoundingCurves &curves, std::string_view unit) {
+void drawDataPlot(const PlotLimits &limits, const SoundingCurves &curves, std::string_view unit,
+                  const NeighbourCurves &neighbours) {
     setUpDataPlot(limits);
     drawDataAxes(limits, unit);
     CheckGraphicsError("Plot_Sounding: data axes");
+    drawNeighbourData(neighbours, dataPanel(limits));
+    drawNeighbourResistivities(neighbours, resistivityPanel(limits));
     drawCurve(curves.calculated, "BLACK");
     drawPoints(curves.observed, PlusMarker, "BLACK");
     drawCurve(curves.calculatedResistivity, "BLUE");
@@ -142,10 +146,11 @@ void drawLayers(const SoundingRecord &sounding) {
     PlotDrawLine(sounding.ResInv.data(), sounding.ZMid.data(), layers);
 }
 
-void drawModelPlot(const PlotLimits &limits, const SoundingRecord &sounding,
-                   std::string_view unit) {
+void drawModelPlot(const PlotLimits &limits, const SoundingRecord &sounding, std::string_view unit,
+                   const NeighbourCurves &neighbours) {
     drawModelAxes(limits, sounding.Elevation, unit);
     CheckGraphicsError("Plot_Sounding: model axes");
+    drawNeighbourModels(neighbours, modelPanel(limits));
     drawLayers(sounding);
     CheckGraphicsError("Plot_Sounding: model");
 }
@@ -189,11 +194,14 @@ void drawColumn(float x, float y, float right, const std::vector<std::string> &l
     }
 }
 
-void drawLegend() {
+void drawLegend(const NeighbourCurves &neighbours) {
     selectTextSize(NumberSize);
     const float x = 1.7F;
     const float y = 2.6F;
     const float pitch = ToolkitTextMetric(TextCharacterHeight);
+    if (!neighbours.curves.empty()) {
+        drawColumn(x, y + pitch, DataFrame.right, {"Grey lines = " + neighbourText(neighbours)});
+    }
     drawColumn(x, y, DataFrame.right,
                {"Black line = calculated dB/dT", "Black + = observed dB/dT"});
     IGrColour("BLUE");
@@ -208,8 +216,9 @@ void drawStandardPage(const SurveyModel &survey, const PlotLimits &limits,
     const SoundingRecord &sounding = survey.sounding(page.station);
     const ControlValues &control = survey.control;
     const SoundingCurves curves = soundingCurves(sounding, control.ErrorFloor);
-    drawDataPlot(limits, curves, control.TEMUnits.view());
-    drawModelPlot(limits, sounding, control.LengthUnits.view());
+    const NeighbourCurves neighbours = neighbourCurves(survey, limits, page.station);
+    drawDataPlot(limits, curves, control.TEMUnits.view(), neighbours);
+    drawModelPlot(limits, sounding, control.LengthUnits.view(), neighbours);
 
     constexpr float top = 17.0F;
     constexpr float gap = 0.2F;
@@ -222,7 +231,7 @@ void drawStandardPage(const SurveyModel &survey, const PlotLimits &limits,
         {"Smooth-Model TEM Inversion", joined("Plotted ", page.date, joined(", ", page.time))});
     drawColumn(0.1F, 0.6F, DataFrame.right, {"Torvu Engineering", std::string(ProgramIdentity)},
                0.4F);
-    drawLegend();
+    drawLegend(neighbours);
     CheckGraphicsError("Plot_Sounding: texts");
 }
 
