@@ -22,17 +22,38 @@ struct StickyMarks {
     bool slope = false;
 };
 
-void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, float cutoff,
-                    AutoSkipCounts &counts) {
+void mark(SoundingRecord &record, const WindowSet &taken) {
+    const std::size_t windows = windowCount(record);
+    for (std::size_t i = 0; i < windows; ++i) {
+        record.TEMerr[i] = withSkipMark(record.TEMerr[i], taken[i]);
+    }
+}
+
+AutoSkipAnswers withinLimits(const AutoSkipSettings &settings, float cutoff, int maxWindows) {
+    AutoSkipAnswers answers = {settings, cutoff, maxWindows};
+    orderWindows(answers.settings);
+    limitFields(AutoSkipDialog, answers);
+    return answers;
+}
+
+void clearRootWindow() {
+    ToolkitClearPage();
+    ToolkitPageKind("blank");
+}
+
+} // namespace
+
+WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
+                          float cutoff, AutoSkipCounts &counts) {
+    WindowSet taken;
     StickyMarks marks;
     const int windows = limited(record.NumTW, 0, MaxWindows);
     for (int number = 1; number <= windows; ++number) {
         const std::size_t i = asIndex(number - 1);
         const float error = trueError(record.TEMerr[i]);
         if (number < settings.firstWindow || number > settings.lastWindow) {
-            record.TEMerr[i] = error + SkipOffset;
+            taken[i] = true;
             ++counts.outsideRange;
-            ++counts.skipped;
             continue;
         }
         const bool negative = settings.negativeFilter && record.TEMobs[i] <= 0.0F;
@@ -41,17 +62,17 @@ void filterSounding(SoundingRecord &record, const AutoSkipSettings &settings, fl
         const bool rising = number > std::max(settings.firstWindow, 1) &&
                             record.TEMobs[i] - record.TEMobs[i - 1] >= 0.0F && error > 1.0F;
         marks.slope = marks.slope || (settings.slopeFilter && rising);
-        const bool skip = negative || marks.error || marks.slope;
-        record.TEMerr[i] = skip ? error + SkipOffset : error;
+        taken[i] = negative || marks.error || marks.slope;
         counts.negative += negative ? 1 : 0;
         counts.error += marks.error ? 1 : 0;
         counts.slope += marks.slope ? 1 : 0;
-        counts.skipped += skip ? 1 : 0;
     }
+    counts.skipped += static_cast<int>(taken.count());
     counts.windows += windows;
+    return taken;
 }
 
-void logCounts(const AutoSkipCounts &counts) {
+void logAutoSkipCounts(const AutoSkipCounts &counts) {
     for (const AutoSkipFilter &filter : AutoSkipFilters) {
         ReportInfoLine("Windows taken by the " + std::string(filter.name) + ": " +
                        std::to_string(counts.*filter.taken));
@@ -66,30 +87,16 @@ int largestWindowCount(const SurveyModel &model) {
     return largest;
 }
 
-void inOrder(AutoSkipSettings &settings) {
+void orderWindows(AutoSkipSettings &settings) {
     if (settings.firstWindow > settings.lastWindow) {
         std::swap(settings.firstWindow, settings.lastWindow);
     }
 }
 
-AutoSkipAnswers withinLimits(const AutoSkipSettings &settings, float cutoff, int maxWindows) {
-    AutoSkipAnswers answers = {settings, cutoff, maxWindows};
-    inOrder(answers.settings);
-    limitFields(AutoSkipDialog, answers);
-    return answers;
-}
-
-void clearRootWindow() {
-    ToolkitClearPage();
-    ToolkitPageKind("blank");
-}
-
-} // namespace
-
 AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &settings) {
     AutoSkipCounts counts;
     for (SoundingRecord &record : model.soundings()) {
-        filterSounding(record, settings, model.control.DataCutoff, counts);
+        mark(record, takenByAutoSkip(record, settings, model.control.DataCutoff, counts));
     }
     return counts;
 }
@@ -110,7 +117,7 @@ int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff
     }
     reportUnreadFields(answer.unread);
     settings = answers.settings;
-    inOrder(settings);
+    orderWindows(settings);
     DataCutoff = answers.cutoff;
     return 0;
 }
@@ -130,7 +137,7 @@ int AutoSkip(SurveyModel &model, AutoSkipSettings &settings) {
     ReportInfoLine("Applying Auto Skip filters");
     const AutoSkipCounts counts = applyAutoSkip(model, settings);
     ReportInfoLine("Auto Skip filtering is finished.");
-    logCounts(counts);
+    logAutoSkipCounts(counts);
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include "model/survey_model.h"
 
 #include <array>
+#include <bitset>
 #include <string_view>
 
 namespace keldrin {
@@ -35,6 +36,9 @@ void limitAutoSkip(const SurveyModel &model, AutoSkipSettings &settings, float &
 /// returns     0, or 1 on Cancel with nothing changed
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff);
 
+/// Windows of a sounding, by position from 0.
+using WindowSet = std::bitset<MaxWindows>;
+
 /// How many windows each filter has taken in one pass; a window may be taken by several.
 struct AutoSkipCounts {
     int outsideRange = 0;
@@ -56,6 +60,19 @@ inline constexpr std::array AutoSkipFilters = {
     AutoSkipFilter{"negative filter", &AutoSkipCounts::negative},
     AutoSkipFilter{"slope filter", &AutoSkipCounts::slope},
 };
+
+/// The windows of a sounding that the filters take, which they add to the counts. Nothing is
+/// marked. cutoff  error above which data are skipped, percent
+WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
+                          float cutoff, AutoSkipCounts &counts);
+
+/// Tells the log what each filter has taken.
+void logAutoSkipCounts(const AutoSkipCounts &counts);
+
+int largestWindowCount(const SurveyModel &model);
+
+/// Swaps a first window above the last one with it.
+void orderWindows(AutoSkipSettings &settings);
 
 /// The pass itself, without dialog and log.
 AutoSkipCounts applyAutoSkip(SurveyModel &model, const AutoSkipSettings &settings);

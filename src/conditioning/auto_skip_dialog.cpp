@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace keldrin {
 
@@ -26,7 +28,7 @@ constexpr FieldAccess setting() {
     return fieldOf<&AutoSkipAnswers::settings, Setting>();
 }
 
-constexpr std::array Controls = {
+constexpr std::array FilterRows = {
     ControlSpec{.id = AutoSkipControl::FirstWindow,
                 .kind = Integer,
                 .label = "Use data from window",
@@ -63,9 +65,97 @@ constexpr std::array Controls = {
                 .kind = Check,
                 .label = "Skip data after transient slopes up and error > 1%",
                 .field = setting<&AutoSkipSettings::slopeFilter>()},
+};
+
+template <auto Setting>
+constexpr FieldAccess furtherSetting() {
+    return fieldOf<&AutoSkipAnswers::further, Setting>();
+}
+
+constexpr ControlSpec number(int id, std::string_view format, FieldAccess field,
+                             FieldLimits limits) {
+    return {.id = id,
+            .kind = Real,
+            .format = format,
+            .limits = limits,
+            .field = field,
+            .sameRow = true,
+            .width = 8};
+}
+
+// The name is for messages, where the label says too little.
+constexpr ControlSpec named(ControlSpec row, std::string_view name) {
+    row.name = name;
+    return row;
+}
+
+constexpr ControlSpec withUnit(ControlSpec row, std::string_view unit) {
+    row.unit = unit;
+    return row;
+}
+
+constexpr ControlSpec check(int id, std::string_view label, FieldAccess field) {
+    return {.id = id, .kind = Check, .label = label, .field = field};
+}
+
+constexpr std::array FurtherRows = {
+    check(AutoSkipControl::NoiseFilter, "Skip data below noise of",
+          furtherSetting<&FurtherSkipSettings::noiseFloor>()),
+    named(withUnit(number(AutoSkipControl::NoiseLevel, "(1P,G12.4E1)",
+                          furtherSetting<&FurtherSkipSettings::noiseLevel>(), {1.0e-9, 1.0e9}),
+                   "nV/Am2 at 1 msec, exponent"),
+          "Noise at 1 msec"),
+    named(number(AutoSkipControl::NoiseExponent, "(F12.2)",
+                 furtherSetting<&FurtherSkipSettings::noiseExponent>(), {-10.0, 10.0}),
+          "Exponent of the noise"),
+    check(AutoSkipControl::CurvatureFilter, "Skip peaks and dips that bend the log-log slope by >",
+          furtherSetting<&FurtherSkipSettings::curvature>()),
+    named(number(AutoSkipControl::SlopeChange, "(F12.2)",
+                 furtherSetting<&FurtherSkipSettings::slopeChange>(), {0.01, 1000.0}),
+          "Difference of slopes"),
+    check(AutoSkipControl::NeighbourFilter, "Skip data off the neighbours' median by a factor >",
+          furtherSetting<&FurtherSkipSettings::neighbours>()),
+    named(number(AutoSkipControl::NeighbourFactor, "(F12.2)",
+                 furtherSetting<&FurtherSkipSettings::neighbourFactor>(), {1.01, 1.0e6}),
+          "Factor off the median"),
+    check(AutoSkipControl::AndLater, "Skip all windows later than a skipped one",
+          furtherSetting<&FurtherSkipSettings::andLater>()),
+    check(AutoSkipControl::KeepMarks, "Keep present marks",
+          furtherSetting<&FurtherSkipSettings::keepMarks>()),
+    ControlSpec{.id = AutoSkipControl::Taken,
+                .label = "Taken",
+                .field = shownBy<takenText>(),
+                .look = StaticLook::Help},
+    ControlSpec{.id = AutoSkipControl::TakenFurther,
+                .label = "Taken further",
+                .field = shownBy<takenFurtherText>(),
+                .look = StaticLook::Help},
+};
+
+constexpr std::array Buttons = {
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };
+
+template <std::size_t... counts>
+constexpr auto joined(const std::array<ControlSpec, counts> &...parts) {
+    std::array<ControlSpec, (counts + ...)> rows{};
+    std::size_t end = 0;
+    const auto append = [&](const auto &part) {
+        for (const ControlSpec &row : part) {
+            rows[end++] = row;
+        }
+    };
+    (append(parts), ...);
+    return rows;
+}
+
+constexpr std::array Controls = joined(FilterRows, Buttons);
+constexpr std::array LiveControls = joined(FilterRows, FurtherRows, Buttons);
+
+std::string numbered(std::string_view name, int count) {
+    return std::string(name) + " " + std::to_string(count);
+}
 
 } // namespace
 
@@ -76,5 +166,33 @@ const DialogForm<AutoSkipAnswers> AutoSkipDialog = DialogSpec{
     .controls = Controls,
     .firstControl = ButtonContinue,
 };
+
+const DialogForm<AutoSkipAnswers> LiveAutoSkipDialog = DialogSpec{
+    .number = 145,
+    .caption = "Auto Skip",
+    .controls = LiveControls, // Enter presses none: it ends the typing of a number
+    .place = DialogPlace::LowerRight,
+    .firstControl = ButtonContinue,
+};
+
+std::string takenText(const AutoSkipAnswers &answers) {
+    const AutoSkipCounts &counts = answers.counted.counts;
+    const int marks = answers.counted.otherMarks;
+    return numbered("error", counts.error) + numbered(", negative", counts.negative) +
+           numbered(", slope", counts.slope) + numbered(", range", counts.outsideRange) + "; " +
+           std::to_string(marks) + (marks == 1 ? " mark" : " marks") + " made before " +
+           (answers.further.keepMarks ? (marks == 1 ? "stays" : "stay") : "would go");
+}
+
+std::string takenFurtherText(const AutoSkipAnswers &answers) {
+    std::string text;
+    for (const FurtherSkipFilter &filter : FurtherSkipFilters) {
+        if (answers.further.*filter.on) {
+            text += (text.empty() ? "" : ", ") +
+                    numbered(filter.name, answers.counted.further.*filter.taken);
+        }
+    }
+    return text;
+}
 
 } // namespace keldrin

@@ -1,15 +1,11 @@
 #include "review/mark_travel.h"
 
+#include "model/same_window.h"
 #include "review/review_skip.h"
-
-#include <cmath>
-#include <optional>
 
 namespace keldrin {
 
 namespace {
-
-constexpr float SameTime = 1.0e-3F; ///< of the time itself
 
 bool setsMark(int flag) {
     return (flag & 1) != 0;
@@ -21,16 +17,6 @@ void setMark(SoundingRecord &sounding, std::size_t window, bool skipped) {
     }
 }
 
-std::optional<std::size_t> windowAt(const SoundingRecord &sounding, float time) {
-    const std::size_t windows = windowCount(sounding);
-    for (std::size_t i = 0; i < windows; ++i) {
-        if (std::fabs(sounding.TWcenter[i] - time) <= SameTime * time) {
-            return i;
-        }
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 MarkStep changesOf(SurveyModel &model, int station, const std::function<void()> &act) {
@@ -39,8 +25,9 @@ MarkStep changesOf(SurveyModel &model, int station, const std::function<void()> 
     for (const SoundingRecord &sounding : model.soundings()) {
         before.push_back(sounding.TEMerr);
     }
+    const float cutoff = model.control.DataCutoff;
     act();
-    MarkStep step{station, {}};
+    MarkStep step{station, {}, {cutoff, model.control.DataCutoff}};
     for (int ordinal = 1; ordinal <= model.SoundingCount; ++ordinal) {
         noteChanges(step, ordinal, before[asIndex(ordinal - 1)], model.sounding(ordinal).TEMerr);
     }

@@ -14,7 +14,8 @@ namespace keldrin {
 // Skip marks that go beyond the point under the mouse. Windows without an observed value are left
 // alone; windows of two soundings are the same when their times agree to a thousandth.
 
-/// Does something to marks and gives what it has changed, in whatever soundings.
+/// Does something to marks, and perhaps to the error threshold, and gives what it has changed, in
+/// whatever soundings.
 /// station  ordinal of the sounding on show, from 1
 MarkStep changesOf(SurveyModel &model, int station, const std::function<void()> &act);
 

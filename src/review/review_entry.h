@@ -3,12 +3,14 @@
 #include "base/real.h"
 #include "projectfile/mark_journal.h"
 #include "review/plot_limits.h"
+#include "review/review_auto_skip.h"
 #include "review/review_history.h"
 #include "review/review_loop.h"
 #include "review/review_panel.h"
 #include "toolkit/toolkit.h"
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -26,8 +28,9 @@ struct Review {
     std::string time = {};
     MarkHistory history = {};
     MarkJournal journal = {};
-    bool aimed = false; ///< at a mark, hit or not
-    bool hit = false;   ///< a mark has changed
+    std::optional<LiveSkip> autoSkip = {}; ///< its dialog is open
+    bool aimed = false;                    ///< at a mark, hit or not
+    bool hit = false;                      ///< a mark has changed
     bool stays = true;
     bool panelOpen = false;
     bool redraws = true;         ///< the page is drawn anew after this event
@@ -46,6 +49,7 @@ std::span<const ReviewBinding> walkBindings();      ///< from sounding to soundi
 std::span<const ReviewBinding> placeBindings();     ///< to a station or an ordinal
 std::span<const ReviewBinding> markBindings();      ///< skip marks, undo
 std::span<const ReviewBinding> plotBindings();      ///< limits, printing, files
+std::span<const ReviewBinding> autoSkipBindings();  ///< what filters would skip
 std::span<const ReviewBinding> neighbourBindings(); ///< soundings behind the one on show
 
 /// Brings a sounding on show: its ordinal is limited to those of the line.

@@ -15,7 +15,11 @@ bool sameBits(float left, float right) {
     return std::bit_cast<std::uint32_t>(left) == std::bit_cast<std::uint32_t>(right);
 }
 
-void applyStep(SurveyModel &model, const MarkStep &step, float MarkChange::*value) {
+void applyStep(SurveyModel &model, const MarkStep &step, float MarkChange::*value,
+               float CutoffChange::*cutoff) {
+    if (step.cutoff.before != step.cutoff.after) {
+        model.control.DataCutoff = step.cutoff.*cutoff;
+    }
     for (const MarkChange &change : step.changes) {
         model.sounding(change.station).TEMerr[change.window] = change.*value;
     }
@@ -32,7 +36,7 @@ void noteChanges(MarkStep &step, int station, const WindowReals &before, const W
 }
 
 bool recordMarks(MarkHistory &history, MarkStep step) {
-    if (step.changes.empty()) {
+    if (step.isEmpty()) {
         return false;
     }
     history.steps.resize(history.applied);
@@ -46,7 +50,7 @@ const MarkStep *undoMarks(MarkHistory &history, SurveyModel &model) {
         return nullptr;
     }
     const MarkStep &step = history.steps[--history.applied];
-    applyStep(model, step, &MarkChange::before);
+    applyStep(model, step, &MarkChange::before, &CutoffChange::before);
     return &step;
 }
 
@@ -55,7 +59,7 @@ const MarkStep *redoMarks(MarkHistory &history, SurveyModel &model) {
         return nullptr;
     }
     const MarkStep &step = history.steps[history.applied++];
-    applyStep(model, step, &MarkChange::after);
+    applyStep(model, step, &MarkChange::after, &CutoffChange::after);
     return &step;
 }
 
@@ -67,7 +71,11 @@ void keepUndoneMarks(MarkHistory &history) {
 
 void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {
     std::map<std::pair<int, std::size_t>, float> errors; // as they are after the steps so far
+    float cutoff = model.control.DataCutoff;
     for (MarkStep &step : history.steps) {
+        const bool moves = step.cutoff.before != step.cutoff.after;
+        step.cutoff = {cutoff, moves ? step.cutoff.after : cutoff};
+        cutoff = step.cutoff.after;
         std::erase_if(step.changes, [&model](const MarkChange &change) {
             return change.station < 1 || change.station > model.SoundingCount ||
                    change.window >= windowCount(model.sounding(change.station));
@@ -81,7 +89,23 @@ void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {
             error = change.after;
         }
     }
-    std::erase_if(history.steps, [](const MarkStep &step) { return step.changes.empty(); });
+    std::erase_if(history.steps, [](const MarkStep &step) { return step.isEmpty(); });
+}
+
+bool cutoffHasChanged(const MarkHistory &history) {
+    const auto applied = static_cast<std::ptrdiff_t>(history.applied);
+    const auto end = history.steps.begin() + applied;
+    const auto first = std::find_if(history.steps.begin(), end, [](const MarkStep &step) {
+        return step.cutoff.before != step.cutoff.after;
+    });
+    if (first == end) {
+        return false;
+    }
+    float now = first->cutoff.after;
+    for (auto step = first; step != end; ++step) {
+        now = step->cutoff.before != step->cutoff.after ? step->cutoff.after : now;
+    }
+    return now != first->cutoff.before;
 }
 
 std::size_t changedMarks(const MarkHistory &history) {

@@ -7,10 +7,10 @@
 
 namespace keldrin {
 
-// Changes of skip marks that can be taken back, and brought again. Only the stored errors that an
-// action has changed are kept, so a history may be as long as the user likes. Taking back restores
-// them bit for bit, which setting and clearing a mark does not: an error plus SkipOffset is
-// rounded.
+// Changes of skip marks, and of the error threshold that some come from, that can be taken back,
+// and brought again. Only the stored errors that an action has changed are kept, so a history may
+// be as long as the user likes. Taking back restores them bit for bit, which setting and clearing a
+// mark does not: an error plus SkipOffset is rounded.
 
 struct MarkChange {
     int station = 0;        ///< ordinal of the sounding, from 1
@@ -19,10 +19,19 @@ struct MarkChange {
     float after = 0.0F;
 };
 
+/// The project's DataCutoff around an action, percent.
+struct CutoffChange {
+    float before = 0.0F;
+    float after = 0.0F;
+};
+
 /// What one action has changed, in one sounding or in many.
 struct MarkStep {
     int station = 0; ///< that was on show, from 1
     std::vector<MarkChange> changes;
+    CutoffChange cutoff = {}; ///< two like values: it did not change
+
+    [[nodiscard]] bool isEmpty() const { return changes.empty() && cutoff.before == cutoff.after; }
 };
 
 struct MarkHistory {
@@ -56,6 +65,9 @@ inline void countAllAsUndone(MarkHistory &history) {
 /// Fits a history of undone steps to soundings that were loaded again: the marks are those that
 /// were recorded, the errors those of the model. Changes of windows that are gone are dropped.
 void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model);
+
+/// True when the project's DataCutoff is not what it was at the start of the history.
+bool cutoffHasChanged(const MarkHistory &history);
 
 /// How many windows are now marked as skipped that were not at the start of the history, or the
 /// other way round.

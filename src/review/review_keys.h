@@ -18,6 +18,8 @@ inline constexpr std::array ReviewKeys = {
     HelpEntry{"Shift and a click", "The same for the window and all later ones."},
     HelpEntry{"Ctrl and a click", "The same for the window in all soundings."},
     HelpEntry{"C", "Copy the flags to other soundings."},
+    HelpEntry{"A",
+              "Auto Skip: see what filters would skip while you walk the line; Esc closes it."},
     HelpEntry{"Ctrl+Z", "Take the last change of flags back."},
     HelpEntry{"Ctrl+Y, Ctrl+Shift+Z", "Bring it again."},
     HelpEntry{"Drag the panel's title", "Move the panel, or dock it at an edge."},

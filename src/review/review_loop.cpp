@@ -8,6 +8,7 @@
 #include "projectfile/table_file.h"
 #include "review/page_layout.h"
 #include "review/plot_document.h"
+#include "review/review_auto_skip.h"
 #include "review/review_entry.h"
 #include "review/review_panel.h"
 #include "review/review_pointer.h"
@@ -79,9 +80,10 @@ void blankPage() {
     ToolkitPageKind("blank");
 }
 
-void drawStation(const Review &review) {
+void drawStation(Review &review) {
     Plot_Sounding(review.survey, review.limits, review.state.ReviewStation, review.path,
                   review.date, review.time);
+    showAutoSkip(review);
 }
 
 void openPanel(Review &review) {
@@ -97,6 +99,7 @@ void closePanel(Review &review) {
         return;
     }
     review.panelOpen = false;
+    closeAutoSkip(review);
     ToolkitPointerText({});
     closeDialog(ReviewDialog);
     blankPage();
@@ -127,7 +130,7 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
         closeWindow(review, event);
         return;
     }
-    if (servesTypedPlace(review, event)) {
+    if (serveAutoSkip(review, event) || servesTypedPlace(review, event)) {
         return;
     }
     if (const char key = pageKeyOf(review, event)) {
@@ -139,7 +142,7 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
     }
     for (const auto &bindings :
          {std::span<const ReviewBinding>(Bindings), walkBindings(), placeBindings(), markBindings(),
-          plotBindings(), neighbourBindings()}) {
+          plotBindings(), autoSkipBindings(), neighbourBindings()}) {
         const auto binding =
             std::find_if(bindings.begin(), bindings.end(), [&](const ReviewBinding &b) {
                 return b.type == event.type && b.value == event.value;
@@ -155,7 +158,9 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
 void showUnsavedMarks(const MarkHistory &history) {
     const std::size_t count = changedMarks(history);
     const std::string windows = std::to_string(count) + (count == 1 ? " window" : " windows");
-    ToolkitStatus(StatusPart::Marks, count > 0 ? windows + " changed, not saved" : "");
+    const std::string cutoff =
+        cutoffHasChanged(history) ? "Error threshold changed, not saved" : "";
+    ToolkitStatus(StatusPart::Marks, count > 0 ? windows + " changed, not saved" : cutoff);
 }
 
 // Marks that were undone or cancelled at an earlier entry.

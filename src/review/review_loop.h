@@ -1,5 +1,7 @@
 #pragma once
 
+#include "conditioning/auto_skip.h"
+#include "conditioning/further_skip.h"
 #include "model/survey_model.h"
 #include "review/review_history.h"
 #include "review/review_skip.h"
@@ -17,6 +19,8 @@ struct ReviewState {
     MarkHistory undone = {}; ///< marks that Redo brings back: undone or cancelled in this project
     PageStyle style = PageStyle::Standard; ///< of the page
     int neighbours = 0;                    ///< soundings on each side of it that are drawn in grey
+    AutoSkipSettings autoSkip = {};        ///< of the last Continue of Auto Skip, here or elsewhere
+    FurtherSkipSettings furtherSkip = {};
 };
 
 /// Loads the project again from disk; the path may come back changed. Returns the status of opening

@@ -42,7 +42,6 @@ constexpr int WindowCloses = 3; ///< a status of this or more leaves the program
 struct Shell {
     SurveyModel &model;
     std::string ProjectPath; ///< full path of the project, or what the last flow left there
-    AutoSkipSettings autoSkip = {};
     ReviewState review = {};
     ViewState view = {}; ///< its sounding is that of the review
 };
@@ -104,7 +103,7 @@ void commandEdit(Shell &shell) {
 // Cancel writes nothing; a model without soundings is written, as Save does.
 void commandAutoSkip(Shell &shell) {
     const bool empty = shell.model.SoundingCount < 1;
-    if (AutoSkip(shell.model, shell.autoSkip) == 0 || empty) {
+    if (AutoSkip(shell.model, shell.review.autoSkip) == 0 || empty) {
         writeMarkedProject(shell.model, shell.ProjectPath);
     }
 }

@@ -6,6 +6,7 @@
 #include "toolkit/field_number.h"
 #include "toolkit/menu.h"
 #include "toolkit/toolkit.h"
+#include "toolkit/toolkit_state.h"
 
 #include <algorithm>
 #include <optional>
@@ -293,7 +294,9 @@ bool DialogAnswer::confirmed() const {
 void closeDialog(const DialogSpec &spec) {
     WDialogSelect(spec.number); // another one may have been selected since
     WDialogUnload();
-    ToolkitDialogOption(FieldChangeEvents, 0);
+    if (toolkitState().shown.empty()) { // another one may still send them
+        ToolkitDialogOption(FieldChangeEvents, 0);
+    }
 }
 
 std::vector<std::string> unreadLines(std::span<const UnreadField> fields) {

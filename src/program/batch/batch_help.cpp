@@ -42,12 +42,21 @@ constexpr std::array Usage = {
         "the section of the line, BASE_section.svg, which hpgl cannot show. Projects are not "
         "changed."},
     HelpEntry{"keldrin-batch skip [--first N] [--last N] [--error on|off] [--cutoff PERCENT] "
-              "[--negative on|off] [--slope on|off] PROJECT...",
+              "[--negative on|off] [--slope on|off] [--noise on|off] [--noise-level X] "
+              "[--noise-exponent X] [--curvature on|off] [--bend X] [--neighbours on|off] "
+              "[--factor X] [--later on|off] [--keep on|off] PROJECT...",
               "Flags windows of each project (*.std) by the rules of Auto Skip, in place of all "
               "earlier flags, and writes the project. Used are windows N to N, at first all. The "
               "error filter skips data after an error above PERCENT, without --cutoff above the "
               "project's DataCutoff; the negative filter skips negative data, the slope filter "
-              "data after the transient slopes up; all are on at first. One line of output tells "
+              "data after the transient slopes up; these are on at first, the others off. The "
+              "noise filter skips data below --noise-level (0.1 nV/Am2) at 1 msec, which changes "
+              "with time to the power --noise-exponent (-0.5); the curvature filter skips peaks "
+              "and dips at which the slope of log dB/dt over log time changes by more than "
+              "--bend (2); the neighbours filter skips data that differ by more than --factor "
+              "(3) from the median of the four nearest soundings. --later skips all windows "
+              "after a skipped one too, --keep leaves earlier flags as they are. One line of "
+              "output tells "
               "how many windows each filter has taken; a window may be taken by several. The exit "
               "code is 1 if any failed."},
     HelpEntry{"keldrin-batch play SCENARIO [FILE]",
@@ -70,8 +79,8 @@ constexpr std::array Files = {
 
 constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};
 
-constexpr std::array<std::string_view, 8> Placeholders = {"BASE", "DIR",     "FILE",     "LIST",
-                                                          "N",    "PROJECT", "SCENARIO", "STYLE"};
+constexpr std::array<std::string_view, 9> Placeholders = {
+    "BASE", "DIR", "FILE", "LIST", "X", "N", "PROJECT", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "rkeldrin"};
 
 constexpr ProgramHelp Help = {

@@ -2,6 +2,7 @@
 
 #include "base/paths.h"
 #include "conditioning/auto_skip_dialog.h"
+#include "conditioning/further_skip.h"
 #include "program/batch/batch_project.h"
 #include "program/batch/output_files.h"
 #include "projectfile/project_file.h"
@@ -26,7 +27,16 @@ constexpr std::array SkipOptions = {SkipOption{"--first", AutoSkipControl::First
                                     SkipOption{"--error", AutoSkipControl::ErrorFilter},
                                     SkipOption{"--cutoff", AutoSkipControl::Cutoff},
                                     SkipOption{"--negative", AutoSkipControl::NegativeFilter},
-                                    SkipOption{"--slope", AutoSkipControl::SlopeFilter}};
+                                    SkipOption{"--slope", AutoSkipControl::SlopeFilter},
+                                    SkipOption{"--noise", AutoSkipControl::NoiseFilter},
+                                    SkipOption{"--noise-level", AutoSkipControl::NoiseLevel},
+                                    SkipOption{"--noise-exponent", AutoSkipControl::NoiseExponent},
+                                    SkipOption{"--curvature", AutoSkipControl::CurvatureFilter},
+                                    SkipOption{"--bend", AutoSkipControl::SlopeChange},
+                                    SkipOption{"--neighbours", AutoSkipControl::NeighbourFilter},
+                                    SkipOption{"--factor", AutoSkipControl::NeighbourFactor},
+                                    SkipOption{"--later", AutoSkipControl::AndLater},
+                                    SkipOption{"--keep", AutoSkipControl::KeepMarks}};
 
 struct SkipRequest {
     AutoSkipAnswers answers;
@@ -50,7 +60,7 @@ std::string readRequest(CommandWords words, SkipRequest &request) {
         } else {
             const std::string_view value = ++i < words.size() ? words[i] : "";
             const std::string taken =
-                typeField(AutoSkipDialog, option->control, value, request.answers);
+                typeField(LiveAutoSkipDialog, option->control, value, request.answers);
             if (!taken.empty()) {
                 return std::string(word) + " takes " + taken;
             }
@@ -65,7 +75,8 @@ std::string readRequest(CommandWords words, SkipRequest &request) {
 }
 
 // "24 soundings, 624 windows, 40 skipped; window range 0, error filter 37, ..."
-std::string counted(const SurveyModel &model, const AutoSkipCounts &counts) {
+std::string counted(const SurveyModel &model, const AutoSkipAnswers &answers) {
+    const AutoSkipCounts &counts = answers.counted.counts;
     std::string text = std::to_string(model.SoundingCount) + " soundings, " +
                        std::to_string(counts.windows) + " windows, " +
                        std::to_string(counts.skipped) + " skipped";
@@ -75,23 +86,29 @@ std::string counted(const SurveyModel &model, const AutoSkipCounts &counts) {
         text += std::to_string(counts.*filter.taken);
         separator = ", ";
     }
-    return text;
+    const std::string further = takenFurtherText(answers);
+    text.append(further.empty() ? "" : ", ").append(further);
+    const bool keeps = answers.further.keepMarks;
+    return keeps ? text + "; earlier flags kept " + std::to_string(answers.counted.otherMarks)
+                 : text;
 }
 
 // What was done, in one line; blank when the project stays as it was.
 std::string skipWindows(BatchProject &project, const SkipRequest &request) {
     SurveyModel &model = project.model;
-    AutoSkipSettings settings = request.answers.settings;
+    AutoSkipAnswers answers = request.answers;
     float &cutoff = model.control.DataCutoff;
-    cutoff = request.cutoffGiven ? request.answers.cutoff : cutoff;
-    limitAutoSkip(model, settings, cutoff);
-    const AutoSkipCounts counts = applyAutoSkip(model, settings);
+    cutoff = request.cutoffGiven ? answers.cutoff : cutoff;
+    limitAutoSkip(model, answers.settings, cutoff);
+    const SkipPlan plan = planAutoSkip(model, answers.settings, cutoff, answers.further);
+    answers.counted = {plan.counts, plan.further, marksBesidePlan(model, plan)};
+    applySkipPlan(model, plan, answers.further.keepMarks);
     const WriteOutcome outcome = STD_File_Write(model, project.path);
     if (!outcome.written) {
         project.fail(outcome.failure);
         return "";
     }
-    std::string text = counted(model, counts);
+    std::string text = counted(model, answers);
     for (const std::string &kept : outcome.kept) {
         text.append(", the old file is kept as ").append(kept);
     }
