@@ -52,6 +52,21 @@ bool takesDialogLine(const ScriptLine &line, DialogModel &dialog) {
            isEnabledButton(dialog, closeButtonOf(dialog));
 }
 
+// The dialog that a line is for while none blocks: the one on top of those that can take it, and
+// none below one that stands alone.
+DialogModel *dialogOfLine(const ScriptLine &line) {
+    const std::vector<DialogModel *> &shown = toolkitState().shown;
+    for (auto dialog = shown.rbegin(); dialog != shown.rend(); ++dialog) {
+        if (takesDialogLine(line, **dialog)) {
+            return *dialog;
+        }
+        if ((*dialog)->mode == DialogModelessAlone) {
+            break;
+        }
+    }
+    return nullptr;
+}
+
 void enterDialogLine(const ScriptAction &action, DialogModel &dialog, ScriptHands &hands) {
     if (const auto *entry = std::get_if<FieldEntry>(&action)) {
         hands.enter(dialog, entry->id, entry->value);
@@ -216,7 +231,7 @@ void ScriptedBackend::trace(std::string_view kind, std::string_view text) {
 
 bool ScriptedBackend::takesEvent(const ScriptLine &line, DialogModel *top,
                                  const Request &request) const {
-    if (top != nullptr && takesDialogLine(line, *top)) {
+    if (dialogOfLine(line) != nullptr) {
         return true;
     }
     if (const auto *context = std::get_if<ContextChoice>(&line.action)) {
@@ -268,7 +283,8 @@ RawEvent ScriptedBackend::wait() {
         if (turn.standing != nullptr) {
             hands_->press(*top, std::get<DialogAnswer>(turn.standing->answer).button);
         } else {
-            enterEvent(turn.line->action, top);
+            DialogModel *dialog = dialogOfLine(*turn.line);
+            enterEvent(turn.line->action, dialog != nullptr ? dialog : top);
         }
         if (const std::optional<RawEvent> event = hands_->next()) {
             return *event;
