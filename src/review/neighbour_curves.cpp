@@ -118,9 +118,8 @@ NeighbourCurves neighbourCurves(const SurveyModel &survey, const PlotLimits &lim
 }
 
 std::string neighbourText(const NeighbourCurves &neighbours) {
-    const std::string before = std::to_string(neighbours.before);
-    return before + (neighbours.before == 1 ? " sounding" : " soundings") + " before, " +
-           std::to_string(neighbours.after) + " after";
+    return std::to_string(neighbours.before) + " before, " + std::to_string(neighbours.after) +
+           " after";
 }
 
 void drawNeighbourData(const NeighbourCurves &neighbours, const PagePanel &panel) {

@@ -32,7 +32,7 @@ struct NeighbourCurves {
 /// station  ordinal, from 1
 NeighbourCurves neighbourCurves(const SurveyModel &survey, const PlotLimits &limits, int station);
 
-/// How many there are: "2 soundings before, 1 after".
+/// How many there are: "2 before, 1 after".
 std::string neighbourText(const NeighbourCurves &neighbours);
 
 inline constexpr PageColour NeighbourColour = 0xA0A0A0;

@@ -95,19 +95,6 @@ void outlineBand(const ModelSteps &model) {
     }
 }
 
-void drawBands(const ModelSteps &model) {
-    if (!model.hasErrors) {
-        return;
-    }
-    if (ToolkitFillsAreas()) {
-        std::for_each(model.steps.begin(), model.steps.end(), fillBand);
-        return;
-    }
-    IGrColour("BLACK");
-    ToolkitLineWidth(ThinLineWidth);
-    outlineBand(model);
-}
-
 void drawSteps(const ModelSteps &model, const PagePanel &panel) {
     const bool fades = ToolkitFillsAreas();
     ToolkitLineWidth(ModelLineWidth);
@@ -157,8 +144,20 @@ ModelSteps modelSteps(const SoundingRecord &sounding) {
     return model;
 }
 
+void drawModelBands(const ModelSteps &model) {
+    if (!model.hasErrors) {
+        return;
+    }
+    if (ToolkitFillsAreas()) {
+        std::for_each(model.steps.begin(), model.steps.end(), fillBand);
+        return;
+    }
+    IGrColour("BLACK");
+    ToolkitLineWidth(ThinLineWidth);
+    outlineBand(model);
+}
+
 void drawModelSteps(const ModelSteps &model, const PagePanel &panel) {
-    drawBands(model);
     drawSteps(model, panel);
     if (model.depthOfData < 0.0F) {
         drawDepthOfData(model.depthOfData, panel);

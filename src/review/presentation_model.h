@@ -39,9 +39,13 @@ inline constexpr PageColour BandColour = 0xB9CBE4;
 inline constexpr float ModelLineWidth = 1.5F; ///< points: two pixels of a usual window
 inline constexpr float ThinLineWidth = 0.4F;  ///< points
 
-/// Draws the model on its panel, which must be the plot in force: the bands, the steps and, at the
-/// depth of the data, a dashed line. A device that cannot fill areas shows the bands by their
-/// outlines, and dashes in place of steps that the data do not see.
+/// Draws the bands of the errors on the panel of the model, which must be the plot in force. A
+/// device that cannot fill areas shows their outlines.
+void drawModelBands(const ModelSteps &model);
+
+/// Draws the steps of the model on its panel, which must be the plot in force, and a dashed line at
+/// the depth of the data. A device that cannot fill areas shows dashes in place of steps that the
+/// data do not see.
 void drawModelSteps(const ModelSteps &model, const PagePanel &panel);
 
 /// A straight line in dashes, in the colour and the width now set. Page cm.

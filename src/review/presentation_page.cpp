@@ -306,6 +306,7 @@ void drawModelPlot(const Presented &page) {
     useColour(Colour::Black);
     drawElevationAxis(page, panel);
     layPanel(panel);
+    drawModelBands(page.model);
     drawNeighbourModels(page.neighbours, panel);
     drawModelSteps(page.model, panel);
     PlotFrame();

@@ -200,7 +200,8 @@ void drawLegend(const NeighbourCurves &neighbours) {
     const float y = 2.6F;
     const float pitch = ToolkitTextMetric(TextCharacterHeight);
     if (!neighbours.curves.empty()) {
-        drawColumn(x, y + pitch, DataFrame.right, {"Grey lines = " + neighbourText(neighbours)});
+        drawColumn(x, y + pitch, DataFrame.right,
+                   {"Grey lines = neighbours, " + neighbourText(neighbours)});
     }
     drawColumn(x, y, DataFrame.right,
                {"Black line = calculated dB/dT", "Black + = observed dB/dT"});

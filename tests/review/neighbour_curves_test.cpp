@@ -82,9 +82,8 @@ TEST_F(NeighbourTest, FewerAreDrawnAtTheEndsOfTheLine) {
             const long legend = style == PageStyle::Presentation && c.asked > 0 ? 1 : 0;
             EXPECT_EQ(greyLines(items), 3 * (c.before + c.after) + legend)
                 << c.station << " " << c.asked;
-            const std::string words = std::to_string(c.before) + " sounding" +
-                                      (c.before == 1 ? "" : "s") + " before, " +
-                                      std::to_string(c.after) + " after";
+            const std::string words =
+                std::to_string(c.before) + " before, " + std::to_string(c.after) + " after";
             EXPECT_EQ(c.asked > 0, std::ranges::any_of(textsOf(page),
                                                        [&](const auto &text) {
                                                            return text.find(words) !=
@@ -144,7 +143,7 @@ TEST_F(NeighbourTest, ShowWhatTheySayWithoutSkippedWindows) {
 
     next = SoundingRecord{}; // one without windows and layers counts, and draws nothing
     EXPECT_EQ(greyLines(drawn(1, 1)), 1) << "in the legend";
-    EXPECT_THAT(textsOf(page), Contains(HasSubstr("0 soundings before, 1 after")));
+    EXPECT_THAT(textsOf(page), Contains(HasSubstr("0 before, 1 after")));
 }
 
 TEST_F(NeighbourTest, AreDashedWhereThereIsNoGrey) {

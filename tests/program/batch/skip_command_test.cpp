@@ -84,6 +84,27 @@ TEST_F(SkipCommandTest, TheCutoffIsTheProjectsUnlessOneIsGiven) {
                                      std::to_string(skipped)));
 }
 
+TEST_F(SkipCommandTest, FurtherFiltersAreCountedWhenTheyAreOn) {
+    const std::vector<std::string> none = {"--error", "off", "--negative", "off", "--slope", "off"};
+    const auto with = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), none.begin(), none.end());
+        words.push_back(line);
+        return run(words).out;
+    };
+    EXPECT_THAT(with({"--noise", "on", "--noise-level", "1000000", "--noise-exponent", "0"}),
+                HasSubstr(" 624 skipped; window range 0, error filter 0, negative filter 0, slope "
+                          "filter 0, noise floor 624\n"));
+    EXPECT_THAT(with({"--first", "26", "--keep", "on"}),
+                HasSubstr(" 600 skipped; window range 600, error filter 0, negative filter 0, "
+                          "slope filter 0; earlier flags kept 24\n"));
+    EXPECT_EQ(skippedOnDisk().first, 624);
+    EXPECT_THAT(with({"--curvature", "on", "--bend", "1000", "--neighbours", "on", "--factor",
+                      "100000", "--later", "on"}),
+                HasSubstr(", curvature 0, neighbours "));
+    EXPECT_EQ(run({"--factor", "1", line}).err,
+              "keldrin-batch skip: --factor takes a number from 1.01 to 1000000\n");
+}
+
 TEST_F(SkipCommandTest, AFailureOfOneProjectIsToldAndSetsTheExitCode) {
     const std::string field = directory.path("line.avg");
     fs::copy_file(example, field);
