@@ -1,5 +1,6 @@
 #include "projectfile/mark_journal.h"
 
+#include "base/ascii.h"
 #include "base/clock.h"
 #include "base/line_reader.h"
 #include "base/number_text.h"
@@ -10,7 +11,10 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
+#include <cmath>
 #include <cstring>
+#include <system_error>
 
 namespace keldrin {
 
@@ -18,6 +22,7 @@ namespace {
 
 constexpr std::size_t MostLine = 256; // bytes
 constexpr std::size_t DateLength = 19;
+constexpr std::string_view CutoffName = ",DataCutoff,";
 
 // Receiver, transmitter and time: what names a window in the project file.
 std::string windowKey(const SoundingRecord &sounding, std::size_t window) {
@@ -62,8 +67,32 @@ void giveUp(MarkJournal &journal) {
     journal = {};
 }
 
+std::string cutoffText(float cutoff) {
+    return std::string(trimBlanks(formatReal("(F12.2)", cutoff)));
+}
+
+// False for any other line.
+bool takeCutoffLine(std::string_view line, UnsavedMarks &marks) {
+    const std::string_view rest = line.substr(std::min(DateLength, line.size()));
+    if (!rest.starts_with(CutoffName)) {
+        return false;
+    }
+    const std::string_view number = rest.substr(CutoffName.size());
+    float cutoff = 0.0F;
+    const auto [end, fault] = std::from_chars(number.data(), number.data() + number.size(), cutoff);
+    const bool whole = fault == std::errc{} && end == number.data() + number.size();
+    if (whole && cutoff > 0.0F && std::isfinite(cutoff)) {
+        marks.date = line.substr(0, DateLength);
+        marks.cutoff = cutoff;
+    }
+    return true;
+}
+
 // A line without its end is cut, so the key and the mark of any other are whole.
 bool takeMarkLine(std::string_view line, UnsavedMarks &marks) {
+    if (takeCutoffLine(line, marks)) {
+        return true;
+    }
     const std::size_t date = line.find(',');
     const std::size_t mark = line.rfind(',');
     if (date != DateLength || mark <= date || mark + 2 != line.size() ||
@@ -95,16 +124,20 @@ std::string markJournalPath(std::string_view projectPath) {
     return isProjectPath(projectPath) ? std::string(withoutExtension(projectPath)) + ".marks" : "";
 }
 
-void appendMarks(MarkJournal &journal, const SoundingRecord &sounding,
-                 std::span<const std::size_t> windows) {
-    if (journal.path.empty() || windows.empty()) {
+void appendMarks(MarkJournal &journal, const SurveyModel &model,
+                 std::span<const LineWindow> windows, std::optional<float> cutoff) {
+    if (journal.path.empty() || (windows.empty() && !cutoff)) {
         return;
     }
     const DateTime now = clockNow();
-    const std::string date = dateText(now) + " " + timeText(now) + ",";
+    const std::string date = dateText(now) + " " + timeText(now);
     std::string text;
-    for (const std::size_t window : windows) {
-        text += date + windowKey(sounding, window);
+    if (cutoff) {
+        text.append(date).append(CutoffName).append(cutoffText(*cutoff)).append("\n");
+    }
+    for (const auto &[station, window] : windows) {
+        const SoundingRecord &sounding = model.sounding(station);
+        text += date + "," + windowKey(sounding, window);
         text += isSkipped(sounding.TEMerr[window]) ? "1\n" : "0\n";
     }
     if (!openJournal(journal) || !writeAll(journal.file, text) ||
@@ -153,6 +186,9 @@ UnsavedCount countUnsavedMarks(const SurveyModel &model, const UnsavedMarks &mar
         count.changes += isSkipped(error) != skipped ? 1 : 0;
         --count.unknown;
     });
+    if (marks.cutoff && cutoffText(*marks.cutoff) != cutoffText(model.control.DataCutoff)) {
+        ++count.changes;
+    }
     return count;
 }
 
@@ -160,6 +196,7 @@ void takeUnsavedMarks(SurveyModel &model, const UnsavedMarks &marks) {
     forEachMark(model, marks, [](float &error, bool skipped) {
         error = isSkipped(error) == skipped ? error : withSkipMark(error, skipped);
     });
+    model.control.DataCutoff = marks.cutoff.value_or(model.control.DataCutoff);
 }
 
 } // namespace keldrin

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,7 +18,9 @@ namespace keldrin {
 //
 //   KELDRIN skip marks of NAME.std, not yet saved: date,RxStn,TxStn,TWcenter,skipped
 //   22/11/2026 00:41:07,1150,1150,0.0243,1
+//   22/11/2026 00:41:09,DataCutoff,12.5
 //
+// The second form of line is for the project's error threshold, which Auto Skip changes with marks.
 // Stations and times are written as in the project file, so they name the same window when that is
 // read again. Of several lines about one window the last counts.
 
@@ -30,11 +33,18 @@ struct MarkJournal {
     OpenFile file = {};
 };
 
-/// Appends the marks of some windows as they now are and flushes them to the disk. When that fails
-/// the log says so once, and nothing more is written: a review never ends for want of a journal.
-/// windows  from 0
-void appendMarks(MarkJournal &journal, const SoundingRecord &sounding,
-                 std::span<const std::size_t> windows);
+/// A window of a line.
+struct LineWindow {
+    int station = 0;        ///< ordinal of the sounding, from 1
+    std::size_t window = 0; ///< from 0
+};
+
+/// Appends the marks of some windows as they now are, and DataCutoff if it is given, and flushes
+/// them to the disk all at once. When that fails the log says so once, and nothing more is written:
+/// a review never ends for want of a journal.
+/// cutoff  percent
+void appendMarks(MarkJournal &journal, const SurveyModel &model,
+                 std::span<const LineWindow> windows, std::optional<float> cutoff = {});
 
 /// Closes and removes the journal, for marks that are saved or given up.
 void dropMarkJournal(MarkJournal &journal);
@@ -43,6 +53,7 @@ void dropMarkJournal(MarkJournal &journal);
 struct UnsavedMarks {
     std::string date = {}; ///< of the last line, "DD/MM/YYYY hh:mm:ss"
     std::map<std::string, bool> skipped = {};
+    std::optional<float> cutoff = {}; ///< percent
 };
 
 /// Reads a journal. A last line without its end was cut by the end of its run and is passed over,
@@ -52,7 +63,7 @@ struct UnsavedMarks {
 
 /// What the marks are to a model.
 struct UnsavedCount {
-    int changes = 0; ///< windows that they would change
+    int changes = 0; ///< windows that they would change, and DataCutoff
     int unknown = 0; ///< marks of windows that the model does not hold
 };
 UnsavedCount countUnsavedMarks(const SurveyModel &model, const UnsavedMarks &marks);

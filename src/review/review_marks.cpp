@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -23,14 +24,14 @@ namespace {
 
 // The marks of a step as they now are, on the disk.
 void journalStep(Review &review, const MarkStep &step) {
-    for (auto change = step.changes.begin(); change != step.changes.end();) {
-        const int station = change->station;
-        std::vector<std::size_t> windows;
-        for (; change != step.changes.end() && change->station == station; ++change) {
-            windows.push_back(change->window);
-        }
-        appendMarks(review.journal, review.survey.sounding(station), windows);
+    std::vector<LineWindow> windows;
+    windows.reserve(step.changes.size());
+    for (const MarkChange &change : step.changes) {
+        windows.push_back({change.station, change.window});
     }
+    const bool cutoff = step.cutoff.before != step.cutoff.after;
+    appendMarks(review.journal, review.survey, windows,
+                cutoff ? std::optional(review.survey.control.DataCutoff) : std::nullopt);
 }
 
 // The sounding that was changed comes on show.

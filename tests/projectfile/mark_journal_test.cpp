@@ -30,8 +30,8 @@ class MarkJournalTest : public ProjectCase {
     void set(int station, std::size_t window, bool skipped) {
         float &error = model.sounding(station).TEMerr[window];
         error = withSkipMark(error, skipped);
-        const std::array windows = {window};
-        appendMarks(journal, model.sounding(station), windows);
+        const std::array windows = {LineWindow{station, window}};
+        appendMarks(journal, model, windows);
     }
     // The marks after the project was read again and those of the journal were taken.
     std::string taken() {
@@ -65,6 +65,35 @@ TEST_F(MarkJournalTest, BringsBackWhatTheProjectDoesNotHold) {
     model.SoundingCount = 1;
     EXPECT_EQ(countUnsavedMarks(model, marks).unknown, 1) << "of the sounding that is gone";
     EXPECT_EQ(taken(), "010");
+}
+
+TEST_F(MarkJournalTest, KeepsTheErrorThresholdWithTheMarks) {
+    const float before = model.control.DataCutoff;
+    const std::array windows = {LineWindow{1, 0}, LineWindow{2, 0}};
+    for (const LineWindow &each : windows) {
+        float &error = model.sounding(each.station).TEMerr[each.window];
+        error = withSkipMark(error, true);
+    }
+    appendMarks(journal, model, windows, 12.5F);
+    appendMarks(journal, model, {}, 1.0F); // a threshold that looks like a mark
+    ASSERT_EQ(STD_File_Read(model, path), 0);
+    EXPECT_EQ(model.control.DataCutoff, before);
+    UnsavedMarks marks;
+    ASSERT_TRUE(readMarkJournal(journal.path, marks));
+    EXPECT_EQ(marks.cutoff, 1.0F);
+    EXPECT_EQ(countUnsavedMarks(model, marks).unknown, 0);
+    const int changes = countUnsavedMarks(model, marks).changes;
+    takeUnsavedMarks(model, marks);
+    EXPECT_EQ(model.control.DataCutoff, 1.0F);
+    EXPECT_EQ(countUnsavedMarks(model, marks).changes, 0);
+    EXPECT_GE(changes, 2) << "the threshold is one";
+
+    for (const std::string odd : {"", "-3", "nan", "1e99", "12x"}) {
+        putFile(journal.path, "head\n14/05/2021 09:30:00,DataCutoff," + odd + "\n");
+        ASSERT_TRUE(readMarkJournal(journal.path, marks));
+        EXPECT_FALSE(marks.cutoff) << odd;
+        EXPECT_TRUE(marks.skipped.empty()) << odd;
+    }
 }
 
 TEST_F(MarkJournalTest, PassesOverALineThatWasCut) {
@@ -125,8 +154,8 @@ TEST_F(MarkJournalTest, NeverStopsTheReview) {
     EXPECT_GE(told, 4) << "open, two writes, flush";
     MarkJournal none;
     none.path = markJournalPath("/nowhere/at/all.std");
-    const std::array<std::size_t, 1> windows = {0};
-    appendMarks(none, model.sounding(1), windows);
+    const std::array windows = {LineWindow{1, 0}};
+    appendMarks(none, model, windows);
     EXPECT_THAT(none.path, IsEmpty()) << "nothing more is tried";
     EXPECT_EQ(markJournalPath("field.avg"), "");
 }

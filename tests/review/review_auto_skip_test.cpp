@@ -187,7 +187,8 @@ TEST_F(LiveAutoSkipTest, PlotsHaveNoRingsAndTheJournalHasTheMarks) {
     EXPECT_EQ(fileContent(ringed), fileContent(plot));
     review({"key a", "set 1051 10", "press Continue", "close"});
     const std::string journal = fileContent(directory.path("line.marks"));
-    EXPECT_EQ(std::count(journal.begin(), journal.end(), '\n'), 1 + 6) << journal;
+    EXPECT_THAT(journal, HasSubstr(",DataCutoff,10.00\n"));
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), '\n'), 2 + 6) << journal;
 }
 
 TEST_F(LiveAutoSkipTest, WhatCannotBeReadKeepsItsValueAndIsTold) {
