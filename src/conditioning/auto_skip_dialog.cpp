@@ -172,7 +172,7 @@ const DialogForm<AutoSkipAnswers> LiveAutoSkipDialog = DialogSpec{
     .caption = "Auto Skip",
     .controls = LiveControls, // Enter presses none: it ends the typing of a number
     .place = DialogPlace::LowerRight,
-    .firstControl = ButtonContinue,
+    .firstControl = AutoSkipControl::ErrorFilter, // from where letters still walk the line
 };
 
 std::string takenText(const AutoSkipAnswers &answers) {

@@ -28,7 +28,8 @@ struct UnreadableField {
     int dialog = 0;
     int id = 0;
 };
-constexpr UnreadableField Unreadable[] = {{101, 1116}, {103, 1063}, {104, 1086}, {108, 1025}};
+constexpr UnreadableField Unreadable[] = {
+    {101, 1116}, {103, 1063}, {104, 1086}, {145, 1451}, {108, 1025}};
 
 /// What a panel lies upon.
 class Page : public QWidget {

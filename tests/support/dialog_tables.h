@@ -17,9 +17,9 @@ namespace keldrin {
 
 /// Every dialog of the program.
 inline const std::vector<const DialogSpec *> DialogTables = {
-    &DataInputDialog,   &ReviewDialog,        &PlotLimitsDialog,
-    &AutoSkipDialog,    &MatchingLabelDialog, &ConfigurationDialog,
-    &LineAzimuthDialog, &EngineDialog,        &ProgressDialog};
+    &DataInputDialog,     &ReviewDialog,        &PlotLimitsDialog,  &AutoSkipDialog,
+    &MatchingLabelDialog, &ConfigurationDialog, &LineAzimuthDialog, &EngineDialog,
+    &ProgressDialog,      &LiveAutoSkipDialog};
 
 inline const DialogSpec &dialogTable(int number) {
     return **std::find_if(DialogTables.begin(), DialogTables.end(),

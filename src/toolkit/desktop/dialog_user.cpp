@@ -127,28 +127,39 @@ void DialogWindow::pressEnter() {
     }
 }
 
+// Beside a page that is served: a field that is left by Enter and, on a dialog that floats, a
+// button take Enter; all other keys are the page's.
+bool DialogWindow::takesKeyBesidePage(QKeyEvent &key, bool enter) {
+    QWidget *focused = focusWidget();
+    if ((enter || key.key() == Qt::Key_Escape) && commitsByEnter(focused)) {
+        leaveField(focused, enter);
+        focused->clearFocus();
+        parentWidget()->setFocus(); // the keys that follow are the page's
+        return true;
+    }
+    if (auto *button = qobject_cast<QPushButton *>(focused);
+        enter && frame_ == nullptr && button != nullptr) {
+        button->click();
+        return true;
+    }
+    const int code = key.modifiers().testFlag(Qt::AltModifier) ? 0 : keyCodeOf(key);
+    if (enter) {
+        leaveField(focused, true);
+    }
+    if (code != 0) {
+        keyHook(code);
+    }
+    return code != 0;
+}
+
 bool DialogWindow::takesKey(QKeyEvent &key) {
     const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
     if (key.key() == Qt::Key_F2) {
         ToolkitShowMessages();
         return true;
     }
-    if (leavesKeys() && (enter || key.key() == Qt::Key_Escape) && commitsByEnter(focusWidget())) {
-        QWidget *field = focusWidget();
-        leaveField(field, enter);
-        field->clearFocus();
-        parentWidget()->setFocus(); // the keys that follow are the page's
-        return true;
-    }
     if (leavesKeys()) {
-        const int code = key.modifiers().testFlag(Qt::AltModifier) ? 0 : keyCodeOf(key);
-        if (enter) {
-            leaveField(focusWidget(), true);
-        }
-        if (code != 0) {
-            keyHook(code);
-        }
-        return code != 0;
+        return takesKeyBesidePage(key, enter);
     }
     if (enter && !key.isAutoRepeat()) {
         pressEnter();

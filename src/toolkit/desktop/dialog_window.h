@@ -90,6 +90,7 @@ class DialogWindow : public QDialog {
     [[nodiscard]] bool leavesKeys() const;
     [[nodiscard]] bool isForControl(const QObject *watched, const QKeyEvent &key) const;
     bool takesKey(QKeyEvent &key);
+    bool takesKeyBesidePage(QKeyEvent &key, bool enter);
     void pressEnter();
 
     void giveFocus();
