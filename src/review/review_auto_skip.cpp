@@ -116,6 +116,7 @@ void ringWindows(const Review &review, const WindowSet &taken) {
 constexpr std::array Bindings = {
     ReviewBinding{EventKey, 'A', openAutoSkip},
     ReviewBinding{EventKey, 'a', openAutoSkip},
+    ReviewBinding{EventButton, ReviewControl::AutoSkip, openAutoSkip},
 };
 
 } // namespace

@@ -86,6 +86,7 @@ constexpr std::array Controls = {
     listed(ReviewControl::ToSvg, "To SVG File"),
     listed(ReviewControl::AllToPdf, "All to PDF"),
     button(ReviewControl::EditLimits, "Edit Plot Limits", false),
+    button(ReviewControl::AutoSkip, "&Auto Skip...", true),
     button(ReviewControl::Exit, "E&xit Review", false),
     button(ButtonCancel, "Cancel Changes", true),
     help(1402, "F1 lists what mouse and keys do."),

@@ -28,6 +28,7 @@ inline constexpr int ToPdf = 1077;
 inline constexpr int ToSvg = 1079;
 inline constexpr int AllToPdf = 1073;
 inline constexpr int EditLimits = 1081;
+inline constexpr int AutoSkip = 1490; ///< opens its dialog over the page
 inline constexpr int Exit = 1068;
 } // namespace ReviewControl
 
