@@ -111,5 +111,19 @@ void takeFilters(benchmark::State &state) {
 }
 BENCHMARK(takeFilters)->Unit(benchmark::kMillisecond);
 
+/// What the status bar says of unsaved marks, after filters have taken half of the line.
+void countUnsaved(benchmark::State &state) {
+    SurveyModel survey = fullLine();
+    AutoSkipSettings settings;
+    settings.lastWindow = Windows / 2;
+    const SkipPlan plan = planAutoSkip(survey, settings, 100.0F, {});
+    MarkHistory history;
+    recordMarks(history, changesOf(survey, 1, [&] { applySkipPlan(survey, plan, false); }));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(changedMarks(history));
+    }
+}
+BENCHMARK(countUnsaved)->Unit(benchmark::kMillisecond);
+
 } // namespace
 } // namespace keldrin

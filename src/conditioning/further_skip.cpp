@@ -74,11 +74,26 @@ SeriesKey seriesOf(const ControlValues &control, const SoundingRecord &sounding)
             std::bit_cast<std::uint64_t>(transmitter)};
 }
 
-// The nearer one of the two middle values, or the value itself between them.
-float nearestMedian(std::array<float, SoundingsAround> &values, std::size_t count, float value) {
-    std::sort(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(count));
-    return limited(value, values[(count - 1) / 2], values[count / 2]);
-}
+/// Values of the soundings around, in rising order.
+struct ValuesAround {
+    std::array<float, SoundingsAround> values{};
+    std::size_t count = 0;
+
+    void add(float value) {
+        if (count == values.size()) {
+            return;
+        }
+        std::size_t place = count++;
+        for (; place > 0 && values[place - 1] > value; --place) {
+            values[place] = values[place - 1];
+        }
+        values[place] = value;
+    }
+    /// The nearer one of the two middle values, or the value itself between them.
+    [[nodiscard]] float nearestMedian(float value) const {
+        return limited(value, values[(count - 1) / 2], values[count / 2]);
+    }
+};
 
 bool differs(float value, float median, float factor) {
     if (value == median) {
@@ -184,18 +199,17 @@ WindowSet unlikeNeighbours(const SurveyModel &model, std::size_t sounding,
         if (!hasValue(judged, i)) {
             continue;
         }
-        std::array<float, SoundingsAround> values{};
-        std::size_t count = 0;
+        ValuesAround found;
         for (const std::size_t other : around) {
             const SoundingRecord &neighbour = model.soundings()[other];
             const auto window = windowAt(neighbour, judged.TWcenter[i], i);
-            if (window && hasValue(neighbour, *window) && count < values.size()) {
-                values[count++] = neighbour.TEMobs[*window];
+            if (window && hasValue(neighbour, *window)) {
+                found.add(neighbour.TEMobs[*window]);
             }
         }
         const float value = judged.TEMobs[i];
-        taken[i] = count >= LeastAround &&
-                   differs(value, nearestMedian(values, count, value), settings.neighbourFactor);
+        taken[i] = found.count >= LeastAround &&
+                   differs(value, found.nearestMedian(value), settings.neighbourFactor);
     }
     return taken;
 }

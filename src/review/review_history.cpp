@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <utility>
 
 namespace keldrin {
@@ -108,18 +109,31 @@ bool cutoffHasChanged(const MarkHistory &history) {
     return now != first->cutoff.before;
 }
 
+// Asked for at every event, with a history that may hold every window of the line several times.
 std::size_t changedMarks(const MarkHistory &history) {
-    std::map<std::pair<int, std::size_t>, MarkChange> windows; // first error and last one
-    for (std::size_t i = 0; i < history.applied; ++i) {
-        for (const MarkChange &change : history.steps[i].changes) {
-            const auto key = std::pair(change.station, change.window);
-            windows.try_emplace(key, change).first->second.after = change.after;
+    struct WindowMark {
+        bool isKnown = false;
+        bool first = false;
+        bool last = false;
+    };
+    const auto steps = std::span(history.steps).first(history.applied);
+    int stations = 0;
+    for (const MarkStep &step : steps) {
+        for (const MarkChange &change : step.changes) {
+            stations = std::max(stations, change.station);
         }
     }
-    return static_cast<std::size_t>(
-        std::count_if(windows.begin(), windows.end(), [](const auto &window) {
-            return isSkipped(window.second.before) != isSkipped(window.second.after);
-        }));
+    std::vector<WindowMark> marks(asIndex(stations) * MaxWindows);
+    for (const MarkStep &step : steps) {
+        for (const MarkChange &change : step.changes) {
+            WindowMark &mark = marks[asIndex(change.station - 1) * MaxWindows + change.window];
+            mark.first = mark.isKnown ? mark.first : isSkipped(change.before);
+            mark.last = isSkipped(change.after);
+            mark.isKnown = true;
+        }
+    }
+    return static_cast<std::size_t>(std::ranges::count_if(
+        marks, [](const WindowMark &mark) { return mark.first != mark.last; }));
 }
 
 } // namespace keldrin
