@@ -76,6 +76,10 @@ bool isComment(std::string_view line) {
 
 } // namespace
 
+std::span<const LabelAlias> avgAliases() {
+    return Aliases;
+}
+
 bool AvgWalk::open(const std::string &fileName) {
     name = fileNameOf(fileName);
     const bool opened = reader.open(fileName);

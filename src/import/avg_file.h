@@ -8,6 +8,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +70,9 @@ inline constexpr std::array<std::string_view, AvgVariables> AvgNames = {
     "SKIP",       "TX.QDRSTN",   "RX.QDRSTN", "RX.CMP",      "TX.FREQ",  "TX.AMP",
     "TWIN.INDEX", "TWIN.CENTER", "TWIN.BEG",  "TWIN.END",    "DBDT.MAG", "DBDT.ERR",
     "DBDT.%ERR",  "DBDT.WGT",    "ARES.MAG",  "DEPTH.IMAGE", "B.MAG"};
+
+/// Labels of older files and what they are called now, sorted by label.
+std::span<const LabelAlias> avgAliases();
 
 inline constexpr int AvgMaxColumns = 32;
 inline constexpr std::size_t AvgLabelWidth = 32;

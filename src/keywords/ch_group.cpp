@@ -110,9 +110,9 @@ constexpr auto ChRows = std::to_array<KeywordRow>({
     number<&ChMetadata::AntSN>("ANTSN", atLeast(0), "Ch.AntSN["),
 });
 
-constexpr GroupTable ChGroup = groupTable<ChMetadata>("Ch", ChRows);
-
 } // namespace
+
+constinit const GroupTable ChGroup = groupTable<ChMetadata>("Ch", ChRows);
 
 int Ch_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(ChGroup, record, metadata);

@@ -68,9 +68,9 @@ constexpr auto GpsRows = std::to_array<KeywordRow>({
     text<&GpsMetadata::SW>("SW"),
 });
 
-constexpr GroupTable GpsGroup = groupTable<GpsMetadata>("Gps", GpsRows);
-
 } // namespace
+
+constinit const GroupTable GpsGroup = groupTable<GpsMetadata>("Gps", GpsRows);
 
 int Gps_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(GpsGroup, record, metadata);

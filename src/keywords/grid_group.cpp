@@ -47,9 +47,9 @@ constexpr auto GridRows = std::to_array<KeywordRow>({
     azimuth<&GridMetadata::XAzimuth>("XAZIMUTH"),
 });
 
-constexpr GroupTable GridGroup = groupTable<GridMetadata>("Grid", GridRows);
-
 } // namespace
+
+constinit const GroupTable GridGroup = groupTable<GridMetadata>("Grid", GridRows);
 
 int Grid_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     std::vector<std::string_view> pieces;

@@ -15,9 +15,9 @@ constexpr auto JobRows = std::to_array<KeywordRow>({
     text<&JobMetadata::Comment>("COMMENT"),
 });
 
-constexpr GroupTable JobGroup = groupTable<JobMetadata>("Job", JobRows);
-
 } // namespace
+
+constinit const GroupTable JobGroup = groupTable<JobMetadata>("Job", JobRows);
 
 int Job_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(JobGroup, record, metadata);

@@ -64,7 +64,8 @@ struct KeywordRow {
     std::string_view label{}; ///< in messages; with "[" at its end the element's number follows;
                               ///< blank: the key as written
     std::span<const std::string_view> names{}; ///< of an enumeration
-    bool contained = false; ///< taken by every keyword that contains it, not only by an equal one
+    bool contained = false;  ///< taken by every keyword that contains it, not only by an equal one
+    std::string_view form{}; ///< of the value, in words for the manual; blank: a form of its own
 };
 
 struct GroupTable {
@@ -264,35 +265,70 @@ template <auto Member>
 using ElementOf =
     typename decltype(elementsOf(memberIn(std::declval<Metadata &>(), Member).value))::element_type;
 
+/// The number of its elements.
+template <class T>
+inline constexpr std::size_t ElementsOfType = 1;
+template <class T, std::size_t N>
+inline constexpr std::size_t ElementsOfType<std::array<T, N>> = N;
+template <auto Member>
+inline constexpr std::size_t elementCountOf = ElementsOfType<
+    std::remove_reference_t<decltype(memberIn(std::declval<Metadata &>(), Member).value)>>;
+
+/// The form of a field's values: "number", "integer", or several of them.
+template <auto Member>
+constexpr std::string_view numberForm() {
+    constexpr bool isList = elementCountOf < Member >> 1;
+    if (std::is_integral_v<ElementOf<Member>>) {
+        return isList ? "integers" : "integer";
+    }
+    return isList ? "numbers" : "number";
+}
+
 namespace rows {
 
 /// The first token, or a list of tokens, as text.
 template <auto Member>
 constexpr KeywordRow text(std::string_view keyword) {
-    return {keyword, readTexts<Member>};
+    return {.keyword = keyword, .reader = readTexts<Member>, .form = "text"};
 }
 
 template <auto Member>
 constexpr KeywordRow number(std::string_view keyword, Limits limits = {},
                             std::string_view label = {}) {
-    return {keyword, readValues<Member, &plainCell<ElementOf<Member>>>, limits, label};
+    return {.keyword = keyword,
+            .reader = readValues<Member, &plainCell<ElementOf<Member>>>,
+            .limits = limits,
+            .label = label,
+            .form = numberForm<Member>()};
 }
 
 template <auto Member>
 constexpr KeywordRow length(std::string_view keyword, Limits limits = LengthRange,
                             std::string_view label = {}) {
-    return {keyword, readLength<Member>, limits, label};
+    return {.keyword = keyword,
+            .reader = readLength<Member>,
+            .limits = limits,
+            .label = label,
+            .form = "length"};
 }
 
 template <auto Member>
 constexpr KeywordRow azimuth(std::string_view keyword, std::string_view label = {}) {
-    return {keyword, readValues<Member, &azimuthCell>, CircleRange, label};
+    return {.keyword = keyword,
+            .reader = readValues<Member, &azimuthCell>,
+            .limits = CircleRange,
+            .label = label,
+            .form = "azimuth"};
 }
 
 template <auto Member>
 constexpr KeywordRow enumeration(std::string_view keyword, std::string_view label,
                                  std::span<const std::string_view> names) {
-    return {keyword, readEnumerations<Member>, {}, label, names};
+    return {.keyword = keyword,
+            .reader = readEnumerations<Member>,
+            .label = label,
+            .names = names,
+            .form = "name"};
 }
 
 constexpr KeywordRow irregular(std::string_view keyword, RowReader reader, Limits limits = {},
@@ -303,9 +339,7 @@ constexpr KeywordRow irregular(std::string_view keyword, RowReader reader, Limit
 
 /// A known keyword whose value nobody needs.
 constexpr KeywordRow dropped(std::string_view keyword) {
-    return {keyword, [](const Reading &) {
-                return 0;
-            }};
+    return {.keyword = keyword, .reader = [](const Reading &) { return 0; }, .form = "not used"};
 }
 
 } // namespace rows

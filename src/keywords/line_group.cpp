@@ -29,9 +29,9 @@ constexpr auto LineRows = std::to_array<KeywordRow>({
     enumeration<&LineMetadata::Type>("TYPE", "Line.Type", TypeNames),
 });
 
-constexpr GroupTable LineGroup = groupTable<LineMetadata>("Line", LineRows);
-
 } // namespace
+
+constinit const GroupTable LineGroup = groupTable<LineMetadata>("Line", LineRows);
 
 int Line_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(LineGroup, record, metadata);

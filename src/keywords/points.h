@@ -60,7 +60,11 @@ namespace rows {
 /// Every keyword that contains `keyword` names one of these points.
 template <auto Member>
 constexpr KeywordRow indexedPoint(std::string_view keyword, Limits limits) {
-    return {keyword, readIndexedPoint<Member>, limits, {}, {}, true};
+    return {.keyword = keyword,
+            .reader = readIndexedPoint<Member>,
+            .limits = limits,
+            .contained = true,
+            .form = "x, y, z"};
 }
 
 } // namespace rows

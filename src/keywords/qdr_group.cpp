@@ -45,9 +45,9 @@ constexpr auto QdrRows = std::to_array<KeywordRow>({
     enumeration<&QdrMetadata::GainMethod>("GAINMETHOD", "QDR.GainMethod", SourceNames),
 });
 
-constexpr GroupTable QdrGroup = groupTable<QdrMetadata>("Qdr", QdrRows);
-
 } // namespace
+
+constinit const GroupTable QdrGroup = groupTable<QdrMetadata>("Qdr", QdrRows);
 
 int Qdr_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(QdrGroup, record, metadata);

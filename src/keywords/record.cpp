@@ -79,7 +79,15 @@ int dispatch(const GroupKey &name, KeywordRecord &record, Metadata &metadata) {
     return UnknownGroup;
 }
 
+constexpr std::array<const GroupTable *, 11> Tables = {
+    &JobGroup, &SurveyGroup, &UnitGroup, &LineGroup, &StnGroup, &TxGroup,
+    &RxGroup,  &GridGroup,   &GpsGroup,  &QdrGroup,  &ChGroup};
+
 } // namespace
+
+std::span<const GroupTable *const> keywordGroups() {
+    return Tables;
+}
 
 int MDP_Read_Record(Metadata &metadata, int recordNumber, std::string_view line, int level,
                     bool quiet) {

@@ -113,9 +113,9 @@ constexpr auto RxRows = std::to_array<KeywordRow>({
     dropped("RYLOC"),
 });
 
-constexpr GroupTable RxGroup = groupTable<RxMetadata>("Rx", RxRows);
-
 } // namespace
+
+constinit const GroupTable RxGroup = groupTable<RxMetadata>("Rx", RxRows);
 
 int Rx_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(RxGroup, record, metadata);

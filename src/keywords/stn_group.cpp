@@ -24,9 +24,9 @@ constexpr auto StnRows = std::to_array<KeywordRow>({
     number<&StnMetadata::Right>("RIGHT", StationRange),
 });
 
-constexpr GroupTable StnGroup = groupTable<StnMetadata>("Stn", StnRows);
-
 } // namespace
+
+constinit const GroupTable StnGroup = groupTable<StnMetadata>("Stn", StnRows);
 
 int Stn_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(StnGroup, record, metadata);

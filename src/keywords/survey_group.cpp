@@ -70,9 +70,9 @@ constexpr auto SurveyRows = std::to_array<KeywordRow>({
     dropped("DIRECTION"),
 });
 
-constexpr GroupTable SurveyGroup = groupTable<SurveyMetadata>("Survey", SurveyRows);
-
 } // namespace
+
+constinit const GroupTable SurveyGroup = groupTable<SurveyMetadata>("Survey", SurveyRows);
 
 int Survey_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(SurveyGroup, record, metadata);

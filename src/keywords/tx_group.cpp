@@ -77,9 +77,9 @@ constexpr auto TxRows = std::to_array<KeywordRow>({
     text<&TxMetadata::SN>("SN"),
 });
 
-constexpr GroupTable TxGroup = groupTable<TxMetadata>("Tx", TxRows);
-
 } // namespace
+
+constinit const GroupTable TxGroup = groupTable<TxMetadata>("Tx", TxRows);
 
 int Tx_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(TxGroup, record, metadata);

@@ -119,9 +119,9 @@ constexpr auto UnitRows = std::to_array<KeywordRow>({
     enumeration<&UnitMetadata::IP>("IP", "Unit.IP", IPNames),
 });
 
-constexpr GroupTable UnitGroup = groupTable<UnitMetadata>("Unit", UnitRows);
-
 } // namespace
+
+constinit const GroupTable UnitGroup = groupTable<UnitMetadata>("Unit", UnitRows);
 
 int Unit_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     return readGroup(UnitGroup, record, metadata);

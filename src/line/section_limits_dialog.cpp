@@ -229,4 +229,12 @@ bool askProfileLimits(const ProfilePage &page, ProfileLimits &limits) {
     return true;
 }
 
+const DialogSpec &sectionLimitsDialog() {
+    return SectionDialog;
+}
+
+const DialogSpec &profileLimitsDialog() {
+    return ProfileDialog;
+}
+
 } // namespace keldrin

@@ -2,6 +2,7 @@
 
 #include "line/profile_page.h"
 #include "line/section_page.h"
+#include "toolkit/dialog_spec.h"
 
 namespace keldrin {
 
@@ -16,6 +17,10 @@ bool askSectionLimits(const SectionPage &page, SectionLimits &limits);
 
 /// The same for a profile page, in dialog 132.
 bool askProfileLimits(const ProfilePage &page, ProfileLimits &limits);
+
+/// Their tables, for the manual.
+const DialogSpec &sectionLimitsDialog();
+const DialogSpec &profileLimitsDialog();
 
 namespace SectionLimitsControl {
 inline constexpr int SetResistivity = 1140;

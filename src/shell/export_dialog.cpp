@@ -104,4 +104,8 @@ void exportProject(const SurveyModel &survey, const std::string &path) {
     tell(ExportLine(survey, formats, base), base);
 }
 
+const DialogSpec &exportDialog() {
+    return ExportDialog;
+}
+
 } // namespace keldrin

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/survey_model.h"
+#include "toolkit/dialog_spec.h"
 
 #include <string>
 
@@ -10,5 +11,8 @@ namespace keldrin {
 /// written is told in the status bar, what failed in boxes.
 /// path  of the project, after which the files are named unless the user says otherwise
 void exportProject(const SurveyModel &survey, const std::string &path);
+
+/// Its table, for the manual.
+const DialogSpec &exportDialog();
 
 } // namespace keldrin

@@ -98,7 +98,7 @@ TEST(ScriptLines, StandingAnswersMayNameATitle) {
               "out/a");
     const auto dialog = read<SetAuto>("auto dialog \"Verify*\" 1090");
     EXPECT_EQ(dialog.title, "Verify*");
-    EXPECT_EQ(std::get<DialogAnswer>(dialog.answer).button, 1090);
+    EXPECT_EQ(std::get<ButtonAnswer>(dialog.answer).button, 1090);
     EXPECT_EQ(read<SetAuto>("auto dialog 1084").title, "");
 }
 

@@ -387,6 +387,14 @@ std::string cleaned(std::string_view text) {
 
 } // namespace
 
+std::vector<std::string_view> amiraKeywords() {
+    std::vector<std::string_view> names;
+    for (const AmiraKeyword &keyword : Keywords) {
+        names.push_back(keyword.keyword);
+    }
+    return names;
+}
+
 std::string amiraKeyword(std::string_view keyword) {
     return std::string(aliasOf(Str_Upper(cleaned(keyword)), amiraAliases()));
 }

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace keldrin {
 
@@ -32,6 +33,9 @@ std::span<const LabelAlias> amiraAliases();
 
 /// The keyword in use for one as it stands in a file: in capitals and without its alias.
 std::string amiraKeyword(std::string_view keyword);
+
+/// The keywords in use whose values are read, but for the numbered ones LV and TIMES.
+std::vector<std::string_view> amiraKeywords();
 
 /// True when the value of a keyword is read.
 bool isAmiraKeyword(std::string_view keyword);

@@ -165,7 +165,7 @@ ScriptAction readAuto(WordTaker &words) {
         break;
     default:
         takeTitle(words.nextIsNumber());
-        standing.answer = DialogAnswer{words.integer("the button", 1, Highest)};
+        standing.answer = ButtonAnswer{words.integer("the button", 1, Highest)};
     }
     return standing;
 }
@@ -279,57 +279,65 @@ ScriptAction readShow(WordTaker &words) {
 struct Keyword {
     std::string_view name;
     ScriptGroup group;
+    std::string_view form; ///< for the manual, see ScriptVerb
     ScriptAction (*read)(WordTaker &);
 };
 
 constexpr std::array Keywords = {
-    Keyword{"screen", ScriptGroup::SetUp, readScreen},
-    Keyword{"clock", ScriptGroup::SetUp, readClock},
-    Keyword{"surface", ScriptGroup::SetUp, readSurface},
-    Keyword{"fault", ScriptGroup::SetUp, readFault},
-    Keyword{"auto", ScriptGroup::SetUp, readAuto},
-    Keyword{"copy", ScriptGroup::SetUp, readCopy},
-    Keyword{"delete", ScriptGroup::SetUp, readDelete},
-    Keyword{"menu", ScriptGroup::Event, readMenu},
-    Keyword{"key", ScriptGroup::Event, readKey},
-    Keyword{"context", ScriptGroup::Event, readContext},
-    Keyword{"click", ScriptGroup::Event, readClick},
-    Keyword{"drag", ScriptGroup::Event, readDrag},
-    Keyword{"wheel", ScriptGroup::Event, readWheel},
-    Keyword{"resize", ScriptGroup::Event, readResize},
-    Keyword{"expose", ScriptGroup::Event, readExpose},
-    Keyword{"close", ScriptGroup::Event, readClose},
-    Keyword{"set", ScriptGroup::Dialog, readSet},
-    Keyword{"press", ScriptGroup::Dialog, readPress},
-    Keyword{"file", ScriptGroup::Answer,
+    Keyword{"screen", ScriptGroup::SetUp, "WIDTH HEIGHT", readScreen},
+    Keyword{"clock", ScriptGroup::SetUp, "YYYY-MM-DD hh:mm:ss", readClock},
+    Keyword{"surface", ScriptGroup::SetUp, "on|off", readSurface},
+    Keyword{"fault", ScriptGroup::SetUp, "NUMBER TEXT [COUNT]", readFault},
+    Keyword{"auto", ScriptGroup::SetUp, "off, or KIND [TITLE] ANSWER", readAuto},
+    Keyword{"copy", ScriptGroup::SetUp, "FILE COPY", readCopy},
+    Keyword{"delete", ScriptGroup::SetUp, "FILE", readDelete},
+    Keyword{"menu", ScriptGroup::Event, "LABEL or NUMBER", readMenu},
+    Keyword{"key", ScriptGroup::Event, "KEY", readKey},
+    Keyword{"context", ScriptGroup::Event, "LABEL", readContext},
+    Keyword{"click", ScriptGroup::Event, "[shift|ctrl] left|middle|right X Y [double]", readClick},
+    Keyword{"drag", ScriptGroup::Event, "[shift|ctrl] left|middle|right X1 Y1 X2 Y2 [aborted]",
+            readDrag},
+    Keyword{"wheel", ScriptGroup::Event, "up|down [COUNT]", readWheel},
+    Keyword{"resize", ScriptGroup::Event, "WIDTH HEIGHT", readResize},
+    Keyword{"expose", ScriptGroup::Event, "", readExpose},
+    Keyword{"close", ScriptGroup::Event, "[dialog]", readClose},
+    Keyword{"set", ScriptGroup::Dialog, "CONTROL VALUE", readSet},
+    Keyword{"press", ScriptGroup::Dialog, "BUTTON", readPress},
+    Keyword{"file", ScriptGroup::Answer, "PATH|cancel",
             [](WordTaker &w) {
                 return ScriptAction(readFileAnswer(w));
             }},
-    Keyword{"box", ScriptGroup::Answer,
+    Keyword{"box", ScriptGroup::Answer, "ok [quiet]|cancel|escape",
             [](WordTaker &w) {
                 return ScriptAction(readBoxAnswer(w));
             }},
-    Keyword{"printer", ScriptGroup::Answer,
+    Keyword{"printer", ScriptGroup::Answer, "WIDTH HEIGHT|cancel",
             [](WordTaker &w) {
                 return ScriptAction(readPrinterAnswer(w));
             }},
-    Keyword{"engine", ScriptGroup::Answer,
+    Keyword{"engine", ScriptGroup::Answer, "run [close]|exit CODE|files BASE|fail CODE|error CODE",
             [](WordTaker &w) {
                 return ScriptAction(readEngineAnswer(w));
             }},
-    Keyword{"show", ScriptGroup::Check, readShow},
+    Keyword{"show", ScriptGroup::Check, "title|menu|dialog|drawing|log, or file|exists PATH",
+            readShow},
 };
 
-// Lines whose rest is taken as it stands, quotes and all. True when the line is one of these.
+// Lines whose rest is taken as it stands, quotes and all.
+constexpr std::array PlainVerbs = {ScriptVerb{"expect", ScriptGroup::Check, "PATTERN"},
+                                   ScriptVerb{"reject", ScriptGroup::Check, "PATTERN"},
+                                   ScriptVerb{"note", ScriptGroup::Check, "TEXT"}};
+
+// True when the line is one of these.
 bool readPlainLine(std::string_view keyword, std::string_view rest, ScriptLine &line,
                    std::string &fault) {
-    const bool isPattern = keyword == "expect" || keyword == "reject";
-    if (!isPattern && keyword != "note") {
+    const bool isPattern = keyword == PlainVerbs[0].name || keyword == PlainVerbs[1].name;
+    if (!isPattern && keyword != PlainVerbs[2].name) {
         return false;
     }
     line.group = ScriptGroup::Check;
     if (isPattern) {
-        line.action = ExpectLine{std::string(rest), keyword == "reject"};
+        line.action = ExpectLine{std::string(rest), keyword == PlainVerbs[1].name};
         fault = rest.empty() ? "the pattern is missing" : "";
     } else {
         line.action = NoteText{std::string(rest)};
@@ -408,6 +416,15 @@ std::vector<ScriptFault> readLines(LineReader &reader, Script &script) {
 }
 
 } // namespace
+
+std::vector<ScriptVerb> scriptVerbs() {
+    std::vector<ScriptVerb> verbs;
+    for (const Keyword &keyword : Keywords) {
+        verbs.push_back({keyword.name, keyword.group, keyword.form});
+    }
+    verbs.insert(verbs.end(), PlainVerbs.begin(), PlainVerbs.end());
+    return verbs;
+}
 
 std::vector<ScriptFault> parseScript(std::string_view text, Script &script) {
     LineReader reader(LongestLine);

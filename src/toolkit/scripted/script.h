@@ -60,13 +60,13 @@ struct EngineAnswer {
     std::string base;   ///< of the files that are copied over the project pair
     bool close = false; ///< a close request arrives while it runs
 };
-struct DialogAnswer {
+struct ButtonAnswer {
     int button = 0;
 };
 
 struct SetAuto {
     std::string title; ///< pattern of the request's title; blank: every title
-    std::variant<FileAnswer, BoxAnswer, PrinterAnswer, EngineAnswer, DialogAnswer> answer;
+    std::variant<FileAnswer, BoxAnswer, PrinterAnswer, EngineAnswer, ButtonAnswer> answer;
 };
 struct ClearAuto {};
 
@@ -147,6 +147,16 @@ struct ScriptLine {
     ScriptGroup group = ScriptGroup::Check;
     ScriptAction action;
 };
+
+/// A word that begins lines of a scenario, as the manual lists it.
+struct ScriptVerb {
+    std::string_view name;
+    ScriptGroup group;
+    std::string_view form; ///< what follows it; words in capitals stand for what the user gives
+};
+
+/// All of them, in the order of the manual.
+std::vector<ScriptVerb> scriptVerbs();
 
 struct Script {
     std::vector<ScriptLine> lines;

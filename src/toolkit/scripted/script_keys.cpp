@@ -51,4 +51,12 @@ std::optional<int> keyCodeOf(std::string_view name) {
     return (modifiers != 0 ? upperOf(name.front()) : name.front()) | modifiers;
 }
 
+std::vector<std::string_view> scriptKeyNames() {
+    std::vector<std::string_view> names;
+    for (const NamedKey &key : NamedKeys) {
+        names.push_back(key.name);
+    }
+    return names;
+}
+
 } // namespace keldrin

@@ -94,7 +94,7 @@ std::string wordsOf(const DialogModel &dialog) {
 // A standing answer to a dialog is a button that it has.
 std::function<bool(const SetAuto &)> pressesButtonOf(DialogModel &dialog) {
     return [&dialog](const SetAuto &standing) {
-        const auto *answer = std::get_if<DialogAnswer>(&standing.answer);
+        const auto *answer = std::get_if<ButtonAnswer>(&standing.answer);
         return answer != nullptr && isEnabledButton(dialog, answer->button);
     };
 }
@@ -281,7 +281,7 @@ RawEvent ScriptedBackend::wait() {
             return {EventClose, 0, 0, 0.0, 0.0};
         }
         if (turn.standing != nullptr) {
-            hands_->press(*top, std::get<DialogAnswer>(turn.standing->answer).button);
+            hands_->press(*top, std::get<ButtonAnswer>(turn.standing->answer).button);
         } else {
             DialogModel *dialog = dialogOfLine(*turn.line);
             enterEvent(turn.line->action, dialog != nullptr ? dialog : top);
@@ -358,7 +358,7 @@ int ScriptedBackend::runModal(DialogModel &dialog) {
     while (dialog.endButton == 0) {
         const Turn turn = takeBlockingTurn(request);
         if (turn.standing != nullptr) {
-            hands_->press(dialog, std::get<DialogAnswer>(turn.standing->answer).button);
+            hands_->press(dialog, std::get<ButtonAnswer>(turn.standing->answer).button);
         } else if (const auto *key = std::get_if<KeyPress>(&turn.line->action)) {
             hands_->pressKeyIn(dialog, key->code);
         } else {
