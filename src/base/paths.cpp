@@ -140,6 +140,12 @@ std::string workingDirectory() {
     return fs::current_path(error).string();
 }
 
+std::string executableDirectory() {
+    std::error_code error;
+    const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? "" : own.parent_path().string();
+}
+
 std::optional<std::string> findProgram(std::string_view name, std::string_view searchPath,
                                        std::string_view programDirectory) {
 #ifdef _WIN32

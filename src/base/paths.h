@@ -51,6 +51,10 @@ std::string sideFilePath(std::string_view path, std::string_view extension);
 /// The working directory, without a separator at its end.
 std::string workingDirectory();
 
+/// The directory of the running program, without a separator at its end; empty when the system does
+/// not tell it.
+std::string executableDirectory();
+
 /// Finds a program on the search path, then in `programDirectory` unless that is blank; empty when
 /// it is in neither. Elements of the search path that are not absolute are passed over, so a
 /// program is never looked for in the working directory.

@@ -1,6 +1,7 @@
 #include "base/program_help.h"
 
 #include "base/man_page.h"
+#include "base/manual.h"
 #include "base/version.h"
 #include "base/word_wrap.h"
 
@@ -93,6 +94,10 @@ std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first) {
     }
     if (first == "--help=man") {
         return print(manPage(help));
+    }
+    constexpr std::string_view topic = "--help=";
+    if (first.substr(0, topic.size()) == topic) {
+        return printManual(help.name, first.substr(topic.size()));
     }
     if (first == "--version") {
         return print(versionText(help));

@@ -34,11 +34,11 @@ struct ProgramHelp {
 /// What `--help` prints, in lines of at most 80 characters.
 std::string helpText(const ProgramHelp &help);
 
-/// Answers the words that ask a program about itself: --help, -h, --version, and --help=man, which
-/// prints the manual page for the build to install.
+/// Answers the words that ask a program about itself: --help, -h, --version, --help=man, which
+/// prints the manual page for the build to install, and --help=CHAPTER, see printManual().
 /// first    the first word after the program's name, blank when there is none
 /// returns  none when it asks nothing of the kind; else the exit code: 0, or 1 when standard output
-///          could not be written
+///          could not be written; see printManual() too
 std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first);
 
 } // namespace keldrin

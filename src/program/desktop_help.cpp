@@ -27,7 +27,8 @@ constexpr std::array Usage = {
     HelpEntry{"keldrin --drive SCENARIO [FILE]",
               "Does in the window what the lines of a scenario file say that a user does, and "
               "prints the transcript of what the user has seen."},
-    HelpEntry{"keldrin --help | --version", ""},
+    HelpEntry{"keldrin --help[=CHAPTER] | --version",
+              "Prints this text, or a chapter of the manual; --help=list names the chapters."},
 };
 
 constexpr std::array Options = {
@@ -75,8 +76,8 @@ constexpr std::array Sections = {
     HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2], KeySections[3],
     HelpSection{"files", Files},     ExitCodeSection};
 
-constexpr std::array<std::string_view, 8> Placeholders = {"BASE", "DIR",     "FILE",     "FORMATS",
-                                                          "LIST", "PROJECT", "SCENARIO", "STYLE"};
+constexpr std::array<std::string_view, 9> Placeholders = {
+    "BASE", "CHAPTER", "DIR", "FILE", "FORMATS", "LIST", "PROJECT", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 1> SeeAlso = {"keldrin-batch"};
 
 constexpr ProgramHelp Help = {

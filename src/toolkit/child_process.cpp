@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
-#include <filesystem>
 #include <optional>
 #include <system_error>
 
@@ -250,9 +249,7 @@ std::string programDirectory(const std::string &ownPath) {
     if (const std::string_view directory = directoryOf(ownPath); !directory.empty()) {
         return std::string(directory);
     }
-    std::error_code error; // found on the search path: the system knows where
-    const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? "" : own.parent_path().string();
+    return executableDirectory(); // found on the search path: the system knows where
 }
 
 } // namespace keldrin

@@ -2,19 +2,24 @@
 #include "base/program_help.h"
 #include "base/version.h"
 #include "base/word_wrap.h"
+#include "support/files.h"
+#include "support/temporary_directory.h"
 
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 
 namespace keldrin {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 constexpr std::array Usage = {
     HelpEntry{"dig-hole [--deep N] [--with A SPADE OF ITS OWN] [--quickly] [--until STOP] PLACE...",
@@ -74,7 +79,7 @@ TEST(ProgramHelp, ManualPage) {
 }
 
 TEST(ProgramHelp, WordsThatAsk) {
-    for (const std::string_view word : {"", "build", "--", "--helpless", "--help=html"}) {
+    for (const std::string_view word : {"", "build", "--", "--helpless"}) {
         EXPECT_EQ(answerHelp(Sample, word), std::nullopt) << word;
     }
     testing::internal::CaptureStdout();
@@ -85,6 +90,27 @@ TEST(ProgramHelp, WordsThatAsk) {
     testing::internal::CaptureStdout();
     EXPECT_EQ(answerHelp(Sample, "-h"), 0);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), helpText(Sample));
+}
+
+TEST(Manual, ChaptersAreReadFromTheirFolderAndWrongNamesListAll) {
+    const TemporaryDirectory folder;
+    putFile(folder.path("physics.txt"), "Response\n");
+    ::setenv("KELDRIN_MANUAL", folder.path().c_str(), 1);
+    const auto asked = [](std::string_view word) {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int code = answerHelp(Sample, word).value_or(-1);
+        return std::to_string(code) + "|" + testing::internal::GetCapturedStdout() + "|" +
+               testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ(asked("--help=physics"), "0|Response\n|");
+    EXPECT_THAT(asked("--help=list"), HasSubstr("  scenarios   The language of scenarios\n|"));
+    EXPECT_THAT(asked("--help=../physics"),
+                AllOf(StartsWith("2||dig-hole: the manual has no chapter ../physics\n"),
+                      HasSubstr("  physics     The physics, with formulas\n")));
+    EXPECT_EQ(asked("--help=formats"), "1||dig-hole: the manual is not installed; " +
+                                           folder.path("formats.txt") + " cannot be read\n");
+    ::unsetenv("KELDRIN_MANUAL");
 }
 
 } // namespace

@@ -62,7 +62,8 @@ constexpr std::array Usage = {
     HelpEntry{"keldrin-batch play SCENARIO [FILE]",
               "Runs the program on the lines of a scenario file, which say what a user does, and "
               "prints the transcript of what a user would have seen."},
-    HelpEntry{"keldrin-batch --help | --version", ""},
+    HelpEntry{"keldrin-batch --help[=CHAPTER] | --version",
+              "Prints this text, or a chapter of the manual; --help=list names the chapters."},
 };
 
 constexpr std::array Files = {
@@ -79,8 +80,8 @@ constexpr std::array Files = {
 
 constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};
 
-constexpr std::array<std::string_view, 9> Placeholders = {
-    "BASE", "DIR", "FILE", "LIST", "X", "N", "PROJECT", "SCENARIO", "STYLE"};
+constexpr std::array<std::string_view, 10> Placeholders = {
+    "BASE", "CHAPTER", "DIR", "FILE", "LIST", "X", "N", "PROJECT", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "rkeldrin"};
 
 constexpr ProgramHelp Help = {

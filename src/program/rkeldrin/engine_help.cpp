@@ -13,7 +13,8 @@ constexpr std::array Usage = {
         "calculated data and apparent resistivities; every other byte of it stays. The "
         "models are in the model file (*.m1d) beside it. Where there is one already, the run "
         "goes on from its models. Both files are written at the end, or neither."},
-    HelpEntry{"rkeldrin --help | --version", ""},
+    HelpEntry{"rkeldrin --help[=CHAPTER] | --version",
+              "Prints this text, or a chapter of the manual; --help=list names the chapters."},
 };
 
 constexpr std::array Options = {
@@ -68,7 +69,7 @@ constexpr std::array Sections = {
     HelpSection{"options", Options}, HelpSection{"control values of the project", Control},
     HelpSection{"columns of the model file", Columns}, HelpSection{"exit codes", ExitCodes}};
 
-constexpr std::array<std::string_view, 2> Placeholders = {"N", "PROJECT"};
+constexpr std::array<std::string_view, 3> Placeholders = {"CHAPTER", "N", "PROJECT"};
 constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "keldrin-batch"};
 
 constexpr ProgramHelp Help = {
