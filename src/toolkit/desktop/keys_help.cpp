@@ -1,16 +1,25 @@
 #include "toolkit/desktop/keys_help.h"
 
+#include "base/manual.h"
+#include "base/paths.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/menu.h"
 
+#include <QDesktopServices>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace keldrin {
 
 namespace {
+
+constexpr auto NoticeName = "notice";
 
 QString sectionText(const HelpSection &section) {
     QString title = qtText(section.title);
@@ -31,11 +40,32 @@ QString keysText() {
     return text + "</table>";
 }
 
+/// Starts the browser. Blank when that was done, else why it was not.
+QString openManual() {
+    const QFileInfo page(qtText(joinPath(manualFolder(), "index.html")));
+    if (!page.isFile()) {
+        return "The manual is not installed: there is no " + page.filePath();
+    }
+    const QString path = page.canonicalFilePath();
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path))
+               ? QString()
+               : "No browser could be started. The manual is in " + path;
+}
+
+void showManual(QDialog *help) {
+    auto *notice = help->findChild<QLabel *>(NoticeName);
+    notice->setText(openManual());
+    notice->setVisible(!notice->text().isEmpty());
+}
+
 } // namespace
 
 void showKeysHelp(QWidget *window) {
     constexpr auto name = "keys-help";
     auto *help = window->findChild<QDialog *>(name);
+    if (help != nullptr && help->isVisible()) {
+        showManual(help);
+    }
     if (help == nullptr) {
         help = new QDialog(window);
         help->setObjectName(name);
@@ -43,7 +73,19 @@ void showKeysHelp(QWidget *window) {
         help->setWindowTitle("Keys and mouse");
         auto *layout = new QVBoxLayout(help);
         layout->addWidget(new QLabel(keysText(), help));
+        auto *notice = new QLabel(help);
+        notice->setObjectName(NoticeName);
+        notice->setWordWrap(true);
+        notice->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        notice->hide();
+        layout->addWidget(notice);
         auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, help);
+        auto *manual = buttons->addButton("&Manual", QDialogButtonBox::HelpRole);
+        const auto open = [help] {
+            showManual(help);
+        };
+        QObject::connect(manual, &QPushButton::clicked, help, open);
+        QObject::connect(new QShortcut(Qt::Key_F1, help), &QShortcut::activated, help, open);
         QObject::connect(buttons, &QDialogButtonBox::rejected, help, &QDialog::close);
         layout->addWidget(buttons);
     }
