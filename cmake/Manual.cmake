@@ -27,7 +27,8 @@ if(KELDRIN_PANDOC)
                  ${manual_source}/${chapter}.md)
         add_custom_command(
             OUTPUT ${manual}/${chapter}.html ${manual}/${chapter}.txt
-            COMMAND ${from} --to html5 --mathml --standalone --lua-filter ${style}/page.lua
+            COMMAND ${from} --to html5 --mathml --standalone --metadata document-css=false --metadata lang=en
+                    --lua-filter ${style}/page.lua
                     --include-in-header ${style}/style.html
                     --include-before-body ${manual}/links.html --output ${manual}/${chapter}.html
             COMMAND ${from} --to plain --columns 80 --lua-filter ${style}/text.lua
