@@ -28,6 +28,7 @@
 #include "toolkit/scripted/script.h"
 #include "toolkit/scripted/script_keys.h"
 
+#include <array>
 #include <cstdio>
 #include <initializer_list>
 #include <limits>
@@ -172,10 +173,11 @@ void printKeywords() {
 
 /// What a control takes: "number, 0.1 to 9999.9 %".
 std::string takenBy(const ControlSpec &control) {
-    constexpr std::string_view kinds[] = {"shows only", "text",      "integer",     "number",
-                                          "number",     "on or off", "choice",      "slider",
-                                          "button",     "list",      "progress bar"};
-    std::string text(kinds[static_cast<std::size_t>(control.kind)]);
+    constexpr auto kinds = std::to_array<std::string_view>(
+        {"shows only", "text", "integer", "number", "number", "on or off", "choice", "slider",
+         "button", "list", "progress bar"});
+    const auto kind = static_cast<std::size_t>(control.kind);
+    std::string text(kind < kinds.size() ? kinds[kind] : "other");
     if (control.kind == ControlKind::Text && control.length > 0) {
         text.append(" of up to ").append(std::to_string(control.length)).append(" characters");
     }
