@@ -8,8 +8,8 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolTip>
 
 #include <algorithm>
@@ -190,11 +190,8 @@ bool DialogWindow::eventFilter(QObject *watched, QEvent *event) {
         leaveField(watched, false);
     }
     if (event->type() == QEvent::FocusIn && commitsByEnter(watched)) { // its text is typed over
-        QTimer::singleShot(0, watched, [edit = qobject_cast<QLineEdit *>(watched)] {
-            if (edit != nullptr) {
-                edit->selectAll();
-            }
-        });
+        QMetaObject::invokeMethod(qobject_cast<QLineEdit *>(watched), &QLineEdit::selectAll,
+                                  Qt::QueuedConnection);
     }
     if (event->type() == QEvent::KeyPress) {
         auto &key = *static_cast<QKeyEvent *>(event);
