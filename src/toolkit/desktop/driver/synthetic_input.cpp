@@ -89,6 +89,7 @@ void takeFocus(QWidget &widget) {
     } else {
         QFocusEvent out(QEvent::FocusOut, Qt::TabFocusReason);
         QApplication::sendEvent(&widget, &out);
+        widget.clearFocus(); // of a window that is not active, which would have its keys
     }
 }
 
