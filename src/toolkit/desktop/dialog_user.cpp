@@ -25,6 +25,12 @@ bool leavesField(Qt::FocusReason reason) {
            reason != Qt::MenuBarFocusReason;
 }
 
+// A field of one line has no use for these.
+bool walks(const QKeyEvent &key) {
+    return key.key() == Qt::Key_Up || key.key() == Qt::Key_Down || key.key() == Qt::Key_PageUp ||
+           key.key() == Qt::Key_PageDown;
+}
+
 } // namespace
 
 template <class Edit>
@@ -180,7 +186,7 @@ bool DialogWindow::isForControl(const QObject *watched, const QKeyEvent &key) co
     if (key.key() == Qt::Key_Space || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
         return true;
     }
-    return leavesKeys() ? dynamic_cast<const FieldEdit *>(watched) != nullptr
+    return leavesKeys() ? dynamic_cast<const FieldEdit *>(watched) != nullptr && !walks(key)
                         : qobject_cast<const QPushButton *>(watched) == nullptr;
 }
 
