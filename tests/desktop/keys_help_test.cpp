@@ -29,7 +29,7 @@ class Browser {
 
     /// What was opened since the last call; blank when nothing was.
     std::string opened() {
-        const std::string file = page_.source().fileName().toStdString();
+        std::string file = page_.source().fileName().toStdString();
         page_.setSource(QUrl());
         return file;
     }
