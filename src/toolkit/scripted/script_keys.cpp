@@ -32,6 +32,14 @@ bool takePrefix(std::string_view &text, std::string_view prefix) {
 
 } // namespace
 
+std::vector<std::string_view> scriptKeyNames() {
+    std::vector<std::string_view> names;
+    for (const NamedKey &key : NamedKeys) {
+        names.push_back(key.name);
+    }
+    return names;
+}
+
 std::optional<int> keyCodeOf(std::string_view name) {
     int modifiers = 0;
     if (takePrefix(name, "Ctrl+Shift+")) {
@@ -49,14 +57,6 @@ std::optional<int> keyCodeOf(std::string_view name) {
         return std::nullopt;
     }
     return (modifiers != 0 ? upperOf(name.front()) : name.front()) | modifiers;
-}
-
-std::vector<std::string_view> scriptKeyNames() {
-    std::vector<std::string_view> names;
-    for (const NamedKey &key : NamedKeys) {
-        names.push_back(key.name);
-    }
-    return names;
 }
 
 } // namespace keldrin
