@@ -15,9 +15,15 @@ std::optional<DateTime> &fixedMoment() {
     return moment;
 }
 
+int &reads() {
+    static int count = 0;
+    return count;
+}
+
 } // namespace
 
 DateTime clockNow() {
+    ++reads();
     if (fixedMoment()) {
         return *fixedMoment();
     }
@@ -34,6 +40,14 @@ DateTime clockNow() {
 
 void fixClock(std::optional<DateTime> moment) {
     fixedMoment() = moment;
+}
+
+bool clockIsFixed() {
+    return fixedMoment().has_value();
+}
+
+int clockReads() {
+    return reads();
 }
 
 std::string dateText(const DateTime &moment) {

@@ -21,6 +21,12 @@ DateTime clockNow();
 /// Makes clockNow() stand still at `moment`, for runs that must be reproducible; empty: real time.
 void fixClock(std::optional<DateTime> moment);
 
+/// True while a fixed moment is set.
+bool clockIsFixed();
+
+/// How often clockNow() was called.
+int clockReads();
+
 /// "DD/MM/YYYY"
 std::string dateText(const DateTime &moment);
 

@@ -153,6 +153,7 @@ LineStatus LineReader::next(std::string_view &line) {
         line = cut_;
     } else if (line.empty() && pending_.empty() && sourceEnded_ &&
                (line.data() == nullptr || line.data() == pending_.data())) {
+        ended_ = true;
         return LineStatus::End;
     }
     ++lineNumber_;

@@ -48,6 +48,9 @@ class LineReader {
     /// Number of the line that was given last, from 1.
     [[nodiscard]] int lineNumber() const { return lineNumber_; }
 
+    /// True once next() has found the end of the text.
+    [[nodiscard]] bool ended() const { return ended_; }
+
     /// True when a 0x1A ended the text with more than blanks and line ends behind it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
@@ -87,6 +90,7 @@ class LineReader {
     bool sourceEnded_ = false;
     bool fault_ = false;
     bool stopped_ = false;
+    bool ended_ = false;
     bool endedAtMark_ = false;
     bool endedInLine_ = false;
     int firstCutLine_ = 0;

@@ -8,6 +8,7 @@
 #include "import/import_steps.h"
 #include "messages/message_log.h"
 #include "messages/questions.h"
+#include "messages/reading_place.h"
 #include "text/columns.h"
 #include "text/value_readers.h"
 
@@ -234,7 +235,10 @@ int Stn_File_Input(std::string fileName, StationTable &table) {
                                        reader.lines.errorText()});
         return 1;
     }
-    readLines(reader, table);
+    {
+        const ReadingPlace place(reader.lines, fileName);
+        readLines(reader, table);
+    }
     noteFileEnd(reader.lines, reader.name);
     if (table.size() == 0) {
         ReportError({"ERROR: No valid data recovered from " + reader.name,

@@ -7,6 +7,7 @@
 #include "keywords/record.h"
 #include "messages/message_log.h"
 #include "messages/questions.h"
+#include "messages/reading_place.h"
 #include "projectfile/control_block.h"
 
 #include <cmath>
@@ -80,6 +81,7 @@ void readFile(Metadata &metadata, const std::string &fileName) {
             name, {"ERROR: Could not open survey information file", fileName, reader.errorText()});
         return;
     }
+    const ReadingPlace place(reader, fileName);
     if (readRecords(metadata, reader, name)) {
         ReportInfoLine("Survey configuration, stn # scaling and annotation read from " + name);
     }

@@ -4,6 +4,7 @@
 #include "base/safe_writer.h"
 #include "base/version.h"
 #include "messages/message_sink.h"
+#include "messages/reading_place.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -70,13 +71,23 @@ void observe(MessageKind kind, std::span<const MessageLine> lines) {
 }
 
 // For the list that the user may ask for; of a very long run the oldest lines are dropped.
-void keepForList(std::span<const MessageLine> lines) {
-    std::vector<std::string> &told = messageLog().told;
-    if (told.size() >= MessageLog::MostTold) {
-        told.erase(told.begin(), told.begin() + MessageLog::MostTold / 2);
+void keepForList(MessageKind kind, std::span<const MessageLine> lines) {
+    MessageLog &log = messageLog();
+    if (log.told.size() >= MessageLog::MostTold) {
+        log.told.erase(log.told.begin(), log.told.begin() + MessageLog::MostTold / 2);
+    }
+    ToldMessage message;
+    message.kind = kind;
+    if (!log.readings.empty()) {
+        message.file = log.readings.back()->file();
+        message.row = log.readings.back()->row();
     }
     for (const MessageLine &line : lines) {
-        told.push_back(line.str());
+        message.lines.push_back(line.str());
+    }
+    log.told.push_back(message);
+    if (messageSink().told) {
+        messageSink().told(message);
     }
 }
 
@@ -137,11 +148,28 @@ void countError(std::span<const MessageLine> lines) {
     }
 }
 
-void logLines(std::span<const MessageLine> lines) {
-    for (const MessageLine &line : lines) {
-        ReportInfoLine(line.view());
+// Writes and shows a line of the log.
+void logLine(std::string_view text) {
+    const MessageLine line = text;
+    observe(MessageKind::Info, {&line, 1});
+    appendToLog(text);
+    std::vector<MessageLine> &buffer = messageLog().LogLineBuffer;
+    if (buffer.size() >= MessageLog::BufferLines) {
+        buffer.erase(buffer.begin());
+    }
+    buffer.push_back(line);
+    if (messageSink().logLine) {
+        messageSink().logLine(text);
     }
 }
+
+void logLines(std::span<const MessageLine> lines) {
+    for (const MessageLine &line : lines) {
+        logLine(line.view());
+    }
+}
+
+} // namespace
 
 // Cancel ends the program at once, so the whole message has been written before the box.
 void ShowErrorBox(std::span<const MessageLine> lines, bool mustBeSeen) {
@@ -149,8 +177,6 @@ void ShowErrorBox(std::span<const MessageLine> lines, bool mustBeSeen) {
         ShutDown();
     }
 }
-
-} // namespace
 
 MessageLog &messageLog() {
     static MessageLog log;
@@ -172,29 +198,32 @@ int OpenLogFiles(std::string_view name) {
     log.logPath = base + ".log";
     log.errorPath = base + ".err";
     log.record = {};
+    log.warningsBefore = 0;
     log.told.clear();
     const int logStatus = deleteIfPresent(log.logPath);
     return logStatus != 0 ? logStatus : deleteIfPresent(log.errorPath);
 }
 
+void BeginCommandMessages() {
+    MessageLog &log = messageLog();
+    log.warningsBefore = log.record.warnings;
+    log.rowBoxes.reset();
+}
+
+int warningsOfCommand() {
+    const MessageLog &log = messageLog();
+    return log.record.warnings - log.warningsBefore;
+}
+
 void ReportInfoLine(std::string_view text) {
     const MessageLine line = text;
-    observe(MessageKind::Info, {&line, 1});
-    keepForList({&line, 1});
-    appendToLog(text);
-    std::vector<MessageLine> &buffer = messageLog().LogLineBuffer;
-    if (buffer.size() >= MessageLog::BufferLines) {
-        buffer.erase(buffer.begin());
-    }
-    buffer.push_back(line);
-    if (messageSink().logLine) {
-        messageSink().logLine(text);
-    }
+    keepForList(MessageKind::Info, {&line, 1});
+    logLine(text);
 }
 
 void ReportWarning(std::span<const MessageLine> lines) {
     observe(MessageKind::Warning, lines);
-    keepForList(atMostFive(lines));
+    keepForList(MessageKind::Warning, atMostFive(lines));
     const int count = ++messageLog().record.warnings;
     if (count < MessageLog::MostWarnings) {
         appendToErrorFile(atMostFive(lines), true);
@@ -211,16 +240,18 @@ void ReportWarning(std::initializer_list<MessageLine> lines) {
 
 void ReportError(std::span<const MessageLine> lines) {
     observe(MessageKind::Error, lines);
-    keepForList(atMostFive(lines));
+    keepForList(MessageKind::Error, atMostFive(lines));
     countError(lines);
     appendToErrorFile(atMostFive(lines), true);
     if (messageLog().quiet) {
-        ReportInfoLine("");
+        logLine("");
         logLines(atMostFive(lines));
-        ReportInfoLine("");
+        logLine("");
         return;
     }
-    ShowErrorBox(atMostFive(lines), false);
+    if (!holdsRowBox(atMostFive(lines))) {
+        ShowErrorBox(atMostFive(lines), false);
+    }
 }
 
 void ReportError(std::initializer_list<MessageLine> lines) {
@@ -232,6 +263,10 @@ void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines) {
     if (said.empty()) {
         return;
     }
+    keepForList(level == NoticeLevel::Box      ? MessageKind::Error
+                : level == NoticeLevel::Status ? MessageKind::Notice
+                                               : MessageKind::Info,
+                said);
     logLines(said);
     if (level == NoticeLevel::Log) {
         return;

@@ -20,7 +20,7 @@ namespace keldrin {
 /// One line of a message; longer text is cut to 128 bytes at the start of a character.
 using MessageLine = FixedText<128>;
 
-enum class MessageKind { Info, Warning, Error };
+enum class MessageKind { Info, Warning, Error, Notice };
 
 /// How far a notice goes.
 enum class NoticeLevel {
@@ -38,21 +38,35 @@ struct MessageRecord {
     std::vector<std::string> unreadFiles; ///< names of the files of ReportUnreadFile()
 };
 
+/// A message as it was told, for the list of messages.
+struct ToldMessage {
+    MessageKind kind = MessageKind::Info;
+    std::string file; ///< name of the file that was being read; blank: none
+    int row = 0;      ///< its line that was read last; 0: none, or it was read to its end
+    std::vector<std::string> lines;
+};
+
+class ReadingPlace;
+struct RowBoxes;
+
 /// State of the message log. One per process, see messageLog().
 struct MessageLog {
     static constexpr int BufferLines = 48;
     static constexpr int MostWarnings = 128;
     static constexpr int MostGraphicsErrors = 20;
-    static constexpr std::size_t MostTold = 10000; ///< lines of log and messages that are kept
+    static constexpr std::size_t MostTold = 10000; ///< messages of this run that are kept
     static constexpr int MostLines = 5;            ///< lines of one error or warning
 
     std::vector<MessageLine> LogLineBuffer; ///< the newest lines, at most 48
-    std::vector<std::string> told;          ///< lines of log and messages of this run, see F2
+    std::vector<ToldMessage> told;          ///< log and messages of this run, see F2
     std::string logPath;                    ///< full path of the log file
     std::string errorPath;                  ///< full path of the error file
     std::string movedNotice;                ///< first log line when the files lie elsewhere
     MessageRecord record;
-    int GraphicsErrorCount = 0; ///< toolkit errors so far, never reset during a run
+    int warningsBefore = 0;                     ///< of `record`, when the present command began
+    std::vector<const ReadingPlace *> readings; ///< files that are being read, the innermost last
+    std::shared_ptr<RowBoxes> rowBoxes;         ///< of the present command, see reading_place.h
+    int GraphicsErrorCount = 0;                 ///< toolkit errors so far, never reset during a run
     /// Errors and notices go to the log and the error file alone: who sets it tells the user.
     bool quiet = false;
     /// Called with every message before it is written, for tests.
@@ -72,6 +86,12 @@ MessageLog &messageLog();
 ///          the user's state directory, and the first log line says so
 /// returns  0, or 1 when an older file could not be deleted
 int OpenLogFiles(std::string_view name);
+
+/// A command of the user begins: its warnings count from here, and boxes about rows are shown anew.
+void BeginCommandMessages();
+
+/// Warnings since the present command began.
+int warningsOfCommand();
 
 /// Logs and shows one line of progress.
 void ReportInfoLine(std::string_view text);
@@ -97,6 +117,10 @@ void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines);
 /// Box, since what is made without it looks as if nothing were missing.
 /// name  of the file, kept in the record for summaries
 void ReportUnreadFile(std::string_view name, std::initializer_list<MessageLine> lines);
+
+/// Shows the box of an error that was written before; Cancel ends the program.
+/// mustBeSeen  it is shown even when the user wants no further messages
+void ShowErrorBox(std::span<const MessageLine> lines, bool mustBeSeen);
 
 /// Closes the log and what shows it and ends the process, with neither message nor save.
 [[noreturn]] void ShutDown();

@@ -1,14 +1,13 @@
 #include "messages/watched_reading.h"
 
-#include "base/paths.h"
 #include "messages/message_log.h"
 
 namespace keldrin {
 
 WatchedReading::WatchedReading(LineReader &reader, std::string_view path)
-    : reader_(reader), name_(fileNameOf(path)) {
+    : reader_(reader), place_(reader, path) {
     if (messageSink().beginWork) {
-        work_ = messageSink().beginWork(std::string(path), "Reading " + name_);
+        work_ = messageSink().beginWork(std::string(path), "Reading " + place_.file());
     }
     if (work_) {
         reader.watch([work = work_.get()](std::uintmax_t done, std::uintmax_t total) {
@@ -23,9 +22,10 @@ WatchedReading::~WatchedReading() {
 }
 
 bool WatchedReading::stopped() {
+    place_.settle();
     if (reader_.stopped() && !told_) {
         told_ = true;
-        ReportInfoLine("Reading of " + name_ + " was stopped; nothing of it is used.");
+        ReportInfoLine("Reading of " + place_.file() + " was stopped; nothing of it is used.");
     }
     return reader_.stopped();
 }

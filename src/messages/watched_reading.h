@@ -2,6 +2,7 @@
 
 #include "base/line_reader.h"
 #include "messages/message_sink.h"
+#include "messages/reading_place.h"
 
 #include <memory>
 #include <string>
@@ -25,7 +26,7 @@ class WatchedReading {
 
   private:
     LineReader &reader_;
-    std::string name_;
+    ReadingPlace place_;
     std::unique_ptr<WatchedWork> work_; ///< null when nobody watches
     bool told_ = false;
 };

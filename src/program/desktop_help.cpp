@@ -27,6 +27,9 @@ constexpr std::array Usage = {
     HelpEntry{"keldrin --drive SCENARIO [FILE]",
               "Does in the window what the lines of a scenario file say that a user does, and "
               "prints the transcript of what the user has seen."},
+    HelpEntry{"keldrin --record RECORD [FILE]",
+              "Opens the window and writes what the user does in it as a scenario, which --drive "
+              "plays."},
     HelpEntry{"keldrin --help[=CHAPTER] | --version",
               "Prints this text, or a chapter of the manual; --help=list names the chapters."},
 };
@@ -52,6 +55,10 @@ constexpr std::array Options = {
     HelpEntry{"--all-in-one", "Put all pages of a project into one PDF, BASE.pdf."},
     HelpEntry{"--out DIR", "Directory of the plot files; it is made if need be."},
     HelpEntry{"--drive SCENARIO", "Play a scenario in the window."},
+    HelpEntry{"--record RECORD",
+              "Write what the user does as a scenario. Record in the menu of the right button does "
+              "so from any moment on, into BASE.scn beside the project; a file of that name is "
+              "kept as BASE.scn~."},
     HelpEntry{"--help, -h", "Print this text."},
     HelpEntry{"--version", "Print the version."},
 };
@@ -76,8 +83,8 @@ constexpr std::array Sections = {
     HelpSection{"options", Options}, KeySections[0], KeySections[1], KeySections[2], KeySections[3],
     HelpSection{"files", Files},     ExitCodeSection};
 
-constexpr std::array<std::string_view, 9> Placeholders = {
-    "BASE", "CHAPTER", "DIR", "FILE", "FORMATS", "LIST", "PROJECT", "SCENARIO", "STYLE"};
+constexpr std::array<std::string_view, 10> Placeholders = {
+    "BASE", "CHAPTER", "DIR", "FILE", "FORMATS", "LIST", "PROJECT", "RECORD", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 1> SeeAlso = {"keldrin-batch"};
 
 constexpr ProgramHelp Help = {

@@ -3,6 +3,7 @@
 #include "program/export_command.h"
 #include "shell/main_loop.h"
 #include "shell/menu.h"
+#include "shell/record_scenario.h"
 #include "toolkit/desktop/desktop_run.h"
 
 #include <iostream>
@@ -24,6 +25,17 @@ using Words = std::vector<std::string>;
 int usage(const std::string &fault) {
     std::cerr << "keldrin: " << fault << "; see keldrin --help\n";
     return ExitUsage;
+}
+
+// keldrin --record RECORD [FILE]
+int record(Words words) {
+    if (words.size() < 3 || words.size() > 4) {
+        return usage("--record needs the file of the record and at most one file");
+    }
+    keldrin::recordFromStart(words[2], true);
+    words.erase(words.begin() + 1, words.begin() + 3);
+    keldrin::startDesktop(std::move(words));
+    serve();
 }
 
 // keldrin --drive SCENARIO [FILE]
@@ -55,7 +67,7 @@ int main(int argc, char **argv) {
     if (first == "--export") {
         return keldrin::exportCommand(argc, argv);
     }
-    if (first.substr(0, 2) == "--" && first != "--drive") {
+    if (first.substr(0, 2) == "--" && first != "--drive" && first != "--record") {
         return usage("unknown option " + first);
     }
     if (!keldrin::hasDisplay()) {
@@ -63,6 +75,9 @@ int main(int argc, char **argv) {
     }
     if (first == "--drive") {
         return drive(words);
+    }
+    if (first == "--record") {
+        return record(words);
     }
     if (words.size() > 2) {
         return usage("opens one file at a time");

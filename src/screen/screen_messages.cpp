@@ -39,11 +39,44 @@ std::unique_ptr<WatchedWork> beginWorkOnScreen(const std::string &words,
     return std::make_unique<WorkOnScreen>(words, caption);
 }
 
+MessageRow rowOf(const ToldMessage &message) {
+    const RowKind kind = message.kind == MessageKind::Error     ? RowKind::Error
+                         : message.kind == MessageKind::Warning ? RowKind::Warning
+                         : message.kind == MessageKind::Notice  ? RowKind::Notice
+                                                                : RowKind::Info;
+    return {kind, message.file, message.row, message.lines};
+}
+
+void addToList(const ToldMessage &message) {
+    ToolkitMessageTold(rowOf(message));
+}
+
+MessageRows allRows() {
+    MessageRows rows;
+    for (const ToldMessage &message : messageLog().told) {
+        rows.push_back(rowOf(message));
+    }
+    return rows;
+}
+
 } // namespace
 
 void showMessagesOnScreen() {
-    messageSink() = {showLogLine, showBox, ToolkitNotice, beginWorkOnScreen, ToolkitClose};
-    ToolkitMessagesSource([] { return messageLog().told; });
+    messageSink() = {showLogLine,   addToList,         showBox,
+                     ToolkitNotice, beginWorkOnScreen, ToolkitClose};
+    ToolkitMessagesSource(allRows);
+}
+
+void beginCommandOnScreen() {
+    BeginCommandMessages();
+    ToolkitStatus(StatusPart::Notice, "");
+    ToolkitStatus(StatusPart::Warnings, "");
+}
+
+void showWarningCount() {
+    const int count = warningsOfCommand();
+    ToolkitStatus(StatusPart::Warnings,
+                  count > 0 ? std::to_string(count) + (count == 1 ? " warning" : " warnings") : "");
 }
 
 } // namespace keldrin

@@ -6,4 +6,10 @@ namespace keldrin {
 /// window, errors in a box, notices in the status bar, long work in a dialog.
 void showMessagesOnScreen();
 
+/// A command of the user begins: what the status bar says of the one before is gone.
+void beginCommandOnScreen();
+
+/// Says in the status bar how many warnings the present command has given; nothing without any.
+void showWarningCount();
+
 } // namespace keldrin

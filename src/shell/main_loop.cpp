@@ -21,6 +21,7 @@
 #include "shell/new_model.h"
 #include "shell/open_project.h"
 #include "shell/questions_on_screen.h"
+#include "shell/record_scenario.h"
 #include "shell/save_project.h"
 #include "shell/save_report.h"
 #include "shell/start_file.h"
@@ -31,6 +32,8 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace keldrin {
 
@@ -226,9 +229,29 @@ void serveMenu(Shell &shell, int number) {
     const auto *command = std::find_if(Commands.begin(), Commands.end(),
                                        [number](const auto &c) { return c.number == number; });
     if (command != Commands.end()) {
-        ToolkitStatus(StatusPart::Notice, ""); // of the command before
+        beginCommandOnScreen();
         command->run(shell);
+        showWarningCount();
+        recordHasBegun(); // within the command, whose state the lines of the record bring back
     }
+}
+
+// For a record that begins here: how a fresh start comes to the page and the sounding on show.
+void tellRest(const Shell &shell) {
+    std::vector<std::string> lines;
+    if (shell.model.SoundingCount >= 1 && shell.review.ReviewStation > 1) {
+        lines = {"menu Review Data", "set 1057 " + std::to_string(shell.review.ReviewStation),
+                 "key x"};
+    }
+    if (const MenuEntry *page = findMenuEntry(shell.view.page)) {
+        lines.push_back("menu " + withoutMnemonic(page->label));
+    }
+    recordRests(shell.model.SoundingCount >= 1 ? shell.ProjectPath : "", std::move(lines));
+}
+
+void forgetSettings(Shell &shell) {
+    shell.autoSkip = {};
+    shell.review.undone = {};
 }
 
 } // namespace
@@ -250,11 +273,14 @@ void runProgram(SurveyModel &model) {
     openRootWindow();
     drawStartText();
     OpenLogFiles("keldrin ");
+    offerRecord();
     showEngineStatus();
     leaveIfClosed(StartFile(model, shell.ProjectPath));
     showProjectTitle(shell);
+    showWarningCount();
     for (;;) {
         settleMenuAndView(shell);
+        tellRest(shell);
         if (shell.view.page != 0 && model.SoundingCount >= 1 && !serveLinePage(shell)) {
             continue;
         }
@@ -262,6 +288,9 @@ void runProgram(SurveyModel &model) {
         ToolkitNextEvent(event);
         if (event.type == EventClose) {
             ShutDown();
+        }
+        if (recordHasBegun()) {
+            forgetSettings(shell);
         }
         if (event.type == EventMenu) {
             serveMenu(shell, event.value);

@@ -19,6 +19,7 @@ inline constexpr std::array MainWindowKeys = {
     HelpEntry{"Ctrl+E", "Export the line."},
     HelpEntry{"F1", "Show the keys; F1 again opens the manual."},
     HelpEntry{"F2", "Show the log and all messages, from a dialog too."},
+    HelpEntry{"Ctrl+R", "Record what is done as a scenario, or end the record."},
     HelpEntry{"Right click", "Choose a page of the line, or one of the files opened lately."},
     HelpEntry{"Drop a file", "Open a project, or make one of field data."},
 };

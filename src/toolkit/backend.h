@@ -161,8 +161,10 @@ class Backend {
 
     /// Another text for a part of the status bar; blank clears it.
     virtual void setStatus(StatusPart /*part*/, std::string_view /*text*/) {}
-    /// Shows lines of text in a list of its own and returns at once.
-    virtual void showMessages(const std::vector<std::string> & /*lines*/) {}
+    /// Shows messages in a list of its own, which stays, and returns at once.
+    virtual void showMessages(const MessageRows & /*rows*/) {}
+    /// A message for that list, where it is open.
+    virtual void addMessage(const MessageRow & /*row*/) {}
     /// A file was opened or made; it goes to the head of the recent ones.
     virtual void addRecentFile(const std::string & /*path*/) {}
     /// Asked for the text of the pointer's part whenever the mouse moves; empty asks no more.

@@ -63,7 +63,35 @@ void deliver(const RawEvent &raw, ToolkitEvent &event) {
     }
 }
 
-bool takeQueued(ToolkitEvent &event) {
+// Keys that the toolkit serves itself, at any time.
+bool servesKey(const RawEvent &raw) {
+    const ToolkitState &state = toolkitState();
+    const bool shows = raw.type == EventKey && raw.value == KeyF2;
+    const bool records =
+        raw.type == EventKey && raw.value == KeyRecord && state.toggleRecord != nullptr;
+    if (shows) {
+        ToolkitShowMessages();
+    } else if (records) {
+        state.toggleRecord();
+    }
+    return shows || records;
+}
+
+// What is drained without being looked at has no place in a record, but for the close request.
+void takeDown(RawEvent &raw, bool drained) {
+    UserRecord *record = toolkitState().record;
+    if (record != nullptr && (!drained || raw.type == EventClose)) {
+        record->event(raw);
+    }
+}
+
+void takeDownDropped(const RawEvent &raw) {
+    if (toolkitState().record != nullptr) {
+        toolkitState().record->droppedPress(raw);
+    }
+}
+
+bool takeQueued(ToolkitEvent &event, bool drained = false) {
     ToolkitState &state = toolkitState();
     if (!state.putBack.empty()) {
         event = state.putBack.front();
@@ -71,13 +99,15 @@ bool takeQueued(ToolkitEvent &event) {
         return true;
     }
     while (!state.queue.empty()) {
-        const RawEvent raw = asChosen(state.queue.front());
+        RawEvent raw = asChosen(state.queue.front());
         state.queue.pop_front();
-        if (raw.type == EventKey && raw.value == KeyF2) { // at any time
-            ToolkitShowMessages();
+        if (servesKey(raw) || !isServed(raw)) {
             continue;
         }
-        if (isServed(raw) && !isDroppedPress(raw) && !isRepeated(raw, state.queue)) {
+        if (isDroppedPress(raw)) {
+            takeDownDropped(raw);
+        } else if (!isRepeated(raw, state.queue)) {
+            takeDown(raw, drained);
             deliver(raw, event);
             return true;
         }
@@ -107,6 +137,9 @@ void ToolkitNextEvent(ToolkitEvent &event) {
     event = {EventClose, 0, 0, 0.0F, 0.0F};
     while (!takeQueued(event)) {
         if (state.backend == nullptr || state.closeRemembered) {
+            if (state.closeRemembered && state.record != nullptr) {
+                state.record->closed();
+            }
             state.closeRemembered = false;
             return;
         }
@@ -121,7 +154,7 @@ void ToolkitNextEvent(ToolkitEvent &event) {
 bool ToolkitPeekEvent(ToolkitEvent &event) {
     ToolkitState &state = toolkitState();
     RawEvent raw;
-    while (!takeQueued(event)) {
+    while (!takeQueued(event, true)) {
         if (state.backend == nullptr || !state.backend->peek(raw)) {
             return false;
         }
@@ -154,7 +187,10 @@ void WGrInput(int /*mode*/, float &x, float &y, int &event) {
     double pageY = 0.0;
     fractionFromUnits(x, y, pageX, pageY);
     const std::optional<RubberEnd> queued = takeQueuedEnd(state.queue);
-    const RubberEnd end = queued ? *queued : state.backend->rubberBand(pageX, pageY);
+    RubberEnd end = queued ? *queued : state.backend->rubberBand(pageX, pageY);
+    if (state.record != nullptr) {
+        state.record->rubberBand(end);
+    }
     unitsFromFraction(end.pageX, end.pageY, x, y);
     event = end.event;
     if (event == EventClose) {

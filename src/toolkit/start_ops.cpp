@@ -51,7 +51,8 @@ void WindowOpen(int flags, int x, int y, int width, int height) {
     if (state.backend == nullptr) {
         return;
     }
-    state.backend->openRoot({flags, x, y, width, height});
+    state.rootAsked = {flags, x, y, width, height};
+    state.backend->openRoot(state.rootAsked);
     state.rootOpen = true;
     for (const MenuEntry &entry : windowContent().menu) {
         if (!menuEntryIsOn(entry.command)) {
@@ -117,14 +118,28 @@ void ToolkitNotice(std::string_view text) {
     ToolkitStatus(StatusPart::Notice, notices.append(text));
 }
 
-void ToolkitMessagesSource(std::vector<std::string> (*lines)()) {
-    toolkitState().messages = lines;
+void ToolkitMessagesSource(MessageRows (*rows)()) {
+    toolkitState().messages = rows;
+}
+
+void ToolkitRecord(UserRecord *record, void (*toggle)()) {
+    toolkitState().record = record;
+    toolkitState().toggleRecord = toggle;
 }
 
 void ToolkitShowMessages() {
     const ToolkitState &state = toolkitState();
     if (state.backend != nullptr && state.messages != nullptr) {
+        if (state.record != nullptr) {
+            state.record->askedForMessages();
+        }
         state.backend->showMessages(state.messages());
+    }
+}
+
+void ToolkitMessageTold(const MessageRow &row) {
+    if (Backend *backend = toolkitState().backend) {
+        backend->addMessage(row);
     }
 }
 

@@ -46,6 +46,9 @@ bool ToolkitFileChooser(std::string_view filter, int flags, std::string &path,
     const FileRequest request{save, std::string(title), std::string(trimRight(filter)), path};
     const WorkPause pause;
     const std::optional<std::string> chosen = state.backend->chooseFile(request);
+    if (state.record != nullptr) {
+        state.record->chose(chosen);
+    }
     if (chosen) {
         path = save ? withFilterExtension(*chosen, filter) : *chosen;
         state.lastCommonOk = true;
@@ -63,6 +66,9 @@ int WMessageBox(int /*buttons*/, int icon, int defaultButton, std::string_view t
     const WorkPause pause;
     const BoxResult result =
         state.backend->messageBox({std::string(title), splitLines(text), icon, defaultButton});
+    if (state.record != nullptr) {
+        state.record->answered(result);
+    }
     state.boxesQuiet = state.boxesQuiet || result.quietFurther;
     return result.button;
 }
@@ -78,6 +84,9 @@ void WHardcopyOptions(int /*which*/) {
     PrinterPage paper;
     std::unique_ptr<Surface> printer =
         toolkit.backend != nullptr ? toolkit.backend->printer(paper) : nullptr;
+    if (toolkit.record != nullptr && toolkit.backend != nullptr) {
+        toolkit.record->printed(printer != nullptr ? &paper : nullptr);
+    }
     if (printer == nullptr || !(paper.width > 0.0) || !(paper.height > 0.0)) {
         state = HardcopyState{};
         return;
@@ -108,6 +117,9 @@ CommandEnd IOsCommand(const std::vector<std::string> &command, int /*flags*/,
         return work.step(progress.done, progress.total);
     };
     const RunResult result = state.backend->run(command, {onLine, goOn});
+    if (state.record != nullptr) {
+        state.record->ran(result);
+    }
     state.closeRemembered = state.closeRemembered || result.closeAsked;
     if (result.toolkitError != 0) {
         ToolkitSetError(result.toolkitError, result.systemError);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolkit/message_rows.h"
+
 #include <functional>
 #include <span>
 #include <string>
@@ -102,6 +104,8 @@ enum class StatusPart {
     Sounding, ///< what the user has to know of the sounding on show
     Marks,    ///< changes that are not saved
     Pointer,  ///< what lies under the mouse
+    Warnings, ///< how many the last command gave; a click shows log and messages
+    Record,   ///< that what the user does is recorded
 };
 
 /// A text in the status bar, which stands until the part gets another one; blank clears it.
@@ -115,11 +119,15 @@ void ToolkitNotice(std::string_view text);
 /// the units in force, until it is set again. An empty function ends that and clears the part.
 void ToolkitPointerText(std::function<std::string(float x, float y)> text);
 
-/// Names who gives the lines of log and messages, the oldest first, when the user asks for them.
-void ToolkitMessagesSource(std::vector<std::string> (*lines)());
+/// Names who gives log and messages, the oldest first, when the user asks for them.
+void ToolkitMessagesSource(MessageRows (*rows)());
 
-/// Shows log and messages in a list of their own, beside whatever is on show.
+/// Shows log and messages in a list of their own, beside whatever is on show. It stays open, and
+/// what is told from then on is added to it.
 void ToolkitShowMessages();
+
+/// A message was told; where the list is open it is added.
+void ToolkitMessageTold(const MessageRow &row);
 
 /// Puts a file at the head of the list of files opened lately.
 void ToolkitRecentFile(const std::string &path);

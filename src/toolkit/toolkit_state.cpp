@@ -20,7 +20,12 @@ bool menuEntryIsOn(int command) {
     return entry == nullptr || entry->greyedAtStart == isTurned;
 }
 
+const ContextEntry RecordEntry = {"Record", "Ctrl+R", KeyRecord};
+
 const ContextEntry *findContextEntry(std::string_view label) {
+    if (toolkitState().toggleRecord != nullptr && sameIgnoringCase(label, RecordEntry.label)) {
+        return &RecordEntry;
+    }
     const std::span<const ContextEntry> entries = toolkitState().contextEntries;
     const auto found = std::find_if(entries.begin(), entries.end(), [=](const ContextEntry &e) {
         return sameIgnoringCase(e.label, label);

@@ -2,6 +2,7 @@
 
 #include "toolkit/backend.h"
 #include "toolkit/dialog_model.h"
+#include "toolkit/user_record.h"
 
 #include <chrono>
 #include <deque>
@@ -38,7 +39,10 @@ struct ToolkitState {
     std::vector<int> menuTurned; ///< commands that are not on or off as in the menu's table
     std::span<const ContextEntry> contextEntries; ///< of the page on show
 
-    std::vector<std::string> (*messages)() = nullptr; ///< lines of the log and of messages
+    MessageRows (*messages)() = nullptr; ///< log and messages
+    UserRecord *record = nullptr;        ///< takes down what the user does
+    void (*toggleRecord)() = nullptr;    ///< for KeyRecord
+    RootSpec rootAsked;                  ///< the root window as the program opened it
     FaultInjection fault;
 
     std::deque<ToolkitEvent> putBack; ///< given again before all else
@@ -65,6 +69,9 @@ ToolkitState &toolkitState();
 
 /// True while an entry of the menu can be chosen; for a command outside the menu too.
 bool menuEntryIsOn(int command);
+
+/// Stands in every context menu while there is a record to be toggled.
+extern const ContextEntry RecordEntry;
 
 /// The entry of the context menu with a label in any case, or null.
 const ContextEntry *findContextEntry(std::string_view label);

@@ -6,7 +6,12 @@ namespace keldrin {
 
 namespace {
 
-void reportChange(const DialogModel &dialog, int id) {
+// value  as a scenario enters it
+void reportChange(const DialogModel &dialog, int id, std::string_view value) {
+    const bool waiting = dialog.mode != DialogModal && toolkitState().fieldChangeEvents;
+    if (toolkitState().record != nullptr) {
+        toolkitState().record->entered(dialog, id, value, waiting);
+    }
     if (dialog.mode == DialogModal) {
         if (dialog.changed) {
             dialog.changed(id);
@@ -26,7 +31,7 @@ void commitControl(DialogModel &dialog, ControlState &control) {
         toolkitState().backend->refresh(dialog, control.id);
     }
     if (changed) {
-        reportChange(dialog, control.id);
+        reportChange(dialog, control.id, typed);
     }
 }
 
@@ -82,7 +87,7 @@ void userChooses(DialogModel &dialog, int id, int index) {
     leaveAll(dialog);
     ControlState *control = findControl(dialog, id);
     if (control != nullptr && chooseEntry(*control, index)) {
-        reportChange(dialog, id);
+        reportChange(dialog, id, "#" + std::to_string(index));
     }
 }
 
@@ -90,7 +95,7 @@ void userChecks(DialogModel &dialog, int id, bool on) {
     leaveAll(dialog);
     ControlState *control = findControl(dialog, id);
     if (control != nullptr && setCheck(*control, on)) {
-        reportChange(dialog, id);
+        reportChange(dialog, id, on ? "on" : "off");
     }
 }
 
@@ -98,7 +103,7 @@ void userMoves(DialogModel &dialog, int id, int position) {
     leaveAll(dialog);
     ControlState *control = findControl(dialog, id);
     if (control != nullptr && moveTrackbar(*control, position)) {
-        reportChange(dialog, id);
+        reportChange(dialog, id, std::to_string(position));
     }
 }
 
@@ -112,6 +117,9 @@ bool userPresses(DialogModel &dialog, int id) {
         return true;
     }
     if (dialog.mode == DialogModal) {
+        if (toolkitState().record != nullptr) {
+            toolkitState().record->pressed(dialog, id);
+        }
         dialog.endButton = id;
     } else {
         queueEvent({EventButton, id, dialog.number, 0.0, 0.0});

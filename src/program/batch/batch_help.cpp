@@ -59,9 +59,10 @@ constexpr std::array Usage = {
               "output tells "
               "how many windows each filter has taken; a window may be taken by several. The exit "
               "code is 1 if any failed."},
-    HelpEntry{"keldrin-batch play SCENARIO [FILE]",
+    HelpEntry{"keldrin-batch play [--record RECORD] SCENARIO [FILE]",
               "Runs the program on the lines of a scenario file, which say what a user does, and "
-              "prints the transcript of what a user would have seen."},
+              "prints the transcript of what a user would have seen. --record writes what was done "
+              "as another scenario."},
     HelpEntry{"keldrin-batch --help[=CHAPTER] | --version",
               "Prints this text, or a chapter of the manual; --help=list names the chapters."},
 };
@@ -80,8 +81,8 @@ constexpr std::array Files = {
 
 constexpr std::array Sections = {HelpSection{"files", Files}, ExitCodeSection};
 
-constexpr std::array<std::string_view, 10> Placeholders = {
-    "BASE", "CHAPTER", "DIR", "FILE", "LIST", "X", "N", "PROJECT", "SCENARIO", "STYLE"};
+constexpr std::array<std::string_view, 11> Placeholders = {
+    "BASE", "CHAPTER", "DIR", "FILE", "LIST", "X", "N", "PROJECT", "RECORD", "SCENARIO", "STYLE"};
 constexpr std::array<std::string_view, 2> SeeAlso = {"keldrin", "rkeldrin"};
 
 constexpr ProgramHelp Help = {

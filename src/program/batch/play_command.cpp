@@ -3,6 +3,7 @@
 #include "model/survey_model.h"
 #include "shell/main_loop.h"
 #include "shell/menu.h"
+#include "shell/record_scenario.h"
 #include "toolkit/scripted/scripted_run.h"
 
 #include <cstdio>
@@ -12,7 +13,12 @@
 
 namespace keldrin {
 
+// play [--record FILE] SCENARIO [FILE]
 int playCommand(CommandWords words) {
+    if (words.size() >= 2 && words[0] == "--record") {
+        recordFromStart(std::string(words[1]), false);
+        words = words.subspan(2);
+    }
     if (words.empty() || words.size() > 2) {
         std::fprintf(stderr, "keldrin-batch play: needs a scenario and at most one file\n");
         return ExitUsage;

@@ -117,11 +117,14 @@ void DesktopBackend::connectWindow() {
         }
         wake();
     };
+    window_->onMessages = [] {
+        ToolkitShowMessages();
+    };
     window_->onDrop = [this](const QString &path) {
         openDropped(plainText(path));
     };
-    window_->onContextMenu = [this](QPoint place) {
-        if (QMenu *menu = makeContextMenu()) {
+    window_->onContextMenu = [this](QPoint place, bool beside) {
+        if (QMenu *menu = makeContextMenu(beside)) {
             menu->popup(place);
         }
     };
@@ -135,7 +138,7 @@ PixelRect DesktopBackend::rootRect() {
 }
 
 void DesktopBackend::setTitle(std::string_view title) {
-    window_->setWindowTitle(qtText(title));
+    window_->showTitle(qtText(title));
 }
 
 void DesktopBackend::setMenu(int command, bool on) {
@@ -164,8 +167,26 @@ void DesktopBackend::flush() {
     }
 }
 
-void DesktopBackend::showMessages(const std::vector<std::string> &lines) {
-    showMessageList(window_.get(), lines);
+void DesktopBackend::showMessages(const MessageRows &rows) {
+    QWidget *modal = QApplication::activeModalWidget();
+    QWidget *parent = modal != nullptr ? modal : window_.get();
+    if (messages_ == nullptr) {
+        messages_ = new MessageList(parent);
+    }
+    messages_->moveTo(parent);
+    messages_->setRows(rows);
+    messages_->show();
+    messages_->raise();
+}
+
+void DesktopBackend::addMessage(const MessageRow &row) {
+    if (messages_ != nullptr && messages_->isVisible()) {
+        messages_->addRow(row);
+    }
+}
+
+MessageList *DesktopBackend::messageList() {
+    return messages_;
 }
 
 void DesktopBackend::addRecentFile(const std::string &path) {
@@ -173,6 +194,7 @@ void DesktopBackend::addRecentFile(const std::string &path) {
 }
 
 void DesktopBackend::setStatus(StatusPart part, std::string_view text) {
+    recordOn_ = part == StatusPart::Record ? !text.empty() : recordOn_;
     if (window_ != nullptr) {
         window_->setStatus(part, qtText(text));
     }
@@ -311,9 +333,9 @@ void DesktopBackend::addRecentFiles(QMenu &menu) {
 }
 
 // A page may have entries while the menu bar, and with it the files, is out of service.
-QMenu *DesktopBackend::makeContextMenu() {
+QMenu *DesktopBackend::makeContextMenu(bool beside) {
     const std::span<const ContextEntry> entries = toolkitState().contextEntries;
-    if (work_ != nullptr || (entries.empty() && !window_->servesMenu())) {
+    if (work_ != nullptr || (!beside && entries.empty() && !window_->servesMenu())) {
         return nullptr;
     }
     auto *menu = new QMenu(window_.get());
@@ -322,6 +344,13 @@ QMenu *DesktopBackend::makeContextMenu() {
         QAction *action = menu->addAction(qtText(entry.label) + "\t" + qtText(entry.keyName));
         QObject::connect(action, &QAction::triggered, menu,
                          [this, code = entry.key] { key(code); });
+    }
+    if (toolkitState().toggleRecord != nullptr) {
+        QAction *record =
+            menu->addAction(qtText(RecordEntry.label) + "\t" + qtText(RecordEntry.keyName));
+        record->setCheckable(true);
+        record->setChecked(recordOn_);
+        QObject::connect(record, &QAction::triggered, menu, [this] { key(RecordEntry.key); });
     }
     if (window_->servesMenu()) {
         addRecentFiles(*menu);

@@ -4,6 +4,7 @@
 #include "toolkit/desktop/desktop_settings.h"
 
 #include <QElapsedTimer>
+#include <QPointer>
 
 #include <functional>
 #include <map>
@@ -16,6 +17,7 @@ class QMenu;
 namespace keldrin {
 
 class DialogWindow;
+class MessageList;
 class WorkWindow;
 class MainWindow;
 
@@ -57,7 +59,8 @@ class DesktopBackend : public Backend {
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
 
     void setStatus(StatusPart part, std::string_view text) override;
-    void showMessages(const std::vector<std::string> &lines) override;
+    void showMessages(const MessageRows &rows) override;
+    void addMessage(const MessageRow &row) override;
     void addRecentFile(const std::string &path) override;
     void setPointerText(const PointerText &text) override;
     void beginWork(const WorkRequest &request) override;
@@ -70,11 +73,13 @@ class DesktopBackend : public Backend {
 
     // For whoever drives the real widgets.
     MainWindow &window() { return *window_; }
+    MessageList *messageList(); ///< null until log and messages were shown
     DialogWindow *dialogWindow(const DialogModel &dialog);
     /// Serves the window system until nothing is left to do.
     static void settle();
-    /// The menu of the right button, which goes when it closes; null where it has no entries.
-    QMenu *makeContextMenu();
+    /// The menu of the right button, which goes when it closes; null where the button is the
+    /// page's. beside  asked for beside the page, where the button always opens it
+    QMenu *makeContextMenu(bool beside);
     /// Ends the present wait when something was queued.
     void wake();
     /// Called each time the backend is about to wait for the user.
@@ -105,6 +110,8 @@ class DesktopBackend : public Backend {
     int buttonDown_ = 0;  ///< pressed last
     int swallowedUp_ = 0; ///< a release that belongs to a band that has ended already
 
+    QPointer<MessageList> messages_; ///< a child of the window that it is used beside
+    bool recordOn_ = false;          ///< the status bar says so
     PointerText pointerText_;
     std::unique_ptr<WorkWindow> work_;   ///< null while there is no long work
     std::optional<std::string> dropped_; ///< answers the chooser of the command that the drop gave

@@ -2,12 +2,14 @@
 #include "toolkit/desktop/desktop_backend.h"
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/main_window.h"
+#include "toolkit/desktop/message_list.h"
 #include "toolkit/desktop/printing.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/toolkit_state.h"
 
 #include <QDir>
+#include <QMenu>
 
 namespace keldrin {
 
@@ -33,6 +35,13 @@ void DesktopBackend::showDialog(DialogModel &dialog, DialogPlacement placement) 
         shown->keyHook = [this](int code) {
             key(code);
         };
+        shown->setContextMenuPolicy(Qt::CustomContextMenu);
+        QObject::connect(shown, &QWidget::customContextMenuRequested, shown,
+                         [this, shown](QPoint place) {
+                             if (QMenu *menu = makeContextMenu(true)) {
+                                 menu->popup(shown->mapToGlobal(place));
+                             }
+                         });
     }
     if (shown->isPanel()) {
         shown->setPanelState(settings_.panel(dialog.number));
@@ -41,6 +50,9 @@ void DesktopBackend::showDialog(DialogModel &dialog, DialogPlacement placement) 
         };
     }
     shown->showAt(placement);
+    if (dialog.mode == DialogModal && messages_ != nullptr && messages_->isVisible()) {
+        messages_->moveTo(shown); // where it can still be used
+    }
 }
 
 int DesktopBackend::runModal(DialogModel &dialog) {
@@ -49,7 +61,13 @@ int DesktopBackend::runModal(DialogModel &dialog) {
 }
 
 void DesktopBackend::hideDialog(DialogModel &dialog) {
-    dialogWindow(dialog)->hide();
+    DialogWindow *shown = dialogWindow(dialog);
+    shown->hide();
+    if (messages_ != nullptr && messages_->parentWidget() == shown) {
+        const bool listed = !messages_->isHidden();
+        messages_->moveTo(window_.get());
+        messages_->setVisible(listed);
+    }
     window_->activateWindow();
 }
 

@@ -86,9 +86,17 @@ void MainWindow::makeStatusBar() {
     notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long one is cut
     statusBar()->addWidget(notice, 1);
     statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)]);
-    for (const StatusPart part : {StatusPart::Sounding, StatusPart::Marks, StatusPart::Program}) {
+    for (const StatusPart part : {StatusPart::Record, StatusPart::Warnings, StatusPart::Sounding,
+                                  StatusPart::Marks, StatusPart::Program}) {
         statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(part)]);
     }
+    QLabel *warnings = status_[static_cast<std::size_t>(StatusPart::Warnings)];
+    warnings->setTextFormat(Qt::RichText); // looks like what it is: a link to the list
+    connect(warnings, &QLabel::linkActivated, this, [this] {
+        if (onMessages) {
+            onMessages();
+        }
+    });
 }
 
 void MainWindow::setStatus(StatusPart part, const QString &text) {
@@ -96,9 +104,24 @@ void MainWindow::setStatus(StatusPart part, const QString &text) {
     if (part == StatusPart::Notice && !text.isEmpty()) {
         statusBar()->clearMessage(); // the hint of a menu entry would be drawn over it
     }
-    label->setText(text);
-    label->setToolTip(text);
+    if (part == StatusPart::Marks) {
+        setWindowModified(!text.isEmpty());
+    }
+    const bool isLink = part == StatusPart::Warnings && !text.isEmpty();
+    label->setText(isLink ? "<a href=\"messages\">" + text.toHtmlEscaped() + "</a>" : text);
+    label->setToolTip(isLink ? "Shows log and messages (F2)." : text);
     label->setVisible(!text.isEmpty());
+}
+
+// A task bar shows only how a title begins.
+void MainWindow::showTitle(const QString &title) {
+    static const QString before = ", data from ";
+    const qsizetype at = title.indexOf(before);
+    const QString file = at < 0 ? QString() : title.mid(at + before.size()).trimmed();
+    QString shown = title;
+    shown.replace("[*]", "[*][*]"); // two stand for themselves
+    const QString name = QString(file).replace("[*]", "[*][*]");
+    setWindowTitle(name.isEmpty() ? shown : name + "[*] - " + shown);
 }
 
 QAction *MainWindow::actionOf(int command) const {
@@ -136,7 +159,7 @@ void MainWindow::closeEvent(QCloseEvent *event) {
 
 void MainWindow::contextMenuEvent(QContextMenuEvent *event) {
     if (onContextMenu) {
-        onContextMenu(event->globalPos());
+        onContextMenu(event->globalPos(), !canvas_->geometry().contains(event->pos()));
     }
 }
 

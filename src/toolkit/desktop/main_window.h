@@ -26,12 +26,16 @@ class MainWindow : public QMainWindow {
     std::function<void(int key)> onKey;
     std::function<void()> onClose;
     std::function<void(const QString &path)> onDrop; ///< a file was dropped on the window
-    std::function<void(QPoint global)> onContextMenu;
+    std::function<void(QPoint global, bool beside)> onContextMenu; ///< beside: not on the page
+    std::function<void()> onMessages; ///< log and messages are asked for
 
     void setCommand(int command, bool on);
     void serveMenu(bool on);
     [[nodiscard]] bool servesMenu() const { return menuServed_; }
     void setStatus(StatusPart part, const QString &text);
+    /// Shows the program's title, after the name of the file that it ends with, where it has one,
+    /// and a mark while changes are not saved.
+    void showTitle(const QString &title);
     [[nodiscard]] QAction *actionOf(int command) const;
 
   protected:
@@ -48,7 +52,7 @@ class MainWindow : public QMainWindow {
 
     Canvas *canvas_ = nullptr;
     std::map<int, QAction *> actions_; ///< by command
-    std::array<QLabel *, 5> status_{}; ///< by StatusPart
+    std::array<QLabel *, 7> status_{}; ///< by StatusPart
     bool menuServed_ = true;
 };
 

@@ -1,50 +1,156 @@
 #include "toolkit/desktop/message_list.h"
 
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/message_model.h"
 
 #include <QApplication>
-#include <QDialog>
+#include <QClipboard>
+#include <QComboBox>
 #include <QDialogButtonBox>
-#include <QListWidget>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QTreeView>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace keldrin {
 
 namespace {
 
-constexpr auto Name = "messages";
+constexpr QSize FirstSize(760, 480);
 
-QDialog *makeWindow(QWidget *parent) {
-    auto *dialog = new QDialog(parent);
-    dialog->setObjectName(Name);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle("Log and messages");
-    dialog->resize(640, 480);
-    auto *layout = new QVBoxLayout(dialog);
-    layout->addWidget(new QListWidget(dialog));
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::close);
-    layout->addWidget(buttons);
-    return dialog;
+QTreeView *makeView(QAbstractItemModel *model, QWidget *parent) {
+    auto *view = new QTreeView(parent);
+    view->setModel(model);
+    view->setRootIsDecorated(false);
+    view->setAlternatingRowColors(true);
+    view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    const QFontMetrics metrics = view->fontMetrics();
+    const int margin = 3 * metrics.horizontalAdvance('x');
+    view->setColumnWidth(MessageModel::KindColumn, metrics.horizontalAdvance("warning") + margin);
+    view->setColumnWidth(MessageModel::FileColumn,
+                         metrics.horizontalAdvance("survey_line_12.avg") + margin);
+    view->setColumnWidth(MessageModel::RowColumn, metrics.horizontalAdvance("000000") + margin);
+    return view;
+}
+
+bool isAtEnd(const QTreeView &view) {
+    const QScrollBar &bar = *view.verticalScrollBar();
+    return bar.value() >= bar.maximum();
 }
 
 } // namespace
 
-void showMessageList(QWidget *window, const std::vector<std::string> &lines) {
-    QWidget *modal = QApplication::activeModalWidget();
-    QWidget *parent = modal != nullptr ? modal : window; // a modal dialog blocks all but its own
-    auto *dialog = parent->findChild<QDialog *>(Name, Qt::FindDirectChildrenOnly);
-    if (dialog == nullptr) {
-        dialog = makeWindow(parent);
+MessageList::MessageList(QWidget *parent) : QDialog(parent) {
+    setObjectName("messages");
+    setWindowTitle("Log and messages");
+    resize(FirstSize);
+    model_ = new MessageModel(this);
+    filter_ = new MessageFilter(this);
+    filter_->setSourceModel(model_);
+    view_ = makeView(filter_, this);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(makeFilterRow());
+    layout->addWidget(view_);
+    layout->addWidget(makeButtons());
+    auto *copyKey = new QShortcut(QKeySequence::Copy, view_);
+    copyKey->setContext(Qt::WidgetShortcut);
+    connect(copyKey, &QShortcut::activated, this, &MessageList::copy);
+    view_->setFocus();
+}
+
+QWidget *MessageList::makeFilterRow() {
+    auto *row = new QWidget(this);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    filterText_ = new QLineEdit(row);
+    filterText_->setPlaceholderText("Text in kind, file, row or message");
+    filterText_->setClearButtonEnabled(true);
+    filterKind_ = new QComboBox(row);
+    filterKind_->addItems({"All", "Warnings and errors"});
+    auto *label = new QLabel("&Filter", row);
+    label->setBuddy(filterText_);
+    layout->addWidget(label);
+    layout->addWidget(filterText_, 1);
+    layout->addWidget(filterKind_);
+    connect(filterText_, &QLineEdit::textChanged, this, [this](const QString &text) {
+        filter_->setText(text);
+        view_->scrollToBottom();
+    });
+    connect(filterKind_, &QComboBox::currentIndexChanged, this, [this](int index) {
+        filter_->setFaultsOnly(index == 1);
+        view_->scrollToBottom();
+    });
+    return row;
+}
+
+QWidget *MessageList::makeButtons() {
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    QPushButton *copy = buttons->addButton("&Copy", QDialogButtonBox::ActionRole);
+    copy->setToolTip("Copies the selected messages, or all that are listed, as text.");
+    copy->setAutoDefault(false); // Enter in the filter copies nothing
+    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    connect(copy, &QPushButton::clicked, this, &MessageList::copy);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
+    return buttons;
+}
+
+void MessageList::setRows(const MessageRows &rows) {
+    model_->setRows(rows);
+    view_->scrollToBottom();
+}
+
+void MessageList::addRow(const MessageRow &row) {
+    const bool follows = isAtEnd(*view_);
+    model_->addRow(row);
+    if (follows) {
+        view_->scrollToBottom();
     }
-    auto *list = dialog->findChild<QListWidget *>();
-    list->clear();
-    for (const std::string &line : lines) {
-        list->addItem(qtText(line));
+}
+
+void MessageList::moveTo(QWidget *parent) {
+    if (parentWidget() == parent) {
+        return;
     }
-    list->scrollToBottom();
-    dialog->show();
-    dialog->raise();
+    const bool shown = isVisible();
+    const QRect place = geometry();
+    setParent(parent, windowFlags());
+    setGeometry(place);
+    setVisible(shown);
+}
+
+QString MessageList::copyText() const {
+    QModelIndexList rows = view_->selectionModel()->selectedRows();
+    if (rows.isEmpty()) {
+        for (int i = 0; i < filter_->rowCount(); ++i) {
+            rows << filter_->index(i, 0);
+        }
+    }
+    std::sort(rows.begin(), rows.end());
+    QString text;
+    for (const QModelIndex &row : rows) {
+        const auto cell = [&](int column) {
+            return row.siblingAtColumn(column).data().toString();
+        };
+        QString place = cell(MessageModel::KindColumn) + '\t' + cell(MessageModel::FileColumn) +
+                        '\t' + cell(MessageModel::RowColumn) + '\t';
+        for (const QString &line : cell(MessageModel::TextColumn).split('\n')) {
+            text += place + line + '\n';
+            place = "\t\t\t";
+        }
+    }
+    return text;
+}
+
+void MessageList::copy() {
+    QApplication::clipboard()->setText(copyText());
 }
 
 } // namespace keldrin

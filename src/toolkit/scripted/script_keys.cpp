@@ -59,4 +59,18 @@ std::optional<int> keyCodeOf(std::string_view name) {
     return (modifiers != 0 ? upperOf(name.front()) : name.front()) | modifiers;
 }
 
+std::string keyNameOf(int code) {
+    const int plain = code & ~(KeyWithCtrl | KeyWithShift);
+    std::string name;
+    if ((code & KeyWithCtrl) != 0) {
+        name = (code & KeyWithShift) != 0 ? "Ctrl+Shift+" : "Ctrl+";
+    }
+    for (const NamedKey &key : NamedKeys) {
+        if (key.code == plain) {
+            return name.append(key.name);
+        }
+    }
+    return plain >= ' ' && plain <= '~' ? name + static_cast<char>(plain) : "";
+}
+
 } // namespace keldrin

@@ -212,10 +212,16 @@ void ScriptedBackend::setStatus(StatusPart part, std::string_view text) {
     transcript_.fact(bar);
 }
 
-void ScriptedBackend::showMessages(const std::vector<std::string> &lines) {
-    transcript_.fact("messages " + std::to_string(lines.size()));
-    for (const std::string &line : lines) {
-        transcript_.listed(line);
+void ScriptedBackend::showMessages(const MessageRows &rows) {
+    std::size_t count = 0;
+    for (const MessageRow &row : rows) {
+        count += row.lines.size();
+    }
+    transcript_.fact("messages " + std::to_string(count));
+    for (const MessageRow &row : rows) {
+        for (const std::string &line : row.lines) {
+            transcript_.listed(line);
+        }
     }
 }
 

@@ -46,7 +46,7 @@ class ScriptedBackend : public HeadlessBackend {
     RubberEnd rubberBand(double pageX, double pageY) override;
     std::unique_ptr<Surface> printer(PrinterPage &page) override;
     void setStatus(StatusPart part, std::string_view text) override;
-    void showMessages(const std::vector<std::string> &lines) override;
+    void showMessages(const MessageRows &rows) override;
     void trace(std::string_view kind, std::string_view text) override;
 
   protected:

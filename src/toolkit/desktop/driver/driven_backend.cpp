@@ -55,9 +55,13 @@ void DrivenBackend::setStatus(StatusPart part, std::string_view text) {
     desktop_.setStatus(part, text);
 }
 
-void DrivenBackend::showMessages(const std::vector<std::string> &lines) {
-    ScriptedBackend::showMessages(lines);
-    desktop_.showMessages(lines);
+void DrivenBackend::showMessages(const MessageRows &rows) {
+    ScriptedBackend::showMessages(rows);
+    desktop_.showMessages(rows);
+}
+
+void DrivenBackend::addMessage(const MessageRow &row) {
+    desktop_.addMessage(row);
 }
 
 void DrivenBackend::setPointerText(const PointerText &text) {

@@ -32,7 +32,8 @@ class DrivenBackend : public ScriptedBackend {
     void refresh(DialogModel &dialog, int id) override;
 
     void setStatus(StatusPart part, std::string_view text) override;
-    void showMessages(const std::vector<std::string> &lines) override;
+    void showMessages(const MessageRows &rows) override;
+    void addMessage(const MessageRow &row) override;
     void setPointerText(const PointerText &text) override;
     std::unique_ptr<DocumentSurface> document(int driver) override;
 

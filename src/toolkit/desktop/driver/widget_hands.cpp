@@ -121,7 +121,7 @@ void WidgetHands::chooseMenu(int command) {
 }
 
 void WidgetHands::chooseContext(const ContextEntry &entry) {
-    QMenu *menu = desktop_.makeContextMenu();
+    QMenu *menu = desktop_.makeContextMenu(true);
     const QString label = qtText(entry.label);
     const auto stands = [&](const QAction *action) {
         return action->text().section('\t', 0, 0) == label;
