@@ -143,12 +143,13 @@ int configure(SurveyModel &model, std::string &path, WriteOutcome &trial) {
 
 // A project that cannot be written stays in memory, and has no path until it is saved. A trial that
 // failed has been reported, and is not repeated.
-void writeNewProject(SurveyModel &model, std::string &path, WriteOutcome outcome,
-                     const NewModelOptions &options) {
+void writeNewProject(SurveyModel &model, const std::string &input, std::string &path,
+                     WriteOutcome outcome, const NewModelOptions &options) {
     if (outcome.written) {
         outcome = STD_File_Write(model, path);
     }
     if (outcome.written) {
+        ToolkitRecentFile(input);
         ToolkitRecentFile(path);
     } else {
         path.clear();
@@ -210,7 +211,7 @@ int buildSteps(SurveyModel &model, std::string &path, const NewModelOptions &opt
     positionSoundings(model, stations);
     ApplyDataCutoff(model);
     surveyApparentResistivities(model);
-    writeNewProject(model, path, std::move(trial), options);
+    writeNewProject(model, input, path, std::move(trial), options);
     return 0;
 }
 

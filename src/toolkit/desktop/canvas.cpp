@@ -58,6 +58,10 @@ void Canvas::paintEvent(QPaintEvent * /*event*/) {
     painter.fillRect(rect(), Qt::white); // paper, in light and dark surroundings
     {
         PainterSurface surface(painter, QRectF(rect()));
+        constexpr int halfLight = 128;
+        if (palette().base().color().lightness() < halfLight) { // the log is no paper
+            surface.setLogColours(palette().base().color(), palette().text().color());
+        }
         page_.replay(surface);
     }
     if (bandOn_) {

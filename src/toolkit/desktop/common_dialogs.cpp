@@ -7,7 +7,9 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QPushButton>
+#include <QTreeView>
 #include <QUrl>
 
 namespace keldrin {
@@ -50,6 +52,19 @@ QList<QUrl> placesOf(const DesktopSettings &settings) {
     return places;
 }
 
+// The program goes on without such a file.
+bool isOptional(const FileFilter &filter) {
+    return qtText(filter.description).startsWith("Optional", Qt::CaseInsensitive);
+}
+
+// The names take the room that sizes and dates leave. A dialog of the system's has no such list.
+void showWholeNames(const QFileDialog &chooser) {
+    for (const QTreeView *list : chooser.findChildren<QTreeView *>()) {
+        list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+        list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    }
+}
+
 } // namespace
 
 void prepareChooser(QFileDialog &chooser, const FileRequest &request,
@@ -70,6 +85,10 @@ void prepareChooser(QFileDialog &chooser, const FileRequest &request,
     if (!given.isEmpty() && (request.save || start.isFile())) {
         chooser.selectFile(start.fileName());
     }
+    if (isOptional(filter)) {
+        chooser.setLabelText(QFileDialog::Reject, "Without it");
+    }
+    showWholeNames(chooser);
 }
 
 void prepareBox(QMessageBox &box, const BoxRequest &request) {
@@ -84,7 +103,10 @@ void prepareBox(QMessageBox &box, const BoxRequest &request) {
     box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
     box.setDefaultButton(request.defaultButton == 1 ? QMessageBox::Ok : QMessageBox::Cancel);
     box.setEscapeButton(QMessageBox::Ok);
-    box.button(QMessageBox::Cancel)->setToolTip("Ends the program.");
+    if (request.icon == BoxErrorIcon) {
+        box.setInformativeText("Cancel ends the program; what is not saved is lost.");
+        box.button(QMessageBox::Cancel)->setToolTip("Ends the program.");
+    }
     box.setCheckBox(new QCheckBox("Do not show further messages of this command"));
 }
 

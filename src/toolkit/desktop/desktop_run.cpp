@@ -12,6 +12,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace keldrin {
@@ -43,12 +45,35 @@ QIcon programIcon() {
     return icon;
 }
 
+constexpr int ExitNoDisplay = 2;
+
+// While the application starts: a display that cannot be opened is told in one line, in place of
+// the window system's own and an abort.
+void tellStart(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message) {
+    if (type == QtFatalMsg) {
+        const QByteArray display = qgetenv("DISPLAY");
+        std::fprintf(stderr,
+                     "keldrin: the display%s%s cannot be opened; keldrin-batch works "
+                     "without one\n",
+                     display.isEmpty() ? "" : " ", display.constData());
+        std::_Exit(ExitNoDisplay);
+    }
+    const bool aboutDisplay =
+        message.contains("could not connect to display") ||
+        message.contains("could not load the Qt platform plugin", Qt::CaseInsensitive);
+    if (!aboutDisplay) {
+        std::fprintf(stderr, "%s\n", qPrintable(message));
+    }
+}
+
 void startApplication() {
     DesktopRun &run = desktopRun();
+    const QtMessageHandler before = qInstallMessageHandler(tellStart);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QGuiApplication::setDesktopFileName(DesktopId);
     run.application = std::make_unique<QApplication>(run.count, run.words.data());
+    qInstallMessageHandler(before);
     QApplication::setApplicationName("keldrin");
     QApplication::setApplicationDisplayName(""); // titles are the program's own
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,5 +1,6 @@
 #include "toolkit/desktop/painter_surface.h"
 
+#include "page/page_colours.h"
 #include "page/text_metrics.h"
 
 #include <QFontMetricsF>
@@ -96,8 +97,22 @@ void PainterSurface::clear() {
 void PainterSurface::setPen(PageColour colour, float widthPt) {
     constexpr double cmPerPoint = 2.54 / 72.0;
     const double width = static_cast<double>(widthPt) * cmPerPoint * std::min(xPerCm_, yPerCm_);
-    colour_ = colour;
+    const bool isInk = inLog_ && colour == Colour::Black;
+    colour_ = isInk ? static_cast<PageColour>(logInk_.rgb() & RGB_MASK) : colour;
     pen_ = std::max(Pixel, std::round(width));
+}
+
+void PainterSurface::setLogColours(const QColor &paper, const QColor &ink) {
+    logPaper_ = paper;
+    logInk_ = ink;
+}
+
+void PainterSurface::pageKind(std::string_view kind) {
+    inLog_ = kind == "log" && logPaper_.isValid();
+    if (inLog_) {
+        painter_.fillRect(target_, logPaper_);
+        setPen(Colour::Black, 0.0F);
+    }
 }
 
 QPointF PainterSurface::place(PagePoint point) const {

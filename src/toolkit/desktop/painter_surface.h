@@ -2,6 +2,7 @@
 
 #include "page/surfaces/surface.h"
 
+#include <QColor>
 #include <QFont>
 #include <QPainter>
 #include <QRectF>
@@ -38,6 +39,10 @@ class PainterSurface : public Surface {
     void naturalLetters(bool on) override { naturalLetters_ = on; }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override { marker_ = 0; }
+    void pageKind(std::string_view kind) override;
+
+    /// Colours of a page that is a log, in place of black on white.
+    void setLogColours(const QColor &paper, const QColor &ink);
 
   private:
     [[nodiscard]] QPointF place(PagePoint point) const;
@@ -60,8 +65,11 @@ class PainterSurface : public Surface {
     double pen_ = 1.0; ///< whole pixels
     double anchor_ = 0.0;
     bool naturalLetters_ = false;
-    int marker_ = 0;   ///< being drawn; 0 none
-    PagePoint centre_; ///< of the marker
+    QColor logPaper_; ///< not valid: white
+    QColor logInk_;
+    bool inLog_ = false; ///< the page is a log with colours of its own
+    int marker_ = 0;     ///< being drawn; 0 none
+    PagePoint centre_;   ///< of the marker
 };
 
 } // namespace keldrin
