@@ -1,9 +1,17 @@
 #include "toolkit/desktop/main_window.h"
 
+#include "page/page_colours.h"
+#include "toolkit/desktop/canvas.h"
+
+#include <QImage>
 #include <QLabel>
+#include <QPalette>
 #include <QStatusBar>
 
 #include <gtest/gtest.h>
+
+#include <array>
+#include <utility>
 
 namespace keldrin {
 namespace {
@@ -37,6 +45,30 @@ TEST(MainWindow, TheTitleBeginsWithTheFileAndAMarkForChanges) {
     EXPECT_TRUE(window.isWindowModified());
     window.setStatus(StatusPart::Marks, "");
     EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST(MainWindow, InDarkSurroundingsTheLogIsDarkAndAPageIsPaper) {
+    Canvas canvas(nullptr);
+    canvas.resize(240, 180);
+    QPalette dark;
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, QColor(220, 220, 220));
+    canvas.setPalette(dark);
+    const auto drawn = [&](const char *kind) {
+        canvas.page().begin(PageWidthCm, PageHeightCm);
+        canvas.page().clear();
+        canvas.page().pageKind(kind);
+        canvas.page().setPen(Colour::Black, 1.0F);
+        const std::array corners = {PagePoint{0.4F, 0.4F}, PagePoint{0.6F, 0.4F},
+                                    PagePoint{0.6F, 0.6F}, PagePoint{0.4F, 0.6F}};
+        canvas.page().polygon(corners, true);
+        const QImage image = canvas.grab().toImage();
+        return std::pair(image.pixelColor(5, 5).lightness(), image.pixelColor(120, 90).lightness());
+    };
+    EXPECT_EQ(drawn("log"), std::pair(30, 220));
+    EXPECT_EQ(drawn("page"), std::pair(255, 0));
+    canvas.setPalette(QPalette(Qt::lightGray));
+    EXPECT_EQ(drawn("log"), std::pair(255, 0));
 }
 
 TEST(MainWindow, TheCountOfWarningsIsALinkToTheList) {

@@ -204,8 +204,8 @@ INSTANTIATE_TEST_SUITE_P(Each, FlowFaults, testing::Range(std::size_t{0}, flows(
                              return name;
                          });
 
-/// Runs a flow with every call failing in turn: it lists a file exactly when it has succeeded.
-void expectOnlyListedWhen(const std::function<void(OpenedProject &)> &run,
+/// Runs a flow with every call failing in turn: it lists its files exactly when it has succeeded.
+void expectOnlyListedWhen(std::size_t files, const std::function<void(OpenedProject &)> &run,
                           const std::function<bool(const OpenedProject &)> &succeeded) {
     std::unique_ptr<OpenedProject> project;
     const int calls = spoilEveryCall(
@@ -217,16 +217,18 @@ void expectOnlyListedWhen(const std::function<void(OpenedProject &)> &run,
         },
         [&] { run(*project); },
         [&](const SpoiledCall &spoiled) {
-            EXPECT_EQ(project->backend.recent.size(), succeeded(*project) ? 1U : 0U)
+            EXPECT_EQ(project->backend.recent.size(), succeeded(*project) ? files : 0U)
                 << spoiled.text();
         });
     EXPECT_GT(calls, 0);
 }
 
 TEST(RecentFiles, HoldOnlyWhatWasOpenedOrMade) {
-    expectOnlyListedWhen([](OpenedProject &p) { static_cast<void>(OpenProject(p.model, p.path)); },
-                         [](const OpenedProject &p) { return p.model.SoundingCount > 0; });
     expectOnlyListedWhen(
+        1, [](OpenedProject &p) { static_cast<void>(OpenProject(p.model, p.path)); },
+        [](const OpenedProject &p) { return p.model.SoundingCount > 0; });
+    expectOnlyListedWhen(
+        2, // the field data and the project
         [](OpenedProject &p) {
             p.path = p.directory.path("field.avg");
             std::filesystem::copy(std::string(SourceDirectory) + "/tests/scenarios/data/tiny.avg",

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QSplitter>
 #include <QTreeView>
 #include <QUrl>
 
@@ -57,8 +58,13 @@ bool isOptional(const FileFilter &filter) {
     return qtText(filter.description).startsWith("Optional", Qt::CaseInsensitive);
 }
 
-// The names take the room that sizes and dates leave. A dialog of the system's has no such list.
+// The names take the room that sizes and dates leave, and the places beside them get some. A dialog
+// of the system's has neither.
 void showWholeNames(const QFileDialog &chooser) {
+    constexpr int placesWidth = 150;
+    if (auto *split = chooser.findChild<QSplitter *>()) {
+        split->setSizes({placesWidth, ChooserSize.width() - placesWidth});
+    }
     for (const QTreeView *list : chooser.findChildren<QTreeView *>()) {
         list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
