@@ -114,6 +114,9 @@ TEST(AutoSkipFilters, EverySoundingStartsAnew) {
     EXPECT_EQ(counts.negative, 1);
     EXPECT_EQ(counts.skipped, 5) << "a window taken twice is one";
     EXPECT_EQ(counts.windows, 8);
+    const AutoSkipCounts ranged = applyAutoSkip(model, within(NoFilter, 2, 2));
+    EXPECT_EQ(ranged.outsideRange, 5);
+    EXPECT_EQ(ranged.skipped, 5);
 }
 
 class AutoSkipAnswers : public testing::Test {

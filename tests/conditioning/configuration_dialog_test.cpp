@@ -44,13 +44,14 @@ class ConfigurationDialogTest : public DialogTest {
         return EditSurveyConfiguration(model, path,
                                        [this](const CV & /*before*/, const std::string &chosen) {
                                            written.push_back(chosen);
-                                           return true;
+                                           return writes;
                                        });
     }
 
     SurveyModel model;
     std::string path = "folder/line1.std";
     std::vector<std::string> written;
+    bool writes = true;
 };
 
 TEST_F(ConfigurationDialogTest, EveryFieldIsShownTypedAndHeldInItsLimits) {
@@ -195,6 +196,8 @@ TEST_F(ConfigurationDialogTest, ATypedTransmitterSnapsToTheNearestThatExists) {
     }
     model.control.SurveyTypeIndex = MovingLoop;
     model.control.TxStn = 42.0;
+    EXPECT_EQ(edit({}), 0);
+    EXPECT_EQ(model.control.TxStn, 42.0) << "of no meaning to this array";
     EXPECT_EQ(edit({{SurveyArray, "Fixed-Loop"}}), 0);
     EXPECT_EQ(model.control.TxStn, 100.0) << "42 belongs to no sounding";
 }
@@ -242,6 +245,13 @@ TEST_F(ConfigurationDialogTest, SaveAsTakesAPlainNameOnly) {
         EXPECT_EQ(written.back(), path);
         EXPECT_EQ(unreadTold().empty(), c.accepted) << c.typed;
     }
+}
+
+TEST_F(ConfigurationDialogTest, AProjectThatCannotBeWrittenKeepsItsName) {
+    writes = false;
+    EXPECT_EQ(edit({{SaveAs, "line2"}}), 0);
+    EXPECT_THAT(written, ElementsAre("folder/line2.std"));
+    EXPECT_EQ(path, "folder/line1.std");
 }
 
 TEST(ConfigurationTable, HasTheLimitsOfTheProjectFile) {

@@ -100,6 +100,19 @@ TEST_F(DuplicatesTest, RecordsOfOneStationPairMergeWhateverTheirFrequency) {
     EXPECT_EQ(messages.infos.back(), "Averaging reduced # transients from 3 to 2");
 }
 
+// Each reading counts by its own error, the third as much as the first; the window keeps its width.
+// A reading from another transmitter is another sounding.
+TEST_F(DuplicatesTest, AllReadingsOfAStationPairCountAndThoseOfAnotherDoNot) {
+    load({soundingOf(1, 1, {{1.0F, 10, 2}}), soundingOf(2, 1, {{1.0F, 99, 2}}),
+          soundingOf(1, 1, {{1.0F, 20, 2}}), soundingOf(1, 1, {{1.0F, 60, 4}})});
+    EXPECT_EQ(AverageDuplicateTransients(model), 0);
+    EXPECT_THAT(stations(), ElementsAre(std::pair(1.0, 1.0), std::pair(2.0, 1.0)));
+    EXPECT_FLOAT_EQ(model.hTrn[0].TEMobs[0], 20.0F); // weights 4, 4 and 1
+    EXPECT_FLOAT_EQ(model.hTrn[0].TEMerr[0], std::sqrt(16.0F / 3.0F));
+    EXPECT_EQ(model.hTrn[0].TWwidth[0], 0.1F);
+    EXPECT_EQ(model.hTrn[1].TEMobs[0], 99.0F);
+}
+
 // A format that tells stations only must not have all its soundings merged into one.
 TEST_F(DuplicatesTest, ASoundingWithoutKeysTakesThemFromItsStation) {
     std::vector<SoundingRecord> records(3);

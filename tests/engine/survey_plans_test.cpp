@@ -1,5 +1,6 @@
 #include "engine/response_cases.h"
 #include "engine/survey_plans.h"
+#include "engine/time_plan.h"
 #include "physics/apparent_resistivity.h"
 
 #include <gmock/gmock.h>
@@ -84,6 +85,26 @@ TEST(SurveyPlans, ApparentResistivityFindsTheHalfSpace) {
                 }
             }
         }
+    }
+}
+
+TEST(SurveyPlans, TurnsStationScaleAndWindowsAreThoseOfTheProject) {
+    SurveyModel model = lineOf(MovingLoop);
+    const SoundingPlan plan = planSurvey(model)[1];
+    const auto once = magnitudes(plan, 30.0);
+    const WindowSet &windows = plan.plan.time->set;
+    for (std::size_t k = 0; k < once.size(); ++k) { // in seconds
+        const auto centre = static_cast<double>(model.hTrn[1].TWcenter[k]);
+        const auto width = static_cast<double>(model.hTrn[1].TWwidth[k]);
+        EXPECT_NEAR(std::sqrt(windows.lower[k] * windows.upper[k]), 1.0e-3 * centre, 1.0e-12);
+        EXPECT_NEAR(windows.upper[k] - windows.lower[k], 1.0e-3 * width, 1.0e-12);
+    }
+    model.control.NTxTurn = 3;
+    model.control.StnScale = 2.0F;
+    model.hTrn[1].TxStn = model.hTrn[1].RxStn - 85.0;
+    const auto threeTurns = magnitudes(planSurvey(model)[1], 30.0);
+    for (std::size_t k = 0; k < once.size(); ++k) {
+        EXPECT_NEAR(threeTurns[k], 3.0 * once[k], 1.0e-9 * once[k]) << k;
     }
 }
 

@@ -151,6 +151,14 @@ TEST_F(AvgTest, OnlyTheChosenLineIsReadWithItsOwnHeader) {
     EXPECT_EQ(model.control.LineName.view(), "8 b");
 }
 
+TEST_F(AvgTest, OneNameWithTwoArraysIsTwoLines) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n$ Survey.Array = COL\n2 1 2 Hz 0.1 60 2\n"),
+              0);
+    ASSERT_EQ(model.lines.LineCount, 2);
+    EXPECT_EQ(model.lines.entries[1].LineLabel.view(), "7 COL");
+    EXPECT_EQ(model.SoundingCount, 1);
+}
+
 TEST_F(AvgTest, CoilAreaAndStationScalingAreThoseOfTheChosenLine) {
     const std::string text = Head + "$ Stn.Beg = 100\n" + Labels + "2 1 1 Hz 0.1 50 2\n" +
                              "$ Line.Name = 8\n$ Rx.Area = 50\n$ Stn.Beg = 500\n" +
@@ -290,6 +298,38 @@ TEST_F(AvgTest, SoundingsOfTwoFrequenciesStayApart) {
               0);
     EXPECT_EQ(model.SoundingCount, 2);
     EXPECT_EQ(model.lines.entries[0].Soundings, 2);
+    EXPECT_EQ(sounding(0).TxFreq, 4.0F);
+    EXPECT_EQ(sounding(1).TxFreq, 8.0F);
+}
+
+TEST_F(AvgTest, ATimeThatFallsBackOpensATransient) {
+    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 5 2\n2 1 1 Hz 0.2 4 2\n2 1 1 Hz 0.1 5 2\n"), 0);
+    EXPECT_EQ(model.lines.entries[0].Transients, 2);
+    EXPECT_EQ(model.SoundingCount, 1);
+}
+
+TEST_F(AvgTest, EdgesGiveTheWidthAndNoWeightAMark) {
+    EXPECT_EQ(read(Head + "Tx Station Cmp Time TWin.Beg TWin.End Magnitude E.WGT\n"
+                          "1 1 Hz 0.1 0.08 0.12 50 1\n1 1 Hz 0.2 0.18 * 40 1E-5\n"),
+              0);
+    EXPECT_FLOAT_EQ(sounding(0).TWwidth[0], 0.12F - 0.08F);
+    EXPECT_EQ(sounding(0).TWwidth[1], 0.0F); // one edge is none
+    EXPECT_FALSE(isSkipped(sounding(0).TEMerr[0]));
+    EXPECT_TRUE(isSkipped(sounding(0).TEMerr[1]));
+}
+
+// What a section states holds for its rows: station, ramp, and the coil of each axis.
+TEST_F(AvgTest, KeywordsStandForColumnsThatAreNotThere) {
+    EXPECT_EQ(read("$ Survey.Array = FXL\n$ Tx.Ramp = 30\n$ Rx.AreaX = 500\n$ Rx.AreaZ = 1000\n"
+                   "$ Tx.QdrStn = 1\n$ Rx.QdrStn = 5\nTime Cmp Magnitude\n0.1 Hx 30\n"
+                   "0.2 Hz 30\n$ Rx.QdrStn = 6\n0.1 Hz 20\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(sounding(0).RxStn, 5.0);
+    EXPECT_EQ(sounding(1).RxStn, 6.0);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 60.0F);
+    EXPECT_FLOAT_EQ(sounding(0).TEMobs[1], 30.0F);
+    EXPECT_EQ(model.control.TxRamp, 30.0F);
 }
 
 // Each file in a few lines, and what the user must be told of it.
@@ -476,6 +516,8 @@ TEST_F(AvgTest, VerticesGiveCentreSidesAndAzimuthWhereTheyStand) {
     EXPECT_FLOAT_EQ(model.control.YTxLength, 200.0F);
     EXPECT_FLOAT_EQ(model.control.TxAzimuth, 90.0F);
     EXPECT_THAT(messages.warnings, IsEmpty());
+    EXPECT_EQ(read(head + "$ Tx.Azimuth = 85\n" + Labels + "2 1 1 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(model.control.TxAzimuth, 85.0F);
     EXPECT_EQ(read(head + "$ Tx.CenterX = 7\n$ Tx.Length = 50\n" + Labels + "2 1 1 Hz 0.1 50 2\n"),
               0);
     EXPECT_EQ(model.control.XTxCenter, 7.0);

@@ -74,8 +74,8 @@ TEST_F(SideFilesTest, PointsAreOneWhereTheSquareOfTheirDistanceIsBelowAThousandt
 }
 
 TEST_F(SideFilesTest, PlacesThatCannotBeRightAreTold) {
-    EXPECT_EQ(readStations("0+25 1 1 1\n2 2e9 2 2\n3 3 3 3\n4 4 4 4"), 0);
-    EXPECT_THAT(table.stn, ElementsAre(3, 4));
+    EXPECT_EQ(readStations("0+25 1 1 1\n2 2e9 2 2\n3 1e9 -1e9 3\n4 4 4 4"), 0);
+    EXPECT_THAT(table.stn, ElementsAre(3, 4)); // 1e9 itself is a place
     EXPECT_THAT(messages.errors,
                 ElementsAre(HasSubstr("ERROR reading real*8 STATION value from 0+25"),
                             HasSubstr("ERROR: |Easting|=|2e+09| > 1.0E9 on x.stn line 2")));
@@ -96,6 +96,23 @@ TEST_F(SideFilesTest, AWrongLabelLineSkipsItsRowsAndASpuriousValueItsLine) {
     EXPECT_THAT(messages.warnings[0], HasSubstr("|Spurious data will be dropped."));
 }
 
+TEST_F(SideFilesTest, TwoThousandAndFortyEightStationsAreRead) {
+    std::string text;
+    for (int i = 1; i <= 2049; ++i) {
+        text += std::to_string(i) + " " + std::to_string(10 * i) + " 0 0\n";
+        if (i == 2048) {
+            EXPECT_EQ(readStations(text), 0);
+            EXPECT_EQ(table.size(), 2048U);
+            EXPECT_THAT(messages.errors, IsEmpty());
+        }
+    }
+    EXPECT_EQ(readStations(text), 0);
+    EXPECT_EQ(table.stn.back(), 2048.0);
+    EXPECT_THAT(messages.errors, ElementsAre("ERROR: More than 2048 stations in x.stn|"
+                                             "Data will be skipped starting with line:|"
+                                             "2049 20490 0 0"));
+}
+
 TEST_F(SideFilesTest, OnePointHasNoTrendAndNoneIsAFailure) {
     EXPECT_EQ(readStations("1 10 0 0\n"), 0);
     EXPECT_FALSE(isPresent(table.stnAzimuth));
@@ -114,6 +131,15 @@ TEST_F(SideFilesTest, SurveyInformationSettlesScalingAndAreas) {
     EXPECT_EQ(model.preset.StnRescaleClient.begin, 1000.0);
     EXPECT_EQ(model.preset.StnRescaleClient.increment, 2.0); // takes that of the file's numbers
     EXPECT_THAT(model.preset.RxAreaXYZ, ElementsAre(10000.0F, 10000.0F, 10000.0F));
+}
+
+// Stations may fall along the line; those of the client are the receiver's where none are stated.
+TEST_F(SideFilesTest, ClientStationsFollowTheReceiversAlsoWhereTheseFall) {
+    readSurvey("$ Stn.QdrBeg = 500\n$ Stn.QdrInc = -2\n");
+    EXPECT_EQ(model.preset.StnRescaleQdr.begin, 500.0);
+    EXPECT_EQ(model.preset.StnRescaleQdr.increment, -2.0);
+    EXPECT_EQ(model.preset.StnRescaleClient.begin, 500.0);
+    EXPECT_EQ(model.preset.StnRescaleClient.increment, -2.0);
 }
 
 TEST_F(SideFilesTest, WithoutSurveyInformationTheDefaultsAreSettledAllTheSame) {

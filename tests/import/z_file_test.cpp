@@ -239,9 +239,11 @@ TEST_F(ZFileTest, WhatASoundingCannotTakeIsToldOnceForItsCause) {
     EXPECT_EQ(read(Head + reading("100", "0.1", "1") + reading("100", "0", "2") +
                    reading("200", "-0.1", "2") + " 2     200\n" + reading("300", "0.1", "1E30") +
                    reading("-1E32", "0.1", "1") + reading("300", "1E5", "1") +
-                   reading("100", "0.2", "") + reading("400", "0.1", "1")),
+                   reading("100", "0.2", "") + reading("400", "0.1", "1") +
+                   reading("400", "1E4", "1")),
               0);
     EXPECT_THAT(stations(), ElementsAre(100, 400));
+    EXPECT_EQ(model.hTrn[1].NumTW, 2) << "ten seconds are a time";
     EXPECT_EQ(model.hTrn[0].NumTW, 2);
     EXPECT_EQ(model.hTrn[0].TEMobs[1], 0.0F);
     EXPECT_THAT(

@@ -318,6 +318,20 @@ TEST(AResDBdt, CountsTheWindowsThatNoHalfSpaceFits) {
     EXPECT_EQ(outcome.unfitted, 1);
 }
 
+// Of a value that no half-space gives, the search for a start may run out of passes where the one
+// from there on ends at a bound: the user is told all the same.
+TEST(AResDBdt, CountsASearchForAStartThatFails) {
+    Sounding sounding(InLoop, {0.4F});
+    sounding.input.xLength = sounding.input.yLength = 1000.0F;
+    int found = 0;
+    for (float value = 1.0e6F; value < 1.0e12F; value *= 1.3F) {
+        sounding.dbdt = {value};
+        const AResOutcome outcome = sounding.solve();
+        found += outcome.error == 0 && outcome.unsolved == 1 ? 1 : 0;
+    }
+    EXPECT_GT(found, 0);
+}
+
 TEST(AResDBdt, ExtremeValuesEnd) {
     constexpr float inf = std::numeric_limits<float>::infinity();
     for (const int array : {FixedLoop, MovingLoop, InLoop, CoincidentLoop}) {
@@ -354,6 +368,8 @@ TEST(AResCheck, NamesTheFirstLimitThatIsBroken) {
         {[](Sounding &s) { s.input.rxY = 2.0e10F; },
          "Rx Y w.r.t. Tx center =2e+10 is < -1.0E10 or > 1.0E10 m"},
         {[](Sounding &s) { s.centre.clear(); }, "NTW=0 is < 1 or > 128"},
+        {[](Sounding &s) { s = Sounding(InLoop, std::vector(129, 1.0F)); },
+         "NTW=129 is < 1 or > 128"},
         {[](Sounding &s) {
              s.centre = {1.0F, 2.0e4F};
              s.width[1] = -1.0F;
@@ -377,6 +393,21 @@ TEST(AResCheck, NamesTheFirstLimitThatIsBroken) {
     twoFaults.input.freq = 0.0F;
     twoFaults.input.yLength = 0.0F;
     EXPECT_EQ(twoFaults.solve().failure.fault, AResFault::YSide);
+}
+
+TEST(AResCheck, TheLimitsThemselvesAreGood) {
+    Sounding sounding(CoincidentLoop, std::vector(MaxWindows, 1.0F));
+    sounding.centre[0] = 1.0e-4F;
+    sounding.centre[1] = 1.0e4F;
+    sounding.width[0] = 0.0F;
+    sounding.width[1] = 1000.0F;
+    for (const bool high : {false, true}) {
+        sounding.input.xLength = sounding.input.yLength = high ? 1.0e5F : 0.1F;
+        sounding.input.ramp = high ? 1000.0F : 0.0F;
+        sounding.input.freq = high ? 1000.0F : 0.001F;
+        sounding.input.rxX = sounding.input.rxY = high ? 1.0e10F : -1.0e10F;
+        EXPECT_EQ(sounding.solve().failure.fault, AResFault::None) << high;
+    }
 }
 
 TEST(AResReport, SaysSixteenForEverySolveThatFailed) {

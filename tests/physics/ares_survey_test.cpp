@@ -265,6 +265,7 @@ TEST(AResSurvey, PlacesTheReceiverInTheLoopsAxes) {
         {FixedLoop, Feet, 90.0F, 0.0F, 200.0, 50.0, 0, 0, 7.0F, 60.96F, 15.24F},
         {MovingLoop, Metres, 30.0F, 30.0F, 0, 0, 14.0, 10.0, 20.0F, 100.0F, 20.0F},
         {MovingLoop, Metres, 30.0F, 120.0F, 0, 0, 14.0, 10.0, 20.0F, 20.0F, -100.0F},
+        {MovingLoop, Metres, 30.0F, 60.0F, 0, 0, 14.0, 10.0, 20.0F, 96.602540F, -32.679492F},
         {MovingLoop, Feet, 30.0F, 30.0F, 0, 0, 10.0, 14.0, 0.0F, -30.48F, 0.0F},
     };
     for (const Case &c : cases) {

@@ -211,6 +211,8 @@ TEST_F(DataTable, AzimuthsFollowTheLine) {
     ASSERT_EQ(readTable(far, "TxAzimuth=-1E32"), 0);
     EXPECT_FLOAT_EQ(model.control.LineAzimuth, 45.0F);
     EXPECT_FLOAT_EQ(model.control.TxAzimuth, 45.0F);
+    ASSERT_EQ(readTable("1 0 0 0 1 1 5 3\n2 10 -20 0 1 1 5 3\n", "TxAzimuth=-1E32"), 0);
+    EXPECT_NEAR(model.control.LineAzimuth, 153.435F, 1E-3F) << "from north over east";
     ASSERT_EQ(readTable(near, "TxAzimuth=-1E32"), 0);
     EXPECT_EQ(model.control.TxAzimuth, 90.0F);
     ASSERT_EQ(readTable(far, "TxAzimuth=-1E32 LineAzimuth=12.5"), 0);

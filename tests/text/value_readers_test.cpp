@@ -279,11 +279,12 @@ TEST(ValueReaders, AQuietRecordReportsNothing) {
 }
 
 TEST(DecimalCommas, AreSeenOnlyWhereNoOtherReadingIsLikely) {
-    for (const char *line : {"1,5 2,5", "2 1 1 Hz 0,1 50,3 2", "\t-1,5E-3 7", "L1 3,2"}) {
+    for (const char *line :
+         {"1,5 2,5", "2 1 1 Hz 0,1 50,3 2", "\t-1,5E-3 7", "L1 3,2", "1,5 100N"}) {
         EXPECT_TRUE(hasDecimalCommas(line)) << line;
     }
     for (const char *line : {"", "1 2 3", "1,2,3", "1, 2, 3", "1.5,2.5 3", "1,5 2.5", "1,5 *",
-                             "L1,3 2", "1,", "1,5e", "1,x"}) {
+                             "L1,3 2", "1,", "1,5e", "1,x", "1,5 3%"}) {
         EXPECT_FALSE(hasDecimalCommas(line)) << line;
     }
 }

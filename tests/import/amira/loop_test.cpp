@@ -42,13 +42,16 @@ TEST(AmiraLoopTest, AClockwiseLoopIsReversed) {
 }
 
 TEST(AmiraLoopTest, VerticesOutOfOrderAreExchanged) {
-    for (const auto &vertices : {std::array{SW, NE, SE, NW}, std::array{SW, SE, NW, NE}}) {
+    const std::pair<std::array<LoopVertex, LoopVertices>, const char *> cases[] = {
+        {{SW, NE, SE, NW}, "Vertices 2 and 3"}, {{SW, SE, NW, NE}, "Vertices 3 and 4"}};
+    for (const auto &[vertices, exchanged] : cases) {
         MessageRecorder messages;
         const AmiraRecord record = loopOf(vertices);
         EXPECT_EQ(record.XTxLength, 400.0F);
         EXPECT_EQ(record.YTxLength, 300.0F);
         EXPECT_DOUBLE_EQ(record.XTxCenter, 200.0);
-        EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("loop cross")));
+        EXPECT_THAT(messages.warnings,
+                    ElementsAre(testing::AllOf(HasSubstr("loop cross"), HasSubstr(exchanged))));
     }
 }
 
@@ -61,6 +64,13 @@ TEST(AmiraLoopTest, AbsentVerticesAreLeftOut) {
     record.vertices = {SW, {5.0, MissingValue, 0.0}, NE, {}};
     EXPECT_EQ(AMR_Loop_Geometry(record, 1.0), 1);
     EXPECT_EQ(record.XTxLength, 0.0F);
+}
+
+TEST(AmiraLoopTest, TheCentreIsThatOfTheAreaAndNotOfTheCorners) {
+    const AmiraRecord record = loopOf({{{0, 0, 0}, {400, 0, 0}, {200, 100, 0}, {0, 100, 0}}});
+    EXPECT_DOUBLE_EQ(record.XTxCenter, 1400.0 / 9.0); // the corners have 150, 50
+    EXPECT_DOUBLE_EQ(record.YTxCenter, 400.0 / 9.0);
+    EXPECT_EQ(record.TxArea, 30000.0F);
 }
 
 TEST(AmiraLoopTest, ALoopWithoutAreaHasItsCentreInTheMiddle) {
