@@ -130,7 +130,7 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
         closeWindow(review, event);
         return;
     }
-    if (serveAutoSkip(review, event) || servesTypedPlace(review, event)) {
+    if (servesTypedPlace(review, event) || serveAutoSkip(review, event)) {
         return;
     }
     if (const char key = pageKeyOf(review, event)) {

@@ -1,5 +1,6 @@
 #include "base/file_operations.h"
 #include "engine/invert_project.h"
+#include "engine/sounding_data.h"
 #include "engine/survey_plans.h"
 #include "projectfile/model_file.h"
 #include "projectfile/project_file.h"
@@ -252,6 +253,54 @@ TEST_F(Inversion, EveryWeightAndMarkHasItsEffect) {
     EXPECT_TRUE(isPresent(skipped.hTrn[0].TEMcalc[Windows - 1])) << "skipped windows too";
 }
 
+TEST_F(Inversion, DoesTheIterationsThatAreAskedFor) {
+    SurveyModel model = survey(InLoop, 2);
+    respond(model, {std::log(20.0), std::log(300.0)}, {15.0});
+    model.control.Niteration = 1;
+    write(model);
+    ASSERT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+    EXPECT_THAT(said, HasSubstr("iteration 1 of 1: misfit"));
+    EXPECT_THAT(said, Not(HasSubstr("iteration 2")));
+}
+
+TEST_F(Inversion, SaysHowDeepTheDataSee) {
+    SurveyModel model = survey(InLoop, 1);
+    respond(model, {std::log(20.0), std::log(300.0)}, {15.0});
+    write(model);
+    ASSERT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+    const SurveyModel result = read();
+    const SoundingRecord &record = result.hTrn[0];
+    double depth = 0.0;
+    for (std::size_t k = 0; record.Rsns[k] >= 3.0F; ++k) {
+        depth += static_cast<double>(record.ThkInv[k]);
+    }
+    const std::string metres = std::to_string(std::lround(depth));
+    EXPECT_THAT(said, HasSubstr("the data see down to " + metres + " to " + metres + " m"));
+}
+
+// Neighbours at one place, as in a project without coordinates, are as far apart as their stations.
+TEST_F(Inversion, StationsGiveTheDistanceWhereCoordinatesDoNot) {
+    SurveyModel model = survey(InLoop, 2);
+    respond(model, {std::log(20.0), std::log(300.0)}, {15.0});
+    const auto first = model.hTrn[0];
+    respond(model, {std::log(60.0)}, {});
+    model.hTrn[0] = first;
+    const auto inverted = [&] {
+        write(model);
+        EXPECT_EQ(invert({.forward = false, .fresh = true}), InvertResult::Done);
+        return read();
+    };
+    const SurveyModel apart = inverted();
+    model.hTrn[1].East = model.hTrn[0].East;
+    const SurveyModel together = inverted();
+    EXPECT_EQ(together.hTrn[0].ResInv, apart.hTrn[0].ResInv);
+    EXPECT_EQ(together.hTrn[1].ResInv, apart.hTrn[1].ResInv);
+}
+
+TEST(HuberSum, CountsOutliersLinearly) {
+    EXPECT_NEAR(huberSum(Eigen::Vector3d(1.0, -2.5, 10.0), 2.5), 1.0 + 6.25 + 2.5 * 17.5, 1.0E-12);
+}
+
 TEST_F(Inversion, ErrorsThatNobodyMeasuredAreEstimatedAndNamed) {
     SurveyModel model = survey(InLoop, 5);
     respond(model, {std::log(20.0), std::log(100.0)}, {30.0});
@@ -279,6 +328,12 @@ TEST_F(Inversion, ErrorsThatNobodyMeasuredAreEstimatedAndNamed) {
     const SurveyModel result = inverted(false);
     EXPECT_THAT(said, HasSubstr(" by estimated errors, 5 of 5 soundings"));
     EXPECT_THAT(said, HasSubstr("errors of 5 soundings were estimated"));
+    const auto numberAfter = [this](const std::string &words) {
+        const std::size_t at = said.rfind(words);
+        return at == std::string::npos ? 0.0 : std::stod(said.substr(at + words.size()));
+    };
+    EXPECT_GT(numberAfter("by the stated errors the misfit is "),
+              1.5 * numberAfter("median misfit "));
     const SoundingRecord &record = result.hTrn[2];
     float depth = 0.0F;
     for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumLayer); ++k) {
