@@ -159,6 +159,10 @@ class Backend {
 
     // What a backend without a user at a window can leave out.
 
+    /// A table of a loaded dialog has another row to point at (ControlState::index).
+    virtual void pointAtRow(DialogModel & /*dialog*/, int /*id*/) {}
+    /// A text for the clipboard.
+    virtual void copyText(std::string_view /*text*/) {}
     /// Another text for a part of the status bar; blank clears it.
     virtual void setStatus(StatusPart /*part*/, std::string_view /*text*/) {}
     /// Shows messages in a list of its own, which stays, and returns at once.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "toolkit/table_content.h"
+
 #include <functional>
 #include <iterator>
 #include <string>
@@ -24,8 +26,8 @@ struct FieldLimits {
 };
 
 /// What a control holds: nothing, a number (double holds every int and float), the mark of a check
-/// box, a text. The number of a list is its entry, from 1.
-using FieldValue = std::variant<std::monostate, double, bool, std::string>;
+/// box, a text, the selected rows of a table. The number of a list is its entry, from 1.
+using FieldValue = std::variant<std::monostate, double, bool, std::string, TableRows>;
 
 /// Stands for a type of record.
 using RecordType = const void *;
@@ -89,7 +91,7 @@ constexpr auto &follow(auto &object) {
 
 template <class Field>
 FieldValue valueOf(const Field &field) {
-    if constexpr (std::is_same_v<Field, bool>) {
+    if constexpr (std::is_same_v<Field, bool> || std::is_same_v<Field, TableRows>) {
         return field;
     } else if constexpr (std::is_arithmetic_v<Field>) {
         return static_cast<double>(field);
@@ -106,6 +108,8 @@ template <class Field>
 bool store(Field &field, const FieldValue &value) {
     if constexpr (std::is_same_v<Field, bool>) {
         field = std::get<bool>(value);
+    } else if constexpr (std::is_same_v<Field, TableRows>) {
+        field = std::get<TableRows>(value);
     } else if constexpr (std::is_arithmetic_v<Field>) {
         field = static_cast<Field>(std::get<double>(value));
     } else if constexpr (requires { field.has_value(); }) {

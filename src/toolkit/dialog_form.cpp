@@ -60,8 +60,17 @@ void putNumberOf(const ControlSpec &row, double value) {
     }
 }
 
+void putTableOf(const ControlSpec &row, const void *record) {
+    WDialogPutTable(row.id, row.table.get(record));
+    WDialogPutRows(row.id, std::get<TableRows>(row.field.get(record)));
+}
+
 void putRow(const ControlSpec &row, const void *record) {
     if (row.field.get == nullptr) {
+        return;
+    }
+    if (row.kind == ControlKind::Grid) {
+        putTableOf(row, record);
         return;
     }
     const FieldValue value = row.field.get(record);
@@ -95,6 +104,10 @@ std::optional<FieldValue> shownIn(const ControlSpec &row) {
         return numberRead(WDialogGetMenu, row.id);
     case ControlKind::Trackbar:
         return numberRead(WDialogGetTrackbar, row.id);
+    case ControlKind::Grid: {
+        TableRows rows;
+        return WDialogGetRows(row.id, rows) ? std::optional<FieldValue>(rows) : std::nullopt;
+    }
     case ControlKind::Check: {
         bool on = false;
         return WDialogGetCheckBox(row.id, on) ? std::optional<FieldValue>(on) : std::nullopt;
@@ -142,7 +155,7 @@ UnreadField unread(const ControlSpec &row, const void *record, RowRead result) {
 
 // At the place that the table says.
 void showDialog(const DialogSpec &spec, int mode) {
-    if (spec.place == DialogPlace::Usual) {
+    if (spec.place != DialogPlace::LowerRight) {
         WDialogShow(-1, -1, spec.firstControl, mode);
         return;
     }

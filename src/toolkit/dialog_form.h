@@ -44,6 +44,7 @@ struct DialogForm : DialogSpec {
             check(control.field.record);
             check(control.entries.record);
             check(control.limitsFrom.record);
+            check(control.table.record);
             check(control.enabledFrom.record);
         }
     }

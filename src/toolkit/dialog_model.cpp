@@ -120,6 +120,8 @@ std::string shownValue(const ControlState &control) {
         return std::to_string(control.index);
     case ControlKind::Bar:
         return control.index < 0 ? "busy" : std::to_string(control.index) + "%";
+    case ControlKind::Grid:
+        return rowsText(control.rows);
     case ControlKind::Static:
     case ControlKind::Button:
         return "";
@@ -168,6 +170,21 @@ void putFraction(ControlState &control, double fraction) {
     control.index = known ? static_cast<int>(std::min(fraction, 1.0) * whole) : -1;
 }
 
+void putTable(ControlState &control, const TableContent &table) {
+    control.rows.clear();
+    control.index = 0;
+    if (control.table != table) {
+        control.table = table;
+        ++control.tableChanges;
+    }
+}
+
+void putRows(ControlState &control, const TableRows &rows) {
+    const int count = static_cast<int>(control.table.rows.size());
+    control.rows = rows;
+    std::erase_if(control.rows, [=](int row) { return row < 1 || row > count; });
+}
+
 std::optional<double> fieldNumber(const ControlState &control) {
     const bool exact = control.ofExact && *control.ofExact == control.text;
     return isNumberField(control.kind) && exact ? std::optional(control.exact) : std::nullopt;
@@ -209,6 +226,12 @@ bool moveTrackbar(ControlState &control, int position) {
     const bool changed = held != control.index;
     control.index = held;
     return changed;
+}
+
+bool selectRows(ControlState &control, const TableRows &rows) {
+    const TableRows before = control.rows;
+    putRows(control, rows);
+    return control.rows != before;
 }
 
 int closeButtonOf(DialogModel &dialog) {

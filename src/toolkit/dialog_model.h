@@ -40,6 +40,10 @@ struct ControlState {
                      ///< below 0 where the end is not known
     int step = 1;    ///< page step of a trackbar
     bool on = false; ///< of a check box
+
+    TableContent table;   ///< of a grid; `index` is the row that is pointed at, 0 none
+    int tableChanges = 0; ///< how often the program put another content
+    TableRows rows;       ///< selected in the table
 };
 
 struct DialogModel {
@@ -68,7 +72,8 @@ bool isNumberField(ControlKind kind);
 bool opensList(const DialogModel &dialog, int id);
 
 /// What a control shows as its value: a text, a number, an entry, "on" or "off", a percentage or
-/// "busy"; of a static and a button nothing, their text being the label.
+/// "busy", the selected rows of a table as "1-5,9"; of a static and a button nothing, their text
+/// being the label.
 std::string shownValue(const ControlState &control);
 
 // ---- What the program puts. No limit acts on it; a text is cut to its length.
@@ -82,6 +87,11 @@ void putLimits(ControlState &control, double low, double high);
 /// How far a bar is, 0 to 1; below 0 the end is not known.
 void putFraction(ControlState &control, double fraction);
 
+/// Puts rows and columns, without any selected.
+void putTable(ControlState &control, const TableContent &table);
+/// Selects those of the rows that the table has.
+void putRows(ControlState &control, const TableRows &rows);
+
 /// The number of a field; none when its text is no number.
 std::optional<double> fieldNumber(const ControlState &control);
 
@@ -93,6 +103,7 @@ bool commitTyped(ControlState &control);
 bool chooseEntry(ControlState &control, int index);
 bool setCheck(ControlState &control, bool on);
 bool moveTrackbar(ControlState &control, int position);
+bool selectRows(ControlState &control, const TableRows &rows);
 
 /// The button that the close box and Esc stand for: Cancel, else Continue, else the default one.
 int closeButtonOf(DialogModel &dialog);

@@ -22,8 +22,8 @@ enum class ControlKind {
     List,
     Trackbar,
     Button,
-    Grid,
-    Bar, ///< how far some work is; the user cannot change it
+    Grid, ///< a table, of which the user selects rows
+    Bar,  ///< how far some work is; the user cannot change it
 };
 
 /// What a static text is to the controls around it.
@@ -65,6 +65,7 @@ struct ControlSpec {
     FieldAccess field = {};                            ///< of the dialog's record
     FromRecord<FieldLimits> limitsFrom = {};           ///< in place of `limits`
     FromRecord<std::vector<std::string>> entries = {}; ///< of a list
+    FromRecord<TableContent> table = {};               ///< of a grid, whose field are its rows
     FromRecord<bool> enabledFrom = {};                 ///< in place of `enabled`
     bool readWhileDisabled = false;                    ///< at Continue
     std::string_view name = {};                        ///< in messages; blank: the label
@@ -79,7 +80,7 @@ struct ControlSpec {
     StaticLook look = StaticLook::Text;
     bool labelAbove = false; ///< the label is the head of its column
     int width = 0;           ///< of a field in characters; 0 as usual for its kind
-    int rows = 0;            ///< of a list that is open; 0 one that drops down
+    int rows = 0;            ///< of a list that is open; 0 one that drops down; of a grid at first
     int unitFrom = 0;        ///< static whose text is its unit too; 0 none
 };
 
@@ -88,6 +89,7 @@ enum class DialogPlace {
     Usual,      ///< the toolkit's place
     LowerRight, ///< the lower right corner of the root window, beside what it is about
     Docked,     ///< beside the page where the user left it, at first at the right
+    Beside,     ///< beside the root window, which keeps the focus; Esc in it closes it
 };
 
 struct DialogSpec {

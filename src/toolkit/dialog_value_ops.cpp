@@ -49,12 +49,13 @@ void changeControl(int id, Change change) {
     const std::string value = shownValue(control);
     const std::string label = control.label;
     const bool enabled = control.enabled;
+    const int tableChanges = control.tableChanges;
     if (!change(control)) {
         ToolkitSetError(ErrorWrongKind);
         return;
     }
-    const bool seen =
-        value != shownValue(control) || label != control.label || enabled != control.enabled;
+    const bool seen = value != shownValue(control) || label != control.label ||
+                      enabled != control.enabled || tableChanges != control.tableChanges;
     if (seen && toolkitState().backend != nullptr) {
         toolkitState().backend->refresh(*target.dialog, id);
     }
@@ -194,6 +195,31 @@ void WDialogPutTrackbar(int id, int value) {
     });
 }
 
+void WDialogPutTable(int id, const TableContent &table) {
+    changeControl(id, [&](ControlState &control) {
+        putTable(control, table);
+        return control.kind == ControlKind::Grid;
+    });
+}
+
+void WDialogPutRows(int id, const TableRows &rows) {
+    changeControl(id, [&](ControlState &control) {
+        putRows(control, rows);
+        return control.kind == ControlKind::Grid;
+    });
+}
+
+void WDialogPointAtRow(int id, int row) {
+    const Target target = targetOf(id);
+    if (target.control == nullptr || target.control->index == row) {
+        return;
+    }
+    target.control->index = row;
+    if (toolkitState().backend != nullptr) {
+        toolkitState().backend->pointAtRow(*target.dialog, id);
+    }
+}
+
 bool WDialogGetInteger(int id, int &value) {
     return readNumber(id, value);
 }
@@ -234,6 +260,14 @@ bool WDialogGetTrackbar(int id, int &value) {
     });
     value = good ? read : value;
     return good;
+}
+
+bool WDialogGetRows(int id, TableRows &rows) {
+    return readControl(id, ErrorWrongKind, [&](const ControlState &control) {
+        const bool table = control.kind == ControlKind::Grid;
+        rows = table ? control.rows : rows;
+        return table;
+    });
 }
 
 void WDialogRangeInteger(int id, int low, int high) {

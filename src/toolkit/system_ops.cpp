@@ -96,6 +96,12 @@ void WHardcopyOptions(int /*which*/) {
     toolkit.lastCommonOk = true;
 }
 
+void ToolkitCopyText(std::string_view text) {
+    if (Backend *backend = toolkitState().backend) {
+        backend->copyText(text);
+    }
+}
+
 CommandEnd IOsCommand(const std::vector<std::string> &command, int /*flags*/,
                       const std::function<CommandProgress(std::string_view)> &line,
                       const DialogSpec *dialog) {

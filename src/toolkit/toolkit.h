@@ -22,6 +22,7 @@ namespace keldrin {
 
 class Backend;
 struct DialogSpec;
+struct TableContent;
 
 enum ToolkitEventType : int {
     EventNone = 0,
@@ -225,6 +226,10 @@ void WDialogPutDouble(int id, double value, std::string_view format);
 void WDialogPutCheckBox(int id, bool on);
 void WDialogPutMenu(int id, const std::vector<std::string> &entries, int selected);
 void WDialogPutTrackbar(int id, int value);
+void WDialogPutTable(int id, const TableContent &table);   ///< no row is selected then
+void WDialogPutRows(int id, const std::vector<int> &rows); ///< selects rows, from 1
+/// Points at a row of a table and brings it on show, the selection being left as it is; 0: none.
+void WDialogPointAtRow(int id, int row);
 
 // A get returns the exact value that was put as long as the user did not change its text. Where
 // the text is no number the value stays and the call returns false; the error state is read
@@ -235,6 +240,7 @@ bool WDialogGetDouble(int id, double &value);
 bool WDialogGetCheckBox(int id, bool &on);
 bool WDialogGetMenu(int id, int &selected); ///< selected from 1
 bool WDialogGetTrackbar(int id, int &value);
+bool WDialogGetRows(int id, std::vector<int> &rows); ///< the selected ones, from 1, ascending
 
 // Limits of what the user types; a value that the program puts is not touched. A lower limit above
 // the upper one takes the limits off. Flows set them by the dialog's table, through the third; the
@@ -303,6 +309,8 @@ inline constexpr int PrinterDialog = 2; ///< which options are asked for
 /// says whether it ended with OK. When it was declined no driver is chosen any more.
 /// which  always PrinterDialog
 void WHardcopyOptions(int which);
+
+void ToolkitCopyText(std::string_view text); ///< to the clipboard
 
 std::string IOsVariable(std::string_view name); ///< an environment variable, or empty
 std::string IOsDirName();                       ///< the working directory; no flow asks for it

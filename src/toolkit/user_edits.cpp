@@ -107,6 +107,14 @@ void userMoves(DialogModel &dialog, int id, int position) {
     }
 }
 
+void userSelectsRows(DialogModel &dialog, int id, const TableRows &rows) {
+    leaveAll(dialog);
+    ControlState *control = findControl(dialog, id);
+    if (control != nullptr && selectRows(*control, rows)) {
+        reportChange(dialog, id, rows.empty() ? "none" : rowsText(rows));
+    }
+}
+
 bool userPresses(DialogModel &dialog, int id) {
     const ControlState *button = findControl(dialog, id);
     if (button == nullptr || button->kind != ControlKind::Button || !button->enabled) {

@@ -20,10 +20,11 @@ void commitField(DialogModel &dialog, int id);
 /// The focus leaves a field: what was typed is committed, or dropped if only Enter commits it.
 void userLeaves(DialogModel &dialog, int id);
 
-// Lists, check boxes and trackbars act at once; a typed field is left before.
+// Lists, check boxes, trackbars and tables act at once; a typed field is left before.
 void userChooses(DialogModel &dialog, int id, int index);
 void userChecks(DialogModel &dialog, int id, bool on);
 void userMoves(DialogModel &dialog, int id, int position);
+void userSelectsRows(DialogModel &dialog, int id, const TableRows &rows);
 
 /// Presses an enabled button, typed fields being left just before. In a dialog that blocks it sets
 /// `endButton`, else it queues the button's event; one that opens a list does neither. False when

@@ -51,6 +51,8 @@ class DesktopBackend : public Backend {
     void hideDialog(DialogModel &dialog) override;
     void unloadDialog(DialogModel &dialog) override;
     void refresh(DialogModel &dialog, int id) override;
+    void pointAtRow(DialogModel &dialog, int id) override;
+    void copyText(std::string_view text) override;
 
     std::optional<std::string> chooseFile(const FileRequest &request) override;
     BoxResult messageBox(const BoxRequest &request) override;

@@ -8,7 +8,9 @@
 #include "toolkit/dialog_model.h"
 #include "toolkit/toolkit_state.h"
 
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 #include <QMenu>
 
 namespace keldrin {
@@ -77,6 +79,14 @@ void DesktopBackend::unloadDialog(DialogModel &dialog) {
 
 void DesktopBackend::refresh(DialogModel &dialog, int id) {
     dialogWindow(dialog)->refresh(id);
+}
+
+void DesktopBackend::pointAtRow(DialogModel &dialog, int id) {
+    dialogWindow(dialog)->refresh(id);
+}
+
+void DesktopBackend::copyText(std::string_view text) {
+    QGuiApplication::clipboard()->setText(qtText(text));
 }
 
 // ---- The system's dialogs

@@ -2,6 +2,7 @@
 
 #include "toolkit/desktop/field_widgets.h"
 #include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/table_view.h"
 #include "toolkit/field_number.h"
 
 #include <QCheckBox>
@@ -94,7 +95,7 @@ QWidget *makeWidget(const ControlSpec &spec, QWidget *parent) {
     case ControlKind::Bar:
         return makeBar(parent);
     case ControlKind::Grid:
-        return new QWidget(parent); // no dialog that is shown has one
+        return new TableView(spec.rows, parent);
     default:
         return makeEdit(spec, parent);
     }
@@ -252,6 +253,8 @@ void showControl(const DialogField &field, const ControlState &control, const QS
         showEntries(*list, control);
     } else if (auto *open = qobject_cast<QListWidget *>(field.widget)) {
         showEntries(*open, control);
+    } else if (auto *table = dynamic_cast<TableView *>(field.widget)) {
+        table->showTable(control);
     } else if (auto *trackbar = qobject_cast<QSlider *>(field.widget)) {
         showTrackbar(*trackbar, control);
     } else if (auto *bar = qobject_cast<QProgressBar *>(field.widget)) {

@@ -6,6 +6,8 @@
 #include <QGridLayout>
 #include <QGroupBox>
 
+#include <algorithm>
+
 namespace keldrin {
 
 namespace {
@@ -123,7 +125,12 @@ GridRuns layOutFields(std::vector<DialogField> &fields, QBoxLayout &body, QBoxLa
         }
     }
     endHalves(halves);
-    body.addStretch(1);
+    const bool fills = std::any_of(rest.begin(), rest.end(), [](const DialogField &field) {
+        return field.spec.kind == ControlKind::Grid; // which takes all the height
+    });
+    if (!fills) {
+        body.addStretch(1);
+    }
     return runs;
 }
 

@@ -55,7 +55,12 @@ void DialogWindow::evenButtons() {
     }
 }
 
+bool DialogWindow::standsBeside() const {
+    return dialog_.spec != nullptr && dialog_.spec->place == DialogPlace::Beside;
+}
+
 void DialogWindow::showAt(DialogPlacement placement) {
+    setAttribute(Qt::WA_ShowWithoutActivating, standsBeside());
     setModal(dialog_.mode == DialogModal && frame_ == nullptr);
     showAll();
     for (const DialogField &field : fields_) {
@@ -67,9 +72,9 @@ void DialogWindow::showAt(DialogPlacement placement) {
     place(placement);
     giveFocus();
     show();
-    if (frame_ == nullptr) {
+    if (frame_ == nullptr && !standsBeside()) {
         activateWindow();
-    } else {
+    } else if (frame_ != nullptr) {
         raise();
         giveFocus(); // what is hidden inside a window cannot have it
     }
@@ -159,6 +164,17 @@ void DialogWindow::fitSize() {
     }
 }
 
+// Right of the root window, or left of it where there is room on that side only; else as far right
+// as the screen goes.
+QPoint DialogWindow::besideRoot() const {
+    const QRect root = parentWidget()->window()->frameGeometry();
+    const QRect room = roomOnScreen();
+    const int width = size().grownBy(systemFrame()).width();
+    const bool atRight = room.right() - root.right() >= width;
+    const bool atLeft = root.left() - room.left() >= width;
+    return {!atRight && atLeft ? root.left() - width : root.right() + 1, root.top()};
+}
+
 void DialogWindow::place(DialogPlacement placement) {
     const bool middle = placement.x == -1 && placement.y == -1;
     const QWidget *below = parentWidget();
@@ -171,6 +187,10 @@ void DialogWindow::place(DialogPlacement placement) {
     const QSize all = size().grownBy(systemFrame());
     const bool overParent = below != nullptr && below->window()->isVisible();
     const QRect around = overParent ? below->window()->frameGeometry() : roomOnScreen();
+    if (standsBeside() && overParent) {
+        move(heldOnScreen(besideRoot()));
+        return;
+    }
     const QPoint centred = around.center() - QPoint(all.width(), all.height()) / 2;
     move(heldOnScreen(middle ? centred : QPoint(placement.x, placement.y)));
 }

@@ -3,6 +3,7 @@
 #include "toolkit/desktop/keys.h"
 #include "toolkit/desktop/panel_frame.h"
 #include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/table_view.h"
 #include "toolkit/user_edits.h"
 
 #include <QCheckBox>
@@ -64,6 +65,10 @@ void DialogWindow::connectField(const DialogField &field) {
                 [this, id](int row) { report([&] { userChooses(dialog_, id, row + 1); }); });
         connect(open, &QListWidget::itemDoubleClicked, this,
                 [this] { press(dialog_.defaultButton); });
+    } else if (auto *table = dynamic_cast<TableView *>(field.widget)) {
+        table->onSelect = [this, id](const TableRows &rows) {
+            report([&] { userSelectsRows(dialog_, id, rows); });
+        };
     } else if (auto *trackbar = qobject_cast<QSlider *>(field.widget)) {
         connect(trackbar, &QSlider::valueChanged, this,
                 [this, id](int value) { report([&] { userMoves(dialog_, id, value); }); });
@@ -164,6 +169,10 @@ bool DialogWindow::takesKey(QKeyEvent &key) {
         ToolkitShowMessages();
         return true;
     }
+    if (standsBeside() && key.key() == Qt::Key_Escape) {
+        reject(); // what is left by Esc is the dialog, not the page
+        return true;
+    }
     if (leavesKeys()) {
         return takesKeyBesidePage(key, enter);
     }
@@ -184,6 +193,9 @@ void DialogWindow::keyPressEvent(QKeyEvent *event) {
 // A button needs Space and Tab; while the root window is served, a text field needs all it can use.
 bool DialogWindow::isForControl(const QObject *watched, const QKeyEvent &key) const {
     if (key.key() == Qt::Key_Space || key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab) {
+        return true;
+    }
+    if (dynamic_cast<const TableView *>(watched) != nullptr && TableView::usesKey(key)) {
         return true;
     }
     return leavesKeys() ? dynamic_cast<const FieldEdit *>(watched) != nullptr && !walks(key)

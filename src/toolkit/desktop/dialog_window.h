@@ -52,6 +52,8 @@ class DialogWindow : public QDialog {
     /// button of a list has that of the button which opens it.
     [[nodiscard]] QWidget *widgetOf(int id) const;
     [[nodiscard]] QAction *listedAction(int id) const; ///< of a button of a list; null for others
+    /// True for a dialog that stands beside the root window and leaves it the focus.
+    [[nodiscard]] bool standsBeside() const;
     [[nodiscard]] bool isPanel() const { return frame_ != nullptr; }
     /// How the user has left a panel, to be kept at each change and set before it is shown again.
     [[nodiscard]] PanelState panelState() const;
@@ -101,6 +103,7 @@ class DialogWindow : public QDialog {
     void settleLayout();
     void fitSize();
     void place(DialogPlacement placement);
+    [[nodiscard]] QPoint besideRoot() const;
 
     DialogModel &dialog_;
     std::vector<DialogField> fields_; ///< in the order of the model

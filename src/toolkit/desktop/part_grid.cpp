@@ -45,7 +45,8 @@ bool takesWidth(const ControlSpec &spec) {
 int stretchOf(const DialogField &field) {
     const ControlKind kind = field.spec.kind;
     const bool takes = kind == ControlKind::Button || kind == ControlKind::Trackbar ||
-                       kind == ControlKind::Bar || hasLook(field, StaticLook::Help);
+                       kind == ControlKind::Bar || kind == ControlKind::Grid ||
+                       hasLook(field, StaticLook::Help);
     return takes ? 1 : 0;
 }
 
@@ -188,6 +189,8 @@ void PartGrid::addFilledRow(Fields row) {
         stretch += stretchOf(field);
         if (field.spec.kind == ControlKind::Trackbar) {
             field.widget->setAccessibleName(title_);
+        } else if (field.spec.kind == ControlKind::Grid) {
+            field.widget->setAccessibleName(qtText(field.spec.label));
         } else if (isField(field.spec.kind)) {
             field.widget->setAccessibleName(qtText(rowName_));
         } else if (!field.spec.label.empty() && field.spec.look != StaticLook::Unit) {

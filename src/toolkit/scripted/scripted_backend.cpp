@@ -1,5 +1,6 @@
 #include "toolkit/scripted/scripted_backend.h"
 
+#include "base/line_reader.h"
 #include "base/paths.h"
 #include "page/surfaces/null_surface.h"
 #include "page/surfaces/page_transcript.h"
@@ -52,21 +53,6 @@ bool takesDialogLine(const ScriptLine &line, DialogModel &dialog) {
            isEnabledButton(dialog, closeButtonOf(dialog));
 }
 
-// The dialog that a line is for while none blocks: the one on top of those that can take it, and
-// none below one that stands alone.
-DialogModel *dialogOfLine(const ScriptLine &line) {
-    const std::vector<DialogModel *> &shown = toolkitState().shown;
-    for (auto dialog = shown.rbegin(); dialog != shown.rend(); ++dialog) {
-        if (takesDialogLine(line, **dialog)) {
-            return *dialog;
-        }
-        if ((*dialog)->mode == DialogModelessAlone) {
-            break;
-        }
-    }
-    return nullptr;
-}
-
 void enterDialogLine(const ScriptAction &action, DialogModel &dialog, ScriptHands &hands) {
     if (const auto *entry = std::get_if<FieldEntry>(&action)) {
         hands.enter(dialog, entry->id, entry->value);
@@ -85,6 +71,20 @@ int buttonOfKey(const ScriptLine &line, DialogModel &dialog) {
     }
     const int button = key->code == KeyEnter ? dialog.defaultButton : closeButtonOf(dialog);
     return isEnabledButton(dialog, button) ? button : 0;
+}
+
+// The dialog that a line is for: the one on top, or one that stands beside it.
+DialogModel *dialogOf(const ScriptLine &line) {
+    const std::vector<DialogModel *> &shown = toolkitState().shown;
+    for (auto dialog = shown.rbegin(); dialog != shown.rend(); ++dialog) {
+        if (takesDialogLine(line, **dialog)) {
+            return *dialog;
+        }
+        if ((*dialog)->mode != DialogModeless) {
+            break; // what is below it cannot be reached
+        }
+    }
+    return nullptr;
 }
 
 std::string wordsOf(const DialogModel &dialog) {
@@ -237,7 +237,7 @@ void ScriptedBackend::trace(std::string_view kind, std::string_view text) {
 
 bool ScriptedBackend::takesEvent(const ScriptLine &line, DialogModel *top,
                                  const Request &request) const {
-    if (dialogOfLine(line) != nullptr) {
+    if (dialogOf(line) != nullptr) {
         return true;
     }
     if (const auto *context = std::get_if<ContextChoice>(&line.action)) {
@@ -289,8 +289,7 @@ RawEvent ScriptedBackend::wait() {
         if (turn.standing != nullptr) {
             hands_->press(*top, std::get<ButtonAnswer>(turn.standing->answer).button);
         } else {
-            DialogModel *dialog = dialogOfLine(*turn.line);
-            enterEvent(turn.line->action, dialog != nullptr ? dialog : top);
+            enterEvent(*turn.line, top);
         }
         if (const std::optional<RawEvent> event = hands_->next()) {
             return *event;
@@ -299,7 +298,7 @@ RawEvent ScriptedBackend::wait() {
     return {};
 }
 
-void ScriptedBackend::enterEvent(const ScriptAction &action, DialogModel *top) {
+void ScriptedBackend::enterEvent(const ScriptLine &line, DialogModel *top) {
     std::visit(Overloaded{
                    [&](const MenuChoice &menu) { hands_->chooseMenu(menu.command); },
                    [&](const KeyPress &key) { enterKey(key.code, top); },
@@ -313,12 +312,12 @@ void ScriptedBackend::enterEvent(const ScriptAction &action, DialogModel *top) {
                    [&](const WindowExpose &) { hands_->expose(); },
                    [&](const WindowClose &) { hands_->closeWindow(); },
                    [&](const auto &) {
-                       if (top != nullptr) {
-                           enterDialogLine(action, *top, *hands_);
+                       if (DialogModel *dialog = dialogOf(line)) {
+                           enterDialogLine(line.action, *dialog, *hands_);
                        }
                    },
                },
-               action);
+               line.action);
 }
 
 void ScriptedBackend::enterKey(int code, DialogModel *top) {
@@ -382,6 +381,16 @@ void ScriptedBackend::refresh(DialogModel &dialog, int id) {
     const ControlState *control = findControl(dialog, id);
     if (dialog.mode != 0 && control != nullptr) {
         transcript_.fact(fieldLine(*control));
+    }
+}
+
+void ScriptedBackend::copyText(std::string_view text) {
+    transcript_.fact("clipboard");
+    LineReader reader(text.size() + 1);
+    reader.openText(text);
+    std::string_view line;
+    while (reader.next(line) == LineStatus::Line) {
+        transcript_.listed(line);
     }
 }
 

@@ -40,6 +40,7 @@ class ScriptedBackend : public HeadlessBackend {
     int runModal(DialogModel &dialog) override;
     void hideDialog(DialogModel &dialog) override;
     void refresh(DialogModel &dialog, int id) override;
+    void copyText(std::string_view text) override;
     std::optional<std::string> chooseFile(const FileRequest &request) override;
     BoxResult messageBox(const BoxRequest &request) override;
     RunResult run(const std::vector<std::string> &command, const ChildWatch &watch) override;
@@ -65,7 +66,7 @@ class ScriptedBackend : public HeadlessBackend {
     // Lines of events and dialogs.
     Request eventRequest(DialogModel *top);
     bool takesEvent(const ScriptLine &line, DialogModel *top, const Request &request) const;
-    void enterEvent(const ScriptAction &action, DialogModel *top);
+    void enterEvent(const ScriptLine &line, DialogModel *top);
     void enterKey(int code, DialogModel *top);
     void enterResize(const WindowResize &resize);
 

@@ -61,12 +61,34 @@ std::string fieldLine(const ControlState &control) {
            inQuotes(shownValue(control));
 }
 
+std::vector<std::string> tableLines(const ControlState &control) {
+    std::vector<std::string> lines;
+    if (control.kind != ControlKind::Grid) {
+        return lines;
+    }
+    const std::string id = std::to_string(control.id);
+    lines.push_back("head " + id);
+    for (const HeadedColumn &column : control.table.columns) {
+        lines.back() += " " + inQuotes(column.head);
+    }
+    for (const std::vector<std::string> &row : control.table.rows) {
+        lines.push_back("row " + id + " " + std::to_string(lines.size()));
+        for (const std::string &cell : row) {
+            lines.back() += " " + inQuotes(cell);
+        }
+    }
+    return lines;
+}
+
 std::vector<std::string> dialogLines(const DialogModel &dialog) {
     const std::string_view mode = dialog.mode == DialogModal ? " modal " : " modeless ";
     std::vector<std::string> lines = {"dialog open " + std::to_string(dialog.number) +
                                       std::string(mode) + inQuotes(dialog.caption)};
     for (const ControlState &control : dialog.controls) {
         lines.push_back(fieldLine(control));
+        for (std::string &line : tableLines(control)) {
+            lines.push_back(std::move(line));
+        }
     }
     return lines;
 }

@@ -21,7 +21,10 @@ std::string runRequestText(const std::vector<std::string> &command);
 /// "field ID KIND on|off "LABEL" = "TEXT""
 std::string fieldLine(const ControlState &control);
 
-/// "dialog open N modal|modeless "CAPTION"", then a line for each control.
+/// Of a table "head ID "HEAD" ..." and for each row "row ID N "CELL" ..."; nothing of others.
+std::vector<std::string> tableLines(const ControlState &control);
+
+/// "dialog open N modal|modeless "CAPTION"", then the lines of each control.
 std::vector<std::string> dialogLines(const DialogModel &dialog);
 
 /// What a user would have seen, a fact a line. Every line goes out at once.

@@ -24,6 +24,10 @@ int entryOf(const ControlState &control, std::string_view value) {
     return 0;
 }
 
+std::optional<TableRows> namedRows(const ControlState &control, std::string_view value) {
+    return rowsNamed(trimBlanks(value), static_cast<int>(control.table.rows.size()));
+}
+
 } // namespace
 
 bool takesEntry(DialogModel &dialog, int id, std::string_view value) {
@@ -39,6 +43,8 @@ bool takesEntry(DialogModel &dialog, int id, std::string_view value) {
         return entryOf(*control, value) != 0;
     case ControlKind::Trackbar:
         return readScriptInteger(value, number);
+    case ControlKind::Grid:
+        return namedRows(*control, value).has_value();
     default:
         return control->kind == ControlKind::Text || isNumberField(control->kind);
     }
@@ -60,6 +66,9 @@ void enterValue(DialogModel &dialog, int id, std::string_view value) {
     case ControlKind::Trackbar:
         readScriptInteger(value, number);
         userMoves(dialog, id, number);
+        break;
+    case ControlKind::Grid:
+        userSelectsRows(dialog, id, namedRows(*control, value).value_or(TableRows{}));
         break;
     default:
         typeText(dialog, id, value);

@@ -7,7 +7,8 @@
 namespace keldrin {
 
 // What a user does to a control, given as text: a check box takes "on" or "off", a list "#INDEX" or
-// the text of an entry, a trackbar a number, a field what is typed in place of its content.
+// the text of an entry, a trackbar a number, a table its rows to be selected as "1-5,9", "all" or
+// "none", a field what is typed in place of its content.
 
 /// True when the control is there, enabled, and takes this value.
 bool takesEntry(DialogModel &dialog, int id, std::string_view value);

@@ -98,4 +98,13 @@ void DrivenBackend::refresh(DialogModel &dialog, int id) {
     desktop_.refresh(dialog, id);
 }
 
+void DrivenBackend::pointAtRow(DialogModel &dialog, int id) {
+    desktop_.pointAtRow(dialog, id);
+}
+
+void DrivenBackend::copyText(std::string_view text) {
+    ScriptedBackend::copyText(text);
+    desktop_.copyText(text);
+}
+
 } // namespace keldrin

@@ -30,6 +30,8 @@ class DrivenBackend : public ScriptedBackend {
     void hideDialog(DialogModel &dialog) override;
     void unloadDialog(DialogModel &dialog) override;
     void refresh(DialogModel &dialog, int id) override;
+    void pointAtRow(DialogModel &dialog, int id) override;
+    void copyText(std::string_view text) override;
 
     void setStatus(StatusPart part, std::string_view text) override;
     void showMessages(const MessageRows &rows) override;

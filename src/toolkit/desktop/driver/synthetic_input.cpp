@@ -40,14 +40,15 @@ void sendMouseMove(QWidget &widget, QPointF place, Qt::MouseButtons held) {
     sendMouse(widget, QEvent::MouseMove, place, Qt::NoButton, held);
 }
 
-void sendMouseUp(QWidget &widget, QPointF place, Qt::MouseButton button) {
-    sendMouse(widget, QEvent::MouseButtonRelease, place, button, Qt::NoButton);
+void sendMouseUp(QWidget &widget, QPointF place, Qt::MouseButton button,
+                 Qt::KeyboardModifiers held) {
+    sendMouse(widget, QEvent::MouseButtonRelease, place, button, Qt::NoButton, held);
 }
 
-void sendClick(QWidget &widget, QPointF place) {
+void sendClick(QWidget &widget, QPointF place, Qt::KeyboardModifiers held) {
     sendMouseMove(widget, place, Qt::NoButton);
-    sendMouseDown(widget, place, Qt::LeftButton);
-    sendMouseUp(widget, place, Qt::LeftButton);
+    sendMouseDown(widget, place, Qt::LeftButton, false, held);
+    sendMouseUp(widget, place, Qt::LeftButton, held);
 }
 
 void sendWheel(QWidget &widget, QPointF place, int steps) {

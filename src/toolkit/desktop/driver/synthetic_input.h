@@ -14,8 +14,9 @@ namespace keldrin {
 void sendMouseDown(QWidget &widget, QPointF place, Qt::MouseButton button, bool twice = false,
                    Qt::KeyboardModifiers held = Qt::NoModifier);
 void sendMouseMove(QWidget &widget, QPointF place, Qt::MouseButtons held);
-void sendMouseUp(QWidget &widget, QPointF place, Qt::MouseButton button);
-void sendClick(QWidget &widget, QPointF place);
+void sendMouseUp(QWidget &widget, QPointF place, Qt::MouseButton button,
+                 Qt::KeyboardModifiers held = Qt::NoModifier);
+void sendClick(QWidget &widget, QPointF place, Qt::KeyboardModifiers held = Qt::NoModifier);
 /// steps  of 120 units; above 0 is away from the user
 void sendWheel(QWidget &widget, QPointF place, int steps);
 

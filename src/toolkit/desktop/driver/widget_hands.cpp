@@ -7,6 +7,7 @@
 #include "toolkit/desktop/driver/synthetic_input.h"
 #include "toolkit/desktop/main_window.h"
 #include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/table_view.h"
 #include "toolkit/scripted/typed_entry.h"
 #include "toolkit/toolkit_state.h"
 
@@ -59,6 +60,26 @@ void chooseInList(QListWidget &list, int row) {
     QListWidgetItem *item = list.item(row);
     list.scrollToItem(item);
     sendClick(*list.viewport(), QRectF(list.visualItemRect(item)).center());
+}
+
+void clickRow(TableView &table, int row, Qt::KeyboardModifiers held) {
+    const QModelIndex cell = table.model()->index(row - 1, 0);
+    table.scrollTo(cell);
+    sendClick(*table.viewport(), QRectF(table.visualRect(cell)).center(), held);
+}
+
+// A plain click for the first row and one with Ctrl for each further one; to leave none selected,
+// Ctrl and a click on each that is.
+void selectInTable(TableView &table, const TableRows &before, const TableRows &rows) {
+    if (rows.empty()) {
+        for (const int row : TableRows(before)) {
+            clickRow(table, row, Qt::ControlModifier);
+        }
+    } else if (rows != before) {
+        for (const int row : TableRows(rows)) {
+            clickRow(table, row, row == rows.front() ? Qt::NoModifier : Qt::ControlModifier);
+        }
+    }
 }
 
 // A greyed entry leaves the menu open.
@@ -132,8 +153,12 @@ void WidgetHands::chooseContext(const ContextEntry &entry) {
 }
 
 void WidgetHands::pressKey(int code) {
-    const DialogModel *top = topDialog();
-    DialogWindow *panel = top != nullptr ? desktop_.dialogWindow(*top) : nullptr;
+    // A dialog that stands beside the page leaves it the keyboard.
+    const std::vector<DialogModel *> &shown = toolkitState().shown;
+    const auto top = std::find_if(shown.rbegin(), shown.rend(), [this](const DialogModel *dialog) {
+        return !desktop_.dialogWindow(*dialog)->standsBeside();
+    });
+    DialogWindow *panel = top != shown.rend() ? desktop_.dialogWindow(**top) : nullptr;
     QWidget *focus = panel != nullptr ? panel->focusWidget() : nullptr;
     sendKey(focus != nullptr ? *focus : desktop_.window().canvas(), code);
     DesktopBackend::settle();
@@ -216,6 +241,10 @@ void WidgetHands::enter(DialogModel &dialog, int id, std::string_view value) {
         chooseInList(*list, chosenEntry(dialog, id, value) - 1);
     } else if (auto *bar = qobject_cast<QAbstractSlider *>(widget)) {
         bar->setSliderPosition(qtText(value).toInt());
+    } else if (auto *table = dynamic_cast<TableView *>(widget)) {
+        const ControlState &control = *findControl(dialog, id);
+        const int count = static_cast<int>(control.table.rows.size());
+        selectInTable(*table, control.rows, rowsNamed(value, count).value_or(TableRows{}));
     } else if (auto *field = qobject_cast<QLineEdit *>(widget)) {
         const ControlState *control = findControl(dialog, id);
         typeInto(*field, value, control != nullptr && control->byEnter);
