@@ -14,6 +14,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <system_error>
 
 namespace keldrin {
@@ -144,6 +145,26 @@ void appendMarks(MarkJournal &journal, const SurveyModel &model,
         fileOperations().sync(journal.file.number()) != 0) {
         giveUp(journal);
     }
+}
+
+std::optional<std::uintmax_t> markJournalLength(const MarkJournal &journal) {
+    std::error_code error;
+    const std::uintmax_t length = std::filesystem::file_size(journal.path, error);
+    return error ? std::nullopt : std::optional(length);
+}
+
+bool cutMarkJournal(MarkJournal &journal, std::optional<std::uintmax_t> length) {
+    if (journal.path.empty()) {
+        return true;
+    }
+    journal.file.close(); // the next mark opens it again
+    std::error_code error;
+    if (length) {
+        std::filesystem::resize_file(journal.path, *length, error);
+    } else {
+        std::filesystem::remove(journal.path, error);
+    }
+    return !error;
 }
 
 void dropMarkJournal(MarkJournal &journal) {

@@ -4,6 +4,7 @@
 #include "model/survey_model.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <span>
@@ -45,6 +46,13 @@ struct LineWindow {
 /// cutoff  percent
 void appendMarks(MarkJournal &journal, const SurveyModel &model,
                  std::span<const LineWindow> windows, std::optional<float> cutoff = {});
+
+/// The bytes of a journal on the disk, for cutMarkJournal(); nothing when there is none.
+std::optional<std::uintmax_t> markJournalLength(const MarkJournal &journal);
+
+/// Makes a journal what it was at an earlier length, or removes one that was not there then.
+/// returns  false when the system refuses; the journal is as it was
+[[nodiscard]] bool cutMarkJournal(MarkJournal &journal, std::optional<std::uintmax_t> length);
 
 /// Closes and removes the journal, for marks that are saved or given up.
 void dropMarkJournal(MarkJournal &journal);

@@ -30,6 +30,7 @@ struct ValueRange {
 struct LineRanges {
     ValueRange time;        // msec
     ValueRange data;        // dB/dt
+    ValueRange positive;    // dB/dt above 0
     ValueRange resistivity; // ohm-m of the layers
     ValueRange apparent;    // ohm-m
     ValueRange misfit;      // standard deviations
@@ -54,12 +55,16 @@ void addTimes(ValueRange &range, std::span<const float> times) {
     }
 }
 
-void addData(ValueRange &range, const SoundingRecord &sounding, std::size_t windows) {
+void addData(LineRanges &ranges, const SoundingRecord &sounding, std::size_t windows) {
+    const auto add = [&](float value) {
+        ranges.data.add(value);
+        ranges.positive.add(value > 0.0F ? value : MissingValue);
+    };
     for (std::size_t i = 0; i < windows; ++i) {
         if (!isSkipped(sounding.TEMerr[i])) {
-            range.add(sounding.TEMobs[i]);
+            add(sounding.TEMobs[i]);
         }
-        range.add(sounding.TEMcalc[i]);
+        add(sounding.TEMcalc[i]);
     }
 }
 
@@ -103,7 +108,7 @@ LineRanges rangesOf(const SurveyModel &survey) {
     for (const SoundingRecord &sounding : survey.soundings()) {
         const std::size_t windows = windowCount(sounding);
         addTimes(ranges.time, std::span(sounding.TWcenter).first(windows));
-        addData(ranges.data, sounding, windows);
+        addData(ranges, sounding, windows);
         addApparent(ranges.apparent, sounding, windows);
         addMisfit(ranges.misfit, survey.control, sounding);
         addModel(ranges, sounding);
@@ -144,6 +149,20 @@ void setDataLimits(PlotLimits &limits, const ValueRange &data) {
     }
 }
 
+// Full decades of what is above 0, two of them at least. What noise leaves far below the data does
+// not count.
+void setLogDataLimits(PlotLimits &limits, const ValueRange &positive) {
+    constexpr float leastRatio = 100.0F;
+    constexpr float mostDecades = 8.0F;
+    if (positive.isEmpty()) {
+        return;
+    }
+    const float upper = std::ceil(std::log10(positive.high));
+    const float lower = std::max(std::floor(std::log10(positive.low)), upper - mostDecades);
+    limits.PlotLogMin = powerOfTen(lower, 28.0F);
+    limits.PlotLogMax = std::max(powerOfTen(upper), limits.PlotLogMin * leastRatio);
+}
+
 // Full decades of resistivity, two of them at least.
 void setResistivityLimits(float &low, float &high, const ValueRange &range) {
     constexpr float leastRatio = 100.0F;
@@ -181,17 +200,18 @@ int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &
     const DateTime now = clockNow();
     date = dateText(now);
     time = timeText(now);
-    const PageStyle style = limits.style;
-    const int neighbours = limits.neighbours;
+    const PlotLimits before = limits;
     limits = PlotLimits{};
-    limits.style = style;
-    limits.neighbours = neighbours;
+    limits.style = before.style;
+    limits.logData = before.logData;
+    limits.neighbours = before.neighbours;
     if (survey.SoundingCount < 1) {
         return 1;
     }
     const LineRanges ranges = rangesOf(survey);
     setTimeLimits(limits, ranges.time);
     setDataLimits(limits, ranges.data);
+    setLogDataLimits(limits, ranges.positive);
     setModelLimits(limits, ranges);
     setResistivityLimits(limits.PlotAResMin, limits.PlotAResMax, ranges.apparent);
     setMisfitLimit(limits, ranges.misfit);

@@ -21,6 +21,9 @@ struct PlotLimits {
     float PlotTimeMax = 100.0F;          ///< msec
     float PlotDataMin = 0.0F;            ///< ArcSinh of dB/dt and of apparent resistivity
     float PlotDataMax = ArcSinh(1.0e4F); ///< ArcSinh
+    float PlotLogMin = 0.01F;            ///< dB/dt of the logarithmic data axis, above 0
+    float PlotLogMax = 1.0e4F;           ///< dB/dt
+    bool logData = false;                ///< the data axis is the logarithmic one
     float PlotResMin = 1.0F;             ///< ohm-m of the model, above 0
     float PlotResMax = 1000.0F;          ///< ohm-m
     float PlotDepthMin = -100.0F;        ///< LengthUnits below the surface, negative
@@ -41,7 +44,7 @@ struct PlotLimits {
 /// Skipped observations, missing values and numbers that are not finite do not count; where
 /// nothing is left, the limits are those of the initialisers. The result allows a plot for any
 /// content of the model.
-/// limits      replaced, but for the style and the neighbours
+/// limits      replaced, but for the style, the kind of the data axis and the neighbours
 /// date, time  of this moment, as the page shows them: "DD/MM/YYYY" and "hh:mm:ss"
 /// returns     0, or 1 without soundings; not reported
 int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &date,

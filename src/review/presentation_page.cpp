@@ -139,7 +139,7 @@ void drawSideLabel(std::string_view label) {
 void drawCurve(const CurvePoints &curve, const PagePanel &panel) {
     std::vector<float> places(curve.value.size());
     std::transform(curve.value.begin(), curve.value.end(), places.begin(),
-                   [&](float value) { return panel.placeOf(value); });
+                   [&](float value) { return panel.arcSinh ? ArcSinh(value) : value; });
     useColour(Colour::Blue, CurveWidth);
     PlotDrawLine(curve.time.data(), places.data(), static_cast<int>(curve.time.size()));
 }
@@ -161,6 +161,14 @@ void drawBar(float time, float low, float high) {
     PlotDrawLine(times.data(), ends.data(), 2);
 }
 
+// A value that is not above 0, at the foot of a logarithmic axis: an open mark without its error.
+void drawAtFoot(const ErrorPoint &point, float place) {
+    useMark(true);
+    useColour(point.skipped ? SkippedColour : Colour::Black,
+              point.skipped ? ThinLineWidth : CurveWidth);
+    PlotMarkers(&point.time, &place, 1, RingMarker);
+}
+
 // Skipped ones first, so that they hide nothing.
 void drawPoints(const std::vector<ErrorPoint> &points, const PagePanel &panel) {
     for (const bool skipped : {true, false}) {
@@ -169,13 +177,13 @@ void drawPoints(const std::vector<ErrorPoint> &points, const PagePanel &panel) {
                 continue;
             }
             const float place = panel.placeOf(point.value);
-            const float factor = std::exp(point.halfBar);
-            useMark(skipped);
-            if (panel.upward.logarithmic) {
-                drawBar(point.time, place / factor, place * factor);
-            } else {
-                drawBar(point.time, place - point.halfBar, place + point.halfBar);
+            if (panel.isAtFoot(point.value)) {
+                drawAtFoot(point, place);
+                continue;
             }
+            const ErrorBar bar = errorBar(panel, place, point.halfBar);
+            useMark(skipped);
+            drawBar(point.time, bar.low, bar.high);
             drawMark(point.time, place, skipped);
         }
     }
@@ -200,11 +208,10 @@ void drawNote(const PagePanel &panel, std::string_view text) {
                     0.5F);
 }
 
-void drawDataPlot(const Presented &page) {
-    const PagePanel panel = dataPanel(page.limits);
-    const DataAxisTicks ticks = presentedDataTicks(page.limits.PlotDataMin, page.limits.PlotDataMax,
+void drawArcSinhFrame(const PagePanel &panel) {
+    const DataAxisTicks ticks = presentedDataTicks(static_cast<float>(panel.upward.min),
+                                                   static_cast<float>(panel.upward.max),
                                                    panel.frame.top - panel.frame.bottom);
-    layPresented(panel);
     drawGrid(panel, ticks.places);
     drawFrame(panel);
     selectTextSize(SmallTickSize);
@@ -214,6 +221,18 @@ void drawDataPlot(const Presented &page) {
     PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
     PlotTickLabels(ticks.labels);
     PlotYAxis();
+}
+
+void drawDataPlot(const Presented &page) {
+    const PagePanel panel = dataPanel(page.limits);
+    layPresented(panel);
+    if (panel.arcSinh) {
+        drawArcSinhFrame(panel);
+    } else {
+        drawGrid(panel, numberedTicks(panel.upward));
+        drawFrame(panel);
+        PlotYAxis();
+    }
     drawSideLabel(withUnit("dB/dt", page.control.TEMUnits.view()));
     drawZeroLine(panel);
     drawNeighbourData(page.neighbours, panel);

@@ -9,12 +9,22 @@
 #include "review/review_panel.h"
 #include "toolkit/toolkit.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
 
 namespace keldrin {
+
+/// What a click has done to marks, for a second press that makes it a double click.
+struct ClickedMarks {
+    bool isLast = false;   ///< nothing was done since
+    bool recorded = false; ///< it is the last step of the history
+    bool aimedBefore = false;
+    bool hitBefore = false;
+    std::optional<std::uintmax_t> journalLength = {}; ///< before it
+};
 
 /// One entry of the review.
 struct Review {
@@ -23,16 +33,21 @@ struct Review {
     std::string &path;
     const ReloadProject &reload;
     const LinePages &pages;
-    PlotLimits limits = {};
-    std::string date = {}; ///< of the entry
+    PlotLimits limits = {}; ///< on show
+    PlotLimits whole = {};  ///< the same before all zooms
+    std::string date = {};  ///< of the entry
     std::string time = {};
     MarkHistory history = {};
     MarkJournal journal = {};
     std::optional<LiveSkip> autoSkip = {}; ///< its dialog is open
-    bool aimed = false;                    ///< at a mark, hit or not
-    bool hit = false;                      ///< a mark has changed
+    ClickedMarks click = {};
+    bool aimed = false; ///< at a mark, hit or not
+    bool hit = false;   ///< a mark has changed
     bool stays = true;
     bool panelOpen = false;
+    bool valuesWanted = false; ///< the table of values is on show with the panel
+    bool valuesOpen = false;
+    int valuesStation = 0;       ///< ordinal of the sounding in the table
     bool redraws = true;         ///< the page is drawn anew after this event
     std::string typedPlace = {}; ///< a number that is being typed on the page, see review_place.h
     int status = 0;
@@ -49,6 +64,7 @@ std::span<const ReviewBinding> walkBindings();      ///< from sounding to soundi
 std::span<const ReviewBinding> placeBindings();     ///< to a station or an ordinal
 std::span<const ReviewBinding> markBindings();      ///< skip marks, undo
 std::span<const ReviewBinding> plotBindings();      ///< limits, printing, files
+std::span<const ReviewBinding> zoomBindings();      ///< kind of the data axis
 std::span<const ReviewBinding> autoSkipBindings();  ///< what filters would skip
 std::span<const ReviewBinding> neighbourBindings(); ///< soundings behind the one on show
 
@@ -59,6 +75,14 @@ inline void showStation(Review &review, int station) {
 
 /// Does something to marks, on purpose: one step of undo, which the journal keeps too.
 void actOnMarks(Review &review, const std::function<void()> &change);
+
+/// The marks of a step as they now are, on the disk.
+void journalStep(Review &review, const MarkStep &step);
+
+/// The second press of a double click gives the zoomed plot under it its whole axes again, and
+/// takes back what the first press has marked, exactly. False, with nothing done, for any other
+/// press.
+bool zoomBack(Review &review, const ToolkitEvent &event);
 
 /// Digits begin a number that Enter goes to, wherever the focus is; Backspace and Esc take one or
 /// all of them back, and whatever else the user does forgets them.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <span>
 #include <utility>
@@ -40,10 +41,20 @@ bool recordMarks(MarkHistory &history, MarkStep step) {
     if (step.isEmpty()) {
         return false;
     }
+    const auto first = history.steps.begin() + static_cast<std::ptrdiff_t>(history.applied);
+    history.dropped.assign(std::make_move_iterator(first),
+                           std::make_move_iterator(history.steps.end()));
     history.steps.resize(history.applied);
     history.steps.push_back(std::move(step));
     history.applied = history.steps.size();
     return true;
+}
+
+void forgetLastMarks(MarkHistory &history, SurveyModel &model) {
+    undoMarks(history, model);
+    history.steps.resize(history.applied);
+    std::move(history.dropped.begin(), history.dropped.end(), std::back_inserter(history.steps));
+    history.dropped.clear();
 }
 
 const MarkStep *undoMarks(MarkHistory &history, SurveyModel &model) {
@@ -68,6 +79,7 @@ void keepUndoneMarks(MarkHistory &history) {
     const auto applied = static_cast<std::ptrdiff_t>(history.applied);
     history.steps.erase(history.steps.begin(), history.steps.begin() + applied);
     history.applied = 0;
+    history.dropped.clear();
 }
 
 void rebaseUndoneMarks(MarkHistory &history, const SurveyModel &model) {

@@ -35,8 +35,9 @@ struct MarkStep {
 };
 
 struct MarkHistory {
-    std::vector<MarkStep> steps; ///< the oldest first
-    std::size_t applied = 0;     ///< the steps after this many have been taken back
+    std::vector<MarkStep> steps;        ///< the oldest first
+    std::size_t applied = 0;            ///< the steps after this many have been taken back
+    std::vector<MarkStep> dropped = {}; ///< by the step recorded last: had been taken back before
 };
 
 /// Notes what an action has done to a sounding, from its errors before and after.
@@ -46,6 +47,10 @@ void noteChanges(MarkStep &step, int station, const WindowReals &before, const W
 /// was taken back before.
 /// returns  true when it was kept
 bool recordMarks(MarkHistory &history, MarkStep step);
+
+/// Makes the step recorded last as if it had never been: the marks, and what it dropped.
+/// history  none of its steps has been taken back since
+void forgetLastMarks(MarkHistory &history, SurveyModel &model);
 
 /// Take the last action back, or bring again the one taken back last.
 /// model    must hold the soundings that were recorded

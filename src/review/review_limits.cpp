@@ -79,10 +79,25 @@ void takeAxis(const AxisLimits &axis, const PlotLimitsAnswers &answers, PlotLimi
         std::swap(maximum, minimum);
     }
     maximum = widenedMaximum(maximum, minimum, axis.kind);
-    if (isOnAxis(maximum, axis.kind) && maximum.kept > minimum.kept) {
+    const bool onAxis = isOnAxis(maximum, axis.kind) && isOnAxis(minimum, axis.kind);
+    if (onAxis && maximum.kept > minimum.kept) {
         limits.*axis.maximum = maximum.kept;
         limits.*axis.minimum = minimum.kept;
     }
+}
+
+// The axes of the page on show, which has one data axis.
+std::array<AxisLimits, Axes.size()> axesOf(const PlotLimits &limits) {
+    std::array<AxisLimits, Axes.size()> axes = Axes;
+    if (limits.logData) {
+        axes[0] = {&PlotLimitsAnswers::data, &PlotLimits::PlotLogMax, &PlotLimits::PlotLogMin,
+                   AxisKind::Logarithmic};
+    }
+    return axes;
+}
+
+bool isTouched(const AxisEnds &ends, const AxisEnds &before) {
+    return ends.maximum != before.maximum || ends.minimum != before.minimum;
 }
 
 PlotLimitsAnswers answersOf(const SurveyModel &survey, const PlotLimits &limits) {
@@ -90,7 +105,7 @@ PlotLimitsAnswers answersOf(const SurveyModel &survey, const PlotLimits &limits)
     answers.dataUnits = survey.control.TEMUnits.str();
     answers.lengthUnits = survey.control.LengthUnits.str();
     answers.style = static_cast<int>(limits.style) + 1;
-    for (const AxisLimits &axis : Axes) {
+    for (const AxisLimits &axis : axesOf(limits)) {
         answers.*axis.shown = {limitKept(limits.*axis.maximum, axis.kind).shown,
                                limitKept(limits.*axis.minimum, axis.kind).shown};
     }
@@ -102,12 +117,15 @@ PlotLimitsAnswers answersOf(const SurveyModel &survey, const PlotLimits &limits)
 int Review_EditLimits(const SurveyModel &survey, PlotLimits &limits) {
     CheckGraphicsError();
     PlotLimitsAnswers answers = answersOf(survey, limits);
+    const PlotLimitsAnswers before = answers;
     const DialogAnswer answer = askDialog(PlotLimitsDialog, answers);
     if (!answer.confirmed()) {
         return 1;
     }
-    for (const AxisLimits &axis : Axes) {
-        takeAxis(axis, answers, limits);
+    for (const AxisLimits &axis : axesOf(limits)) {
+        if (isTouched(answers.*axis.shown, before.*axis.shown)) {
+            takeAxis(axis, answers, limits);
+        }
     }
     limits.style = answers.style == 1 ? PageStyle::Standard : PageStyle::Presentation;
     reportUnreadFields(answer.unread);

@@ -13,6 +13,7 @@
 #include "review/review_panel.h"
 #include "review/review_pointer.h"
 #include "review/review_save.h"
+#include "review/review_values.h"
 #include "review/sounding_plot.h"
 #include "toolkit/control_ids.h"
 
@@ -89,7 +90,9 @@ void drawStation(Review &review) {
 void openPanel(Review &review) {
     review.panelOpen = true;
     openDialog(ReviewDialog, panelOf(review), DialogModeless);
+    openValues(review);
     ToolkitPointerText([&review](float x, float y) {
+        pointAtValues(review, x, y);
         return reviewPointerText(review.survey, review.limits, review.state.ReviewStation, x, y);
     });
 }
@@ -101,6 +104,7 @@ void closePanel(Review &review) {
     review.panelOpen = false;
     closeAutoSkip(review);
     ToolkitPointerText({});
+    closeValues(review);
     closeDialog(ReviewDialog);
     blankPage();
 }
@@ -133,6 +137,8 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
     if (servesTypedPlace(review, event) || serveAutoSkip(review, event)) {
         return;
     }
+    const bool second = event.type == EventMouseDown && event.second;
+    review.click.isLast = review.click.isLast && (second || event.type == EventMouseUp);
     if (const char key = pageKeyOf(review, event)) {
         showLinePages(review, key);
         return;
@@ -140,9 +146,9 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
     if (event.type == EventMouseDown && event.window != 0) {
         return;
     }
-    for (const auto &bindings :
-         {std::span<const ReviewBinding>(Bindings), walkBindings(), placeBindings(), markBindings(),
-          plotBindings(), autoSkipBindings(), neighbourBindings()}) {
+    for (const auto &bindings : {std::span<const ReviewBinding>(Bindings), walkBindings(),
+                                 placeBindings(), markBindings(), plotBindings(), zoomBindings(),
+                                 valuesBindings(), autoSkipBindings(), neighbourBindings()}) {
         const auto binding =
             std::find_if(bindings.begin(), bindings.end(), [&](const ReviewBinding &b) {
                 return b.type == event.type && b.value == event.value;
@@ -204,6 +210,7 @@ void serveReview(Review &review) {
     while (review.stays) {
         showUnsavedMarks(review.history);
         showTransmitter(review);
+        showValues(review);
         WDialogSelect(ReviewDialog.number); // another dialog may have been selected since
         putField(ReviewDialog, ReviewControl::Station, panelOf(review));
         putField(ReviewDialog, ReviewControl::Place, panelOf(review));
@@ -240,7 +247,9 @@ int Review_Loop(SurveyModel &survey, ReviewState &state, std::string &path,
     offerUndoneMarks(review);
     review.limits.style = state.style;
     review.limits.neighbours = state.neighbours;
+    review.limits.logData = state.logData;
     Plot_AutoLimits(survey, review.limits, review.date, review.time);
+    review.whole = review.limits;
     drawStation(review);
     openPanel(review);
     serveReview(review);

@@ -18,6 +18,7 @@ struct ReviewState {
     int ReviewCount = 0;     ///< SoundingCount at the last entry; another one starts at sounding 1
     MarkHistory undone = {}; ///< marks that Redo brings back: undone or cancelled in this project
     PageStyle style = PageStyle::Standard; ///< of the page
+    bool logData = false;                  ///< its data axis is the logarithmic one
     int neighbours = 0;                    ///< soundings on each side of it that are drawn in grey
     AutoSkipSettings autoSkip = {};        ///< of the last Continue of Auto Skip, here or elsewhere
     FurtherSkipSettings furtherSkip = {};

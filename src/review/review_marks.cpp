@@ -5,6 +5,7 @@
 #include "page/drawing.h"
 #include "review/copy_marks_dialog.h"
 #include "review/mark_travel.h"
+#include "review/plot_zoom.h"
 #include "review/review_skip.h"
 
 #include <algorithm>
@@ -21,18 +22,6 @@
 namespace keldrin {
 
 namespace {
-
-// The marks of a step as they now are, on the disk.
-void journalStep(Review &review, const MarkStep &step) {
-    std::vector<LineWindow> windows;
-    windows.reserve(step.changes.size());
-    for (const MarkChange &change : step.changes) {
-        windows.push_back({change.station, change.window});
-    }
-    const bool cutoff = step.cutoff.before != step.cutoff.after;
-    appendMarks(review.journal, review.survey, windows,
-                cutoff ? std::optional(review.survey.control.DataCutoff) : std::nullopt);
-}
 
 // The sounding that was changed comes on show.
 void showChanged(Review &review, const MarkStep *step) {
@@ -51,12 +40,15 @@ void redo(Review &review, const ToolkitEvent & /*event*/) {
     showChanged(review, redoMarks(review.history, review.survey));
 }
 
+bool isClick(const PageBox &box) {
+    constexpr float leastBox = 0.1F; // cm^2
+    return std::fabs(box.xHigh - box.xLow) * std::fabs(box.yHigh - box.yLow) < leastBox;
+}
+
 void changeMarks(Review &review, int flag, const PageBox &box) {
-    constexpr float leastBox = 0.1F; // cm^2; a smaller one is a click
     constexpr float clickRadius = 0.5F;
-    const float area = std::fabs(box.xHigh - box.xLow) * std::fabs(box.yHigh - box.yLow);
     const int station = review.state.ReviewStation;
-    if (area >= leastBox) {
+    if (!isClick(box)) {
         Review_SkipBox(review.survey, review.limits, station, flag, box);
     } else {
         Review_SkipPoint(review.survey, review.limits, station, flag, box.xLow, box.yLow,
@@ -79,13 +71,14 @@ void changeFarther(Review &review, int flag, Reach reach, const PageBox &box) {
     }
 }
 
-template <int flag, Reach reach = Reach::Windows>
-void markByMouse(Review &review, const ToolkitEvent &event) {
-    PageBox box;
-    if (Review_Rubberband(event, box) != 0) {
-        review.redraws = false;
-        return;
-    }
+// Follows the mouse; what else ends the band leaves everything as it is.
+bool followMouse(Review &review, const ToolkitEvent &event, PageBox &box) {
+    review.redraws = Review_Rubberband(event, box) == 0;
+    return review.redraws;
+}
+
+template <int flag, Reach reach>
+void markInBox(Review &review, const PageBox &box) {
     actOnMarks(review, [&] {
         if (reach == Reach::Windows) {
             changeMarks(review, flag, box);
@@ -93,6 +86,40 @@ void markByMouse(Review &review, const ToolkitEvent &event) {
             changeFarther(review, flag, reach, box);
         }
     });
+}
+
+template <int flag, Reach reach = Reach::Windows>
+void markByMouse(Review &review, const ToolkitEvent &event) {
+    PageBox box;
+    if (followMouse(review, event, box)) {
+        markInBox<flag, reach>(review, box);
+    }
+}
+
+// A click may be the first of two, see zoomBack().
+void pressLeft(Review &review, const ToolkitEvent &event) {
+    PageBox box;
+    if (zoomBack(review, event) || !followMouse(review, event, box)) {
+        return;
+    }
+    const std::size_t steps = review.history.applied;
+    const ClickedMarks before = {isClick(box), false, review.aimed, review.hit,
+                                 markJournalLength(review.journal)};
+    markInBox<SetMark, Reach::Windows>(review, box);
+    review.click = before;
+    review.click.recorded = review.history.applied > steps;
+}
+
+void zoomByMouse(Review &review, const ToolkitEvent &event) {
+    PageBox box;
+    if (!followMouse(review, event, box)) {
+        return;
+    }
+    if (isClick(box)) {
+        markInBox<SetMark, Reach::InAllSoundings>(review, box);
+    } else {
+        zoomPlot(review.limits, box);
+    }
 }
 
 void copyMarksElsewhere(Review &review, const ToolkitEvent & /*event*/) {
@@ -120,19 +147,29 @@ constexpr std::array Bindings = {
     ReviewBinding{EventKey, KeyWithCtrl | 'Z', undo},
     ReviewBinding{EventKey, KeyWithCtrl | 'Y', redo},
     ReviewBinding{EventKey, KeyWithCtrl | KeyWithShift | 'Z', redo},
-    ReviewBinding{EventMouseDown, MouseLeft, markByMouse<SetMark>},
+    ReviewBinding{EventMouseDown, MouseLeft, pressLeft},
     ReviewBinding{EventMouseDown, MouseRight, markByMouse<ClearMark>},
     ReviewBinding{EventMouseDown, withKey(MouseLeft, KeyWithShift),
                   markByMouse<SetMark, Reach::AndLater>},
     ReviewBinding{EventMouseDown, withKey(MouseRight, KeyWithShift),
                   markByMouse<ClearMark, Reach::AndLater>},
-    ReviewBinding{EventMouseDown, withKey(MouseLeft, KeyWithCtrl),
-                  markByMouse<SetMark, Reach::InAllSoundings>},
+    ReviewBinding{EventMouseDown, withKey(MouseLeft, KeyWithCtrl), zoomByMouse},
     ReviewBinding{EventMouseDown, withKey(MouseRight, KeyWithCtrl),
                   markByMouse<ClearMark, Reach::InAllSoundings>},
 };
 
 } // namespace
+
+void journalStep(Review &review, const MarkStep &step) {
+    std::vector<LineWindow> windows;
+    windows.reserve(step.changes.size());
+    for (const MarkChange &change : step.changes) {
+        windows.push_back({change.station, change.window});
+    }
+    const bool cutoff = step.cutoff.before != step.cutoff.after;
+    appendMarks(review.journal, review.survey, windows,
+                cutoff ? std::optional(review.survey.control.DataCutoff) : std::nullopt);
+}
 
 void actOnMarks(Review &review, const std::function<void()> &change) {
     MarkStep step = changesOf(review.survey, review.state.ReviewStation, change);

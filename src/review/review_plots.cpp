@@ -2,6 +2,7 @@
 
 #include "review/hardcopy.h"
 #include "review/plot_document.h"
+#include "review/plot_zoom.h"
 #include "review/review_limits.h"
 #include "review/review_panel.h"
 
@@ -23,7 +24,9 @@ void plotAll(Review &review, const ToolkitEvent & /*event*/) {
 }
 
 void editLimits(Review &review, const ToolkitEvent & /*event*/) {
+    const PlotLimits before = review.limits;
     Review_EditLimits(review.survey, review.limits);
+    keepSetLimits(review.whole, before, review.limits);
     review.state.style = review.limits.style;
 }
 

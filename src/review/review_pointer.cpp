@@ -189,7 +189,30 @@ std::string modelText(const SurveyModel &survey, const SoundingRecord &sounding,
                                                        : stepText(sounding, place.upward));
 }
 
+std::vector<MarkedPanel> panelsUnder(const ControlValues &control, const SoundingRecord &sounding,
+                                     const PlotLimits &limits, float x, float y) {
+    std::vector<MarkedPanel> panels = markedPanels(control, sounding, limits);
+    std::erase_if(panels, [=](const MarkedPanel &marks) {
+        return !marks.panel.holds(x, y) || !marks.panel.isUsable();
+    });
+    return panels;
+}
+
 } // namespace
+
+int windowUnder(const SurveyModel &survey, const PlotLimits &limits, int station, float x,
+                float y) {
+    if (!hasSoundingPlot(survey, station)) {
+        return 0;
+    }
+    const SoundingRecord &sounding = survey.sounding(station);
+    const std::vector<MarkedPanel> panels = panelsUnder(survey.control, sounding, limits, x, y);
+    if (panels.empty()) {
+        return 0;
+    }
+    const NearestPoint nearest = nearestPoint(sounding, panels, x, y);
+    return nearest.marks != nullptr ? static_cast<int>(nearest.window) + 1 : 0;
+}
 
 std::string reviewPointerText(const SurveyModel &survey, const PlotLimits &limits, int station,
                               float x, float y) {
@@ -197,10 +220,7 @@ std::string reviewPointerText(const SurveyModel &survey, const PlotLimits &limit
         return "";
     }
     const SoundingRecord &sounding = survey.sounding(station);
-    std::vector<MarkedPanel> panels = markedPanels(survey.control, sounding, limits);
-    std::erase_if(panels, [=](const MarkedPanel &marks) {
-        return !marks.panel.holds(x, y) || !marks.panel.isUsable();
-    });
+    const std::vector<MarkedPanel> panels = panelsUnder(survey.control, sounding, limits, x, y);
     if (!panels.empty()) {
         return dataText(survey, sounding, panels, x, y);
     }

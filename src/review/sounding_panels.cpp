@@ -50,9 +50,13 @@ std::vector<float> resistivitiesOf(const SoundingRecord &sounding) {
 } // namespace
 
 PagePanel dataPanel(const PlotLimits &limits) {
-    const PlotScale values = scaleOf(limits.PlotDataMin, limits.PlotDataMax, false);
+    constexpr double footHeight = 0.012; // of the plot: a mark upon the axis is seen whole
+    const PlotScale values = limits.logData
+                                 ? scaleOf(limits.PlotLogMin, limits.PlotLogMax, true)
+                                 : scaleOf(limits.PlotDataMin, limits.PlotDataMax, false);
     PagePanel panel = timePanel(limits, PresentedDataFrame, values);
-    panel.arcSinh = true;
+    panel.arcSinh = !limits.logData;
+    panel.foot = limits.logData ? static_cast<float>(values.valueAt(footHeight)) : 0.0F;
     if (isStandard(limits)) {
         panel.frame = DataFrame;
         panel.viewport = DataViewport;

@@ -6,6 +6,7 @@
 #include "review/page_layout.h"
 #include "review/plot_limits.h"
 
+#include <cmath>
 #include <vector>
 
 namespace keldrin {
@@ -20,13 +21,17 @@ struct PagePanel {
     PlotScale across;   ///< msec, or ohm-m
     PlotScale upward;
     bool arcSinh = false; ///< values stand at their ArcSinh
+    float foot = 0.0F;    ///< where a logarithmic data axis has values that are not above 0; 0 none
 
     [[nodiscard]] bool isUsable() const { return across.isUsable() && upward.isUsable(); }
     [[nodiscard]] bool holds(float x, float y) const {
         return x >= frame.left && x <= frame.right && y >= frame.bottom && y <= frame.top;
     }
     /// Where a value stands on the axis upward, in its units.
-    [[nodiscard]] float placeOf(float value) const { return arcSinh ? ArcSinh(value) : value; }
+    [[nodiscard]] float placeOf(float value) const {
+        return arcSinh ? ArcSinh(value) : isAtFoot(value) ? foot : value;
+    }
+    [[nodiscard]] bool isAtFoot(float value) const { return foot > 0.0F && !(value > 0.0F); }
     [[nodiscard]] double valueAt(double place) const { return arcSinh ? std::sinh(place) : place; }
 };
 
@@ -34,6 +39,22 @@ PagePanel dataPanel(const PlotLimits &limits);
 PagePanel resistivityPanel(const PlotLimits &limits); ///< the standard page has it on the data
 PagePanel misfitPanel(const PlotLimits &limits);      ///< of the presentation alone
 PagePanel modelPanel(const PlotLimits &limits);
+
+/// The ends of an error bar on the axis upward.
+struct ErrorBar {
+    float low = 0.0F;
+    float high = 0.0F;
+};
+
+/// place    of the value on the axis
+/// halfBar  in ArcSinh units, or as a logarithm
+inline ErrorBar errorBar(const PagePanel &panel, float place, float halfBar) {
+    if (!panel.upward.logarithmic) {
+        return {place - halfBar, place + halfBar};
+    }
+    const float factor = std::exp(halfBar);
+    return {place / factor, place * factor};
+}
 
 /// Makes a panel the plot in force.
 void layPanel(const PagePanel &panel);

@@ -47,10 +47,7 @@ void setUpDataPlot(const PlotLimits &limits) {
     PlotNumberReach(DataFrame.left - LabelRoom);
 }
 
-void drawDataAxes(const PlotLimits &limits, std::string_view unit) {
-    PlotFrame();
-    selectTextSize(NumberSize);
-    PlotXAxis();
+void drawArcSinhTicks(const PlotLimits &limits) {
     const DataAxisTicks ticks = dataAxisTicks(limits.PlotDataMin, limits.PlotDataMax);
     PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
     PlotTickLabels(ticks.labels);
@@ -59,25 +56,45 @@ void drawDataAxes(const PlotLimits &limits, std::string_view unit) {
     PlotTickPositions(ticks.small.data(), static_cast<int>(ticks.small.size()));
     PlotYAxis();
     PlotTickPositions(nullptr, -1);
+}
+
+void drawDataAxes(const PlotLimits &limits, std::string_view unit) {
+    PlotFrame();
+    selectTextSize(NumberSize);
+    PlotXAxis();
+    if (limits.logData) {
+        PlotYAxis();
+    } else {
+        drawArcSinhTicks(limits);
+    }
     selectTextSize(LabelSize);
     PlotXLabel("Time (msec)");
     PlotYLabel(joined("dB/dt (", unit, ")"));
 }
 
-void drawCurve(const CurvePoints &curve, std::string_view colour) {
+// A curve leaves a logarithmic axis where it is not above 0.
+void drawCurve(const CurvePoints &curve, const PagePanel &panel, std::string_view colour) {
     IGrColour(colour);
     std::vector<float> places(curve.value.size());
-    std::transform(curve.value.begin(), curve.value.end(), places.begin(), ArcSinh);
+    std::transform(curve.value.begin(), curve.value.end(), places.begin(),
+                   [&](float value) { return panel.arcSinh ? ArcSinh(value) : value; });
     PlotDrawLine(curve.time.data(), places.data(), static_cast<int>(curve.time.size()));
 }
 
-void drawPoints(const std::vector<ErrorPoint> &points, int marker, std::string_view colour) {
+// At the foot of a logarithmic axis a mark is open, and its error has no place.
+void drawPoints(const std::vector<ErrorPoint> &points, const PagePanel &panel, int marker,
+                std::string_view colour) {
     for (const ErrorPoint &point : points) {
         IGrColour(point.skipped ? "RED" : colour);
-        const float place = ArcSinh(point.value);
+        const float place = panel.placeOf(point.value);
+        if (panel.isAtFoot(point.value)) {
+            PlotMarkers(&point.time, &place, 1, RingMarker);
+            continue;
+        }
         PlotMarkers(&point.time, &place, 1, marker);
         const std::array<float, 2> times = {point.time, point.time};
-        const std::array<float, 2> ends = {place - point.halfBar, place + point.halfBar};
+        const ErrorBar bar = errorBar(panel, place, point.halfBar);
+        const std::array<float, 2> ends = {bar.low, bar.high};
         PlotDrawLine(times.data(), ends.data(), 2);
     }
 }
@@ -87,14 +104,15 @@ void drawDataPlot(const PlotLimits &limits, const SoundingCurves &curves, std::s
     setUpDataPlot(limits);
     drawDataAxes(limits, unit);
     CheckGraphicsError("Plot_Sounding: data axes");
-    drawNeighbourData(neighbours, dataPanel(limits));
+    const PagePanel panel = dataPanel(limits);
+    drawNeighbourData(neighbours, panel);
     drawNeighbourResistivities(neighbours, resistivityPanel(limits));
-    drawCurve(curves.calculated, "BLACK");
-    drawPoints(curves.observed, PlusMarker, "BLACK");
-    drawCurve(curves.calculatedResistivity, "BLUE");
-    drawPoints(curves.resistivity, DotMarker, "BLUE");
+    drawCurve(curves.calculated, panel, "BLACK");
+    drawPoints(curves.observed, panel, PlusMarker, "BLACK");
+    drawCurve(curves.calculatedResistivity, panel, "BLUE");
+    drawPoints(curves.resistivity, panel, DotMarker, "BLUE");
     IGrColour("BLACK");
-    if (limits.PlotDataMin < 0.0F) {
+    if (panel.arcSinh && limits.PlotDataMin < 0.0F) {
         const std::array<float, 2> times = {limits.PlotTimeMin, limits.PlotTimeMax};
         const std::array<float, 2> zero = {0.0F, 0.0F};
         PlotDrawLine(times.data(), zero.data(), 2);

@@ -171,12 +171,14 @@ void putFraction(ControlState &control, double fraction) {
 }
 
 void putTable(ControlState &control, const TableContent &table) {
-    control.rows.clear();
-    control.index = 0;
-    if (control.table != table) {
-        control.table = table;
-        ++control.tableChanges;
+    if (control.table == table) {
+        return;
     }
+    control.table = table;
+    ++control.tableChanges;
+    putRows(control, TableRows(control.rows));
+    const int count = static_cast<int>(table.rows.size());
+    control.index = control.index <= count ? control.index : 0;
 }
 
 void putRows(ControlState &control, const TableRows &rows) {

@@ -87,7 +87,7 @@ void putLimits(ControlState &control, double low, double high);
 /// How far a bar is, 0 to 1; below 0 the end is not known.
 void putFraction(ControlState &control, double fraction);
 
-/// Puts rows and columns, without any selected.
+/// Puts rows and columns. Rows that are still there stay selected.
 void putTable(ControlState &control, const TableContent &table);
 /// Selects those of the rows that the table has.
 void putRows(ControlState &control, const TableRows &rows);

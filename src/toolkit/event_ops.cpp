@@ -54,7 +54,7 @@ RawEvent asChosen(const RawEvent &raw) {
 }
 
 void deliver(const RawEvent &raw, ToolkitEvent &event) {
-    event = {raw.type, raw.value, raw.window, 0.0F, 0.0F};
+    event = {raw.type, raw.value, raw.window, 0.0F, 0.0F, raw.second};
     if (isMouse(raw.type)) {
         unitsFromFraction(raw.pageX, raw.pageY, event.x, event.y);
     }

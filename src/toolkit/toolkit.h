@@ -44,6 +44,7 @@ struct ToolkitEvent {
     int window = 0; ///< 0 the root window, else the dialog's number
     float x = 0.0F; ///< mouse position in the drawing units in force when the event was fetched
     float y = 0.0F;
+    bool second = false; ///< the second press of a double click, which is a press like any
 };
 
 enum ToolkitKey : int {
@@ -226,7 +227,8 @@ void WDialogPutDouble(int id, double value, std::string_view format);
 void WDialogPutCheckBox(int id, bool on);
 void WDialogPutMenu(int id, const std::vector<std::string> &entries, int selected);
 void WDialogPutTrackbar(int id, int value);
-void WDialogPutTable(int id, const TableContent &table);   ///< no row is selected then
+void WDialogPutTable(int id,
+                     const TableContent &table); ///< rows stay selected that are still there
 void WDialogPutRows(int id, const std::vector<int> &rows); ///< selects rows, from 1
 /// Points at a row of a table and brings it on show, the selection being left as it is; 0: none.
 void WDialogPointAtRow(int id, int row);
