@@ -158,12 +158,11 @@ bool cutMarkJournal(MarkJournal &journal, std::optional<std::uintmax_t> length) 
         return true;
     }
     journal.file.close(); // the next mark opens it again
-    std::error_code error;
-    if (length) {
-        std::filesystem::resize_file(journal.path, *length, error);
-    } else {
-        std::filesystem::remove(journal.path, error);
+    if (!length) {
+        return !pathExists(journal.path) || fileOperations().remove(journal.path) == 0;
     }
+    std::error_code error;
+    std::filesystem::resize_file(journal.path, *length, error);
     return !error;
 }
 

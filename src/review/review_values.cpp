@@ -46,11 +46,16 @@ TableRows selectedRows() {
 
 template <int flag>
 void markRows(Review &review, const ToolkitEvent & /*event*/) {
-    const TableRows rows = review.valuesOpen ? selectedRows() : TableRows{};
-    review.redraws = !rows.empty();
+    review.redraws = false;
+    if (!review.valuesOpen) {
+        return;
+    }
+    const TableRows rows = selectedRows();
+    ToolkitStatus(StatusPart::Notice, rows.empty() ? "Select rows of the table first." : "");
     if (rows.empty()) {
         return;
     }
+    review.redraws = true;
     SoundingRecord &sounding = review.survey.sounding(review.state.ReviewStation);
     actOnMarks(review, [&] {
         for (const int row : rows) {

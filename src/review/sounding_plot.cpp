@@ -47,8 +47,7 @@ void setUpDataPlot(const PlotLimits &limits) {
     PlotNumberReach(DataFrame.left - LabelRoom);
 }
 
-void drawArcSinhTicks(const PlotLimits &limits) {
-    const DataAxisTicks ticks = dataAxisTicks(limits.PlotDataMin, limits.PlotDataMax);
+void drawDataTicks(const DataAxisTicks &ticks) {
     PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
     PlotTickLabels(ticks.labels);
     PlotYAxis();
@@ -62,11 +61,8 @@ void drawDataAxes(const PlotLimits &limits, std::string_view unit) {
     PlotFrame();
     selectTextSize(NumberSize);
     PlotXAxis();
-    if (limits.logData) {
-        PlotYAxis();
-    } else {
-        drawArcSinhTicks(limits);
-    }
+    drawDataTicks(limits.logData ? logDataAxisTicks(limits.PlotLogMin, limits.PlotLogMax)
+                                 : dataAxisTicks(limits.PlotDataMin, limits.PlotDataMax));
     selectTextSize(LabelSize);
     PlotXLabel("Time (msec)");
     PlotYLabel(joined("dB/dt (", unit, ")"));

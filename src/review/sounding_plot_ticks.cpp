@@ -100,6 +100,25 @@ DataAxisTicks presentedDataTicks(float low, float high, float extent) {
     return ticks;
 }
 
+DataAxisTicks logDataAxisTicks(float low, float high) {
+    constexpr double firstWithExponent = 1.0e4;
+    const PlotScale scale = {static_cast<double>(low), static_cast<double>(high), true};
+    DataAxisTicks ticks;
+    for (const PlotTick &tick : automaticTicks(scale)) {
+        if (tick.small) {
+            ticks.small.push_back(static_cast<float>(tick.value));
+            continue;
+        }
+        const double exponent = std::floor(std::log10(tick.value) + 1.0e-9);
+        ticks.places.push_back(static_cast<float>(tick.value));
+        ticks.labels.push_back(tick.value < firstWithExponent
+                                   ? tickText(tick.value)
+                                   : tickText(tick.value / std::pow(10.0, exponent)) + "e" +
+                                         std::to_string(static_cast<int>(exponent)));
+    }
+    return ticks;
+}
+
 DataAxisTicks dataAxisTicks(float low, float high) {
     DataAxisTicks ticks;
     for (int n = -LastDecade; n <= LastDecade; ++n) {

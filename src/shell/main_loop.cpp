@@ -250,7 +250,8 @@ void tellRest(const Shell &shell) {
 }
 
 void forgetSettings(Shell &shell) {
-    shell.autoSkip = {};
+    shell.review.autoSkip = {};
+    shell.review.furtherSkip = {};
     shell.review.undone = {};
 }
 

@@ -170,7 +170,7 @@ TEST_P(DialogLayout, LettersAreUniqueAndFieldsHaveNames) {
 
 INSTANTIATE_TEST_SUITE_P(AllDialogs, DialogLayout,
                          testing::Combine(testing::Values(101, 102, 103, 104, 106, 108, 110, 121,
-                                                          122),
+                                                          122, 150),
                                           testing::Values(8, 11, 16)));
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "review/review_pointer.h"
 #include "review/sounding_panels.h"
 #include "review/sounding_plot.h"
+#include "review/sounding_plot_ticks.h"
 #include "review/window_values.h"
 
 #include "page/drawing.h"
@@ -136,6 +137,20 @@ TEST(LogDataAxis, HoldsFullDecadesOfWhatIsAboveZero) {
     EXPECT_FLOAT_EQ(limits.PlotLogMin, 1.0e-4F) << "eight decades and no more";
 }
 
+TEST(LogDataAxis, HasShortNumbersInWideAndNarrowRanges) {
+    const DataAxisTicks wide = logDataAxisTicks(0.01F, 1.0e6F);
+    EXPECT_EQ(wide.labels, (std::vector<std::string>{"0.01", "0.1", "1", "10", "100", "1000", "1e4",
+                                                     "1e5", "1e6"}));
+    EXPECT_EQ(wide.places.back(), 1.0e6F);
+    EXPECT_EQ(wide.small.size(), 64U);
+    EXPECT_EQ(logDataAxisTicks(90000.0F, 250000.0F).labels,
+              (std::vector<std::string>{"1e5", "2e5"}));
+    EXPECT_EQ(logDataAxisTicks(12345.0F, 12999.0F).labels.front(), "1.24e4");
+    for (const std::string &label : logDataAxisTicks(12345.0F, 12999.0F).labels) {
+        EXPECT_LE(label.size(), 7U) << label;
+    }
+}
+
 TEST(LogDataAxis, WhatIsNotAboveZeroStandsAtItsFootAndCanBeMarkedThere) {
     SurveyModel survey;
     survey.hTrn.assign(1, soundingOf(Windows));
@@ -159,6 +174,27 @@ TEST(LogDataAxis, WhatIsNotAboveZeroStandsAtItsFootAndCanBeMarkedThere) {
 
 // ---- The review
 
+/// A scripted toolkit whose mouse rests on a place of the page.
+class MouseBackend : public ScriptedBackend {
+  public:
+    using ScriptedBackend::ScriptedBackend;
+
+    void setPointerText(const PointerText &text) override { pointer = text; }
+    void pointAtRow(DialogModel &dialog, int id) override {
+        pointed.push_back(findControl(dialog, id)->index);
+    }
+    RawEvent wait() override {
+        if (pointer) {
+            pointer(place.x / PageWidthCm, place.y / PageHeightCm);
+        }
+        return ScriptedBackend::wait();
+    }
+
+    PagePlace place;
+    PointerText pointer;
+    std::vector<int> pointed; ///< rows, each change
+};
+
 class ZoomedReview : public testing::Test {
   protected:
     ZoomedReview() {
@@ -172,13 +208,15 @@ class ZoomedReview : public testing::Test {
         Script script;
         EXPECT_TRUE(parseScript(lines, script).empty()) << lines;
         std::ostringstream out;
-        ScriptedBackend backend(std::move(script), out);
+        MouseBackend backend(std::move(script), out);
+        backend.place = mouse;
         ToolkitInit(backend, {"keldrin"});
         WindowOpen(ResizableWindow, -1, -1, 1000, 750);
         const int status = Review_Loop(
             survey, state, path, [](SurveyModel & /*model*/, std::string & /*path*/) { return 0; });
         EXPECT_EQ(status, lines.ends_with("close\n") ? 3 : 0);
         EXPECT_EQ(ToolkitClose(), 0) << out.str();
+        pointed = backend.pointed;
         return out.str();
     }
     static std::string at(const TestWindow &window, float highest = 1.0e5F) {
@@ -210,6 +248,8 @@ class ZoomedReview : public testing::Test {
     std::string journal = directory.path("line.marks");
     SurveyModel survey;
     ReviewState state;
+    PagePlace mouse;
+    std::vector<int> pointed;
 };
 
 // The drag reaches over the left half of the plot, 0.1 to 10 msec.
@@ -366,6 +406,16 @@ TEST_F(ZoomedReview, TheTableFollowsPagingIsCopiedAndLeavesTheReviewAlone) {
                                           "press E&xit Review\n");
     EXPECT_EQ(marks(1) + marks(2), "00000100") << transcript;
     EXPECT_EQ(state.ReviewStation, 1) << "the trackbar still tells of its changes";
+}
+
+TEST_F(ZoomedReview, TheRowOfTheWindowUnderTheMouseIsPointedAt) {
+    mouse = {DataFrame.left + 4.9F, DataFrame.bottom + 9.0F}; // near the second window
+    review("key T\nkey n\nset 1500 3\npress Set skip flags\nkey T\nkey n\nkey x\n");
+    EXPECT_EQ(pointed, std::vector<int>{2}) << "and stays there while it is the same";
+    EXPECT_EQ(marks(2), "0010") << "which selects nothing, and leaves the panel its fields";
+    mouse = {12.5F, 9.0F};
+    review("key T\nkey n\nkey x\n");
+    EXPECT_TRUE(pointed.empty()) << "between the plots";
 }
 
 TEST(WindowValues, WhatIsMissingOrNoNumberIsBlank) {

@@ -6,6 +6,7 @@
 #include "conditioning/line_azimuth_dialog.h"
 #include "review/plot_limits_dialog.h"
 #include "review/review_panel.h"
+#include "review/values_dialog.h"
 #include "shell/engine_dialog.h"
 #include "shell/matching_label_dialog.h"
 #include "toolkit/long_work.h"
@@ -19,7 +20,7 @@ namespace keldrin {
 inline const std::vector<const DialogSpec *> DialogTables = {
     &DataInputDialog,     &ReviewDialog,        &PlotLimitsDialog,  &AutoSkipDialog,
     &MatchingLabelDialog, &ConfigurationDialog, &LineAzimuthDialog, &EngineDialog,
-    &ProgressDialog,      &LiveAutoSkipDialog};
+    &ProgressDialog,      &LiveAutoSkipDialog,  &ValuesDialog};
 
 inline const DialogSpec &dialogTable(int number) {
     return **std::find_if(DialogTables.begin(), DialogTables.end(),
