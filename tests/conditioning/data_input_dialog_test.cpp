@@ -78,6 +78,13 @@ TEST_F(DataInputDialogTest, ValuesAreHeldInTheirLimitsAndUntouchedOnesStayExact)
                             "It is taken as 0.1 m^2"));
 }
 
+TEST_F(DataInputDialogTest, StationsThatFallKeepFalling) {
+    model.lines.entries[0].scaling.StnRescaleClient.increment = -0.0005;
+    EXPECT_EQ(verify({{QdrIncrement, "-25"}}), 0);
+    EXPECT_EQ(model.preset.StnRescaleQdr.increment, -25.0);
+    EXPECT_EQ(model.preset.StnRescaleClient.increment, -0.01) << "at least a hundredth in size";
+}
+
 TEST_F(DataInputDialogTest, UnreadableFieldsOfEveryLineThatWasShownAreTold) {
     EXPECT_EQ(verify({{AreaY, "a"}, {Line, "L2"}, {AreaZ, "b"}}), 0);
     EXPECT_THAT(model.lines.entries[0].scaling.RxAreaXYZ, ElementsAre(1000.0F, 1000.0F, 1000.0F));

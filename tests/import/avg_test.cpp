@@ -330,6 +330,13 @@ TEST_F(AvgTest, KeywordsStandForColumnsThatAreNotThere) {
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 60.0F);
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[1], 30.0F);
     EXPECT_EQ(model.control.TxRamp, 30.0F);
+    // The station of the last section is not that of rows before any station.
+    EXPECT_EQ(read("$ Survey.Array = INL\n$ Rx.Area = 1000\n$ Tx.QdrStn = 1\n"
+                   "Time Cmp Magnitude\n0.1 Hz 30\n$ Rx.QdrStn = 6\n0.1 Hz 20\n"),
+              0);
+    ASSERT_EQ(model.SoundingCount, 2);
+    EXPECT_EQ(sounding(0).RxStn, 0.0);
+    EXPECT_EQ(sounding(1).RxStn, 6.0);
 }
 
 // Each file in a few lines, and what the user must be told of it.
