@@ -192,6 +192,10 @@ TEST(ResponsePlan, SaysWhatIsWrongAndLeavesThePlan) {
              l.sideX = 0.0;
          }},
         {PlanFault::Side,
+         [](LoopGeometry &l, WindowSet &, double) {
+             l.sideX = 1.1e6;
+         }},
+        {PlanFault::Side,
          [](LoopGeometry &l, WindowSet &, double n) {
              l.sideY = n;
          }},

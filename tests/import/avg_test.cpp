@@ -322,14 +322,14 @@ TEST_F(AvgTest, EdgesGiveTheWidthAndNoWeightAMark) {
 TEST_F(AvgTest, KeywordsStandForColumnsThatAreNotThere) {
     EXPECT_EQ(read("$ Survey.Array = FXL\n$ Tx.Ramp = 30\n$ Rx.AreaX = 500\n$ Rx.AreaZ = 1000\n"
                    "$ Tx.QdrStn = 1\n$ Rx.QdrStn = 5\nTime Cmp Magnitude\n0.1 Hx 30\n"
-                   "0.2 Hz 30\n$ Rx.QdrStn = 6\n0.1 Hz 20\n"),
+                   "0.2 Hz 30\n$ Rx.QdrStn = 6\n$ Tx.Ramp = 40\n0.1 Hz 20\n"),
               0);
     ASSERT_EQ(model.SoundingCount, 2);
     EXPECT_EQ(sounding(0).RxStn, 5.0);
     EXPECT_EQ(sounding(1).RxStn, 6.0);
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 60.0F);
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[1], 30.0F);
-    EXPECT_EQ(model.control.TxRamp, 30.0F);
+    EXPECT_EQ(model.control.TxRamp, 40.0F) << "of the last sounding";
     // The station of the last section is not that of rows before any station.
     EXPECT_EQ(read("$ Survey.Array = INL\n$ Rx.Area = 1000\n$ Tx.QdrStn = 1\n"
                    "Time Cmp Magnitude\n0.1 Hz 30\n$ Rx.QdrStn = 6\n0.1 Hz 20\n"),
