@@ -1,3 +1,4 @@
+#include "review/page_layout.h"
 #include "review/plot_zoom.h"
 #include "review/review_loop.h"
 #include "review/review_pointer.h"
@@ -152,6 +153,9 @@ TEST(LogDataAxis, HasShortNumbersInWideAndNarrowRanges) {
 }
 
 TEST(LogDataAxis, WhatIsNotAboveZeroStandsAtItsFootAndCanBeMarkedThere) {
+    RecordSurface page;
+    selectSurface(&page);
+    beginReviewPage();
     SurveyModel survey;
     survey.hTrn.assign(1, soundingOf(Windows));
     survey.SoundingCount = 1;
@@ -170,6 +174,7 @@ TEST(LogDataAxis, WhatIsNotAboveZeroStandsAtItsFootAndCanBeMarkedThere) {
     EXPECT_EQ(windowUnder(survey, limits, 1, 12.5F, 9.0F), 0);
     ASSERT_EQ(Review_SkipPoint(survey, limits, 1, SetMark, x, DataFrame.bottom + 0.1F, 0.5F), 0);
     EXPECT_TRUE(isSkipped(survey.hTrn[0].TEMerr[3]));
+    selectSurface(nullptr);
 }
 
 // ---- The review
