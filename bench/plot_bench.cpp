@@ -6,8 +6,8 @@
 #include "page/surfaces/record_surface.h"
 #include "page/surfaces/svg_surface.h"
 #include "page/surfaces/wmf_surface.h"
-#include "review/plot_limits.h"
-#include "review/sounding_plot.h"
+#include "sounding/plot_limits.h"
+#include "sounding/sounding_plot.h"
 
 #include <benchmark/benchmark.h>
 

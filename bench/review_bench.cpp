@@ -2,9 +2,9 @@
 #include "page/drawing.h"
 #include "page/surfaces/page_list.h"
 #include "review/mark_travel.h"
-#include "review/neighbour_curves.h"
-#include "review/plot_limits.h"
-#include "review/sounding_plot.h"
+#include "sounding/neighbour_curves.h"
+#include "sounding/plot_limits.h"
+#include "sounding/sounding_plot.h"
 
 #include <benchmark/benchmark.h>
 

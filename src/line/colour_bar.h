@@ -2,7 +2,7 @@
 
 #include "page/plot_scale.h"
 #include "page/surfaces/surface.h"
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <cstddef>
 #include <optional>

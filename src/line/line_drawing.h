@@ -2,7 +2,7 @@
 
 #include "line/line_columns.h"
 #include "model/survey_model.h"
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <span>
 #include <string>

@@ -6,7 +6,7 @@
 #include "line/section_limits_dialog.h"
 #include "line/section_page.h"
 #include "line/sounding_text.h"
-#include "review/survey_map.h"
+#include "sounding/survey_map.h"
 
 #include <algorithm>
 #include <array>

@@ -11,9 +11,9 @@
 #include "page/page_colours.h"
 #include "page/plot.h"
 #include "page/plot_scale.h"
-#include "review/map_plot.h"
-#include "review/page_layout.h"
-#include "review/survey_map.h"
+#include "sounding/map_plot.h"
+#include "sounding/page_layout.h"
+#include "sounding/survey_map.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "page/drawing.h"
 #include "page/plot.h"
 #include "page/text_metrics.h"
-#include "review/sounding_plot_ticks.h"
+#include "sounding/sounding_plot_ticks.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "line/section_limits.h"
 #include "line/section_page.h"
 #include "model/survey_model.h"
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <string>
 #include <string_view>

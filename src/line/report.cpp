@@ -8,10 +8,10 @@
 #include "line/sounding_text.h"
 #include "page/drawing.h"
 #include "page/hardcopy.h"
-#include "review/page_layout.h"
-#include "review/plot_document.h"
-#include "review/plot_limits.h"
-#include "review/sounding_plot.h"
+#include "sounding/page_layout.h"
+#include "sounding/plot_document.h"
+#include "sounding/plot_limits.h"
+#include "sounding/sounding_plot.h"
 
 #include <vector>
 

@@ -8,7 +8,7 @@
 #include "page/drawing.h"
 #include "physics/data_fit.h"
 #include "projectfile/table_file.h"
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 #include "line/line_columns.h"
 #include "line/section_limits.h"
 #include "model/survey_model.h"
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "review/plot_zoom.h"
 
-#include "review/sounding_panels.h"
+#include "sounding/sounding_panels.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "review/plot_limits.h"
 #include "review/review_skip.h"
+#include "sounding/plot_limits.h"
 
 namespace keldrin {
 

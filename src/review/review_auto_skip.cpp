@@ -4,11 +4,11 @@
 #include "messages/message_log.h"
 #include "page/drawing.h"
 #include "page/plot.h"
-#include "review/page_layout.h"
 #include "review/review_entry.h"
 #include "review/review_panel.h"
-#include "review/sounding_panels.h"
-#include "review/sounding_plot.h"
+#include "sounding/page_layout.h"
+#include "sounding/sounding_panels.h"
+#include "sounding/sounding_plot.h"
 #include "toolkit/control_ids.h"
 
 #include <array>

@@ -2,11 +2,11 @@
 
 #include "base/real.h"
 #include "projectfile/mark_journal.h"
-#include "review/plot_limits.h"
 #include "review/review_auto_skip.h"
 #include "review/review_history.h"
 #include "review/review_loop.h"
 #include "review/review_panel.h"
+#include "sounding/plot_limits.h"
 #include "toolkit/toolkit.h"
 
 #include <cstdint>

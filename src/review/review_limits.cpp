@@ -1,8 +1,8 @@
 #include "review/review_limits.h"
 
 #include "conditioning/unread_fields.h"
-#include "review/plot_limits_dialog.h"
 #include "screen/graphics_errors.h"
+#include "sounding/plot_limits_dialog.h"
 
 #include <array>
 #include <cmath>

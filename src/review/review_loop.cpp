@@ -6,15 +6,15 @@
 #include "messages/message_log.h"
 #include "page/drawing.h"
 #include "projectfile/table_file.h"
-#include "review/page_layout.h"
-#include "review/plot_document.h"
 #include "review/review_auto_skip.h"
 #include "review/review_entry.h"
 #include "review/review_panel.h"
 #include "review/review_pointer.h"
 #include "review/review_save.h"
 #include "review/review_values.h"
-#include "review/sounding_plot.h"
+#include "sounding/page_layout.h"
+#include "sounding/plot_document.h"
+#include "sounding/sounding_plot.h"
 #include "toolkit/control_ids.h"
 
 #include <algorithm>

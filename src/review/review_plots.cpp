@@ -1,10 +1,10 @@
 #include "review/review_entry.h"
 
-#include "review/hardcopy.h"
-#include "review/plot_document.h"
 #include "review/plot_zoom.h"
 #include "review/review_limits.h"
 #include "review/review_panel.h"
+#include "sounding/hardcopy.h"
+#include "sounding/plot_document.h"
 
 #include <array>
 #include <span>

@@ -3,9 +3,9 @@
 #include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
-#include "review/presentation_model.h"
-#include "review/sounding_panels.h"
-#include "review/sounding_plot.h"
+#include "sounding/presentation_model.h"
+#include "sounding/sounding_panels.h"
+#include "sounding/sounding_plot.h"
 
 #include <cmath>
 #include <cstddef>

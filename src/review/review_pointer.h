@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/survey_model.h"
-#include "review/plot_limits.h"
+#include "sounding/plot_limits.h"
 
 #include <string>
 

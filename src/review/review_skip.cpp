@@ -2,7 +2,7 @@
 
 #include "base/real.h"
 #include "page/plot.h"
-#include "review/sounding_panels.h"
+#include "sounding/sounding_panels.h"
 
 #include <algorithm>
 #include <vector>

@@ -8,7 +8,6 @@
 #include "line/view_loop.h"
 #include "messages/message_log.h"
 #include "page/drawing.h"
-#include "review/plan_view.h"
 #include "review/review_loop.h"
 #include "review/review_save.h"
 #include "screen/graphics_errors.h"
@@ -26,6 +25,7 @@
 #include "shell/save_report.h"
 #include "shell/start_file.h"
 #include "shell/unsaved_marks.h"
+#include "sounding/plan_view.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

@@ -3,7 +3,7 @@
 #include "base/paths.h"
 #include "line/report.h"
 #include "messages/message_log.h"
-#include "review/hardcopy.h"
+#include "sounding/hardcopy.h"
 #include "toolkit/long_work.h"
 
 #include <string>

@@ -5,12 +5,12 @@
 #include "page/surfaces/page_transcript.h"
 #include "page/surfaces/svg_surface.h"
 #include "recorded_page.h"
-#include "review/presentation_model.h"
 #include "review/review_pointer.h"
 #include "review/review_skip.h"
-#include "review/sounding_plot.h"
-#include "review/sounding_plot_ticks.h"
 #include "review_line.h"
+#include "sounding/presentation_model.h"
+#include "sounding/sounding_plot.h"
+#include "sounding/sounding_plot_ticks.h"
 #include "support/message_recorder.h"
 
 #include <gmock/gmock.h>

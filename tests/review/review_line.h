@@ -2,7 +2,7 @@
 
 #include "base/real.h"
 #include "model/survey_model.h"
-#include "review/page_layout.h"
+#include "sounding/page_layout.h"
 
 #include <cmath>
 #include <cstddef>

@@ -1,8 +1,8 @@
 #include "review/review_skip.h"
 
 #include "review/review_history.h"
-#include "review/sounding_plot.h"
 #include "review_line.h"
+#include "sounding/sounding_plot.h"
 #include "toolkit/scripted/answering_backend.h"
 #include "toolkit/toolkit.h"
 

@@ -4,11 +4,11 @@
 #include "conditioning/configuration_dialog.h"
 #include "conditioning/data_input_dialog.h"
 #include "conditioning/line_azimuth_dialog.h"
-#include "review/plot_limits_dialog.h"
 #include "review/review_panel.h"
 #include "review/values_dialog.h"
 #include "shell/engine_dialog.h"
 #include "shell/matching_label_dialog.h"
+#include "sounding/plot_limits_dialog.h"
 #include "toolkit/long_work.h"
 
 #include <algorithm>

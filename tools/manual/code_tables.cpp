@@ -20,7 +20,7 @@
 #include "projectfile/data_columns.h"
 #include "projectfile/model_columns.h"
 #include "review/copy_marks_dialog.h"
-#include "review/plot_limits_dialog.h"
+#include "sounding/plot_limits_dialog.h"
 #include "shell/export_dialog.h"
 #include "shell/menu.h"
 #include "shell/window_keys.h"

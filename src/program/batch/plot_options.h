@@ -1,7 +1,7 @@
 #pragma once
 
 #include "program/batch/command.h"
-#include "review/plot_limits.h"
+#include "sounding/plot_limits.h"
 #include "text/ordinal_list.h"
 
 #include <array>

@@ -11,12 +11,12 @@
 #include "page/hardcopy.h"
 #include "physics/ordered_work.h"
 #include "program/batch/output_files.h"
-#include "review/hardcopy.h"
-#include "review/plan_view.h"
-#include "review/plot_document.h"
-#include "review/plot_limits.h"
-#include "review/sounding_plot.h"
 #include "shell/open_project.h"
+#include "sounding/hardcopy.h"
+#include "sounding/plan_view.h"
+#include "sounding/plot_document.h"
+#include "sounding/plot_limits.h"
+#include "sounding/sounding_plot.h"
 #include "toolkit/toolkit.h"
 
 #include <algorithm>

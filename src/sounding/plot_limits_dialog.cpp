@@ -1,0 +1,118 @@
+#include "sounding/plot_limits_dialog.h"
+
+#include "base/real.h"
+#include "toolkit/control_ids.h"
+
+#include <array>
+#include <cmath>
+
+namespace keldrin {
+
+namespace {
+
+using enum ControlKind;
+using namespace PlotLimitsControl;
+using Answers = PlotLimitsAnswers;
+
+constexpr std::string_view FourDigits = "(1P,G12.4E1)";
+constexpr std::string_view OneDecimal = "(F12.1)";
+
+std::string dataTitle(const Answers &answers) {
+    return "dBz/dt (" + answers.dataUnits + ")";
+}
+
+std::string depthTitle(const Answers &answers) {
+    return "Depth (" + answers.lengthUnits + ")";
+}
+
+// In the order of PageStyle.
+std::vector<std::string> styleNames(const Answers & /*answers*/) {
+    return {"Standard", "Presentation"};
+}
+
+/// What an axis can show; a field does not accept anything else.
+struct AxisRule {
+    bool (*holds)(float value);
+    std::string_view refusal;
+};
+constexpr AxisRule ArcSinhAxis = {[](float value) { return std::isfinite(ArcSinh(value)); },
+                                  "is too large for the axis"};
+constexpr AxisRule LinearAxis = {[](float value) { return std::isfinite(value); },
+                                 "is too large for the axis"};
+constexpr AxisRule LogarithmicAxis = {
+    [](float value) { return std::isfinite(value) && value > 0.0F; }, "is not above 0"};
+
+template <const AxisRule &rule>
+bool takeEnd(float &end, const FieldValue &value) {
+    const auto typed = static_cast<float>(std::get<double>(value));
+    const bool accepted = rule.holds(typed);
+    end = accepted ? typed : end;
+    return accepted;
+}
+
+constexpr ControlSpec group(int id, std::string_view label) {
+    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
+}
+
+constexpr ControlSpec title(int id, std::string_view label, FieldAccess field = {}) {
+    return {.id = id, .label = label, .field = field, .look = StaticLook::RowTitle};
+}
+
+template <auto Axis, auto End, const AxisRule &rule>
+constexpr ControlSpec limit(int id, std::string_view format, std::string_view name) {
+    return {.id = id,
+            .kind = Real,
+            .label = End == &AxisEnds::maximum ? "maximum" : "minimum",
+            .format = format,
+            .field = fieldTakenBy<takeEnd<rule>, Axis, End>(rule.refusal),
+            .name = name,
+            .sameRow = true,
+            .labelAbove = true};
+}
+
+constexpr auto Maximum = &AxisEnds::maximum;
+constexpr auto Minimum = &AxisEnds::minimum;
+
+constexpr std::array Controls = {
+    group(4011, "TEM Data Plot Limits"),
+    title(DataTitle, "dBz/dt", shownBy<dataTitle>()),
+    limit<&Answers::data, Maximum, ArcSinhAxis>(DataMaximum, FourDigits, "dBz/dt maximum"),
+    limit<&Answers::data, Minimum, ArcSinhAxis>(DataMinimum, FourDigits, "dBz/dt minimum"),
+    title(4012, "Time (msec)"),
+    limit<&Answers::time, Maximum, LogarithmicAxis>(TimeMaximum, FourDigits, "Time maximum"),
+    limit<&Answers::time, Minimum, LogarithmicAxis>(TimeMinimum, FourDigits, "Time minimum"),
+    group(4013, "Smooth-Model Plot Limits"),
+    title(DepthTitle, "Depth", shownBy<depthTitle>()),
+    limit<&Answers::depth, Maximum, LinearAxis>(DepthMaximum, OneDecimal, "Depth maximum"),
+    limit<&Answers::depth, Minimum, LinearAxis>(DepthMinimum, OneDecimal, "Depth minimum"),
+    title(4014, "Resistivity (ohm-m)"),
+    limit<&Answers::resistivity, Maximum, LogarithmicAxis>(ResistivityMaximum, FourDigits,
+                                                           "Resistivity maximum"),
+    limit<&Answers::resistivity, Minimum, LogarithmicAxis>(ResistivityMinimum, FourDigits,
+                                                           "Resistivity minimum"),
+    group(4015, "Page"),
+    ControlSpec{.id = Style,
+                .kind = List,
+                .label = "Style",
+                .field = fieldOf<&Answers::style>(),
+                .entries = givenBy<styleNames>()},
+    title(4016, "Apparent resistivity (ohm-m), presentation only"),
+    limit<&Answers::apparent, Maximum, LogarithmicAxis>(ApparentMaximum, FourDigits,
+                                                        "Apparent resistivity maximum"),
+    limit<&Answers::apparent, Minimum, LogarithmicAxis>(ApparentMinimum, FourDigits,
+                                                        "Apparent resistivity minimum"),
+    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+};
+
+} // namespace
+
+const DialogForm<PlotLimitsAnswers> PlotLimitsDialog = DialogSpec{
+    .number = 103,
+    .caption = "Set review plot limits",
+    .defaultButton = ButtonContinue,
+    .controls = Controls,
+    .place = DialogPlace::LowerRight,
+};
+
+} // namespace keldrin
