@@ -3,8 +3,8 @@
 #include "page/drawing.h"
 #include "page/surfaces/hpgl_surface.h"
 #include "page/surfaces/page_transcript.h"
-#include "recorded_page.h"
-#include "review_line.h"
+#include "review/review_line.h"
+#include "sounding/recorded_page.h"
 #include "sounding/sounding_plot.h"
 
 #include <gmock/gmock.h>

@@ -5,8 +5,8 @@
 #include "page/plot.h"
 #include "page/surfaces/page_transcript.h"
 #include "page/surfaces/record_surface.h"
-#include "recorded_page.h"
 #include "sounding/page_layout.h"
+#include "sounding/recorded_page.h"
 #include "support/message_recorder.h"
 #include "toolkit/toolkit.h"
 
