@@ -50,7 +50,7 @@ inline void requireUsableWindows(const SoundingRecord &record) {
 
 /// Puts the parts of an input into files. Returns the path of the data file.
 inline std::string storeSurvey(std::string_view packed, std::string_view extension) {
-    const std::string data = scratchPath(extension);
+    std::string data = scratchPath(extension);
     clearScratch();
     std::size_t begin = 0;
     std::string file = data;

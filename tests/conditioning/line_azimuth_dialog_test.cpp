@@ -42,7 +42,7 @@ TEST_F(LineAzimuthDialogTest, AnUnreadableAnswerKeepsTheAzimuthAndIsTold) {
     VerifyLineAzimuth(63.0F, azimuth);
     EXPECT_EQ(azimuth, 90.0F);
     EXPECT_THAT(unreadTold(),
-                ElementsAre("Verify Line azimuth: \"N45E\" cannot be read; 90 stays."));
+                ElementsAre("Verify Line azimuth: \"N45E\" cannot be read; 90 deg stays."));
 }
 
 } // namespace

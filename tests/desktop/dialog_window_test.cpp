@@ -97,7 +97,7 @@ TEST_F(DialogWindowTest, WhatIsNoNumberIsMarkedInRed) {
     const QColor usual = ground(edit(1026));
     EXPECT_EQ(edit(1025).toolTip(), "0.1 to 990000 usec");
     EXPECT_EQ(edit(1015).toolTip(), "0.1 to 990000 m");
-    EXPECT_EQ(edit(1078).toolTip(), "-360 to 360");
+    EXPECT_EQ(edit(1078).toolTip(), "-360 to 360 deg");
     EXPECT_EQ(edit(1104).toolTip(), "") << "it has no limits";
     WDialogPutString(1110, "ft");
     leaveBy(1015, "100");

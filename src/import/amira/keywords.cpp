@@ -389,6 +389,7 @@ std::string cleaned(std::string_view text) {
 
 std::vector<std::string_view> amiraKeywords() {
     std::vector<std::string_view> names;
+    names.reserve(std::size(Keywords));
     for (const AmiraKeyword &keyword : Keywords) {
         names.push_back(keyword.keyword);
     }
