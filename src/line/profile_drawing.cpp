@@ -74,15 +74,7 @@ void drawCurve(const ProfilePage &page, const ProfileCurve &curve) {
 }
 
 void drawAxes(const ProfilePage &page) {
-    const DataAxisTicks ticks = dataAxisTicks(page.bottom, page.top);
-    selectTextSize(NumberSize);
-    PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
-    PlotTickLabels(ticks.labels);
-    PlotYAxis();
-    selectTextSize(SmallTickSize);
-    PlotTickPositions(ticks.small.data(), static_cast<int>(ticks.small.size()));
-    PlotYAxis();
-    PlotTickPositions(nullptr, -1);
+    drawDataTicks(dataAxisTicks(page.bottom, page.top));
     selectTextSize(LabelSize);
     PlotYLabel("dB/dt (" + page.dataUnits + ")");
     drawDistances(page.lengthUnits);

@@ -47,16 +47,6 @@ void setUpDataPlot(const PlotLimits &limits) {
     PlotNumberReach(DataFrame.left - LabelRoom);
 }
 
-void drawDataTicks(const DataAxisTicks &ticks) {
-    PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
-    PlotTickLabels(ticks.labels);
-    PlotYAxis();
-    selectTextSize(SmallTickSize);
-    PlotTickPositions(ticks.small.data(), static_cast<int>(ticks.small.size()));
-    PlotYAxis();
-    PlotTickPositions(nullptr, -1);
-}
-
 void drawDataAxes(const PlotLimits &limits, std::string_view unit) {
     PlotFrame();
     selectTextSize(NumberSize);

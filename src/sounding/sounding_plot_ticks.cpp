@@ -1,7 +1,9 @@
 #include "sounding/sounding_plot_ticks.h"
 
 #include "base/real.h"
+#include "page/plot.h"
 #include "page/plot_ticks.h"
+#include "sounding/page_layout.h"
 
 #include <cmath>
 
@@ -138,6 +140,17 @@ DataAxisTicks dataAxisTicks(float low, float high) {
         labelRoundValues(ticks, low, high);
     }
     return ticks;
+}
+
+void drawDataTicks(const DataAxisTicks &ticks) {
+    selectTextSize(NumberSize);
+    PlotTickPositions(ticks.places.data(), static_cast<int>(ticks.places.size()));
+    PlotTickLabels(ticks.labels);
+    PlotYAxis();
+    selectTextSize(SmallTickSize);
+    PlotTickPositions(ticks.small.data(), static_cast<int>(ticks.small.size()));
+    PlotYAxis();
+    PlotTickPositions(nullptr, -1);
 }
 
 } // namespace keldrin

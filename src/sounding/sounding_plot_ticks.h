@@ -30,4 +30,7 @@ DataAxisTicks logDataAxisTicks(float low, float high);
 /// is room. extent  of the axis in page cm
 DataAxisTicks presentedDataTicks(float low, float high, float extent);
 
+/// Draws the axis upward of the plot in force with its ticks.
+void drawDataTicks(const DataAxisTicks &ticks);
+
 } // namespace keldrin

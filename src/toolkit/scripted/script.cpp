@@ -419,6 +419,7 @@ std::vector<ScriptFault> readLines(LineReader &reader, Script &script) {
 
 std::vector<ScriptVerb> scriptVerbs() {
     std::vector<ScriptVerb> verbs;
+    verbs.reserve(std::size(Keywords) + std::size(PlainVerbs));
     for (const Keyword &keyword : Keywords) {
         verbs.push_back({keyword.name, keyword.group, keyword.form});
     }

@@ -34,6 +34,7 @@ bool takePrefix(std::string_view &text, std::string_view prefix) {
 
 std::vector<std::string_view> scriptKeyNames() {
     std::vector<std::string_view> names;
+    names.reserve(std::size(NamedKeys));
     for (const NamedKey &key : NamedKeys) {
         names.push_back(key.name);
     }
