@@ -207,7 +207,8 @@ TEST_F(ReviewPanel, ComesBackAsTheUserHasLeftIt) {
 }
 
 double luminance(QColor colour) {
-    const auto linear = [](double part) {
+    const auto linear = [](float light) {
+        const auto part = static_cast<double>(light);
         return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
     };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +

@@ -190,7 +190,8 @@ class MouseBackend : public ScriptedBackend {
     }
     RawEvent wait() override {
         if (pointer) {
-            pointer(place.x / PageWidthCm, place.y / PageHeightCm);
+            pointer(static_cast<double>(place.x / PageWidthCm),
+                    static_cast<double>(place.y / PageHeightCm));
         }
         return ScriptedBackend::wait();
     }

@@ -21,7 +21,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr std::array<TestWindow, 3> Windows = {
     TestWindow{0.2F, 5000.0F, 100.0F}, TestWindow{1.0F, 300.0F, 50.0F}, TestWindow{10.0F, 4.0F}};
@@ -80,7 +79,7 @@ TEST_F(NeighbourTest, FewerAreDrawnAtTheEndsOfTheLine) {
             const std::vector<RecordedItem> items = drawn(c.station, c.asked);
             // Each gives its dB/dt, its resistivities and its model; a legend has one more line.
             const long legend = style == PageStyle::Presentation && c.asked > 0 ? 1 : 0;
-            EXPECT_EQ(greyLines(items), 3 * (c.before + c.after) + legend)
+            EXPECT_EQ(greyLines(items), 3L * (c.before + c.after) + legend)
                 << c.station << " " << c.asked;
             const std::string words =
                 std::to_string(c.before) + " before, " + std::to_string(c.after) + " after";
@@ -158,7 +157,7 @@ TEST_F(NeighbourTest, AreDashedWhereThereIsNoGrey) {
         const std::string file(plotter.document());
         return std::count(file.begin(), file.end(), 'D'); // PD
     };
-    EXPECT_GT(penDowns(1), penDowns(0) + 6 * 10) << "many short lines in place of six";
+    EXPECT_GT(penDowns(1), penDowns(0) + 60) << "many short lines in place of six";
     selectSurface(&page);
 }
 

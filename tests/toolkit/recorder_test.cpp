@@ -19,7 +19,6 @@ namespace keldrin {
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 /// A toolkit without a user; the test queues what one would do, and the recorder takes it down.
 class RecorderTest : public testing::Test {

@@ -177,10 +177,10 @@ std::string longProject(const std::string &pair, int soundings) {
     text.replace(text.find(count), count.size(), "NumStn=" + std::to_string(soundings));
     for (int i = 1; i <= soundings; ++i) {
         const std::string station = std::to_string(100 + 50 * i);
-        text += station + ",1000,5000,312.4," + station + "," + station + ",0.1,2.000E-2," +
-                std::to_string(8000 + 10 * i) + ",3,0,0,1,,25.1,\n" + station +
-                ",1000,5000,312.4," + station + "," + station +
-                ",0.2,4.000E-2,1500,3,0,0,1,,26.3,\n";
+        std::string key = station; // of both windows
+        key.append(",1000,5000,312.4,").append(station).append(",").append(station);
+        text.append(key).append(",0.1,2.000E-2,").append(std::to_string(8000 + 10 * i));
+        text.append(",3,0,0,1,,25.1,\n").append(key).append(",0.2,4.000E-2,1500,3,0,0,1,,26.3,\n");
     }
     return text;
 }
