@@ -40,15 +40,18 @@ function(keldrin_precompile target first)
     endif()
 endfunction()
 
-# keldrin_floor(NAME SOURCES ... BELOW ... [OWN_OPTIONS | OWN_HEADERS ...]): the library keldrin_NAME
+# keldrin_floor(NAME SOURCES ... BELOW ... [OWN_OPTIONS | OWN_HEADERS ...] [UNFUZZED]): the library keldrin_NAME
 # of the folder src/NAME. BELOW lists the folders that it may include from; linking is how that rule
 # is kept. A folder with compiler options of its own cannot share precompiled headers: it says so,
-# or lists its own, as one that uses Qt does.
+# or lists its own, as one that uses Qt does. UNFUZZED is for a folder that no fuzz target links.
 function(keldrin_floor name)
-    cmake_parse_arguments(arg "OWN_OPTIONS" "" "SOURCES;BELOW;OWN_HEADERS" ${ARGN})
+    cmake_parse_arguments(arg "OWN_OPTIONS;UNFUZZED" "" "SOURCES;BELOW;OWN_HEADERS" ${ARGN})
     add_library(keldrin_${name} STATIC ${arg_SOURCES})
     list(TRANSFORM arg_BELOW PREPEND keldrin_)
     target_link_libraries(keldrin_${name} PUBLIC keldrin_options ${arg_BELOW})
+    if(arg_UNFUZZED AND KELDRIN_SANITIZE AND KELDRIN_FUZZ)
+        target_compile_options(keldrin_${name} PRIVATE -fno-sanitize=fuzzer-no-link)
+    endif()
     if(arg_OWN_HEADERS)
         keldrin_precompile(keldrin_${name} keldrin_${name} ${KELDRIN_COMMON_HEADERS}
                            ${arg_OWN_HEADERS})
