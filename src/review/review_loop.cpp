@@ -41,6 +41,10 @@ void forgetChanges(Review &review) {
 
 // The marks are gone, but for Redo at the next entry.
 void cancelChanges(Review &review, const ToolkitEvent &event) {
+    if (review.autoSkip) { // its Cancel is meant, by the same letter
+        closeAutoSkip(review);
+        return;
+    }
     forgetChanges(review);
     countAllAsUndone(review.history);
     dropMarkJournal(review.journal);
@@ -89,6 +93,7 @@ void drawStation(Review &review) {
 
 void openPanel(Review &review) {
     review.panelOpen = true;
+    ToolkitContextMenu({}); // the right button clears marks
     openDialog(ReviewDialog, panelOf(review), DialogModeless);
     openValues(review);
     ToolkitPointerText([&review](float x, float y) {
@@ -134,7 +139,8 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
         closeWindow(review, event);
         return;
     }
-    if (servesTypedPlace(review, event) || serveAutoSkip(review, event)) {
+    if (servesTypedPlace(review, event) || serveAutoSkip(review, event) ||
+        serveValues(review, event)) {
         return;
     }
     const bool second = event.type == EventMouseDown && event.second;

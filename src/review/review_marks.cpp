@@ -122,6 +122,15 @@ void zoomByMouse(Review &review, const ToolkitEvent &event) {
     }
 }
 
+void tellMissing(const Review &review, const std::vector<OrdinalRange> &list) {
+    const int count = review.survey.SoundingCount;
+    if (std::any_of(list.begin(), list.end(),
+                    [count](const OrdinalRange &range) { return range.last > count; })) {
+        ToolkitStatus(StatusPart::Notice, "The line has " + std::to_string(count) +
+                                              " soundings; the others of the list do not exist.");
+    }
+}
+
 void copyMarksElsewhere(Review &review, const ToolkitEvent & /*event*/) {
     const int station = review.state.ReviewStation;
     ToolkitStatus(StatusPart::Notice, "");
@@ -134,6 +143,7 @@ void copyMarksElsewhere(Review &review, const ToolkitEvent & /*event*/) {
     reportUnreadFields(answer.unread);
     if (list) {
         actOnMarks(review, [&] { copyMarks(review.survey, station, *list); });
+        tellMissing(review, *list);
     }
 }
 

@@ -103,6 +103,14 @@ std::span<const ReviewBinding> valuesBindings() {
     return Bindings;
 }
 
+bool serveValues(Review &review, const ToolkitEvent &event) {
+    if (!review.valuesOpen || event.type != EventKey || event.value != KeyEscape) {
+        return false;
+    }
+    changeValues(review, event);
+    return true;
+}
+
 void openValues(Review &review) {
     if (review.valuesWanted && !review.valuesOpen) {
         review.valuesOpen = true;

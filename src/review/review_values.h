@@ -10,6 +10,9 @@ namespace keldrin {
 
 std::span<const ReviewBinding> valuesBindings();
 
+/// Esc closes the window while it is open; false for other events.
+bool serveValues(Review &review, const ToolkitEvent &event);
+
 /// Opens and closes the window with the panel; it opens where the user wants it on show.
 void openValues(Review &review);
 void closeValues(Review &review);

@@ -249,10 +249,13 @@ void tellRest(const Shell &shell) {
     recordRests(shell.model.SoundingCount >= 1 ? shell.ProjectPath : "", std::move(lines));
 }
 
+// What a record does not bring back is as at the start of the program.
 void forgetSettings(Shell &shell) {
-    shell.review.autoSkip = {};
-    shell.review.furtherSkip = {};
-    shell.review.undone = {};
+    ReviewState fresh;
+    fresh.ReviewStation = shell.review.ReviewStation;
+    fresh.ReviewCount = shell.review.ReviewCount;
+    shell.review = std::move(fresh);
+    shell.view.settings = {};
 }
 
 } // namespace

@@ -61,6 +61,7 @@ class WindowBackend : public ScriptedBackend {
     // The mouse rests on the middle of the data plot.
     void setPointerText(const PointerText &text) override { pointer = text; }
     RawEvent wait() override {
+        EXPECT_TRUE(toolkitState().contextEntries.empty()) << "the right button clears marks";
         readings.push_back(pointer ? pointer(0.25, 0.5) : "none");
         return ScriptedBackend::wait();
     }
@@ -94,6 +95,8 @@ class ReviewTest : public testing::Test {
         };
         ToolkitInit(backend, {"keldrin"});
         WindowOpen(ResizableWindow, -1, -1, 1000, 750);
+        static constexpr ContextEntry ofMainWindow = {"Section", "S", 'S'};
+        ToolkitContextMenu({&ofMainWindow, 1});
         int status = -1;
         try {
             status =

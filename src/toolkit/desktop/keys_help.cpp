@@ -11,9 +11,14 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace keldrin {
 
@@ -38,6 +43,20 @@ QString keysText() {
         text += sectionText(section);
     }
     return text + "</table>";
+}
+
+/// The keys, with a scroll bar where the screen is too low for all of them.
+QScrollArea *scrolledKeys(QDialog &help) {
+    constexpr int partOfScreen = 60; // percent
+    auto *area = new QScrollArea(&help);
+    auto *keys = new QLabel(keysText());
+    keys->setContentsMargins(0, 0, area->verticalScrollBar()->sizeHint().width(), 0);
+    area->setWidget(keys);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    const int room = help.screen()->availableGeometry().height() * partOfScreen / 100;
+    area->setMinimumSize(keys->sizeHint().width(), std::min(keys->sizeHint().height(), room));
+    return area;
 }
 
 /// Starts the browser. Blank when that was done, else why it was not.
@@ -72,7 +91,7 @@ void showKeysHelp(QWidget *window) {
         help->setAttribute(Qt::WA_DeleteOnClose);
         help->setWindowTitle("Keys and mouse");
         auto *layout = new QVBoxLayout(help);
-        layout->addWidget(new QLabel(keysText(), help));
+        layout->addWidget(scrolledKeys(*help));
         auto *notice = new QLabel(help);
         notice->setObjectName(NoticeName);
         notice->setWordWrap(true);

@@ -66,6 +66,7 @@ void MainWindow::makeMenu() {
         action->setStatusTip(qtText(entry.hint));
         action->setEnabled(!entry.greyedAtStart);
         connect(action, &QAction::triggered, this, [this, command = entry.command] {
+            statusBar()->clearMessage(); // its hint has been read
             if (onMenu) {
                 onMenu(command);
             }
@@ -101,7 +102,7 @@ void MainWindow::makeStatusBar() {
 
 void MainWindow::setStatus(StatusPart part, const QString &text) {
     QLabel *label = status_[static_cast<std::size_t>(part)];
-    if (part == StatusPart::Notice && !text.isEmpty()) {
+    if ((part == StatusPart::Notice || part == StatusPart::Pointer) && !text.isEmpty()) {
         statusBar()->clearMessage(); // the hint of a menu entry would be drawn over it
     }
     if (part == StatusPart::Marks) {

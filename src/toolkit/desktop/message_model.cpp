@@ -2,6 +2,9 @@
 
 #include "toolkit/desktop/qt_text.h"
 
+#include <QStringList>
+
+#include <algorithm>
 #include <array>
 
 namespace keldrin {
@@ -110,12 +113,14 @@ bool MessageFilter::filterAcceptsRow(int row, const QModelIndex & /*parent*/) co
     if (faultsOnly_ && message.kind != RowKind::Error && message.kind != RowKind::Warning) {
         return false;
     }
+    QString cells;
     for (int column = 0; column < MessageModel::Columns; ++column) {
-        if (cellText(message, column).contains(text_, Qt::CaseInsensitive)) {
-            return true;
-        }
+        cells += cellText(message, column) + '\n';
     }
-    return false;
+    const QStringList words = text_.split(' ', Qt::SkipEmptyParts);
+    return std::all_of(words.begin(), words.end(), [&](const QString &word) {
+        return cells.contains(word, Qt::CaseInsensitive);
+    });
 }
 
 } // namespace keldrin
