@@ -99,6 +99,7 @@ void exportPngPages(benchmark::State &state) {
     {
         DesktopBackend backend({.memory = false});
         ToolkitInit(backend, {"keldrin"});
+        WindowOpen(ResizableWindow, -1, -1, 1062, 850);
         SurveyModel model = longLine(soundings);
         static_cast<void>(STD_File_Write(model, project));
         ToolkitClose();
@@ -131,6 +132,7 @@ BENCHMARK(showFullSection)->Unit(benchmark::kMillisecond)->UseRealTime();
 void reportOfLine(benchmark::State &state) {
     DesktopBackend backend({.memory = false});
     ToolkitInit(backend, {"keldrin"});
+    WindowOpen(ResizableWindow, -1, -1, 1062, 850);
     const SurveyModel model = longLine(200);
     const std::string file = "keldrin_desktop_bench.pdf";
     for (auto _ : state) {
