@@ -6,7 +6,7 @@
 namespace keldrin {
 
 // Zoomed plots. The limits of the page change, so all that follows the limits follows the zoom: the
-// drawing, marks by the mouse, what is told of the place under it, printing and plot files.
+// drawing, marks by the mouse, the read-out under it, printing and plot files.
 
 /// Narrows the axes of the plot that a box of the page covers most to what lies in the box. The
 /// plots over time share their time; all other axes stay.

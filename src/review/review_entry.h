@@ -66,7 +66,7 @@ std::span<const ReviewBinding> markBindings();      ///< skip marks, undo
 std::span<const ReviewBinding> plotBindings();      ///< limits, printing, files
 std::span<const ReviewBinding> zoomBindings();      ///< kind of the data axis
 std::span<const ReviewBinding> autoSkipBindings();  ///< what filters would skip
-std::span<const ReviewBinding> neighbourBindings(); ///< soundings behind the one on show
+std::span<const ReviewBinding> neighbourBindings(); ///< neighbouring soundings in grey
 
 /// Brings a sounding on show: its ordinal is limited to those of the line.
 inline void showStation(Review &review, int station) {

@@ -18,7 +18,7 @@ namespace keldrin {
 std::string reviewPointerText(const SurveyModel &survey, const PlotLimits &limits, int station,
                               float x, float y);
 
-/// The window, from 1, whose point that text tells of; 0 where it tells of none.
+/// The window, from 1, that the text above is about; 0 where it is about none.
 int windowUnder(const SurveyModel &survey, const PlotLimits &limits, int station, float x, float y);
 
 } // namespace keldrin

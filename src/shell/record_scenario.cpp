@@ -25,7 +25,7 @@ struct Record {
     bool hasBegun = false;
 };
 
-/// One per process, like the toolkit that tells it what the user does.
+/// One per process, as the toolkit is, which reports to it what the user does.
 Record &theRecord() {
     static Record record;
     return record;

@@ -7,7 +7,7 @@
 namespace keldrin {
 
 /// Writes the report of the survey beside its project, with a dialog that can stop it, and says in
-/// the status bar where it is. A file that cannot be written is told with its path.
+/// the status bar where it is. A file that cannot be written is reported with its path.
 /// path  of the project
 void saveReport(const SurveyModel &survey, std::string_view path);
 
