@@ -17,6 +17,7 @@
 #include <streambuf>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "base/fixed_text.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace keldrin {
 

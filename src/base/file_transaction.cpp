@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include <sys/stat.h>
 #ifndef _WIN32

@@ -19,7 +19,7 @@ bool isWordCharacter(char c) {
     return (upperOf(c) >= 'A' && upperOf(c) <= 'Z') || isDigit(c) || c == '_' || c == '-';
 }
 
-std::size_t wordLength(std::string_view text) {
+std::size_t pageWordLength(std::string_view text) {
     std::size_t length = 0;
     while (length < text.size() && isWordCharacter(text[length])) {
         ++length;
@@ -86,7 +86,7 @@ class Setter {
     [[nodiscard]] std::string set(std::string_view text, bool isTerm) const {
         std::string out = text.front() == '.' || text.front() == '\'' ? "\\&" : "";
         while (!text.empty()) {
-            const std::string_view word = text.substr(0, wordLength(text));
+            const std::string_view word = text.substr(0, pageWordLength(text));
             if (word.empty()) {
                 out.append(escaped(text.substr(0, 1), false));
                 text.remove_prefix(1);

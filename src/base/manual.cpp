@@ -1,6 +1,7 @@
 #include "base/manual.h"
 
 #include "base/paths.h"
+#include "base/program_help.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -14,11 +15,6 @@ namespace {
 
 constexpr int NotThere = 1;
 constexpr int NoSuchChapter = 2;
-
-int print(std::string_view text) {
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    return std::fflush(stdout) == 0 && written ? 0 : NotThere;
-}
 
 std::string listText(std::string_view program) {
     std::string text =
@@ -52,7 +48,7 @@ std::string manualFolder() {
 
 int printManual(std::string_view program, std::string_view chapter) {
     if (chapter == "list") {
-        return print(listText(program));
+        return printText(listText(program));
     }
     const bool known =
         std::any_of(ManualChapters.begin(), ManualChapters.end(),
@@ -70,7 +66,7 @@ int printManual(std::string_view program, std::string_view chapter) {
                      path.c_str());
         return NotThere;
     }
-    return print(std::string(std::istreambuf_iterator<char>(file), {}));
+    return printText(std::string(std::istreambuf_iterator<char>(file), {}));
 }
 
 } // namespace keldrin

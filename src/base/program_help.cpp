@@ -56,11 +56,6 @@ void appendSection(std::string &out, const HelpSection &section) {
     }
 }
 
-int print(std::string_view text) {
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    return std::fflush(stdout) == 0 && written ? 0 : 1;
-}
-
 std::string versionText(const ProgramHelp &help) {
     return std::string(help.name)
         .append(" ")
@@ -88,19 +83,24 @@ std::string helpText(const ProgramHelp &help) {
     return out;
 }
 
+int printText(std::string_view text) {
+    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    return std::fflush(stdout) == 0 && written ? 0 : 1;
+}
+
 std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first) {
     if (first == "--help" || first == "-h") {
-        return print(helpText(help));
+        return printText(helpText(help));
     }
     if (first == "--help=man") {
-        return print(manPage(help));
+        return printText(manPage(help));
     }
     constexpr std::string_view topic = "--help=";
     if (first.substr(0, topic.size()) == topic) {
         return printManual(help.name, first.substr(topic.size()));
     }
     if (first == "--version") {
-        return print(versionText(help));
+        return printText(versionText(help));
     }
     return std::nullopt;
 }

@@ -34,6 +34,9 @@ struct ProgramHelp {
 /// What `--help` prints, in lines of at most 80 characters.
 std::string helpText(const ProgramHelp &help);
 
+/// Writes a text to standard output. Exit code: 0, or 1 when it could not be written.
+int printText(std::string_view text);
+
 /// Answers the words that ask a program about itself: --help, -h, --version, --help=man, which
 /// prints the manual page for the build to install, and --help=CHAPTER, see printManual().
 /// first    the first word after the program's name, blank when there is none

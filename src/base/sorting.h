@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <utility>
@@ -38,6 +39,14 @@ void permuteByIndex(std::span<T> values, std::vector<std::size_t> index) {
         values[place] = std::move(first);
         index[place] = place;
     }
+}
+
+/// The median; of an even count the upper one of the two in the middle, of none 0.
+template <class T>
+T upperMedian(std::vector<T> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return values.empty() ? T{} : *middle;
 }
 
 /// The k-th smallest value (k from 1), by partition selection in place.

@@ -83,12 +83,6 @@ constexpr ControlSpec number(int id, std::string_view format, FieldAccess field,
             .width = 8};
 }
 
-// The name is for messages, where the label says too little.
-constexpr ControlSpec named(ControlSpec row, std::string_view name) {
-    row.name = name;
-    return row;
-}
-
 constexpr ControlSpec withUnit(ControlSpec row, std::string_view unit) {
     row.unit = unit;
     return row;
@@ -150,7 +144,7 @@ constexpr auto joined(const std::array<ControlSpec, counts> &...parts) {
     return rows;
 }
 
-constexpr std::array Controls = joined(FilterRows, Buttons);
+constexpr std::array AutoSkipControls = joined(FilterRows, Buttons);
 constexpr std::array LiveControls = joined(FilterRows, FurtherRows, Buttons);
 
 std::string numbered(std::string_view name, int count) {
@@ -163,7 +157,7 @@ const DialogForm<AutoSkipAnswers> AutoSkipDialog = DialogSpec{
     .number = 104,
     .caption = "Verify Auto Skip parameters",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = AutoSkipControls,
     .firstControl = ButtonContinue,
 };
 

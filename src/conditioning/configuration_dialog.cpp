@@ -114,11 +114,6 @@ constexpr ControlSpec title(int id, std::string_view label, StaticLook look) {
     return {.id = id, .label = label, .field = shownBy<textOf>(), .look = look};
 }
 
-constexpr ControlSpec named(ControlSpec spec, std::string_view name) {
-    spec.name = name;
-    return spec;
-}
-
 constexpr ControlSpec besides(ControlSpec spec) {
     spec.sameRow = true;
     return spec;
@@ -159,7 +154,7 @@ constexpr ControlSpec saveAs() {
 using namespace ConfigurationControl;
 using CV = ControlValues;
 
-constexpr std::array Controls = {
+constexpr std::array ConfigurationControls = {
     beginning(text<&CV::Header, 1>(Header2, "Descriptive Text"), DialogPart::Frame, "Job and line"),
     text<&CV::Header, 2>(Header3, ""),
     text<&CV::Header, 3>(Header4, ""),
@@ -217,7 +212,7 @@ const DialogForm<Configuration> ConfigurationDialog = DialogSpec{
     .number = 108,
     .caption = "Verify TEM survey configuration",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = ConfigurationControls,
     .firstControl = ButtonContinue,
     .followers = Followers,
 };

@@ -65,7 +65,7 @@ constexpr ControlSpec title(int id, std::string_view label, StaticLook look, boo
 constexpr auto Qdr = &LineScaling::StnRescaleQdr;
 constexpr auto Client = &LineScaling::StnRescaleClient;
 
-constexpr std::array Controls = {
+constexpr std::array DataInputControls = {
     ControlSpec{.id = Line,
                 .kind = List,
                 .label = "Select Line",
@@ -131,7 +131,7 @@ const DialogForm<DataInputAnswers> DataInputDialog = DialogSpec{
     .number = 101,
     .caption = "Verify data input parameters.",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = DataInputControls,
     .firstControl = ButtonContinue,
 };
 

@@ -17,7 +17,7 @@ using enum ControlKind;
 
 constexpr FieldLimits Circle = {control_ranges::Azimuth.low, control_ranges::Azimuth.high};
 
-constexpr std::array Controls = {
+constexpr std::array LineAzimuthControls = {
     ControlSpec{.id = LineAzimuthControl::Trend,
                 .kind = Integer,
                 .label = "Stn file trend",
@@ -44,7 +44,7 @@ const DialogForm<LineAzimuthAnswers> LineAzimuthDialog = DialogSpec{
     .number = 110,
     .caption = "Verify line azimuth",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = LineAzimuthControls,
     .firstControl = ButtonContinue,
 };
 

@@ -1,6 +1,7 @@
 #include "engine/layer_grid.h"
 
 #include "base/index.h"
+#include "engine/layer_kernel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,13 +10,12 @@ namespace keldrin {
 
 namespace {
 
-constexpr double Mu0 = 1.25663706212E-6; ///< H/m
-constexpr double DefaultError = 500.0;   ///< percent, of a background that nobody has stated
-constexpr double ThinnestLayer = 0.1;    ///< m
-constexpr double DeepestGrid = 3.0E4;    ///< m, so that any file can hold its thicknesses
+constexpr double DefaultError = 500.0; ///< percent, of a background that nobody has stated
+constexpr double ThinnestLayer = 0.1;  ///< m
+constexpr double DeepestGrid = 3.0E4;  ///< m, so that any file can hold its thicknesses
 
 double diffusionDepth(double seconds, double resistivity) {
-    return std::sqrt(2.0 * seconds * resistivity / Mu0);
+    return std::sqrt(2.0 * seconds * resistivity / VacuumPermeability);
 }
 
 /// The value that a share of all values does not exceed.

@@ -1,8 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <numbers>
 
 namespace keldrin {
+
+/// Magnetic permeability of the ground, that of free space. H/m
+inline constexpr double VacuumPermeability = 4.0e-7 * std::numbers::pi;
 
 // The reflection of a layered earth at a row of wavenumbers and one complex frequency, summed with
 // weights, and its derivatives by all layers. All pointers: no overlap, no null but where stated.

@@ -7,13 +7,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numbers>
 
 namespace keldrin {
 
 namespace {
-
-constexpr double Mu0 = 4.0e-7 * std::numbers::pi;
 
 // Wavenumbers above this many sqrt(mu0/(rho t)) have died away at time t: exp(-16).
 // The end is moved in steps: each changes the data by up to 1e-6, of which derivatives know
@@ -152,7 +149,7 @@ void layeredResponse(const LayerKernel &kernel, const ResponsePlan &plan,
               data,   jacobian};
     for (std::size_t k = 0; k < layers; ++k) {
         call.parts.muOverRho[k] =
-            Mu0 * std::exp(-std::clamp(lnResistivity[k], SmallestLog, LargestLog));
+            VacuumPermeability * std::exp(-std::clamp(lnResistivity[k], SmallestLog, LargestLog));
     }
     const auto [low, high] =
         std::minmax_element(call.parts.muOverRho, call.parts.muOverRho + layers);

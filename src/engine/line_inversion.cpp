@@ -2,6 +2,7 @@
 
 #include "base/index.h"
 #include "base/number_text.h"
+#include "base/sorting.h"
 #include "engine/line_system.h"
 #include "engine/noise_estimate.h"
 
@@ -34,12 +35,6 @@ VectorXd heldModel(const VectorXd &m) {
 /// With two decimals, in any locale.
 std::string decimals(double value) {
     return std::string(trimLeft(formatReal("(F20.2)", value)));
-}
-
-/// The upper one of an even number; 0 of none.
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0.0 : values[values.size() / 2];
 }
 
 /// What the data say about a sounding at one model.
@@ -329,7 +324,7 @@ void LineFit::summarise(LineSummary &summary) {
         }
     }
     if (!misfits.empty()) {
-        summary.medianMisfit = median(misfits);
+        summary.medianMisfit = upperMedian(misfits);
         summary.largestMisfit = *std::max_element(misfits.begin(), misfits.end());
     }
 }
@@ -358,7 +353,7 @@ void LineFit::summariseErrors(LineSummary &summary) {
             misfits.push_back(sounding(i).statedMisfit);
         }
     }
-    summary.statedMisfit = median(misfits);
+    summary.statedMisfit = upperMedian(misfits);
 }
 
 LineResult LineFit::finish(LineSummary &summary) {

@@ -2,6 +2,7 @@
 
 #include "base/index.h"
 #include "base/number_text.h"
+#include "base/sorting.h"
 #include "engine/layer_grid.h"
 #include "engine/noise_estimate.h"
 #include "physics/ares_check.h"
@@ -12,6 +13,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace keldrin {
 
@@ -140,11 +142,7 @@ double medianNear(const std::vector<HalfSpaceFit> &values, std::size_t place) {
             }
         }
     }
-    if (known.empty()) {
-        return withoutAny;
-    }
-    std::sort(known.begin(), known.end());
-    return known[known.size() / 2];
+    return known.empty() ? withoutAny : upperMedian(std::move(known));
 }
 
 bool hasFileModel(const SoundingRecord &record) {

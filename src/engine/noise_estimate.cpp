@@ -1,6 +1,7 @@
 #include "engine/noise_estimate.h"
 
 #include "base/index.h"
+#include "base/sorting.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,12 +39,6 @@ Index datumAt(const SoundingScatter &sounding, float centre) {
         return sounding.record->TWcenter[window] == centre;
     });
     return found == windows.end() ? -1 : static_cast<Index>(found - windows.begin());
-}
-
-double median(std::vector<double> &values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 /// The noise of a component over the scatter of a vector's length: 1.5 where all is noise, 1 where
@@ -95,7 +90,7 @@ VectorXd noiseNear(std::span<const SoundingScatter> line, std::size_t place) {
                             sounding.scatter->data() + std::min(last, datum + WindowsBeside) + 1);
             }
         }
-        noise[k] = medianToDeviation * median(near);
+        noise[k] = medianToDeviation * upperMedian(near);
         if (own.data->components > 1) {
             noise[k] *= lengthFactor(noise[k] / std::fabs(own.data->observed[k]));
         }

@@ -1,6 +1,7 @@
 #include "engine/smoothness.h"
 
 #include "base/index.h"
+#include "base/sorting.h"
 
 #include <algorithm>
 #include <array>
@@ -82,12 +83,7 @@ bool sameLayers(const std::vector<double> &a, const std::vector<double> &b) {
 
 double medianAboveZero(std::vector<double> values) {
     std::erase_if(values, [](double value) { return !(value > 0.0); });
-    if (values.empty()) {
-        return 1.0;
-    }
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
+    return values.empty() ? 1.0 : upperMedian(std::move(values));
 }
 
 } // namespace

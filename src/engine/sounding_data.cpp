@@ -1,6 +1,7 @@
 #include "engine/sounding_data.h"
 
 #include "base/index.h"
+#include "base/sorting.h"
 
 #include <algorithm>
 #include <array>
@@ -211,9 +212,7 @@ double huberThreshold(const Eigen::VectorXd &r) {
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         sizes[i] = std::fabs(r[static_cast<Eigen::Index>(i)]);
     }
-    const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
-    std::nth_element(sizes.begin(), middle, sizes.end());
-    return threshold * std::max(1.0, medianToDeviation * *middle);
+    return threshold * std::max(1.0, medianToDeviation * upperMedian(std::move(sizes)));
 }
 
 double huberSum(const Eigen::VectorXd &r, double threshold) {

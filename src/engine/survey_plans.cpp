@@ -1,5 +1,7 @@
 #include "engine/survey_plans.h"
 
+#include "engine/layer_grid.h"
+
 #include "engine/loop_plan.h"
 #include "engine/time_plan.h"
 
@@ -13,10 +15,6 @@ namespace {
 
 constexpr double SecondsPerMillisecond = 1.0e-3;
 constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
-
-double metresPerUnit(const ControlValues &control) {
-    return control.LengthUnitsIndex == Feet ? 0.3048 : 1.0;
-}
 
 // The receiver from the loop's centre. The azimuth of a fixed loop is a compass bearing of its
 // x axis; the y axis is 90 degrees to the left. A moving loop is measured along the line.

@@ -185,18 +185,10 @@ constexpr auto Fields = std::to_array<ExportField>({
      "Sensitivity of the data to this layer and all below", elementValue<&Record::Rsns>},
 });
 
-constexpr std::size_t widthOf(std::string_view format) {
-    std::size_t width = 0;
-    for (std::size_t i = 1; i < format.size() && format[i] != '.'; ++i) {
-        width = 10 * width + static_cast<std::size_t>(format[i] - '0');
-    }
-    return width;
-}
-
 // A null must leave a blank before it, or two columns would run into one.
 constexpr bool nullsFit() {
     for (const ExportField &field : Fields) {
-        if (!field.gdf2.empty() && field.null.size() >= widthOf(field.format)) {
+        if (!field.gdf2.empty() && field.null.size() >= columnWidth(field.format)) {
             return false;
         }
     }

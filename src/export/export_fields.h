@@ -34,6 +34,15 @@ struct ExportField {
 inline constexpr std::string_view LengthUnit = "(length)";
 inline constexpr std::string_view StationUnit = "(station)"; ///< a length where StnScale is 1
 
+/// The width of a column from its format.
+constexpr std::size_t columnWidth(std::string_view format) {
+    std::size_t width = 0;
+    for (std::size_t i = 1; i < format.size() && format[i] != '.'; ++i) {
+        width = 10 * width + static_cast<std::size_t>(format[i] - '0');
+    }
+    return width;
+}
+
 /// All fields, in the order of the columns of ASEG-GDF2.
 std::span<const ExportField> exportFields();
 

@@ -18,8 +18,8 @@ double toThousandth(double value) {
 ExportedSounding exportedSounding(const ControlValues &control, const SoundingRecord &record,
                                   int ordinal) {
     ExportedSounding sounding{&control, &record, ordinal};
-    sounding.windows = asIndex(limited(record.NumTW, 0, MaxWindows));
-    sounding.layers = asIndex(limited(record.NumLayer, 0, MaxLayers));
+    sounding.windows = windowCount(record);
+    sounding.layers = layerCount(record);
     sounding.fit = soundingFit(control, record);
     double depth = 0.0;
     for (std::size_t k = 0; k < sounding.layers; ++k) {

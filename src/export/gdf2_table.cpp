@@ -21,12 +21,6 @@ struct Column {
     std::string descriptor; ///< of reals
 };
 
-std::size_t widthOf(std::string_view format) {
-    std::size_t width = 0;
-    std::from_chars(format.data() + 1, format.data() + format.size(), width);
-    return width;
-}
-
 // Fortran's E reads what ES writes, which keeps one digit more.
 std::string descriptorOf(std::string_view format) {
     return (format.front() == 'E' ? "(ES" : "(F") + std::string(format.substr(1)) + ")";
@@ -39,7 +33,8 @@ std::vector<Column> columnsOf(const ExportedLine &line) {
                                   : field.of == FieldOf::Layer ? line.mostLayers
                                                                : 1;
         if (!field.gdf2.empty() && count > 0) {
-            columns.push_back({&field, count, widthOf(field.format), descriptorOf(field.format)});
+            columns.push_back(
+                {&field, count, columnWidth(field.format), descriptorOf(field.format)});
         }
     }
     return columns;

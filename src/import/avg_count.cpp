@@ -20,7 +20,7 @@ struct CountedReading {
     int component = 0; ///< see avgComponent()
 };
 
-struct CountPass {
+struct AvgCountPass {
     AvgWalk walk;
     LineEntry *entry = nullptr; ///< row of the line in force; set at the first data line
     double LastTx = MissingValue;
@@ -33,7 +33,8 @@ struct CountPass {
 };
 
 // Reads the cells that identify a reading; what has no column comes from the keyword records.
-CountedReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_view line) {
+CountedReading readCountedCells(const AvgWalk &walk, const Metadata &metadata,
+                                std::string_view line) {
     const RecordLine record{walk.record(), line};
     CountedReading reading{metadata.Tx.QdrStn.value, metadata.Rx.QdrStn.value, MissingValue,
                            metadata.Tx.Freq.value, 0};
@@ -72,7 +73,7 @@ bool reportUndefined(const CountedReading &reading, int record, std::string_view
 }
 
 // Tells whether a line opens a transient of its own, and counts it if it does.
-void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReading &reading) {
+void AVG_File_Input(AvgCountPass &pass, const LineTable &lines, const CountedReading &reading) {
     const int axis = (reading.component - 1) % ComponentAxes + 1;
     const bool NewTransient = axis != pass.LastCmp || !sameStation(reading.tx, pass.LastTx) ||
                               !sameStation(reading.rx, pass.LastRx) || pass.LastTime > reading.time;
@@ -89,7 +90,7 @@ void AVG_File_Input(CountPass &pass, const LineTable &lines, const CountedReadin
 }
 
 // Settles the line that a data line belongs to, and what is in force for it.
-void settleLine(CountPass &pass, SurveyModel &model) {
+void settleAvgLine(AvgCountPass &pass, SurveyModel &model) {
     if (!pass.walk.HeaderChanged) {
         return;
     }
@@ -144,15 +145,15 @@ void prepareReadPass(SurveyModel &model, const Metadata &before) {
 int AVG_Count(SurveyModel &model, const std::string &fileName) {
     const Metadata before = model.metadata;
     resetLines(model.lines);
-    CountPass pass;
+    AvgCountPass pass;
     if (!pass.walk.open(fileName)) {
         return 1;
     }
     WatchedReading watched(pass.walk.reader, fileName);
     std::string_view line;
     while (pass.walk.nextDataLine(model.metadata, line)) {
-        settleLine(pass, model);
-        const CountedReading reading = readCells(pass.walk, model.metadata, line);
+        settleAvgLine(pass, model);
+        const CountedReading reading = readCountedCells(pass.walk, model.metadata, line);
         if (!reportUndefined(reading, pass.walk.record(), line) && reading.component > 0) {
             AVG_File_Input(pass, model.lines, reading);
         }

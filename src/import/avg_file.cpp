@@ -15,7 +15,7 @@ namespace keldrin {
 namespace {
 
 // Sorted by label: the search stops at the first label above the one sought.
-constexpr std::array<LabelAlias, 28> Aliases = {{
+constexpr std::array<LabelAlias, 28> AvgAliases = {{
     {"%MAG", "DBDT.%ERR"},
     {"AMP", "TX.AMP"},
     {"AMPS", "TX.AMP"},
@@ -46,7 +46,7 @@ constexpr std::array<LabelAlias, 28> Aliases = {{
     {"WIN", "TWIN.INDEX"},
 }};
 
-constexpr std::array RequiredColumns = {AvgTime, AvgMag};
+constexpr std::array RequiredAvgColumns = {AvgTime, AvgMag};
 
 // The last entry is blank: it is contained in every word, so no word ever asks the user.
 constexpr std::array<std::string_view, 9> ComponentNames = {"EX", "EY",  "EZ",  "HX", "HY",
@@ -77,7 +77,7 @@ bool isComment(std::string_view line) {
 } // namespace
 
 std::span<const LabelAlias> avgAliases() {
-    return Aliases;
+    return AvgAliases;
 }
 
 bool AvgWalk::open(const std::string &fileName) {
@@ -97,8 +97,8 @@ void AvgWalk::takeLabels(std::string_view line) {
     AvgLabels taken;
     taken.record = record();
     taken.line = line;
-    Str_Column_Labels_Alias(line, options, Aliases, AvgNames, taken.columns);
-    for (const AvgVariable variable : RequiredColumns) {
+    Str_Column_Labels_Alias(line, options, AvgAliases, AvgNames, taken.columns);
+    for (const AvgVariable variable : RequiredAvgColumns) {
         if (taken.columns.iVarCol[variable] == 0) {
             taken.missing.push_back(AvgNames[variable]);
         }

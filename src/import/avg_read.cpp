@@ -16,7 +16,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int AxisZ = 2;
 constexpr int GoodReading = 2; ///< of the SKIP column
 
 /// One data line of the chosen survey line.
@@ -49,7 +48,7 @@ auto lineSettings(const Metadata &from) {
                            scaling.StnRescaleClient.begin, scaling.StnRescaleClient.increment);
 }
 
-struct ReadPass {
+struct AvgReadPass {
     AvgWalk walk;
     bool oneLine = false; ///< the file's only line: every section belongs to it
     decltype(lineSettings(Metadata{})) settings;
@@ -128,7 +127,7 @@ AvgReading readCells(const AvgWalk &walk, const Metadata &metadata, std::string_
     return reading;
 }
 
-void dropRecord(ReadPass &pass, std::string_view words, std::string_view line) {
+void dropRecord(AvgReadPass &pass, std::string_view words, std::string_view line) {
     const int record = pass.walk.record();
     pass.droppedRows.note(record, line);
     ReportWarning(
@@ -162,7 +161,7 @@ std::string_view faultOf(const AvgReading &reading, float area) {
     return {};
 }
 
-bool opensGroup(ReadPass &pass, const AvgReading &reading, bool noSounding) {
+bool opensGroup(AvgReadPass &pass, const AvgReading &reading, bool noSounding) {
     if (noSounding) {
         pass.LastRx = MissingValue;
     }
@@ -183,7 +182,7 @@ void reportFullTable(const SurveyModel &model, const AvgWalk &walk, std::string_
 
 // Finds or adds the sounding of a reading and takes the header values in force. False when the
 // table is full; the last record is then as it was.
-bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading) {
+bool openSounding(AvgReadPass &pass, SurveyModel &model, const AvgReading &reading) {
     const double rx = rescaledStation(model.preset, reading.rx);
     // A fixed loop's transmitter is an identifier, not a position.
     const double tx =
@@ -208,7 +207,7 @@ bool openSounding(ReadPass &pass, SurveyModel &model, const AvgReading &reading)
 }
 
 // Puts a good reading into its window. area in m^2, axis from 0
-void storeReading(ReadPass &pass, SurveyModel &model, const AvgReading &reading, int axis,
+void storeReading(AvgReadPass &pass, SurveyModel &model, const AvgReading &reading, int axis,
                   float area, std::string_view line) {
     SoundingRecord &record = model.hTrn[asIndex(pass.sounding)];
     int window = 0;
@@ -233,7 +232,7 @@ void storeReading(ReadPass &pass, SurveyModel &model, const AvgReading &reading,
     mergeReading(pass.tables.at(pass.sounding, axis, window), dBdt, sigma, skip);
 }
 
-void AVG_Read_Data(ReadPass &pass, SurveyModel &model, std::string_view line) {
+void AVG_Read_Data(AvgReadPass &pass, SurveyModel &model, std::string_view line) {
     const AvgReading reading = readCells(pass.walk, model.metadata, line);
     const int component = avgComponent(reading.component, "EM.Cmp");
     if (component == 0) {
@@ -267,7 +266,7 @@ void AVG_Read_Data(ReadPass &pass, SurveyModel &model, std::string_view line) {
 }
 
 // Takes the settings in force at the first row of the chosen line.
-void takeSettings(ReadPass &pass, SurveyModel &model) {
+void takeSettings(AvgReadPass &pass, SurveyModel &model) {
     Control_From_Metadata(model);
     pass.settings = lineSettings(model.metadata);
     pass.given = givenSettings(model);
@@ -275,7 +274,7 @@ void takeSettings(ReadPass &pass, SurveyModel &model) {
 }
 
 // Settles whether the section that a data line stands in belongs to the chosen line.
-void settleLine(ReadPass &pass, SurveyModel &model, std::string_view lineLabel) {
+void settleLine(AvgReadPass &pass, SurveyModel &model, std::string_view lineLabel) {
     if (!pass.walk.HeaderChanged) {
         return;
     }
@@ -291,7 +290,8 @@ void settleLine(ReadPass &pass, SurveyModel &model, std::string_view lineLabel) 
 }
 
 // A record after the first row of the chosen line comes too late for a setting of the whole line.
-void noteLateRecord(ReadPass &pass, const Metadata &metadata, int record, std::string_view line) {
+void noteLateRecord(AvgReadPass &pass, const Metadata &metadata, int record,
+                    std::string_view line) {
     LineIdentity identity = pass.walk.identity;
     pass.otherLineBegun = pass.otherLineBegun || (!pass.oneLine && identity.take(metadata));
     if (!pass.LineSelected || pass.otherLineBegun) {
@@ -304,7 +304,7 @@ void noteLateRecord(ReadPass &pass, const Metadata &metadata, int record, std::s
     }
 }
 
-void reportNotices(const ReadPass &pass, const SurveyModel &model) {
+void reportNotices(const AvgReadPass &pass, const SurveyModel &model) {
     const std::string &name = pass.walk.name;
     pass.otherComponents.report(name, "Rows of a component that is not read",
                                 pass.arrayIndex >= InLoop ? "Of this array only Hz is read."
@@ -319,7 +319,7 @@ void reportNotices(const ReadPass &pass, const SurveyModel &model) {
 }
 
 // Says why nothing was read; each cause has been reported with its first row.
-void reportNoSounding(const ReadPass &pass, std::string_view lineLabel) {
+void reportNoSounding(const AvgReadPass &pass, std::string_view lineLabel) {
     std::vector<MessageLine> lines = {"ERROR: No sounding was read from line " +
                                       std::string(lineLabel) + " of " + pass.walk.name};
     const auto add = [&](const LineNotice &notice, const char *what) {
@@ -333,7 +333,7 @@ void reportNoSounding(const ReadPass &pass, std::string_view lineLabel) {
     ReportError(lines);
 }
 
-void finishPass(ReadPass &pass, SurveyModel &model) {
+void finishPass(AvgReadPass &pass, SurveyModel &model) {
     for (int i = 0; i < model.SoundingCount; ++i) {
         finishWindows(model.hTrn[asIndex(i)], i, pass.arrayIndex, pass.tables);
     }
@@ -342,7 +342,7 @@ void finishPass(ReadPass &pass, SurveyModel &model) {
 } // namespace
 
 int AVG_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel) {
-    ReadPass pass;
+    AvgReadPass pass;
     if (!pass.walk.open(fileName)) {
         return 1;
     }

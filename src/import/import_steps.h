@@ -109,6 +109,12 @@ struct LineNotice {
     void report(std::string_view file, std::string_view what, std::string_view consequence) const;
 };
 
+/// What a LineNotice is reported with.
+struct NoticeWords {
+    std::string_view what;
+    std::string_view consequence;
+};
+
 /// The survey lines of a file that share a row of the line table, or find none.
 class LineNotices {
   public:

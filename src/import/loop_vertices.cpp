@@ -8,7 +8,7 @@ namespace {
 constexpr std::size_t FirstCorner = 1;
 
 // The vertices in the record that works out the shape of a loop; false where one is missing.
-bool takeVertices(const TxMetadata &tx, AmiraRecord &record) {
+bool takeCorners(const TxMetadata &tx, AmiraRecord &record) {
     for (std::size_t i = 0; i < record.vertices.size(); ++i) {
         const XyzPoint &point = tx.XYZ[FirstCorner + i].value;
         if (!isPresent(point[0]) || !isPresent(point[1])) {
@@ -25,7 +25,7 @@ void settleLoopFromVertices(SurveyModel &model, GivenSettings &given) {
     const TxMetadata &tx = model.metadata.Tx;
     ControlValues &control = model.control;
     AmiraRecord record;
-    if (!takeVertices(tx, record) || AMR_Loop_Geometry(record, 1.0) != 0) {
+    if (!takeCorners(tx, record) || AMR_Loop_Geometry(record, 1.0) != 0) {
         return;
     }
     if (!isPresent(tx.CenterX.value)) {

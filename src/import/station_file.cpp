@@ -21,18 +21,19 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t LineLimit = 8192;
+constexpr std::size_t StationLineLimit = 8192;
 constexpr int MaxColumns = 8;
-constexpr std::size_t CellWidth = 32;
+constexpr std::size_t StationCellWidth = 32;
 constexpr std::size_t MaxStations = 2048;
 constexpr double LargestCoordinate = 1.0E9;
 constexpr int MostSeparationWarnings = 19;
 
 constexpr std::array<std::string_view, 4> Names = {"STATION", "EAST", "NORTH", "ELEV"};
-constexpr std::array<std::string_view, 4> Words = {"Station", "Easting", "Northing", "Elevation"};
+constexpr std::array<std::string_view, 4> StationWords = {"Station", "Easting", "Northing",
+                                                          "Elevation"};
 
 struct StationReader {
-    LineReader lines{LineLimit};
+    LineReader lines{StationLineLimit};
     std::string name; ///< of the file, for messages
     ColumnMap columns;
     SplitCells cells;
@@ -52,7 +53,7 @@ void reportDropped(StationReader &reader, std::initializer_list<MessageLine> lin
 void readLabels(StationReader &reader, std::string_view line) {
     LabelMatch options;
     options.maxCols = MaxColumns;
-    options.width = CellWidth;
+    options.width = StationCellWidth;
     Str_Column_Labels(line, options, Names, reader.columns);
     reader.labelsValid = true;
     for (const int column : reader.columns.iVarCol) {
@@ -71,7 +72,7 @@ bool isSpurious(StationReader &reader, const std::array<double, 4> &values) {
         if (!(std::fabs(values[i]) > LargestCoordinate)) {
             continue;
         }
-        const MessageLine words = "ERROR: |" + std::string(Words[i]) + "|=|" +
+        const MessageLine words = "ERROR: |" + std::string(StationWords[i]) + "|=|" +
                                   messageNumber(values[i]) + "| > 1.0E9 on " + reader.name +
                                   " line " + std::to_string(reader.lines.lineNumber());
         if (i + 1 == values.size()) {
@@ -86,13 +87,13 @@ bool isSpurious(StationReader &reader, const std::array<double, 4> &values) {
 
 void readPoint(StationReader &reader, std::string_view line, StationTable &table) {
     const RecordLine record{reader.lines.lineNumber(), line};
-    Str_Split_Columns(line, MaxColumns, LineLimit, reader.cells);
+    Str_Split_Columns(line, MaxColumns, StationLineLimit, reader.cells);
     std::array<double, 4> values{};
     for (std::size_t i = 0; i < values.size(); ++i) {
         const int status = Val_Read_R8(record, reader.cells.column(reader.columns.iVarCol[i]),
                                        Names[i], MissingValue, values[i]);
         if (status == CellEmpty) { // the reader has no word for an empty cell
-            ReportWarning({"WARNING: No " + std::string(Words[i]) + " on " + reader.name +
+            ReportWarning({"WARNING: No " + std::string(StationWords[i]) + " on " + reader.name +
                                " line " + std::to_string(record.number),
                            line});
         }

@@ -17,7 +17,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t LineLimit = 8192;
+constexpr std::size_t InformationLineLimit = 8192;
 constexpr int SourceLevel = 1;
 
 // Unset values take their counterparts, increments of no size count as unset.
@@ -75,7 +75,7 @@ bool readRecords(Metadata &metadata, LineReader &reader, std::string_view name) 
 void readFile(Metadata &metadata, const std::string &fileName) {
     const std::string name(fileNameOf(fileName));
     ReportInfoLine("Scanning " + name + " for survey information.");
-    LineReader reader(LineLimit);
+    LineReader reader(InformationLineLimit);
     if (!reader.open(fileName)) {
         ReportUnreadFile(
             name, {"ERROR: Could not open survey information file", fileName, reader.errorText()});

@@ -10,7 +10,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int AxisZ = 2;
 constexpr float LeastError = 1.0F; // percent
 constexpr float GreatestError = 500.0F;
 

@@ -7,8 +7,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t AxisZ = 2;
-
 LineEntry &onlyLine(SurveyModel &model) {
     LineIdentity identity;
     identity.take(model.metadata);

@@ -12,8 +12,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t AxisZ = 2;
-
 // What a reading may say, so that stations, times and the widths between them fit the columns of a
 // project. Stations of the line; msec.
 constexpr double LargestStation = 1.0E9;
@@ -23,20 +21,15 @@ constexpr float GreatestTime = 1.0E4F;
 /// Why a reading needs a word.
 enum Notice : std::size_t { EmptyField, NoTime, Impossible, WindowsFull, Notices };
 
-struct NoticeWords {
-    std::string_view what;
-    std::string_view consequence;
-};
-
 constexpr std::string_view Dropped = "They are dropped.";
-constexpr std::array<NoticeWords, Notices> Words = {{
+constexpr std::array<NoticeWords, Notices> ZNoticeTexts = {{
     {"Readings without a station or a magnitude", "What is empty counts as 0."},
     {"Readings without a time above 0", Dropped},
     {"Readings of an impossible station, time or magnitude", Dropped},
     {"Readings beyond the 128th window of their sounding", Dropped},
 }};
 
-struct ReadPass {
+struct ZReadPass {
     ZWalk walk;
     double lastStation = MissingValue;
     std::array<LineNotice, Notices> notices;
@@ -47,7 +40,7 @@ struct ReadPass {
 };
 
 // Opens the next sounding. False when the table is full (reported).
-bool openSounding(ReadPass &pass, SurveyModel &model, double station) {
+bool openSounding(ZReadPass &pass, SurveyModel &model, double station) {
     pass.lastStation = station;
     if (model.SoundingCount >= model.SoundingCapacity()) {
         ReportError({"WARNING: More than " + std::to_string(model.SoundingCapacity()) +
@@ -81,7 +74,7 @@ bool addWindow(SoundingRecord &record, float time, float dBdt) {
 }
 
 // Puts a reading into its sounding. False when the table of soundings is full.
-bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
+bool takeReading(ZReadPass &pass, SurveyModel &model, const ZReading &reading,
                  std::string_view line) {
     const float dBdt = 1000.0F * reading.magnitude / model.preset.RxAreaXYZ[AxisZ];
     if (!(reading.time > 0.0F)) {
@@ -106,14 +99,14 @@ bool takeReading(ReadPass &pass, SurveyModel &model, const ZReading &reading,
     return true;
 }
 
-void readReadings(ReadPass &pass, SurveyModel &model) {
+void readReadings(ZReadPass &pass, SurveyModel &model) {
     ReportInfoLine("Reading numerical data.");
     ZReading reading;
     std::string_view line;
     while (pass.walk.nextReading(reading, line) && takeReading(pass, model, reading, line)) {
     }
     for (std::size_t i = 0; i < Notices; ++i) {
-        pass.notices[i].report(pass.walk.name, Words[i].what, Words[i].consequence);
+        pass.notices[i].report(pass.walk.name, ZNoticeTexts[i].what, ZNoticeTexts[i].consequence);
     }
     if (pass.walk.linesOfOtherCode > 0) {
         ReportInfoLine("Lines that are no readings, passed over in " + pass.walk.name + ": " +
@@ -127,7 +120,7 @@ int Z_Read(SurveyModel &model, const std::string &fileName, std::string_view /*l
     model.SoundingCount = 0;
     ReportInfoLine("Reading TEM data from file");
     ReportInfoLine(fileName);
-    ReadPass pass;
+    ZReadPass pass;
     if (!pass.walk.open(fileName)) {
         return 1;
     }

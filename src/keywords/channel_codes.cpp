@@ -4,6 +4,7 @@
 #include "base/index.h"
 #include "text/cell_report.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>

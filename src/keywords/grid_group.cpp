@@ -6,8 +6,8 @@ namespace {
 
 using namespace rows;
 
-constexpr std::size_t MostTokens = 14;
-constexpr std::size_t TokenWidth = 16;
+constexpr std::size_t MostGridTokens = 14;
+constexpr std::size_t GridTokenWidth = 16;
 
 /// "Grid.Ref1[pair,coordinate]" of a point of two pairs, "Grid.XYOffset[coordinate]" of one pair.
 std::string coordinateLabel(const Reading &reading, std::size_t index, std::size_t count) {
@@ -54,7 +54,7 @@ constinit const GroupTable GridGroup = groupTable<GridMetadata>("Grid", GridRows
 int Grid_MD_Read(const KeywordRecord &record, Metadata &metadata) {
     std::vector<std::string_view> pieces;
     for (const std::string_view token : record.tokens) {
-        splitAtColons(token, MostTokens, TokenWidth, pieces);
+        splitAtColons(token, MostGridTokens, GridTokenWidth, pieces);
     }
     KeywordRecord flattened = record;
     flattened.tokens = pieces;

@@ -146,6 +146,15 @@ using CellReader = int (*)(const Reading &reading, std::string_view token, std::
 template <class T>
 int plainCell(const Reading &reading, std::string_view token, std::string_view label, T unread,
               T &value);
+template <>
+int plainCell<float>(const Reading &reading, std::string_view token, std::string_view label,
+                     float unread, float &value);
+template <>
+int plainCell<double>(const Reading &reading, std::string_view token, std::string_view label,
+                      double unread, double &value);
+template <>
+int plainCell<int>(const Reading &reading, std::string_view token, std::string_view label,
+                   int unread, int &value);
 /// A length in metres; a token without a unit letter has the unit of the record's last letter of
 /// m or f, else Unit.Length.
 int lengthCell(const Reading &reading, std::string_view token, std::string_view label, float unread,

@@ -5,7 +5,7 @@ namespace {
 
 using namespace rows;
 
-constexpr std::array<std::string_view, 3> TypeNames = {"STRAIGHT", "MEANDER", "POINTS"};
+constexpr std::array<std::string_view, 3> LineTypeNames = {"STRAIGHT", "MEANDER", "POINTS"};
 
 /// The name keeps 16 characters; lines are distinguished by the whole of it.
 int readName(const Reading &reading) {
@@ -26,7 +26,7 @@ constexpr auto LineRows = std::to_array<KeywordRow>({
     text<&LineMetadata::Spread>("SPREAD"),
     number<&LineMetadata::Number>("NUMBER", StationRange),
     azimuth<&LineMetadata::Azimuth>("AZIMUTH"),
-    enumeration<&LineMetadata::Type>("TYPE", "Line.Type", TypeNames),
+    enumeration<&LineMetadata::Type>("TYPE", "Line.Type", LineTypeNames),
 });
 
 } // namespace

@@ -6,7 +6,7 @@
 namespace keldrin {
 namespace {
 
-constexpr std::size_t TokenWidth = 32;
+constexpr std::size_t CoordinateWidth = 32;
 constexpr int NoSuchIndex = 1;
 
 std::string warningOf(const Reading &reading, std::string_view words) {
@@ -51,7 +51,7 @@ bool takePoint(const Reading &reading, SourcedPoint &point) {
     std::span<const std::string_view> coordinates = reading.record.tokens;
     std::vector<std::string_view> pieces;
     if (holds(coordinates.front(), ":")) {
-        splitAtColons(coordinates.front(), point.value.size(), TokenWidth, pieces);
+        splitAtColons(coordinates.front(), point.value.size(), CoordinateWidth, pieces);
         coordinates = pieces;
     }
     return takeValues(reading, plainCell<double>, coordinates, elementsOf(point.value));
@@ -60,7 +60,7 @@ bool takePoint(const Reading &reading, SourcedPoint &point) {
 bool takeTokenPoint(const Reading &reading, std::string_view token, std::string_view label,
                     XyzPoint &point) {
     std::vector<std::string_view> pieces;
-    splitAtColons(token, point.size(), TokenWidth, pieces);
+    splitAtColons(token, point.size(), CoordinateWidth, pieces);
     bool stored = false;
     for (std::size_t i = 0; i < pieces.size(); ++i) {
         stored |= takeValue(reading, plainCell<double>, pieces[i], label, point[i]);

@@ -6,13 +6,13 @@ namespace {
 
 using namespace rows;
 
-constexpr std::array<std::string_view, 5> TypeNames = {"QDRA", "QDRB", "QDRC", "QDRD", "OTHER"};
+constexpr std::array<std::string_view, 5> QdrTypeNames = {"QDRA", "QDRB", "QDRC", "QDRD", "OTHER"};
 constexpr std::array<std::string_view, 3> SourceNames = {"FIELD", "ISYS", "ESYS"};
 constexpr std::array<std::string_view, 5> GainModeNames = {"NOISY", "QUIET", "STANDARD", "HIGHGAIN",
                                                            "UNKNOWN"};
 
 constexpr auto QdrRows = std::to_array<KeywordRow>({
-    enumeration<&QdrMetadata::Type>("TYPE", "QDR.Type", TypeNames),
+    enumeration<&QdrMetadata::Type>("TYPE", "QDR.Type", QdrTypeNames),
     text<&QdrMetadata::File>("FILE"),
     text<&QdrMetadata::ProgVer>("PROGVER"),
     text<&QdrMetadata::SN>("SN"),

@@ -11,7 +11,7 @@ namespace {
 using namespace rows;
 
 /// Receiver lengths play no part in an inversion, and a second one gets a message that says so.
-int readLength(const Reading &reading) {
+int readRxLength(const Reading &reading) {
     RxMetadata &rx = reading.metadata.Rx;
     const bool stored = takeSides(reading, {&rx.LengthX, &rx.LengthY});
     const auto &tokens = reading.record.tokens;
@@ -88,7 +88,7 @@ constexpr auto RxRows = std::to_array<KeywordRow>({
     number<&RxMetadata::Incl>("INCL", SlopeRange),
     length<&RxMetadata::ASpace>("ASPACE"),
     number<&RxMetadata::SSpace>("SSPACE", between(LengthRange.low, LengthRange.high)),
-    irregular("LENGTH", readLength, LengthRange, "Rx.Length["),
+    irregular("LENGTH", readRxLength, LengthRange, "Rx.Length["),
     length<&RxMetadata::LengthX>("LENGTHX"),
     length<&RxMetadata::LengthY>("LENGTHY"),
     irregular("AREA", readArea, AreaRange, "Rx.Area["),

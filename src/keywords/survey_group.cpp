@@ -11,8 +11,8 @@ using namespace rows;
 
 using Names = std::span<const std::string_view>;
 
-constexpr std::array<std::string_view, 7> TypeNames = {"LOTEM", "TEM", "CSAMT", "NSAMT",
-                                                       "TDIP",  "CR",  "RPIP"};
+constexpr std::array<std::string_view, 7> SurveyTypeNames = {"LOTEM", "TEM", "CSAMT", "NSAMT",
+                                                             "TDIP",  "CR",  "RPIP"};
 constexpr int NaturalSource = 4; // NSAMT
 
 constexpr std::array<std::string_view, 6> LoopArrays = {"FXL", "MVL", "INL", "COL", "LOT", "CNT"};
@@ -22,7 +22,7 @@ constexpr std::array<std::string_view, 7> DipoleArrays = {"D-D", "P-D", "P-P", "
 
 /// The arrays of a survey type: LOTEM and TEM have loops, CSAMT and NSAMT tensors.
 Names arraysOf(int typeIndex) {
-    constexpr std::array<Names, TypeNames.size()> byType = {
+    constexpr std::array<Names, SurveyTypeNames.size()> byType = {
         LoopArrays,   LoopArrays,   TensorArrays, TensorArrays,
         DipoleArrays, DipoleArrays, DipoleArrays};
     return byType[asIndex(typeIndex - 1)];
@@ -35,7 +35,7 @@ int readType(const Reading &reading) {
         const std::string_view label = reading.row.label;
         if (type == "NSAMT" || type == "AMT" || type == "MT") {
             survey.TypeIndex = NaturalSource;
-        } else if (!takeName(type, label, TypeNames, survey.TypeIndex)) {
+        } else if (!takeName(type, label, SurveyTypeNames, survey.TypeIndex)) {
             return false;
         }
         survey.Type.value = type;

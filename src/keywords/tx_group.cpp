@@ -7,7 +7,7 @@ namespace {
 
 using namespace rows;
 
-int readLength(const Reading &reading) {
+int readTxLength(const Reading &reading) {
     TxMetadata &tx = reading.metadata.Tx;
     takeSides(reading, {&tx.LengthX, &tx.LengthY});
     return 0;
@@ -60,7 +60,7 @@ constexpr auto TxRows = std::to_array<KeywordRow>({
     azimuth<&TxMetadata::XAzimuth>("XAZIMUTH"),
     azimuth<&TxMetadata::Azimuth>("AZIMUTH"),
     number<&TxMetadata::Incl>("INCL", SlopeRange),
-    irregular("LENGTH", readLength, LengthRange, "Tx.Length["),
+    irregular("LENGTH", readTxLength, LengthRange, "Tx.Length["),
     length<&TxMetadata::LengthX>("LENGTHX"),
     length<&TxMetadata::LengthY>("LENGTHY"),
     number<&TxMetadata::Area>("AREA", above(0.0, 1.0E20, " m^2")),

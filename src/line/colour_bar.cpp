@@ -10,9 +10,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr float PageWidth = 24.0F; // cm
-constexpr float PageHeight = 18.0F;
-
 void fillStep(const ValueColours &colours, int step, int steps) {
     const double from = colours.scale.valueAt(static_cast<double>(step) / steps);
     const double to = colours.scale.valueAt(static_cast<double>(step + 1) / steps);
@@ -32,8 +29,8 @@ void drawColourBar(const PageFrame &frame, const ValueColours &colours, std::str
     constexpr int steps = 64;
     constexpr float reach = 1.1F; // cm
     PlotNew();
-    PlotViewport(frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
-                 frame.top / PageHeight);
+    PlotViewport(frame.left / PageWidthCm, frame.bottom / PageHeightCm, frame.right / PageWidthCm,
+                 frame.top / PageHeightCm);
     PlotUnits(0.0, colours.scale.min, 1.0, colours.scale.max);
     PlotScales("LIN", colours.scale.logarithmic ? "LOG" : "LIN");
     PlotTickLength(0.25F);

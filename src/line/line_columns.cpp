@@ -1,11 +1,13 @@
 #include "line/line_columns.h"
 
+#include "base/sorting.h"
 #include "projectfile/table_file.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace keldrin {
 
@@ -21,12 +23,7 @@ double medianSpacing(std::span<const double> places) {
             spacings.push_back(places[i] - places[i - 1]);
         }
     }
-    if (spacings.empty()) {
-        return 0.0;
-    }
-    const auto middle = spacings.begin() + static_cast<std::ptrdiff_t>(spacings.size() / 2);
-    std::nth_element(spacings.begin(), middle, spacings.end());
-    return *middle;
+    return upperMedian(std::move(spacings));
 }
 
 // Spacing to a neighbour, or nothing across a gap and at an end.

@@ -16,8 +16,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
-constexpr float TickLength = 0.25F;                          // of the character height
+constexpr float TickLength = 0.25F; // of the character height
 
 // The smallest of 1, 2 or 5 times a power of ten by which at most so many of a count are taken.
 std::size_t roundStride(std::size_t count, std::size_t most) {

@@ -14,32 +14,23 @@ namespace keldrin {
 namespace {
 
 using enum ControlKind;
-using namespace PlanLimitsControl;
-using Answers = PlanLimitsAnswers;
+using PlanAnswers = PlanLimitsAnswers;
 
-std::vector<std::string> quantityNames(const Answers & /*answers*/) {
+std::vector<std::string> quantityNames(const PlanAnswers & /*answers*/) {
     return planQuantityNames();
 }
 
-std::vector<std::string> colourNames(const Answers & /*answers*/) {
-    std::vector<std::string> names;
-    for (const ColourScale &scale : colourScales()) {
-        names.emplace_back(scale.name);
-    }
-    return names;
+std::vector<std::string> planScales(const PlanAnswers & /*answers*/) {
+    return colourScaleNames();
 }
 
-std::string depthUnit(const Answers &answers) {
+std::string depthUnit(const PlanAnswers &answers) {
     return answers.lengthUnits;
-}
-
-constexpr ControlSpec group(int id, std::string_view label) {
-    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
 }
 
 template <auto Limit>
 consteval FieldAccess planField() {
-    return fieldOf<&Answers::limits, Limit>();
+    return fieldOf<&PlanAnswers::limits, Limit>();
 }
 
 template <auto Limit>
@@ -53,7 +44,7 @@ constexpr ControlSpec valueEnd(int id, std::string_view label, std::string_view 
             .kind = Real,
             .label = label,
             .format = "(1P,G12.4E1)",
-            .field = fieldOf<&Answers::limits, &PlanLimits::values, End>(),
+            .field = fieldOf<&PlanAnswers::limits, &PlanLimits::values, End>(),
             .name = name};
 }
 
@@ -63,16 +54,13 @@ constexpr ControlSpec mapEnd(int id, std::string_view label) {
             .kind = Double,
             .label = label,
             .format = "(F14.1)",
-            .field = fieldOf<&Answers::limits, &PlanLimits::map, End>()};
+            .field = fieldOf<&PlanAnswers::limits, &PlanLimits::map, End>()};
 }
 
-constexpr ControlSpec inRow(ControlSpec spec) {
-    spec.sameRow = true;
-    return spec;
-}
-
+namespace plan {
+using namespace PlanLimitsControl;
 constexpr std::array Controls = {
-    group(4021, "Dots"),
+    groupTitle(4021, "Dots"),
     ControlSpec{.id = Quantity,
                 .kind = List,
                 .label = "Coloured by",
@@ -90,11 +78,11 @@ constexpr std::array Controls = {
                 .kind = List,
                 .label = "Colours",
                 .field = planField<&PlanLimits::colours>(),
-                .entries = givenBy<colourNames>()},
+                .entries = givenBy<planScales>()},
     choice<&PlanLimits::setValues>(SetValues, "Set the limits of the colours"),
     valueEnd<&AxisLimits::low>(ValuesMinimum, "minimum", "Colours minimum"),
     inRow(valueEnd<&AxisLimits::high>(ValuesMaximum, "maximum", "Colours maximum")),
-    group(4022, "Map"),
+    groupTitle(4022, "Map"),
     choice<&PlanLimits::setMap>(SetMap, "Set the limits of the map"),
     mapEnd<&MapLimits::west>(West, "West"),
     inRow(mapEnd<&MapLimits::east>(East, "East")),
@@ -103,6 +91,7 @@ constexpr std::array Controls = {
     ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
     ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
 };
+} // namespace plan
 
 void swapEnds(PlanLimits &limits) {
     const auto inOrder = [](auto &low, auto &high) {
@@ -121,12 +110,12 @@ const DialogForm<PlanLimitsAnswers> PlanLimitsDialog = DialogSpec{
     .number = 113,
     .caption = "Set plan limits",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = plan::Controls,
     .place = DialogPlace::LowerRight,
 };
 
 bool Plan_EditLimits(PlanLimits &limits, std::string_view lengthUnits) {
-    Answers answers{limits, std::string(lengthUnits)};
+    PlanAnswers answers{limits, std::string(lengthUnits)};
     const DialogAnswer answer = askDialog(PlanLimitsDialog, answers);
     if (!answer.confirmed()) {
         return false;

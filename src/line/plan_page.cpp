@@ -27,12 +27,9 @@ namespace keldrin {
 
 namespace {
 
-constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
 constexpr PageFrame WholeFrame = {2.5F, 1.7F, 23.3F, 16.2F}; // cm
 constexpr PageFrame FrameBesideBar = {2.5F, 1.7F, 20.8F, 16.2F};
 constexpr PageFrame ColourBar = {21.4F, 1.7F, 21.85F, 16.2F};
-constexpr float PageWidth = 24.0F; // cm
-constexpr float PageHeight = 18.0F;
 
 /// A place on the page, in centimetres.
 struct Place {
@@ -71,8 +68,8 @@ struct PlanPage {
 
 // Height over width of the map's frame, as it is seen.
 double frameShape(const PageFrame &frame) {
-    const auto width = static_cast<double>((frame.right - frame.left) / PageWidth);
-    const auto height = static_cast<double>((frame.top - frame.bottom) / PageHeight);
+    const auto width = static_cast<double>((frame.right - frame.left) / PageWidthCm);
+    const auto height = static_cast<double>((frame.top - frame.bottom) / PageHeightCm);
     return shownPageShape() * height / width;
 }
 
@@ -170,8 +167,8 @@ void drawNorthArrow() {
 
 void setUpPlot(const PlanPage &plan) {
     const PageFrame &frame = plan.frame;
-    beginMapPlot({frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
-                  frame.top / PageHeight},
+    beginMapPlot({frame.left / PageWidthCm, frame.bottom / PageHeightCm, frame.right / PageWidthCm,
+                  frame.top / PageHeightCm},
                  plan.map);
 }
 

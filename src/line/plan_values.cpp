@@ -51,7 +51,7 @@ AxisLimits roundResistivities(std::span<const float> values) {
     return roundPercentiles(values);
 }
 
-struct Quantity {
+struct QuantityRow {
     std::string_view name;
     std::string_view label;
     std::string_view unit;
@@ -60,16 +60,16 @@ struct Quantity {
     AxisLimits (*limitsOf)(std::span<const float> values);
 };
 
-constexpr std::array Quantities = {
-    Quantity{"none", "", "", false, nullptr, nullptr},
-    Quantity{"share of skipped windows", "Skipped windows (%)", "", false, skippedShare,
-             allPercent},
-    Quantity{"misfit", "Misfit in units of the stated errors", "", false, misfit, fromNothing},
-    Quantity{"resistivity at the depth", "Resistivity (ohm-m)", "ohm-m", true, resistivity,
-             roundResistivities},
+constexpr std::array QuantityRows = {
+    QuantityRow{"none", "", "", false, nullptr, nullptr},
+    QuantityRow{"share of skipped windows", "Skipped windows (%)", "", false, skippedShare,
+                allPercent},
+    QuantityRow{"misfit", "Misfit in units of the stated errors", "", false, misfit, fromNothing},
+    QuantityRow{"resistivity at the depth", "Resistivity (ohm-m)", "ohm-m", true, resistivity,
+                roundResistivities},
 };
 
-std::string atDepth(const Quantity &quantity, const SurveyModel &survey, float depth) {
+std::string atDepth(const QuantityRow &quantity, const SurveyModel &survey, float depth) {
     return quantity.valueOf == resistivity
                ? " at " + messageNumber(depth) + " " + survey.control.LengthUnits.str()
                : "";
@@ -85,8 +85,8 @@ bool canBeShown(const AxisLimits &limits, bool logarithmic) {
 
 std::vector<std::string> planQuantityNames() {
     std::vector<std::string> names;
-    names.reserve(Quantities.size());
-    for (const Quantity &quantity : Quantities) {
+    names.reserve(QuantityRows.size());
+    for (const QuantityRow &quantity : QuantityRows) {
         names.emplace_back(quantity.name);
     }
     return names;
@@ -94,12 +94,12 @@ std::vector<std::string> planQuantityNames() {
 
 PlanValues planValues(const SurveyModel &survey, const PlanLimits &limits,
                       std::span<const int> soundings) {
-    const int count = static_cast<int>(Quantities.size());
+    const int count = static_cast<int>(QuantityRows.size());
     const bool known = limits.quantity > PlainDots && limits.quantity <= count;
     if (!known) {
         return {};
     }
-    const Quantity &quantity = Quantities[asIndex(limits.quantity - 1)];
+    const QuantityRow &quantity = QuantityRows[asIndex(limits.quantity - 1)];
     const std::string place = atDepth(quantity, survey, limits.depth);
     PlanValues shown;
     shown.label = std::string(quantity.label) + place;

@@ -16,12 +16,8 @@ namespace {
 
 constexpr PageFrame ProfileFrame = {SectionLeft, 1.7F, SectionRight, 16.1F};
 
-std::size_t windowsOf(const SoundingRecord &sounding) {
-    return static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
-}
-
 std::span<const float> timesOf(const SoundingRecord &sounding) {
-    return std::span(sounding.TWcenter).first(windowsOf(sounding));
+    return std::span(sounding.TWcenter).first(windowCount(sounding));
 }
 
 bool isTime(float time) {

@@ -23,9 +23,9 @@ constexpr float BarWidth = 0.45F;
 constexpr float FadedWidth = 0.2F;
 
 /// Turns resistivities into colours.
-class Colours {
+class CellColours {
   public:
-    explicit Colours(const SectionPage &page)
+    explicit CellColours(const SectionPage &page)
         : scale_{static_cast<double>(page.resistivity.low),
                  static_cast<double>(page.resistivity.high), true},
           table_(page.colours) {}
@@ -49,7 +49,7 @@ void fillRectangle(double left, double bottom, double right, double top, PageCol
 
 // Neighbours of one colour in a column are drawn as one.
 void drawCells(const SectionPage &page, std::span<const SectionCell> cells) {
-    const Colours colours(page);
+    const CellColours colours(page);
     for (std::size_t i = 0; i < cells.size();) {
         const SectionCell &first = cells[i];
         const PageColour colour = colours.of(first.resistivity, first.faded);

@@ -44,12 +44,8 @@ std::string dataTitle(const ProfileAnswers &answers) {
     return answers.dataTitle;
 }
 
-std::vector<std::string> colourNames(const SectionAnswers & /*answers*/) {
-    std::vector<std::string> names;
-    for (const ColourScale &scale : colourScales()) {
-        names.emplace_back(scale.name);
-    }
-    return names;
+std::vector<std::string> sectionScales(const SectionAnswers & /*answers*/) {
+    return colourScaleNames();
 }
 
 // A field does not accept what its axis cannot show.
@@ -68,10 +64,6 @@ bool takeWindows(std::string &windows, const FieldValue &value) {
     return accepted;
 }
 
-constexpr ControlSpec group(int id, std::string_view label, FieldAccess field = {}) {
-    return {.id = id, .label = label, .field = field, .look = StaticLook::GroupTitle};
-}
-
 constexpr ControlSpec choice(int id, FieldAccess field) {
     return {.id = id, .kind = Check, .label = "Set by hand", .field = field};
 }
@@ -79,11 +71,6 @@ constexpr ControlSpec choice(int id, FieldAccess field) {
 constexpr ControlSpec limit(int id, std::string_view format, std::string_view label,
                             std::string_view name, FieldAccess field) {
     return {.id = id, .kind = Real, .label = label, .format = format, .field = field, .name = name};
-}
-
-constexpr ControlSpec inRow(ControlSpec spec) {
-    spec.sameRow = true;
-    return spec;
 }
 
 constexpr auto Section = &SectionAnswers::limits;
@@ -98,7 +85,7 @@ constexpr auto Data = &ProfileLimits::data;
 namespace section {
 using namespace SectionLimitsControl;
 constexpr std::array Controls = {
-    group(4011, "Resistivity (ohm-m)"),
+    groupTitle(4011, "Resistivity (ohm-m)"),
     choice(SetResistivity, fieldOf<Section, &SectionLimits::setResistivity>()),
     limit(ResistivityLow, FourDigits, "minimum", "Resistivity minimum",
           fieldTakenBy<takeEnd<true>, Section, Resistivity, Low>("is not above 0")),
@@ -108,14 +95,14 @@ constexpr std::array Controls = {
                 .kind = List,
                 .label = "Colours",
                 .field = fieldOf<Section, &SectionLimits::colours>(),
-                .entries = givenBy<colourNames>()},
-    group(4012, "Time (msec)"),
+                .entries = givenBy<sectionScales>()},
+    groupTitle(4012, "Time (msec)"),
     choice(SetTime, fieldOf<Section, &SectionLimits::setTime>()),
     limit(TimeLow, FourDigits, "minimum", "Time minimum",
           fieldTakenBy<takeEnd<true>, Section, Time, Low>("is not above 0")),
     inRow(limit(TimeHigh, FourDigits, "maximum", "Time maximum",
                 fieldTakenBy<takeEnd<true>, Section, Time, High>("is not above 0"))),
-    group(4013, "Elevation", shownBy<heightTitle>()),
+    groupTitle(4013, "Elevation", shownBy<heightTitle>()),
     choice(SetHeight, fieldOf<Section, &SectionLimits::setHeight>()),
     limit(HeightLow, OneDecimal, "minimum", "Elevation minimum",
           fieldTakenBy<takeEnd<false>, Section, Height, Low>("is too large for the axis")),
@@ -157,7 +144,7 @@ constexpr std::array Controls = {
                 .field = fieldTakenBy<takeWindows, Profile, &ProfileLimits::windows>(
                     "is no list of windows"),
                 .name = "Windows"},
-    group(4011, "dB/dt", shownBy<dataTitle>()),
+    groupTitle(4011, "dB/dt", shownBy<dataTitle>()),
     choice(SetData, fieldOf<Profile, &ProfileLimits::setData>()),
     limit(DataLow, FourDigits, "minimum", "dB/dt minimum",
           fieldTakenBy<takeEnd<false>, Profile, Data, Low>("is too large for the axis")),

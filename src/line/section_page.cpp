@@ -27,14 +27,6 @@ constexpr PageFrame TimesAlone = {SectionLeft, FrameFoot, SectionRight, FrameTop
 constexpr PageFrame HeightsFrame = {SectionLeft, 4.4F, SectionRight, 10.5F};
 constexpr PageFrame MisfitsFrame = {SectionLeft, FrameFoot, SectionRight, 3.6F};
 
-std::size_t windowsOf(const SoundingRecord &sounding) {
-    return static_cast<std::size_t>(limited(sounding.NumTW, 0, MaxWindows));
-}
-
-std::size_t layersOf(const SoundingRecord &sounding) {
-    return static_cast<std::size_t>(limited(sounding.NumLayer, 0, MaxLayers));
-}
-
 bool isResistivity(float value) {
     constexpr float least = 1.0e-6F; // ohm-m; not above that there is none
     return value > least && std::isfinite(value);
@@ -52,7 +44,7 @@ void addWindows(SectionPage &page, int column, const SoundingRecord &sounding) {
     constexpr double lone = 0.2; // of the logarithm
     std::vector<double> places;
     std::vector<std::size_t> indices;
-    for (std::size_t k = 0; k < windowsOf(sounding); ++k) {
+    for (std::size_t k = 0; k < windowCount(sounding); ++k) {
         const auto time = static_cast<double>(sounding.TWcenter[k]);
         if (time > 0.0 && std::isfinite(time) &&
             (places.empty() || std::log(time) > places.back())) {
@@ -81,7 +73,7 @@ void addLayers(SectionPage &page, int column, const SoundingRecord &sounding) {
     const double ground = page.ground[static_cast<std::size_t>(column)];
     const int seen = seenLayers(sounding);
     double top = ground;
-    for (std::size_t i = 0; i < layersOf(sounding) && isPresent(ground); ++i) {
+    for (std::size_t i = 0; i < layerCount(sounding) && isPresent(ground); ++i) {
         const auto thickness = static_cast<double>(sounding.ThkInv[i]);
         if (!(thickness > 0.0) || !std::isfinite(thickness)) {
             break;

@@ -27,7 +27,8 @@ inline constexpr int MaxLayers = 48;         ///< layers of a sounding's model
 inline constexpr int MaxWaveformPoints = 32; ///< points of the transmitter waveform
 inline constexpr int MaxHeaderLines = 4;
 inline constexpr int MaxSurveyLines = 32;
-inline constexpr int ComponentAxes = 3;
+inline constexpr int ComponentAxes = 3; ///< X, Y, Z
+inline constexpr int AxisZ = 2;         ///< from 0
 
 /// A skipped window's stored error is its true error in percent plus this.
 inline constexpr float SkipOffset = 1000.0F;

@@ -41,6 +41,14 @@ std::span<const ColourScale> colourScales() {
     return Scales;
 }
 
+std::vector<std::string> colourScaleNames() {
+    std::vector<std::string> names;
+    for (const ColourScale &scale : colourScales()) {
+        names.emplace_back(scale.name);
+    }
+    return names;
+}
+
 PageColour colourAt(int scale, float part) {
     constexpr PageColour white = 0xFFFFFF;
     const ColourScale &chosen =

@@ -4,7 +4,9 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace keldrin {
 
@@ -19,6 +21,9 @@ struct ColourScale {
 /// The scales there are, the default first. The first two are uniform to the eye, in colour and in
 /// grey, and are told apart by colour-blind readers; the last one is what many are used to.
 std::span<const ColourScale> colourScales();
+
+/// Their names, for a list.
+std::vector<std::string> colourScaleNames();
 
 /// The colour of a value.
 /// scale  index in colourScales(), held to those there are

@@ -60,10 +60,6 @@ float unitsOfExtent(float fraction, Corner low, Corner high) {
     return fraction * (view.units[high] - view.units[low]) / (view.area[high] - view.area[low]);
 }
 
-PagePoint pagePoint(double x, double y) {
-    return {static_cast<float>(x), static_cast<float>(y)};
-}
-
 } // namespace
 
 DrawingState &drawingState() {

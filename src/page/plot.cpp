@@ -18,10 +18,6 @@ namespace {
 
 constexpr double EdgeMargin = 1.0e-6; // a point on the frame counts as inside
 
-PagePoint pagePoint(double x, double y) {
-    return {static_cast<float>(x), static_cast<float>(y)};
-}
-
 // The parts of a line that lie inside the frame, each drawn as one line.
 class FramedLine {
   public:

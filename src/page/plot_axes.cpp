@@ -12,6 +12,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace keldrin {
 
@@ -163,8 +164,8 @@ std::vector<PlotTick> ticksByHand() {
     std::vector<PlotTick> ticks;
     std::int64_t ordinal = 0;
     std::int64_t ordinalOfZero = 0;
-    for (std::size_t i = 0; i < plot.tickPositions->size(); ++i) {
-        PlotTick tick{(*plot.tickPositions)[i], false, ordinal, {}};
+    for (std::size_t i = 0; i < plot.tickPositions.size(); ++i) {
+        PlotTick tick{plot.tickPositions[i], false, ordinal, {}};
         if (i < plot.tickLabels.size()) {
             tick.label = trimBlanks(plot.tickLabels[i]);
         }
@@ -201,7 +202,7 @@ void labelPowers(std::vector<PlotTick> &ticks) {
 }
 
 std::vector<PlotTick> ticksBetween(Side side, double min, double max) {
-    if (plotState().tickPositions) {
+    if (plotState().ownTicks) {
         return ticksByHand();
     }
     std::vector<PlotTick> ticks = automaticTicks({min, max, scaleOf(side).logarithmic});
@@ -440,10 +441,8 @@ void PlotNumberReach(float value) {
 void PlotTickPositions(const float *values, int count) {
     PlotState &plot = plotState();
     plot.tickLabels.clear();
-    plot.tickPositions.reset();
-    if (count >= 0) {
-        plot.tickPositions.emplace(values, values + count);
-    }
+    plot.ownTicks = count >= 0;
+    plot.tickPositions.assign(values, values + std::max(count, 0));
 }
 
 void PlotRaisedExponents(bool on) {

@@ -4,7 +4,6 @@
 #include "page/plot_scale.h"
 #include "page/surfaces/surface.h"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,7 +30,8 @@ struct PlotState {
     float numberReach = 0.0F;  ///< page cm beside the frame; 0: no limit
     float markerWidth = 0.00523617F;
     float markerHeight = 0.0117667F;
-    std::optional<std::vector<double>> tickPositions; ///< by hand; none: automatic ticks
+    bool ownTicks = false; ///< ticks by hand, else automatic ones
+    std::vector<double> tickPositions;
     std::vector<std::string> tickLabels;
     bool raisedExponents = false;
     NumberRoom numberRoom;

@@ -1,9 +1,12 @@
 #include "physics/data_fit.h"
 
 #include "base/index.h"
+#include "base/sorting.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 namespace keldrin {
 
@@ -23,18 +26,12 @@ int countOf(const std::array<bool, ComponentAxes> &on) {
     return static_cast<int>(std::count(on.begin(), on.end(), true));
 }
 
-std::size_t windowsOf(const SoundingRecord &record) {
-    return asIndex(limited(record.NumTW, 0, MaxWindows));
-}
-
 /// Median of sizes; of an even count the larger of the two in the middle. Not of none.
 double medianSize(std::span<const double> residuals) {
     std::vector<double> sizes(residuals.size());
     std::transform(residuals.begin(), residuals.end(), sizes.begin(),
                    [](double r) { return std::fabs(r); });
-    const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
-    std::nth_element(sizes.begin(), middle, sizes.end());
-    return *middle;
+    return upperMedian(std::move(sizes));
 }
 
 bool isValue(float value) {
@@ -49,7 +46,7 @@ DataKind dataKind(const ControlValues &control, const SoundingRecord &record) {
     }
     int most = 0;
     bool negative = false;
-    for (std::size_t k = 0; k < windowsOf(record); ++k) {
+    for (std::size_t k = 0; k < windowCount(record); ++k) {
         most = std::max(most, countOf(switchedOn(control, record, k)));
         negative = negative || record.TEMobs[k] < 0.0F;
     }
@@ -114,7 +111,7 @@ double misfitOf(std::span<const double> residuals) {
 
 SoundingFit soundingFit(const ControlValues &control, const SoundingRecord &record) {
     SoundingFit fit;
-    const std::size_t windows = windowsOf(record);
+    const std::size_t windows = windowCount(record);
     const DataKind kind = dataKind(control, record);
     fit.residuals.assign(windows, MissingValue);
     std::vector<double> usable;

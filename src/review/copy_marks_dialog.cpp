@@ -23,7 +23,7 @@ bool takeList(std::string &list, const FieldValue &value) {
     return accepted;
 }
 
-constexpr std::array Controls = {
+constexpr std::array CopyMarksControls = {
     ControlSpec{.id = CopyMarksControl::From, .label = "Marks to", .field = shownBy<fromText>()},
     ControlSpec{.id = CopyMarksControl::To,
                 .kind = Text,
@@ -44,7 +44,7 @@ const DialogForm<CopyMarksAnswers> CopyMarksDialog = DialogSpec{
     .number = 123,
     .caption = "Copy marks to...",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = CopyMarksControls,
     .place = DialogPlace::LowerRight,
     .firstControl = CopyMarksControl::To,
 };

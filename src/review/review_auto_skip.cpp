@@ -113,7 +113,7 @@ void ringWindows(const Review &review, const WindowSet &taken) {
     layPanel(dataPanel(review.limits)); // mouse positions are read against it
 }
 
-constexpr std::array Bindings = {
+constexpr std::array AutoSkipBindings = {
     ReviewBinding{EventKey, 'A', openAutoSkip},
     ReviewBinding{EventKey, 'a', openAutoSkip},
     ReviewBinding{EventButton, ReviewControl::AutoSkip, openAutoSkip},
@@ -160,7 +160,7 @@ void closeAutoSkip(Review &review) {
 }
 
 std::span<const ReviewBinding> autoSkipBindings() {
-    return Bindings;
+    return AutoSkipBindings;
 }
 
 } // namespace keldrin

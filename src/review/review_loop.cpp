@@ -70,7 +70,7 @@ void closeWindow(Review &review, const ToolkitEvent &event) {
     leave(review, event);
 }
 
-constexpr std::array Bindings = {
+constexpr std::array SessionBindings = {
     ReviewBinding{EventKey, 'X', leave},
     ReviewBinding{EventKey, 'x', leave},
     ReviewBinding{EventKey, KeyEscape, cancelChanges},
@@ -152,7 +152,7 @@ void serveEvent(Review &review, const ToolkitEvent &event) {
     if (event.type == EventMouseDown && event.window != 0) {
         return;
     }
-    for (const auto &bindings : {std::span<const ReviewBinding>(Bindings), walkBindings(),
+    for (const auto &bindings : {std::span<const ReviewBinding>(SessionBindings), walkBindings(),
                                  placeBindings(), markBindings(), plotBindings(), zoomBindings(),
                                  valuesBindings(), autoSkipBindings(), neighbourBindings()}) {
         const auto binding =

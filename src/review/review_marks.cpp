@@ -151,7 +151,7 @@ constexpr int withKey(int button, int key) {
     return button | key;
 }
 
-constexpr std::array Bindings = {
+constexpr std::array MarkBindings = {
     ReviewBinding{EventKey, 'C', copyMarksElsewhere},
     ReviewBinding{EventKey, 'c', copyMarksElsewhere},
     ReviewBinding{EventKey, KeyWithCtrl | 'Z', undo},
@@ -209,7 +209,7 @@ int Review_Rubberband(const ToolkitEvent &event, PageBox &box) {
 }
 
 std::span<const ReviewBinding> markBindings() {
-    return Bindings;
+    return MarkBindings;
 }
 
 } // namespace keldrin

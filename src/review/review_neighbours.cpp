@@ -21,7 +21,7 @@ void showMoreNeighbours(Review &review, const ToolkitEvent & /*event*/) {
                   count == 0 ? "No neighbours are drawn." : soundings + " on each side in grey.");
 }
 
-constexpr std::array Bindings = {
+constexpr std::array NeighbourBindings = {
     ReviewBinding{EventKey, 'G', showMoreNeighbours},
     ReviewBinding{EventKey, 'g', showMoreNeighbours},
 };
@@ -29,7 +29,7 @@ constexpr std::array Bindings = {
 } // namespace
 
 std::span<const ReviewBinding> neighbourBindings() {
-    return Bindings;
+    return NeighbourBindings;
 }
 
 } // namespace keldrin

@@ -43,10 +43,6 @@ constexpr ControlSpec text(int id, std::string_view label) {
     return {.id = id, .label = label};
 }
 
-constexpr ControlSpec title(int id, std::string_view label) {
-    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
-}
-
 constexpr ControlSpec help(int id, std::string_view label) {
     return {.id = id, .label = label, .look = StaticLook::Help};
 }
@@ -57,8 +53,8 @@ constexpr ControlSpec outside(ControlSpec spec) {
     return spec;
 }
 
-constexpr std::array Controls = {
-    title(1030, "Select Station"),
+constexpr std::array PanelControls = {
+    groupTitle(1030, "Select Station"),
     text(1028, "1"),
     ControlSpec{.id = ReviewControl::Station,
                 .kind = Trackbar,
@@ -97,7 +93,7 @@ constexpr std::array Controls = {
 const DialogForm<PanelValues> ReviewDialog = DialogSpec{
     .number = 102,
     .caption = "Review TEM data and models",
-    .controls = Controls, // Enter presses none of them
+    .controls = PanelControls, // Enter presses none of them
     .inRoot = true,
     .place = DialogPlace::Docked,
 };

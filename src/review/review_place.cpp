@@ -67,7 +67,7 @@ void followField(Review &review, const ToolkitEvent & /*event*/) {
     }
 }
 
-constexpr std::array Bindings = {
+constexpr std::array PlaceBindings = {
     ReviewBinding{EventFieldChange, ReviewControl::Place, followField},
 };
 
@@ -122,7 +122,7 @@ std::string placeShown(const Review &review) {
 }
 
 std::span<const ReviewBinding> placeBindings() {
-    return Bindings;
+    return PlaceBindings;
 }
 
 } // namespace keldrin

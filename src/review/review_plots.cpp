@@ -30,7 +30,7 @@ void editLimits(Review &review, const ToolkitEvent & /*event*/) {
     review.state.style = review.limits.style;
 }
 
-constexpr std::array Bindings = {
+constexpr std::array PlotBindings = {
     ReviewBinding{EventKey, KeyWithCtrl | 'P', plotOn<PlotToPrinter>},
     ReviewBinding{EventButton, ReviewControl::PrinterPlot, plotOn<PlotToPrinter>},
     ReviewBinding{EventButton, ReviewControl::ToMetafile, plotOn<PlotToMetafile>},
@@ -45,7 +45,7 @@ constexpr std::array Bindings = {
 } // namespace
 
 std::span<const ReviewBinding> plotBindings() {
-    return Bindings;
+    return PlotBindings;
 }
 
 } // namespace keldrin

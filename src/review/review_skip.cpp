@@ -56,7 +56,7 @@ void mark(float &error, int flag) {
 }
 
 // The nearest of the points that were offered to a place on the page.
-struct NearestPoint {
+struct ClickedPoint {
     float x = 0.0F;
     float y = 0.0F;
     float best = 1.0e32F;   // cm^2
@@ -117,7 +117,7 @@ int Review_SkipPoint(SurveyModel &model, const PlotLimits &limits, int station, 
     if (near.empty()) {
         return 1;
     }
-    NearestPoint nearest{x, y};
+    ClickedPoint nearest{x, y};
     for (std::size_t i = 0; i < windowCount(*sounding); ++i) {
         const float time = sounding->TWcenter[i];
         if (!near.front().range.holdsTime(time)) {

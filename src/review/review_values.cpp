@@ -84,7 +84,7 @@ void keepPage(Review &review, const ToolkitEvent & /*event*/) {
     review.redraws = false;
 }
 
-constexpr std::array Bindings = {
+constexpr std::array ValuesBindings = {
     ReviewBinding{EventKey, 'T', changeValues},
     ReviewBinding{EventKey, 't', changeValues},
     ReviewBinding{EventKey, KeyDelete, markRows<SetMark>},
@@ -100,7 +100,7 @@ constexpr std::array Bindings = {
 } // namespace
 
 std::span<const ReviewBinding> valuesBindings() {
-    return Bindings;
+    return ValuesBindings;
 }
 
 bool serveValues(Review &review, const ToolkitEvent &event) {

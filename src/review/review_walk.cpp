@@ -41,7 +41,7 @@ void followTrackbar(Review &review, const ToolkitEvent & /*event*/) {
     }
 }
 
-constexpr std::array Bindings = {
+constexpr std::array WalkBindings = {
     ReviewBinding{EventKey, 'P', showPrevious},
     ReviewBinding{EventKey, 'p', showPrevious},
     ReviewBinding{EventKey, KeyUp, showPrevious},
@@ -64,7 +64,7 @@ constexpr std::array Bindings = {
 } // namespace
 
 std::span<const ReviewBinding> walkBindings() {
-    return Bindings;
+    return WalkBindings;
 }
 
 } // namespace keldrin

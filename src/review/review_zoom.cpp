@@ -14,7 +14,7 @@ void changeDataAxis(Review &review, const ToolkitEvent & /*event*/) {
     review.state.logData = review.limits.logData;
 }
 
-constexpr std::array Bindings = {
+constexpr std::array ZoomBindings = {
     ReviewBinding{EventKey, 'L', changeDataAxis},
     ReviewBinding{EventKey, 'l', changeDataAxis},
 };
@@ -48,7 +48,7 @@ bool zoomBack(Review &review, const ToolkitEvent &event) {
 }
 
 std::span<const ReviewBinding> zoomBindings() {
-    return Bindings;
+    return ZoomBindings;
 }
 
 } // namespace keldrin

@@ -17,7 +17,7 @@ std::string soundingText(const ValuesShown &shown) {
     return shown.sounding;
 }
 
-constexpr std::array Controls = {
+constexpr std::array ValuesControls = {
     ControlSpec{.id = ValuesControl::Sounding, .field = shownBy<soundingText>()},
     ControlSpec{.id = ValuesControl::Table,
                 .kind = ControlKind::Grid,
@@ -37,7 +37,7 @@ const DialogForm<ValuesShown> ValuesDialog = DialogSpec{
     .number = 150,
     .caption = "Values of the windows",
     .defaultButton = ValuesControl::Close,
-    .controls = Controls,
+    .controls = ValuesControls,
     .place = DialogPlace::Beside,
 };
 

@@ -17,7 +17,7 @@ bool isNumber(float value) {
     return isPresent(value) && std::isfinite(value);
 }
 
-std::string fourDigits(float value) {
+std::string cellText(float value) {
     return isNumber(value) ? Number_Text(value, "(1P,G14.4E2)") : "";
 }
 
@@ -45,7 +45,7 @@ std::vector<HeadedColumn> columnsOf(const ControlValues &control) {
 // Not above this a window has no resistivity, as on the page.
 std::string resistivityText(float value) {
     constexpr float least = 1.0e-6F; // ohm-m
-    return value > least ? fourDigits(value) : "";
+    return value > least ? cellText(value) : "";
 }
 
 } // namespace
@@ -57,10 +57,10 @@ TableContent windowValues(const ControlValues &control, const SoundingRecord &so
     for (std::size_t i = 0; i < windowCount(sounding); ++i) {
         const bool skipped = isSkipped(sounding.TEMerr[i]);
         const float error = skipped ? trueError(sounding.TEMerr[i]) : sounding.TEMerr[i];
-        table.rows.push_back({std::to_string(i + 1), fourDigits(sounding.TWcenter[i]),
-                              fourDigits(sounding.TWwidth[i]), fourDigits(sounding.TEMobs[i]),
+        table.rows.push_back({std::to_string(i + 1), cellText(sounding.TWcenter[i]),
+                              cellText(sounding.TWwidth[i]), cellText(sounding.TEMobs[i]),
                               decimals(error, "(F14.1)"), skipped ? "skipped" : "",
-                              resistivityText(sounding.AResObs[i]), fourDigits(sounding.TEMcalc[i]),
+                              resistivityText(sounding.AResObs[i]), cellText(sounding.TEMcalc[i]),
                               decimals(fit.residuals[i], "(F14.2)")});
     }
     return table;

@@ -6,7 +6,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr auto Controls = workControls("Stop");
+constexpr auto EngineControls = workControls("Stop");
 
 } // namespace
 
@@ -14,7 +14,7 @@ constexpr auto Controls = workControls("Stop");
 const DialogSpec EngineDialog = {
     .number = 121,
     .caption = "Inversion is running",
-    .controls = Controls,
+    .controls = EngineControls,
 };
 
 } // namespace keldrin

@@ -28,8 +28,8 @@ constexpr ControlSpec check(int id, std::string_view label, FieldAccess field) {
     return {.id = id, .kind = Check, .label = label, .field = field};
 }
 
-constexpr std::array Controls = {
-    ControlSpec{.id = 4031, .label = "Formats", .look = StaticLook::GroupTitle},
+constexpr std::array ExportControls = {
+    groupTitle(4031, "Formats"),
     check(1160, "CSV tables of soundings, windows and layers", fieldOf<&ExportAnswers::csv>()),
     check(1161, "ASEG-GDF2 point located data (.dat, .dfn)", fieldOf<&ExportAnswers::gdf2>()),
     check(1162, "VTK curtain of the layered models", fieldOf<&ExportAnswers::vtk>()),
@@ -41,7 +41,7 @@ const DialogForm<ExportAnswers> ExportDialog = DialogSpec{
     .number = 114,
     .caption = "Export the line",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = ExportControls,
     .firstControl = ButtonContinue,
 };
 

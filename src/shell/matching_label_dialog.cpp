@@ -14,7 +14,7 @@ std::string titleOf(const MatchingLabelAnswers &answers) {
     return "Match this " + answers.label + " label";
 }
 
-constexpr std::array Controls = {
+constexpr std::array MatchingLabelControls = {
     ControlSpec{.id = MatchingLabelControl::Title,
                 .label = "Match this label",
                 .field = shownBy<titleOf>()},
@@ -39,7 +39,7 @@ const DialogForm<MatchingLabelAnswers> MatchingLabelDialog = DialogSpec{
     .number = 106,
     .caption = "Select matching label",
     .defaultButton = ButtonContinue,
-    .controls = Controls,
+    .controls = MatchingLabelControls,
     .firstControl = MatchingLabelControl::Names,
 };
 

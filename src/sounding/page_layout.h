@@ -11,6 +11,7 @@ struct PageTextSize {
 };
 
 inline constexpr PageTextSize LabelSize = {0.00872695F, 0.0196111F};      ///< 10 points
+inline constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F};       ///< 12 points
 inline constexpr PageTextSize NumberSize = {0.00698156F, 0.0156889F};     ///< 8 points
 inline constexpr PageTextSize SmallTickSize = {0.00349078F, 0.00784444F}; ///< lengths of ticks
 inline constexpr PageTextSize MarkerSize = {0.00523617F, 0.0117667F};

@@ -15,7 +15,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr PageTextSize TitleSize = {0.0104723F, 0.0235333F}; // 12 points
 constexpr PageFrame Viewport = {0.1041667F, 0.0833333F, 0.9791667F, 0.9722222F};
 constexpr float FrameRight = 23.5F; // page cm
 

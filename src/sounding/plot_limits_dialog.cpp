@@ -50,10 +50,6 @@ bool takeEnd(float &end, const FieldValue &value) {
     return accepted;
 }
 
-constexpr ControlSpec group(int id, std::string_view label) {
-    return {.id = id, .label = label, .look = StaticLook::GroupTitle};
-}
-
 constexpr ControlSpec title(int id, std::string_view label, FieldAccess field = {}) {
     return {.id = id, .label = label, .field = field, .look = StaticLook::RowTitle};
 }
@@ -74,14 +70,14 @@ constexpr auto Maximum = &AxisEnds::maximum;
 constexpr auto Minimum = &AxisEnds::minimum;
 
 constexpr std::array Controls = {
-    group(4011, "TEM Data Plot Limits"),
+    groupTitle(4011, "TEM Data Plot Limits"),
     title(DataTitle, "dBz/dt", shownBy<dataTitle>()),
     limit<&Answers::data, Maximum, ArcSinhAxis>(DataMaximum, FourDigits, "dBz/dt maximum"),
     limit<&Answers::data, Minimum, ArcSinhAxis>(DataMinimum, FourDigits, "dBz/dt minimum"),
     title(4012, "Time (msec)"),
     limit<&Answers::time, Maximum, LogarithmicAxis>(TimeMaximum, FourDigits, "Time maximum"),
     limit<&Answers::time, Minimum, LogarithmicAxis>(TimeMinimum, FourDigits, "Time minimum"),
-    group(4013, "Smooth-Model Plot Limits"),
+    groupTitle(4013, "Smooth-Model Plot Limits"),
     title(DepthTitle, "Depth", shownBy<depthTitle>()),
     limit<&Answers::depth, Maximum, LinearAxis>(DepthMaximum, OneDecimal, "Depth maximum"),
     limit<&Answers::depth, Minimum, LinearAxis>(DepthMinimum, OneDecimal, "Depth minimum"),
@@ -90,7 +86,7 @@ constexpr std::array Controls = {
                                                            "Resistivity maximum"),
     limit<&Answers::resistivity, Minimum, LogarithmicAxis>(ResistivityMinimum, FourDigits,
                                                            "Resistivity minimum"),
-    group(4015, "Page"),
+    groupTitle(4015, "Page"),
     ControlSpec{.id = Style,
                 .kind = List,
                 .label = "Style",

@@ -28,14 +28,14 @@ namespace keldrin {
 
 namespace {
 
-constexpr PageTextSize TitleSize = textSizeOf(13.0F);
+constexpr PageTextSize PresentationTitleSize = textSizeOf(13.0F);
 constexpr PageTextSize AxisSize = textSizeOf(9.0F);
 constexpr PageTextSize SmallSize = textSizeOf(8.0F);
 constexpr PageTextSize RingSize = {MarkerSize.width * 1.15F, MarkerSize.height * 1.15F};
 constexpr PageTextSize DotSize = {MarkerSize.width * 0.8F, MarkerSize.height * 0.8F};
 
 constexpr float CurveWidth = 0.9F; // points
-constexpr float TickLength = 0.25F;
+constexpr float PresentationTick = 0.25F;
 constexpr PageColour GridColour = 0xE4E4E4;
 constexpr PageColour QuietColour = 0x808080; ///< of notes
 constexpr PageColour SkippedColour = 0x505050;
@@ -99,7 +99,7 @@ void layPresented(const PagePanel &panel) {
     PlotNew();
     layPanel(panel);
     PlotKind('P');
-    PlotTickLength(TickLength);
+    PlotTickLength(PresentationTick);
     PlotRaisedExponents(true);
     PlotXLabelOffset(0.55F);
     PlotYLabelOffset(0.85F);
@@ -488,7 +488,7 @@ void drawBandLine(float y, std::string_view left, std::string_view right) {
 void drawBand(const Presented &page, const SoundingPage &name) {
     const ControlValues &control = page.control;
     useColour(Colour::Black);
-    selectTextSize(TitleSize);
+    selectTextSize(PresentationTitleSize);
     const std::string job =
         control.JobName.isBlank() ? control.SurveyType.str() + " TEM Data" : control.JobName.str();
     drawBandLine(17.2F, job, placeText(page));

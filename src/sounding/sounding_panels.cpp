@@ -7,9 +7,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr float PageWidth = 24.0F; // cm
-constexpr float PageHeight = 18.0F;
-
 // The standard page, whose viewports have seven digits.
 constexpr PageFrame DataViewport = {0.0625F, 0.0833333F, 0.4791667F, 0.9722222F};
 constexpr PageFrame ModelViewport = {0.5625F, 0.0833333F, 0.9375F, 0.9722222F};
@@ -19,8 +16,8 @@ PlotScale scaleOf(float min, float max, bool logarithmic) {
 }
 
 PageFrame viewportOf(const PageFrame &frame) {
-    return {frame.left / PageWidth, frame.bottom / PageHeight, frame.right / PageWidth,
-            frame.top / PageHeight};
+    return {frame.left / PageWidthCm, frame.bottom / PageHeightCm, frame.right / PageWidthCm,
+            frame.top / PageHeightCm};
 }
 
 bool isStandard(const PlotLimits &limits) {

@@ -5,6 +5,7 @@
 #include "page/plot_ticks.h"
 #include "sounding/page_layout.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace keldrin {

@@ -5,6 +5,7 @@
 #include "messages/message_log.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace keldrin {
 

@@ -4,6 +4,7 @@
 #include "toolkit/toolkit_state.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace keldrin {
 
@@ -16,14 +17,6 @@ DialogModel *findLoaded(int number) {
         }
     }
     return nullptr;
-}
-
-DialogModel *selectedDialog() {
-    DialogModel *dialog = findLoaded(toolkitState().selected);
-    if (dialog == nullptr) {
-        ToolkitSetError(ErrorNoDialogSelected);
-    }
-    return dialog;
 }
 
 bool isShown(const DialogModel *dialog) {
@@ -85,6 +78,14 @@ void serveModal(DialogModel &dialog) {
 }
 
 } // namespace
+
+DialogModel *selectedDialog() {
+    DialogModel *dialog = findLoaded(toolkitState().selected);
+    if (dialog == nullptr) {
+        ToolkitSetError(ErrorNoDialogSelected);
+    }
+    return dialog;
+}
 
 void WDialogLoad(const DialogSpec &spec) {
     ToolkitState &state = toolkitState();

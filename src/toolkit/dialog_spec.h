@@ -84,6 +84,23 @@ struct ControlSpec {
     int unitFrom = 0;        ///< static whose text is its unit too; 0 none
 };
 
+/// The title of a frame; see StaticLook.
+constexpr ControlSpec groupTitle(int id, std::string_view label, FieldAccess field = {}) {
+    return {.id = id, .label = label, .field = field, .look = StaticLook::GroupTitle};
+}
+
+/// The control in the row of the one before it.
+constexpr ControlSpec inRow(ControlSpec spec) {
+    spec.sameRow = true;
+    return spec;
+}
+
+/// The control with a name for messages, where the label says too little.
+constexpr ControlSpec named(ControlSpec spec, std::string_view name) {
+    spec.name = name;
+    return spec;
+}
+
 /// Where a dialog is shown.
 enum class DialogPlace {
     Usual,      ///< the toolkit's place

@@ -18,17 +18,6 @@ struct Target {
     ControlState *control = nullptr;
 };
 
-DialogModel *selectedDialog() {
-    const ToolkitState &state = toolkitState();
-    for (const auto &dialog : state.dialogs) {
-        if (dialog->number == state.selected) {
-            return dialog.get();
-        }
-    }
-    ToolkitSetError(ErrorNoDialogSelected);
-    return nullptr;
-}
-
 Target targetOf(int id) {
     DialogModel *dialog = selectedDialog();
     ControlState *control = dialog != nullptr ? findControl(*dialog, id) : nullptr;

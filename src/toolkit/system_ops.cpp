@@ -8,6 +8,8 @@
 #include "toolkit/long_work.h"
 #include "toolkit/toolkit_state.h"
 
+#include <utility>
+
 namespace keldrin {
 
 namespace {

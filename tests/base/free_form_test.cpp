@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <bit>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace keldrin {
 namespace {

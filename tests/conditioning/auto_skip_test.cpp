@@ -119,10 +119,10 @@ TEST(AutoSkipFilters, EverySoundingStartsAnew) {
     EXPECT_EQ(ranged.skipped, 5);
 }
 
-class AutoSkipAnswers : public testing::Test {
+class AutoSkipDialogAnswers : public testing::Test {
   protected:
-    AutoSkipAnswers() { ToolkitInit(backend, {"keldrin"}); }
-    ~AutoSkipAnswers() override { ToolkitClose(); }
+    AutoSkipDialogAnswers() { ToolkitInit(backend, {"keldrin"}); }
+    ~AutoSkipDialogAnswers() override { ToolkitClose(); }
 
     void answer(std::function<void(AnsweringBackend &)> by) {
         backend.beforeAnswer = [this, by = std::move(by)](AnsweringBackend &answers, int dialog) {
@@ -143,7 +143,7 @@ class AutoSkipAnswers : public testing::Test {
     bool asked = false;
 };
 
-TEST_F(AutoSkipAnswers, LimitedNumbersBecomeSettingsAtContinueOnly) {
+TEST_F(AutoSkipDialogAnswers, LimitedNumbersBecomeSettingsAtContinueOnly) {
     settings = within(settings, 10, 2);
     model.control.DataCutoff = 0.01F;
     const auto look = [](AnsweringBackend &) {
@@ -169,7 +169,7 @@ TEST_F(AutoSkipAnswers, LimitedNumbersBecomeSettingsAtContinueOnly) {
     EXPECT_EQ(model.control.DataCutoff, 0.1F);
 }
 
-TEST_F(AutoSkipAnswers, AnswersStayAndUnreadableOnesDoNotCount) {
+TEST_F(AutoSkipDialogAnswers, AnswersStayAndUnreadableOnesDoNotCount) {
     answer([](AnsweringBackend &answers) {
         EXPECT_TRUE(answers.edit(1085, "3"));
         EXPECT_TRUE(answers.edit(1086, "2"));
@@ -201,7 +201,7 @@ TEST_F(AutoSkipAnswers, AnswersStayAndUnreadableOnesDoNotCount) {
                               "Skip data after error: \"\" cannot be read; 10000.0 % stays."}));
 }
 
-TEST_F(AutoSkipAnswers, TellsHowManyWindowsEachFilterTook) {
+TEST_F(AutoSkipDialogAnswers, TellsHowManyWindowsEachFilterTook) {
     model.hTrn[1].TEMobs[2] = -7.0F;
     answer([](AnsweringBackend &answers) { answers.edit(1085, "2"); });
     EXPECT_EQ(AutoSkip(model, settings), 0);

@@ -14,12 +14,12 @@ namespace {
 
 using testing::ElementsAre;
 
-struct Window {
+struct DuplicateWindow {
     float time, value, error;
     float weightZ = 1.0F;
 };
 
-SoundingRecord soundingOf(double tx, double rx, const std::vector<Window> &windows) {
+SoundingRecord soundingOf(double tx, double rx, const std::vector<DuplicateWindow> &windows) {
     SoundingRecord record;
     record.TxStn = tx;
     record.RxStn = rx;
@@ -150,8 +150,8 @@ TEST_F(DuplicatesTest, WeightsTravelMissingValuesAreLeftOutAndErrorsBelowOneWeig
 }
 
 TEST_F(DuplicatesTest, MoreThan128MergedWindowsKeepTheEarliestWithOneWarning) {
-    std::vector<Window> even;
-    std::vector<Window> odd;
+    std::vector<DuplicateWindow> even;
+    std::vector<DuplicateWindow> odd;
     for (int i = 1; i <= 100; ++i) {
         even.push_back({static_cast<float>(2 * i), 1, 2});
         odd.push_back({static_cast<float>(2 * i - 1), 1, 2});

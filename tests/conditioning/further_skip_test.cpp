@@ -16,7 +16,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr AutoSkipSettings NoFilter = {1, 128, false, false, false};
+constexpr AutoSkipSettings NoFurtherFilter = {1, 128, false, false, false};
 
 /// A sounding of ten windows to the decade from 0.1 msec on.
 SoundingRecord sounding(const std::vector<float> &observed) {
@@ -112,7 +112,7 @@ TEST(FurtherSkip, NeighboursAtTheEndsOfTheLineAreOnOneSide) {
         soundings[wrong].TEMobs[1] *= 5.0F;
         std::vector<std::string> expected(7, "000");
         expected[wrong] = "010"; // and none of those around it
-        EXPECT_EQ(taken(lineOf(soundings), NoFilter, settings), expected) << wrong;
+        EXPECT_EQ(taken(lineOf(soundings), NoFurtherFilter, settings), expected) << wrong;
     }
     // What changes along the line by half of its soundings is ground, not noise.
     std::vector<SoundingRecord> contact = line;
@@ -122,13 +122,14 @@ TEST(FurtherSkip, NeighboursAtTheEndsOfTheLineAreOnOneSide) {
             contact[right].TEMobs[i] *= 50.0F;
         }
     }
-    EXPECT_EQ(taken(lineOf(contact), NoFilter, settings), std::vector<std::string>(7, "000"));
+    EXPECT_EQ(taken(lineOf(contact), NoFurtherFilter, settings),
+              std::vector<std::string>(7, "000"));
     // Another sign is another value, however small both are.
     line[2].TEMobs[2] = -line[2].TEMobs[2];
-    EXPECT_EQ(taken(lineOf(line), NoFilter, settings)[2], "001");
+    EXPECT_EQ(taken(lineOf(line), NoFurtherFilter, settings)[2], "001");
     // Two others are no majority against one.
     line.resize(3);
-    EXPECT_EQ(taken(lineOf(line), NoFilter, settings)[2], "000");
+    EXPECT_EQ(taken(lineOf(line), NoFurtherFilter, settings)[2], "000");
 }
 
 TEST(FurtherSkip, OnlySoundingsThatCanBeComparedAreNeighbours) {
@@ -144,8 +145,8 @@ TEST(FurtherSkip, OnlySoundingsThatCanBeComparedAreNeighbours) {
     SurveyModel model = lineOf(line);
     setSurveyType(model.control, FixedLoop);
     model.hTrn[3].TEMobs[0] *= 20.0F; // as the other loop has it
-    EXPECT_EQ(taken(model, NoFilter, settings)[3], "100");
-    EXPECT_EQ(taken(model, NoFilter, settings)[4], "000");
+    EXPECT_EQ(taken(model, NoFurtherFilter, settings)[3], "100");
+    EXPECT_EQ(taken(model, NoFurtherFilter, settings)[4], "000");
     // Windows are compared by time, not by number.
     SurveyModel shifted = lineOf(std::vector<SoundingRecord>(5, sounding(decay(6))));
     SoundingRecord &late = shifted.hTrn[2];
@@ -155,7 +156,7 @@ TEST(FurtherSkip, OnlySoundingsThatCanBeComparedAreNeighbours) {
         late.TWcenter[i] = whole.TWcenter[i + 3];
         late.TEMobs[i] = whole.TEMobs[i + 3];
     }
-    EXPECT_EQ(taken(shifted, NoFilter, settings),
+    EXPECT_EQ(taken(shifted, NoFurtherFilter, settings),
               (std::vector<std::string>{"000000", "000000", "000", "000000", "000000"}));
 }
 

@@ -20,6 +20,7 @@
 
 #include <memory>
 #include <set>
+#include <tuple>
 
 namespace keldrin {
 namespace {

@@ -3,6 +3,7 @@
 #include "toolkit/dialog_model.h"
 #include "toolkit/field_number.h"
 
+#include <algorithm>
 #include <string_view>
 #include <vector>
 

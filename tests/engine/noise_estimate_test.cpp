@@ -10,7 +10,7 @@ namespace {
 
 using Eigen::VectorXd;
 
-constexpr int Windows = 24;
+constexpr int NoiseWindows = 24;
 
 /// A line of decays with noise of 2 percent and a floor, and a model that is wrong by up to 40
 /// percent, smoothly in time.
@@ -19,10 +19,10 @@ struct NoisyLine {
         std::mt19937 random(7);
         std::normal_distribution<double> normal;
         for (std::size_t i = 0; i < records.size(); ++i) {
-            data[i].observed.resize(Windows);
-            VectorXd calculated(Windows);
-            deviation.resize(Windows);
-            for (int k = 0; k < Windows; ++k) {
+            data[i].observed.resize(NoiseWindows);
+            VectorXd calculated(NoiseWindows);
+            deviation.resize(NoiseWindows);
+            for (int k = 0; k < NoiseWindows; ++k) {
                 const double time = 0.01 * std::pow(1.35, k);
                 records[i].TWcenter[static_cast<std::size_t>(k)] = static_cast<float>(time);
                 data[i].windows.push_back(static_cast<std::size_t>(k));
@@ -47,7 +47,7 @@ TEST(NoiseEstimate, FindsProportionalNoiseAndAFloorUnderAWrongModel) {
     const NoisyLine line;
     for (std::size_t i = 0; i < line.line.size(); ++i) {
         const VectorXd noise = noiseNear(line.line, i);
-        for (int k = 0; k < Windows; ++k) {
+        for (int k = 0; k < NoiseWindows; ++k) {
             // Windows at the ends have neighbours on one side, of larger or smaller values.
             const double factor = k < 3 ? 6.0 : 2.5;
             EXPECT_LT(noise[k], factor * line.deviation[k]) << i << " window " << k;
@@ -59,7 +59,7 @@ TEST(NoiseEstimate, FindsProportionalNoiseAndAFloorUnderAWrongModel) {
 TEST(NoiseEstimate, AWrongModelAloneIsLittleNoise) {
     const NoisyLine line(1.0E-6);
     const VectorXd noise = noiseNear(line.line, 3);
-    for (int k = 3; k < Windows; ++k) {
+    for (int k = 3; k < NoiseWindows; ++k) {
         EXPECT_LT(noise[k], 0.2 * line.data[3].observed[k]) << k;
     }
 }
@@ -67,7 +67,7 @@ TEST(NoiseEstimate, AWrongModelAloneIsLittleNoise) {
 TEST(NoiseEstimate, MeasuredErrorsAndTooFewDataHaveNone) {
     NoisyLine line;
     line.scatters[3] = {};
-    EXPECT_EQ(noiseNear(line.line, 3), VectorXd::Zero(Windows));
+    EXPECT_EQ(noiseNear(line.line, 3), VectorXd::Zero(NoiseWindows));
     EXPECT_GT(noiseNear(line.line, 4)[0], 0.0) << "its neighbours still have";
     SoundingData two;
     two.observed = VectorXd::Ones(2);

@@ -22,9 +22,9 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 // A survey whose coil has 1000 m^2, so that a file value in uV/A is the value in nV/(A m2).
-const std::string Head = "$ Survey.Array = INL\n$ Line.Name = 7\n$ Rx.Area = 1000\n"
-                         "$ Tx.Freq = 16\n$ Tx.Amp = 10\n$ Tx.Length = 100\n";
-const std::string Labels = "Skp Tx Station Cmp Time Magnitude %Mag\n";
+const std::string AvgHead = "$ Survey.Array = INL\n$ Line.Name = 7\n$ Rx.Area = 1000\n"
+                            "$ Tx.Freq = 16\n$ Tx.Amp = 10\n$ Tx.Length = 100\n";
+const std::string AvgLabelLine = "Skp Tx Station Cmp Time Magnitude %Mag\n";
 
 class AvgTest : public testing::Test {
   protected:
@@ -55,7 +55,9 @@ class AvgTest : public testing::Test {
 };
 
 TEST_F(AvgTest, ReadsASectionIntoSoundings) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n2 1 1 Hz 0.2 -4 2\n2 2 2 Hz 0.1 40 2"), 0);
+    EXPECT_EQ(
+        read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n2 1 1 Hz 0.2 -4 2\n2 2 2 Hz 0.1 40 2"),
+        0);
     ASSERT_EQ(model.SoundingCount, 2);
     EXPECT_EQ(sounding(0).NumTW, 2);
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 50.0F);
@@ -72,7 +74,7 @@ TEST_F(AvgTest, ReadsASectionIntoSoundings) {
 TEST_F(AvgTest, LinesAreClassifiedByTheirFirstCharacters) {
     EXPECT_EQ(read("x$ Tx.Freq = 8\n" // a "$" in column 2 is a keyword record
                    "  \\ comment\n/ comment\n\"comment\n! comment\n12\n" +
-                   Head + Labels +
+                   AvgHead + AvgLabelLine +
                    "2 1 1 Hz 0.1 50 2\n"
                    "\\ $ Line.Name = other\n" // and further right it is not
                    "2 1 1 Hz 0.2 40 2\r\n"),
@@ -83,10 +85,10 @@ TEST_F(AvgTest, LinesAreClassifiedByTheirFirstCharacters) {
 }
 
 TEST_F(AvgTest, ReadingsOfOneStationMergeByInverseVarianceHoweverFarApart) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp Time Magnitude E.ERR\n"
-                          "1 1 Hz 0.1 10 1\n"
-                          "2 2 Hz 0.1 99 1\n"
-                          "1 1 Hz 0.1 20 2\n"),
+    EXPECT_EQ(read(AvgHead + "Tx Station Cmp Time Magnitude E.ERR\n"
+                             "1 1 Hz 0.1 10 1\n"
+                             "2 2 Hz 0.1 99 1\n"
+                             "1 1 Hz 0.1 20 2\n"),
               0);
     ASSERT_EQ(model.SoundingCount, 2);
     const float w1 = 1.0F / 1.0001F;
@@ -97,7 +99,7 @@ TEST_F(AvgTest, ReadingsOfOneStationMergeByInverseVarianceHoweverFarApart) {
 }
 
 TEST_F(AvgTest, SkippedReadingsFillAWindowButYieldToAGoodOne) {
-    EXPECT_EQ(read(Head + Labels +
+    EXPECT_EQ(read(AvgHead + AvgLabelLine +
                    "0 1 1 Hz 0.1 50 2\n0 1 1 Hz 0.2 90 2\n"
                    "2 1 1 Hz 0.2 10 2\n"),
               0);
@@ -108,11 +110,11 @@ TEST_F(AvgTest, SkippedReadingsFillAWindowButYieldToAGoodOne) {
 }
 
 TEST_F(AvgTest, ErrorsFallBackToPercentAndAreHeldInRange) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp Time Magnitude E.ERR %Mag\n"
-                          "1 1 Hz 0.1 1000 -1 5\n" // a negative error counts as absent
-                          "1 1 Hz 0.2 1000 0 5\n"  // 0 is an error of 0, held at 1 percent
-                          "1 1 Hz 0.3 0 -1 5\n"    // no division by a zero value
-                          "1 1 Hz 0.4 1 100 5\n"), // held at 500 percent
+    EXPECT_EQ(read(AvgHead + "Tx Station Cmp Time Magnitude E.ERR %Mag\n"
+                             "1 1 Hz 0.1 1000 -1 5\n" // a negative error counts as absent
+                             "1 1 Hz 0.2 1000 0 5\n"  // 0 is an error of 0, held at 1 percent
+                             "1 1 Hz 0.3 0 -1 5\n"    // no division by a zero value
+                             "1 1 Hz 0.4 1 100 5\n"), // held at 500 percent
               0);
     EXPECT_NEAR(sounding(0).TEMerr[0], 5.0F, 1e-3F);
     EXPECT_EQ(sounding(0).TEMerr[1], 1.0F);
@@ -139,8 +141,9 @@ TEST_F(AvgTest, ComponentsOfAFixedLoopBecomeOneMagnitude) {
 
 TEST_F(AvgTest, OnlyTheChosenLineIsReadWithItsOwnHeader) {
     chosen = 1;
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n" + "$ Line.Name = 8 b\n$ Job.Name = B\n" +
-                   "2 9 9 Hz 0.1 60 2\n" + "$ Line.Name = 7\n2 3 3 Hz 0.1 70 2\n"),
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n" +
+                   "$ Line.Name = 8 b\n$ Job.Name = B\n" + "2 9 9 Hz 0.1 60 2\n" +
+                   "$ Line.Name = 7\n2 3 3 Hz 0.1 70 2\n"),
               0);
     ASSERT_EQ(model.lines.LineCount, 2);
     EXPECT_EQ(model.lines.entries[0].LineLabel.view(), "7 INL");
@@ -152,7 +155,8 @@ TEST_F(AvgTest, OnlyTheChosenLineIsReadWithItsOwnHeader) {
 }
 
 TEST_F(AvgTest, OneNameWithTwoArraysIsTwoLines) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n$ Survey.Array = COL\n2 1 2 Hz 0.1 60 2\n"),
+    EXPECT_EQ(read(AvgHead + AvgLabelLine +
+                   "2 1 1 Hz 0.1 50 2\n$ Survey.Array = COL\n2 1 2 Hz 0.1 60 2\n"),
               0);
     ASSERT_EQ(model.lines.LineCount, 2);
     EXPECT_EQ(model.lines.entries[1].LineLabel.view(), "7 COL");
@@ -160,7 +164,7 @@ TEST_F(AvgTest, OneNameWithTwoArraysIsTwoLines) {
 }
 
 TEST_F(AvgTest, CoilAreaAndStationScalingAreThoseOfTheChosenLine) {
-    const std::string text = Head + "$ Stn.Beg = 100\n" + Labels + "2 1 1 Hz 0.1 50 2\n" +
+    const std::string text = AvgHead + "$ Stn.Beg = 100\n" + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n" +
                              "$ Line.Name = 8\n$ Rx.Area = 50\n$ Stn.Beg = 500\n" +
                              "2 1 1 Hz 0.1 50 2\n";
     EXPECT_EQ(read(text), 0);
@@ -173,13 +177,13 @@ TEST_F(AvgTest, CoilAreaAndStationScalingAreThoseOfTheChosenLine) {
 }
 
 TEST_F(AvgTest, WhatOtherLinesSayDoesNotReachTheChosenOne) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n" +
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n" +
                    "$ Line.Name = 8\n$ Tx.LengthX = 300\n$ Job.For = B\n2 9 9 Hz 0.1 60 2\n"),
               0);
     EXPECT_EQ(model.control.XTxLength, 100.0F);
     EXPECT_EQ(model.control.JobFor.view(), "B"); // the job is that of the file
     // A section before any name is a line of its own, on both passes.
-    EXPECT_EQ(read("$ Survey.Array = INL\n$ Tx.Amp = 1\n" + Labels + "2 1 1 Hz 0.1 50 2\n" +
+    EXPECT_EQ(read("$ Survey.Array = INL\n$ Tx.Amp = 1\n" + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n" +
                    "$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n"),
               0);
     EXPECT_EQ(model.lines.entries[0].LineLabel.view(), "0 INL");
@@ -188,13 +192,13 @@ TEST_F(AvgTest, WhatOtherLinesSayDoesNotReachTheChosenOne) {
 }
 
 TEST_F(AvgTest, AnEndMarkWithDataBehindItIsTold) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n\x1A" + "2 2 2 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n\x1A" + "2 2 2 Hz 0.1 50 2\n"), 0);
     EXPECT_EQ(model.SoundingCount, 1);
     EXPECT_THAT(messages.errors, testing::ElementsAre(HasSubstr("x.avg has an end mark")));
 }
 
 TEST_F(AvgTest, TheThirtyThirdLineFallsIntoTheLastRowUnderItsLabel) {
-    std::string text = Head + Labels;
+    std::string text = AvgHead + AvgLabelLine;
     for (int i = 1; i <= 34; ++i) {
         text +=
             "$ Line.Name = L" + std::to_string(i) + "\n2 1 " + std::to_string(i) + " Hz 0.1 50 2\n";
@@ -224,7 +228,7 @@ TEST_F(AvgTest, RecordsWithoutTheirKeysAreDroppedInWords) {
     };
     for (const Case &c : cases) {
         messages.warnings.clear();
-        EXPECT_EQ(read(Head + Labels + c.row + "\n2 5 5 Hz 0.1 50 2\n"), 0) << c.row;
+        EXPECT_EQ(read(AvgHead + AvgLabelLine + c.row + "\n2 5 5 Hz 0.1 50 2\n"), 0) << c.row;
         ASSERT_FALSE(messages.warnings.empty()) << c.row;
         EXPECT_EQ(messages.warnings.back(),
                   std::string(c.words) + "|" + c.row + "|Dropping this data record.");
@@ -238,25 +242,25 @@ TEST_F(AvgTest, RecordsWithoutTheirKeysAreDroppedInWords) {
 }
 
 TEST_F(AvgTest, ANullMagnitudeIsAGoodZero) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 / 2\n"), 0);
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 / 2\n"), 0);
     EXPECT_EQ(sounding(0).TEMobs[0], 0.0F);
 }
 
 TEST_F(AvgTest, ASectionWithoutItsColumnsIsSkippedAndTold) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp\n1 1 1\n" + Labels + "2 1 1 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(read(AvgHead + "Tx Station Cmp\n1 1 1\n" + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n"), 0);
     EXPECT_EQ(model.SoundingCount, 1);
     EXPECT_EQ(messages.errors.front(),
               "AVG_Read_Labels.WARNING: Could not find required column TWIN.CENTER|"
               "AVG_Read_Labels.WARNING: Could not find required column DBDT.MAG|"
               "In: Tx Station Cmp");
     // A bad last section leaves the pass failed, though earlier ones were read.
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\nTx Station\n1 1\n"), 1);
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\nTx Station\n1 1\n"), 1);
     EXPECT_EQ(model.SoundingCount, 1);
     EXPECT_THAT(messages.errors.back(), HasSubstr("Nothing is imported from x.avg"));
 }
 
 TEST_F(AvgTest, LabelsWithoutDataArePassedOverInWords) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\nOperator changed\n" + Labels +
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\nOperator changed\n" + AvgLabelLine +
                    "2 2 2 Hz 0.1 50 2\nEnd of file\n"),
               0);
     EXPECT_EQ(model.SoundingCount, 2);
@@ -267,14 +271,14 @@ TEST_F(AvgTest, LabelsWithoutDataArePassedOverInWords) {
 }
 
 TEST_F(AvgTest, AFileThatNamesNoComponentCountsAndReadsNothing) {
-    EXPECT_EQ(read(Head + "Tx Station Time Magnitude\n1 1 0.1 5\n"), 1);
+    EXPECT_EQ(read(AvgHead + "Tx Station Time Magnitude\n1 1 0.1 5\n"), 1);
     EXPECT_EQ(countStatus, 0);
     EXPECT_EQ(messages.infos.back(), "0 data transients have been read from avg file");
 }
 
 TEST_F(AvgTest, AFullTableStopsTheReadAndKeepsItsLastRecord) {
     capacity = 1;
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n2 2 2 Hz 0.1 60 2\n"), 0);
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n2 2 2 Hz 0.1 60 2\n"), 0);
     EXPECT_EQ(model.SoundingCount, 1);
     EXPECT_EQ(sounding(0).RxStn, 1.0);
     EXPECT_EQ(messages.errors.back(), "AVG_Read_Data.ERROR|More than 1 transients at avg file "
@@ -282,7 +286,7 @@ TEST_F(AvgTest, AFullTableStopsTheReadAndKeepsItsLastRecord) {
 }
 
 TEST_F(AvgTest, WindowsPastThe128thAreDroppedWithOneWarning) {
-    std::string text = Head + Labels;
+    std::string text = AvgHead + AvgLabelLine;
     for (int i = 1; i <= 131; ++i) {
         text += "2 1 1 Hz " + std::to_string(i) + " 5 2\n";
     }
@@ -294,8 +298,8 @@ TEST_F(AvgTest, WindowsPastThe128thAreDroppedWithOneWarning) {
 }
 
 TEST_F(AvgTest, SoundingsOfTwoFrequenciesStayApart) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp Freq Time Magnitude\n1 1 Hz 4 0.1 5\n1 1 Hz 8 0.05 5\n"),
-              0);
+    EXPECT_EQ(
+        read(AvgHead + "Tx Station Cmp Freq Time Magnitude\n1 1 Hz 4 0.1 5\n1 1 Hz 8 0.05 5\n"), 0);
     EXPECT_EQ(model.SoundingCount, 2);
     EXPECT_EQ(model.lines.entries[0].Soundings, 2);
     EXPECT_EQ(sounding(0).TxFreq, 4.0F);
@@ -303,14 +307,15 @@ TEST_F(AvgTest, SoundingsOfTwoFrequenciesStayApart) {
 }
 
 TEST_F(AvgTest, ATimeThatFallsBackOpensATransient) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 5 2\n2 1 1 Hz 0.2 4 2\n2 1 1 Hz 0.1 5 2\n"), 0);
+    EXPECT_EQ(
+        read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 5 2\n2 1 1 Hz 0.2 4 2\n2 1 1 Hz 0.1 5 2\n"), 0);
     EXPECT_EQ(model.lines.entries[0].Transients, 2);
     EXPECT_EQ(model.SoundingCount, 1);
 }
 
 TEST_F(AvgTest, EdgesGiveTheWidthAndNoWeightAMark) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp Time TWin.Beg TWin.End Magnitude E.WGT\n"
-                          "1 1 Hz 0.1 0.08 0.12 50 1\n1 1 Hz 0.2 0.18 * 40 1E-5\n"),
+    EXPECT_EQ(read(AvgHead + "Tx Station Cmp Time TWin.Beg TWin.End Magnitude E.WGT\n"
+                             "1 1 Hz 0.1 0.08 0.12 50 1\n1 1 Hz 0.2 0.18 * 40 1E-5\n"),
               0);
     EXPECT_FLOAT_EQ(sounding(0).TWwidth[0], 0.12F - 0.08F);
     EXPECT_EQ(sounding(0).TWwidth[1], 0.0F); // one edge is none
@@ -340,7 +345,7 @@ TEST_F(AvgTest, KeywordsStandForColumnsThatAreNotThere) {
 }
 
 // Each file in a few lines, and what the user must be told of it.
-struct ToldCase {
+struct ToldAvgCase {
     const char *what;
     std::string text;
     std::string told; ///< part of one message
@@ -349,9 +354,9 @@ struct ToldCase {
 
 TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
     const std::string row = "2 1 1 Hz 0.1 50 2\n";
-    const std::string section = Head + Labels + row;
+    const std::string section = AvgHead + AvgLabelLine + row;
     const std::string twoLines = section + "$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n";
-    const ToldCase cases[] = {
+    const ToldAvgCase cases[] = {
         {"an electric component", section + "2 1 1 Ex 0.2 50 2\n2 2 2 Ey 0.1 5 2\n",
          "Rows of a component that is not read: 2, the first on line 9 of x.avg|2 1 1 Ex 0.2", 1},
         {"a horizontal component of an in-loop line", section + "2 1 1 Hx 0.2 50 2\n",
@@ -362,22 +367,25 @@ TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
          "The last line of x.avg has no line end|The file may be cut.", 2},
         {"decimal commas", section + "2 1 2 Hz 0,1 50,5 2\n2 1 2 Hz 0,2 50,5 2\n",
          "commas for decimal points: 1, the first on line 9", 1},
-        {"no loop size", "$ Rx.Area = 1000\n$ Tx.Freq = 1\n$ Survey.Array = INL\n" + Labels + row,
+        {"no loop size",
+         "$ Rx.Area = 1000\n$ Tx.Freq = 1\n$ Survey.Array = INL\n" + AvgLabelLine + row,
          "x.avg gives no size of the transmitter loop|The default is taken: 100 by 100 m", 1},
-        {"no frequency", "$ Rx.Area = 1000\n$ Tx.Length = 1\n$ Survey.Array = INL\n" + Labels + row,
+        {"no frequency",
+         "$ Rx.Area = 1000\n$ Tx.Length = 1\n$ Survey.Array = INL\n" + AvgLabelLine + row,
          "x.avg gives no transmitter frequency|The default is taken: 1 Hz", 1},
-        {"no coil area", "$ Tx.Freq = 1\n$ Tx.Length = 1\n$ Survey.Array = INL\n" + Labels + row,
+        {"no coil area",
+         "$ Tx.Freq = 1\n$ Tx.Length = 1\n$ Survey.Array = INL\n" + AvgLabelLine + row,
          "x.avg gives no area of the receiver coil|The default is taken: 10000 m^2", 1},
-        {"no array", "$ Tx.Freq = 1\n$ Tx.Length = 1\n$ Rx.Area = 1000\n" + Labels + row,
+        {"no array", "$ Tx.Freq = 1\n$ Tx.Length = 1\n$ Rx.Area = 1000\n" + AvgLabelLine + row,
          "x.avg gives no survey array|The default is taken: In-Loop", 1},
-        {"no centre of a fixed loop", Head + "$ Survey.Array = FXL\n" + Labels + row,
+        {"no centre of a fixed loop", AvgHead + "$ Survey.Array = FXL\n" + AvgLabelLine + row,
          "x.avg gives no centre of the fixed loop|The default is taken: East 0, North 0", 1},
         {"a setting behind the last row of one of two lines",
          section + "$ Tx.Length = 300\n$ Line.Name = 8\n2 9 9 Hz 0.1 60 2\n",
          "change settings of the line after its first row: 1, the first on line 9 of x.avg|$ "
          "Tx.Len",
          1},
-        {"a coil area too small", "$ Rx.Area = 1e-7\n" + Head + Labels + row,
+        {"a coil area too small", "$ Rx.Area = 1e-7\n" + AvgHead + AvgLabelLine + row,
          "Rx.Area[1] = 1e-07 < 1e-06 m^2|Rx.Area[1] will be set = 1e-06 m^2", 1},
         {"a time unit", section + "$ Unit.Time = usec\n", "Unit.Time in record # 9 is not used", 1},
         {"a unit of values", "$ Unit.dBdt = uV/Am2\n" + section,
@@ -390,7 +398,7 @@ TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
         {"an unknown array", "$ Survey.Array = ROUND\n" + section,
          "Survey.Array = ROUND matches no known name", 1},
         {"lines that agree in 16 characters",
-         Head + Labels + "$ Line.Name = NORTH-LINE-1234567\n" + row +
+         AvgHead + AvgLabelLine + "$ Line.Name = NORTH-LINE-1234567\n" + row +
              "$ Line.Name = NORTH-LINE-1234568\n2 1 2 Hz 0.1 5 2\n"
              "$ Line.Name = NORTH-LINE-1234567\n2 1 3 Hz 0.1 5 2\n",
          "agree in the 16 characters that are kept: 1, the first on line 11 of x.avg|"
@@ -401,7 +409,7 @@ TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
         {"a station too far", section + "2 1 1.1e9 Hz 0.1 5 2\n",
          "ERROR reading real*8 RX.QDRSTN value from 1.1e9", 1},
     };
-    for (const ToldCase &c : cases) {
+    for (const ToldAvgCase &c : cases) {
         enumerationMemo().entries.clear();
         messages.errors.clear();
         messages.warnings.clear();
@@ -422,7 +430,7 @@ TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
 }
 
 TEST_F(AvgTest, AFileThatSaysEverythingGivesNoWarning) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2\n" +
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n" +
                    "$ Line.Name = 8\n$ Tx.Length = 200\n2 9 9 Hz 0.1 60 2\n"),
               0);
     EXPECT_THAT(messages.errors, IsEmpty());
@@ -430,7 +438,8 @@ TEST_F(AvgTest, AFileThatSaysEverythingGivesNoWarning) {
 }
 
 TEST_F(AvgTest, AnImportWithoutSoundingsSaysWhy) {
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Ex 0.1 50 2\n2 1 1 Hz 0 50 2\n2 1 1 Hz 0.1 * 2\n"), 1);
+    EXPECT_EQ(
+        read(AvgHead + AvgLabelLine + "2 1 1 Ex 0.1 50 2\n2 1 1 Hz 0 50 2\n2 1 1 Hz 0.1 * 2\n"), 1);
     EXPECT_THAT(messages.errors, ElementsAre("ERROR: No sounding was read from line 7 INL of x.avg|"
                                              "Rows of a component that is not read: 1|"
                                              "Rows with a window centre at or before time 0: 1|"
@@ -438,7 +447,7 @@ TEST_F(AvgTest, AnImportWithoutSoundingsSaysWhy) {
 }
 
 TEST_F(AvgTest, PlacesWithSignsNeverMerge) {
-    EXPECT_EQ(read(Head + Labels +
+    EXPECT_EQ(read(AvgHead + AvgLabelLine +
                    "2 1 0+00 Hz 0.1 50 2\n2 1 0+25 Hz 0.1 60 2\n"
                    "2 1 200-50 Hz 0.1 70 2\n2 1 7 Hz 0.1 12+5 2\n"
                    "2 1 8 Hz 0.1 1.2E+1 2\n"),
@@ -449,9 +458,9 @@ TEST_F(AvgTest, PlacesWithSignsNeverMerge) {
 }
 
 TEST_F(AvgTest, AnAbsentErrorGivesThePercentError) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp Time Magnitude E.ERR %Mag\n"
-                          "1 1 Hz 0.1 1000 * 5\n1 1 Hz 0.2 1000 INF 5\n1 1 Hz 0.3 1000 nan 5\n"
-                          "1 1 Hz 0.4 1000,,5\n1 1 Hz 0.5 1000 1e39 5\n"),
+    EXPECT_EQ(read(AvgHead + "Tx Station Cmp Time Magnitude E.ERR %Mag\n"
+                             "1 1 Hz 0.1 1000 * 5\n1 1 Hz 0.2 1000 INF 5\n1 1 Hz 0.3 1000 nan 5\n"
+                             "1 1 Hz 0.4 1000,,5\n1 1 Hz 0.5 1000 1e39 5\n"),
               0);
     for (std::size_t i = 0; i < 5; ++i) {
         EXPECT_NEAR(sounding(0).TEMerr[i], 5.0F, 1e-3F) << i;
@@ -459,8 +468,8 @@ TEST_F(AvgTest, AnAbsentErrorGivesThePercentError) {
 }
 
 TEST_F(AvgTest, ThePercentErrorHasAFloorOfATenth) {
-    EXPECT_EQ(read(Head + "Tx Station Cmp Time Magnitude %Mag\n"
-                          "1 1 Hz 0.1 1000 0.05\n1 1 Hz 0.1 2000 0.1\n"),
+    EXPECT_EQ(read(AvgHead + "Tx Station Cmp Time Magnitude %Mag\n"
+                             "1 1 Hz 0.1 1000 0.05\n1 1 Hz 0.1 2000 0.1\n"),
               0);
     const float w1 = 1.0F / (0.0001F + 1.0F); // 0.1 percent of 1000
     const float w2 = 1.0F / (0.0001F + 4.0F);
@@ -479,7 +488,7 @@ TEST_F(AvgTest, WindowsMatchWithin100Spacings) {
 }
 
 TEST_F(AvgTest, RecordsBehindTheLastRowOfAFileOfOneLineCount) {
-    EXPECT_EQ(read("$ Survey.Array = FXL\n$ Rx.North = 5\n$ Tx.Length = 100\n" + Labels +
+    EXPECT_EQ(read("$ Survey.Array = FXL\n$ Rx.North = 5\n$ Tx.Length = 100\n" + AvgLabelLine +
                    "2 1 1 Hz 0.1 50 2\n$ Rx.East = 77\n2 1 2 Hz 0.1 50 2\n"
                    "$ Line.Name = late\n$ Tx.Center = 500, 600\n$ Rx.Area = 500\n"
                    "$ Stn.Beg = 100\n$ Unit.Length = ft\n$ Rx.North = 9\n"),
@@ -498,7 +507,7 @@ TEST_F(AvgTest, RecordsBehindTheLastRowOfAFileOfOneLineCount) {
 }
 
 TEST_F(AvgTest, OfSeveralLinesUnitAndJobAreThoseOfTheFile) {
-    const std::string text = Head + Labels + "2 1 1 Hz 0.1 50 2\n$ Line.Name = 8\n" +
+    const std::string text = AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n$ Line.Name = 8\n" +
                              "2 9 9 Hz 0.1 60 2\n$ Unit.Length = ft\n$ Job.Name = Valley\n" +
                              "$ Tx.Ramp = 30\n";
     for (chosen = 0; chosen < 2; ++chosen) {
@@ -516,17 +525,18 @@ TEST_F(AvgTest, VerticesGiveCentreSidesAndAzimuthWhereTheyStand) {
     const std::string head = "$ Survey.Array = FXL\n$ Tx.Freq = 1\n$ Rx.Area = 1000\n"
                              "$ Tx.XYZ1 = 0,0,0\n$ Tx.XYZ2 = 400,0,0\n$ Tx.XYZ3 = 400,200,0\n"
                              "$ Tx.XYZ4 = 0,200,0\n";
-    EXPECT_EQ(read(head + Labels + "2 1 1 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(read(head + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n"), 0);
     EXPECT_EQ(model.control.XTxCenter, 200.0);
     EXPECT_EQ(model.control.YTxCenter, 100.0);
     EXPECT_FLOAT_EQ(model.control.XTxLength, 400.0F);
     EXPECT_FLOAT_EQ(model.control.YTxLength, 200.0F);
     EXPECT_FLOAT_EQ(model.control.TxAzimuth, 90.0F);
     EXPECT_THAT(messages.warnings, IsEmpty());
-    EXPECT_EQ(read(head + "$ Tx.Azimuth = 85\n" + Labels + "2 1 1 Hz 0.1 50 2\n"), 0);
+    EXPECT_EQ(read(head + "$ Tx.Azimuth = 85\n" + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n"), 0);
     EXPECT_EQ(model.control.TxAzimuth, 85.0F);
-    EXPECT_EQ(read(head + "$ Tx.CenterX = 7\n$ Tx.Length = 50\n" + Labels + "2 1 1 Hz 0.1 50 2\n"),
-              0);
+    EXPECT_EQ(
+        read(head + "$ Tx.CenterX = 7\n$ Tx.Length = 50\n" + AvgLabelLine + "2 1 1 Hz 0.1 50 2\n"),
+        0);
     EXPECT_EQ(model.control.XTxCenter, 7.0);
     EXPECT_EQ(model.control.YTxCenter, 100.0);
     EXPECT_EQ(model.control.XTxLength, 50.0F);
@@ -539,7 +549,7 @@ TEST_F(AvgTest, ALineMayHave8192Bytes) {
         labels += " C" + std::to_string(i);
         row += "   123456789.123456789";
     }
-    EXPECT_EQ(read(Head + labels + " Magnitude\n" + row + " 3.16E+06\n"), 0);
+    EXPECT_EQ(read(AvgHead + labels + " Magnitude\n" + row + " 3.16E+06\n"), 0);
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 3.16E6F);
 }
 
@@ -547,7 +557,7 @@ TEST_F(AvgTest, HostileBytesEndInAFailureOrInData) {
     EXPECT_EQ(read(""), 1);
     EXPECT_EQ(read(std::string(1'000'000, 'A')), 1);
     EXPECT_EQ(read(std::string("\0\x1A\xFF\x80", 4)), 1);
-    EXPECT_EQ(read(Head + Labels + "2 1 1 Hz 0.1 50 2" + std::string(500'000, '9')), 0);
+    EXPECT_EQ(read(AvgHead + AvgLabelLine + "2 1 1 Hz 0.1 50 2" + std::string(500'000, '9')), 0);
     EXPECT_EQ(AVG_Count(model, directory.path("missing.avg")), 1);
     EXPECT_EQ(AVG_Count(model, directory.path()), 1);
 }

@@ -23,7 +23,7 @@ using testing::Not;
 /// What a survey information file gives besides, so that no default is taken.
 const std::string Given = "$ Tx.Length = 100\n$ Tx.Freq = 1\n$ Survey.Array = COL\n";
 
-const std::string Head = "line 7\nmagnitude\nIIX\n";
+const std::string ZHead = "line 7\nmagnitude\nIIX\n";
 
 /// A reading of a coil of 1000 m^2, so that a file value in uV/A is the value in nV/(A m2).
 std::string reading(const std::string &station, const std::string &time, const std::string &value) {
@@ -73,7 +73,7 @@ class ZFileTest : public testing::Test {
 };
 
 TEST_F(ZFileTest, ReadsOneLineOfSoundings) {
-    EXPECT_EQ(read(Head + reading("100", "0.1", "50.5") + reading("100", "0.2", "-4") +
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "50.5") + reading("100", "0.2", "-4") +
                    reading("150.", "0.1", "4.D1")),
               0);
     const LineEntry &line = model.lines.entries[0];
@@ -108,7 +108,7 @@ TEST_F(ZFileTest, ReadsOneLineOfSoundings) {
 // A sounding's keys, place and height belong to later steps, whatever the metadata say.
 TEST_F(ZFileTest, FillsTheFieldsOfItsFormatAndNoOthers) {
     survey += "$ Rx.Stn = 5\n$ Tx.Stn = 6\n$ Tx.Freq = 25\n";
-    EXPECT_EQ(read(Head + reading("100", "0.1", "50")), 0);
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "50")), 0);
     const SoundingRecord &record = model.hTrn[0];
     EXPECT_FALSE(isPresent(record.RxStn));
     EXPECT_FALSE(isPresent(record.TxStn));
@@ -120,7 +120,7 @@ TEST_F(ZFileTest, FillsTheFieldsOfItsFormatAndNoOthers) {
 
 TEST_F(ZFileTest, TheVerticalCoilAndTheStationScalingOfThePresetCount) {
     survey = "$ Rx.Area = 1000, 2000, 4000\n$ Stn.QdrBeg = 1\n$ Stn.Beg = 1000\n$ Stn.Inc = 50\n";
-    EXPECT_EQ(read(Head + reading("3", "0.1", "8")), 0);
+    EXPECT_EQ(read(ZHead + reading("3", "0.1", "8")), 0);
     EXPECT_EQ(model.hTrn[0].TEMobs[0], 2.0F);
     EXPECT_EQ(model.hTrn[0].Station, 1100.0);
 }
@@ -165,7 +165,7 @@ TEST(ZFields, StandInFixedColumnsWhateverIsBetweenThem) {
 }
 
 TEST_F(ZFileTest, AStationOpensASoundingWhenItChangesAndIsNotLookedUp) {
-    EXPECT_EQ(read(Head + reading("100", "0.1", "1") + reading("100.001", "0.2", "2") +
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "1") + reading("100.001", "0.2", "2") +
                    reading("100.0015", "0.3", "3") + reading("100", "0.1", "4") +
                    reading("200", "0.1", "5") + reading("100", "0.1", "6")),
               0);
@@ -176,7 +176,7 @@ TEST_F(ZFileTest, AStationOpensASoundingWhenItChangesAndIsNotLookedUp) {
 }
 
 TEST_F(ZFileTest, LinesOfAnotherCodeAreNoReadingsAndLeaveTheStationInForce) {
-    EXPECT_EQ(read(Head + reading("100", "0.1", "1") + " 1     200     0.1         9\n\n \t \n" +
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "1") + " 1     200     0.1         9\n\n \t \n" +
                    " 3     300     0.1         9\n" + reading("100", "0.2", "2")),
               0);
     EXPECT_THAT(stations(), ElementsAre(100));
@@ -188,7 +188,7 @@ TEST_F(ZFileTest, LinesOfAnotherCodeAreNoReadingsAndLeaveTheStationInForce) {
 TEST_F(ZFileTest, ALineThatCannotBeReadIsToldOnBothPassesAndCostsNoOther) {
     const std::string told = "ERROR while reading data from:|STATION TIME VALUE";
     const std::string toldToo = "ERROR while reading data from:|1     100     0.1       ***";
-    EXPECT_EQ(read(Head + "  STATION TIME VALUE  \n" + reading("100", "0.1", "1") +
+    EXPECT_EQ(read(ZHead + "  STATION TIME VALUE  \n" + reading("100", "0.1", "1") +
                    " 1     100     0.1       ***\n" + reading("100", "0.2", "2")),
               0);
     EXPECT_THAT(messages.errors, ElementsAre(told, toldToo, told, toldToo));
@@ -198,13 +198,13 @@ TEST_F(ZFileTest, ALineThatCannotBeReadIsToldOnBothPassesAndCostsNoOther) {
 TEST_F(ZFileTest, TheDataEndAtTheEndTextAnywhereInTenColumns) {
     for (const char *end :
          {"  9999.0\n", "9999.0 end\n", " 2  9999.0     0.1         5\n", "xx19999.00\n"}) {
-        EXPECT_EQ(read(Head + reading("100", "0.1", "1") + end + "free text\n"), 0) << end;
+        EXPECT_EQ(read(ZHead + reading("100", "0.1", "1") + end + "free text\n"), 0) << end;
         EXPECT_THAT(stations(), ElementsAre(100)) << end;
         EXPECT_THAT(messages.errors, IsEmpty()) << end;
         EXPECT_THAT(messages.warnings, IsEmpty()) << end;
     }
     // Further right it ends nothing; readings after the end are not lost silently.
-    EXPECT_EQ(read(Head + reading("100", "9999.0", "1") + reading("9999.0", "0.1", "1") +
+    EXPECT_EQ(read(ZHead + reading("100", "9999.0", "1") + reading("9999.0", "0.1", "1") +
                    reading("200", "0.1", "1")),
               0);
     EXPECT_EQ(model.SoundingCount, 1);
@@ -227,8 +227,8 @@ TEST_F(ZFileTest, TheHeadTellsWhatIsMissingInIt) {
     EXPECT_THAT(messages.errors, ElementsAre(noMark, noData));
     // An early end says no more than that there are no data.
     for (const std::string &text :
-         {"free text\n   9999.0\nIIX\n" + row, "MAGNITUDE\n IIX\n" + row, "MAGNITUDE\n" + row, Head,
-          Head + " 1     100     0.1         1\n", Head + "9999.0\n", std::string()}) {
+         {"free text\n   9999.0\nIIX\n" + row, "MAGNITUDE\n IIX\n" + row, "MAGNITUDE\n" + row,
+          ZHead, ZHead + " 1     100     0.1         1\n", ZHead + "9999.0\n", std::string()}) {
         EXPECT_EQ(read(text), 1) << text;
         EXPECT_THAT(messages.errors, ElementsAre(noData)) << text;
     }
@@ -236,7 +236,7 @@ TEST_F(ZFileTest, TheHeadTellsWhatIsMissingInIt) {
 
 TEST_F(ZFileTest, WhatASoundingCannotTakeIsToldOnceForItsCause) {
     survey = Given + "$ Rx.Area = 0.01\n";
-    EXPECT_EQ(read(Head + reading("100", "0.1", "1") + reading("100", "0", "2") +
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "1") + reading("100", "0", "2") +
                    reading("200", "-0.1", "2") + " 2     200\n" + reading("300", "0.1", "1E30") +
                    reading("-1E32", "0.1", "1") + reading("300", "1E5", "1") +
                    reading("100", "0.2", "") + reading("400", "0.1", "1") +
@@ -256,7 +256,7 @@ TEST_F(ZFileTest, WhatASoundingCannotTakeIsToldOnceForItsCause) {
 }
 
 TEST_F(ZFileTest, ASoundingTakes128WindowsAndTheRestIsTold) {
-    std::string text = Head;
+    std::string text = ZHead;
     for (int i = 1; i <= 131; ++i) {
         text += reading("100", std::to_string(i), "5");
     }
@@ -270,7 +270,7 @@ TEST_F(ZFileTest, ASoundingTakes128WindowsAndTheRestIsTold) {
 
 TEST_F(ZFileTest, AFullTableStopsTheReadAndKeepsWhatItHas) {
     capacity = 1;
-    EXPECT_EQ(read(Head + reading("100", "0.1", "1") + reading("200", "0.1", "2") +
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "1") + reading("200", "0.1", "2") +
                    reading("100", "0.2", "3")),
               0);
     EXPECT_THAT(stations(), ElementsAre(100));
@@ -280,7 +280,7 @@ TEST_F(ZFileTest, AFullTableStopsTheReadAndKeepsWhatItHas) {
 }
 
 TEST_F(ZFileTest, AReadPassWithoutASoundingFailsInWords) {
-    EXPECT_EQ(read(Head + reading("100", "0", "1")), 1); // counted, and then of no use
+    EXPECT_EQ(read(ZHead + reading("100", "0", "1")), 1); // counted, and then of no use
     EXPECT_THAT(messages.errors, ElementsAre("ERROR while reading x.z"));
     EXPECT_EQ(model.control.TEMUnitsIndex, NanovoltPerAmpereSquareMetre);
     prepare("IIX\n" + reading("100", "0.1", "1"));
@@ -299,7 +299,7 @@ TEST_F(ZFileTest, WhatIsNotReadOrNotCertainIsToldOnce) {
         std::string text;
         std::string told;
     };
-    const std::string good = Head + reading("100", "0.1", "1");
+    const std::string good = ZHead + reading("100", "0.1", "1");
     const std::string whole = survey;
     const std::string fixed = "$ Rx.Area = 1000\n$ Tx.Length = 100\n$ Tx.Freq = 1\n"
                               "$ Survey.Array = FXL\n";
@@ -341,14 +341,14 @@ TEST_F(ZFileTest, WhatIsNotReadOrNotCertainIsToldOnce) {
 
 TEST_F(ZFileTest, AnArrayThatIsNoneIsToldOnce) {
     survey = "$ Survey.Array = LOT\n";
-    EXPECT_EQ(read(Head + reading("100", "0.1", "1")), 0);
+    EXPECT_EQ(read(ZHead + reading("100", "0.1", "1")), 0);
     EXPECT_THAT(messages.warnings, Contains(HasSubstr("Survey.Array = LOT")).Times(1));
 }
 
 TEST_F(ZFileTest, HostileBytesEndInAFailureOrInData) {
     EXPECT_EQ(read(std::string("\0\x1A\xFF\x80", 4)), 1);
     EXPECT_EQ(read(std::string(1'000'000, 'A')), 1);
-    EXPECT_EQ(read(Head + std::string(500'000, '2') + "\n" + reading("1", "0.1", "5")), 0);
+    EXPECT_EQ(read(ZHead + std::string(500'000, '2') + "\n" + reading("1", "0.1", "5")), 0);
     EXPECT_EQ(Z_Count(model, directory.path()), 1);
     EXPECT_THAT(messages.infos, Not(Contains(HasSubstr("Found 1 line and 0"))));
 }

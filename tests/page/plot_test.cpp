@@ -18,7 +18,7 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr float NotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float NoPlace = std::numeric_limits<float>::quiet_NaN();
 
 std::string numbersOf(const PlotScale &scale) {
     std::string numbers;
@@ -133,7 +133,7 @@ TEST_F(PlotTest, PlacesGoBothWaysOnLinearAndLogarithmicAxes) {
 TEST_F(PlotTest, LimitsThatAllowNoPlotDrawNothing) {
     const float x[] = {1.0F, 2.0F};
     const float limits[][4] = {{1.0F, 0.0F, 1.0F, 5.0F},
-                               {0.0F, NotANumber, 1.0F, 5.0F},
+                               {0.0F, NoPlace, 1.0F, 5.0F},
                                {0.0F, 0.0F, std::numeric_limits<float>::infinity(), 5.0F},
                                {0.0F, 0.0F, 1.0F, 10.0F}}; // 0 on the logarithmic axis
     PlotScales("LIN", "LOG");
@@ -154,7 +154,7 @@ TEST_F(PlotTest, LinesAreCutAtTheFrameAndBrokenAtMissingPoints) {
     PlotUnits(1.0F, 0.0F, 1000.0F, 3.0F);
     PlotScales("LOG", "LIN");
     const float x[] = {1.0F, 10.0F, 100.0F, 1000.0F, 1000.0F, 100.0F, 0.0F, 10.0F, 1.0F, 10.0F};
-    const float y[] = {0.0F, 3.0F, 6.0F, 0.0F, 1.0F, 1.0F, 1.0F, 1.0F, 2.0F, NotANumber};
+    const float y[] = {0.0F, 3.0F, 6.0F, 0.0F, 1.0F, 1.0F, 1.0F, 1.0F, 2.0F, NoPlace};
     PlotDrawLine(x, y, 10);
     EXPECT_THAT(pageTranscript(page),
                 ElementsAre("line BLACK 2 6.00 4.50 10.00 13.50",

@@ -17,13 +17,13 @@
 namespace keldrin {
 namespace {
 
-constexpr float Conductivity = 0.02F;
-const double S = static_cast<double>(Conductivity);
+constexpr float LoopGround = 0.02F;
+const double GroundS = static_cast<double>(LoopGround);
 
 /// Difference to the exact value or slope, whichever is larger, over the sum of both magnitudes.
 double errorOf(Response got, const std::function<double(double)> &response) {
-    const double R = response(S);
-    const double slope = exact::slope(response, S);
+    const double R = response(GroundS);
+    const double slope = exact::slope(response, GroundS);
     return std::max(std::fabs(static_cast<double>(got.R) - R),
                     std::fabs(static_cast<double>(got.S) - slope)) /
            (std::fabs(R) + std::fabs(slope));
@@ -63,9 +63,9 @@ TEST(LoopField, IsTheDipolesOfTheLoopsArea) {
             const auto upwards = [=](double s) {
                 return exact::loopZ(x, y, Lx, Ly, time, s);
             };
-            const Response X = Loop_FieldX(c.x, c.y, c.Lx, c.Ly, t, Conductivity);
-            const Response Y = Loop_FieldY(c.x, c.y, c.Lx, c.Ly, t, Conductivity);
-            const Response Z = Loop_FieldZ(c.x, c.y, c.Lx, c.Ly, t, Conductivity);
+            const Response X = Loop_FieldX(c.x, c.y, c.Lx, c.Ly, t, LoopGround);
+            const Response Y = Loop_FieldY(c.x, c.y, c.Lx, c.Ly, t, LoopGround);
+            const Response Z = Loop_FieldZ(c.x, c.y, c.Lx, c.Ly, t, LoopGround);
             EXPECT_LE(errorOf(Z, upwards), c.bound) << x << ' ' << y << ' ' << t;
             if (c.x != 0) {
                 EXPECT_LE(errorOf(X, alongX), 1e-3) << x << ' ' << y << ' ' << t;
@@ -85,10 +85,10 @@ TEST(LoopField, IsTheDipolesOfTheLoopsArea) {
 TEST(LoopField, ChangesToDipolesBeyondTheWholeSideLengths) {
     const auto isDipoles = [](float x, float y) {
         const float t = 1.0e-4F;
-        return Loop_FieldZ(x, y, 100, 60, t, Conductivity).R ==
-                   Dipole_ZSum(x, y, 100, 60, t, Conductivity).R &&
-               Loop_FieldX(x, y, 100, 60, t, Conductivity).R ==
-                   Dipole_HSum(x, y, 100, 60, t, Conductivity).X.R;
+        return Loop_FieldZ(x, y, 100, 60, t, LoopGround).R ==
+                   Dipole_ZSum(x, y, 100, 60, t, LoopGround).R &&
+               Loop_FieldX(x, y, 100, 60, t, LoopGround).R ==
+                   Dipole_HSum(x, y, 100, 60, t, LoopGround).X.R;
     };
     EXPECT_FALSE(isDipoles(70, 10));
     EXPECT_FALSE(isDipoles(100, 50));
@@ -107,20 +107,19 @@ TEST(LoopField, TheCentreOfSquaresAndRectangles) {
                 return exact::loopZ(0, 0, static_cast<double>(sides.Lx),
                                     static_cast<double>(sides.Ly), static_cast<double>(t), s);
             };
-            EXPECT_LE(errorOf(Loop_CenterZ(sides.Lx, sides.Ly, t, Conductivity), upwards), 1e-3)
-                << t;
+            EXPECT_LE(errorOf(Loop_CenterZ(sides.Lx, sides.Ly, t, LoopGround), upwards), 1e-3) << t;
         }
     }
 }
 
 TEST(LoopField, MagnitudeOfTheComponentsThatAreSwitchedOn) {
     const auto field = [](ComponentWords words, float x) {
-        return Loop_Field(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, words, Conductivity);
+        return Loop_Field(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, words, LoopGround);
     };
     for (const float x : {40.0F, 140.0F}) {
-        const Response X = Loop_FieldX(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, Conductivity);
-        const Response Y = Loop_FieldY(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, Conductivity);
-        const Response Z = Loop_FieldZ(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, Conductivity);
+        const Response X = Loop_FieldX(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, LoopGround);
+        const Response Y = Loop_FieldY(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, LoopGround);
+        const Response Z = Loop_FieldZ(x, -35.0F, 100.0F, 60.0F, 1.0e-4F, LoopGround);
         EXPECT_EQ(field({0, -2, 0}, x).R, std::fabs(Y.R));
         EXPECT_FLOAT_EQ(field({0, -2, 0}, x).S, Y.R < 0 ? -Y.S : Y.S);
         const Response all = field({0.5F, 1, 1}, x);

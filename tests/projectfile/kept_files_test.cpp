@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::set<std::string>;
 
-const std::string Example = std::string(SourceDirectory) + "/examples/project/inloop";
+const std::string KeptExample = std::string(SourceDirectory) + "/examples/project/inloop";
 
 class KeptFiles : public ProjectCase {
   protected:
@@ -43,8 +43,8 @@ class KeptFiles : public ProjectCase {
         return names;
     }
 
-    std::string oldProject = fileContent(Example + ".std");
-    std::string oldModels = fileContent(Example + ".m1d");
+    std::string oldProject = fileContent(KeptExample + ".std");
+    std::string oldModels = fileContent(KeptExample + ".m1d");
 };
 
 TEST_F(KeptFiles, WhatAWriteOfAProjectKeeps) {
@@ -79,7 +79,7 @@ TEST_F(KeptFiles, WhatAWriteOfAProjectKeeps) {
          copied},
         {"data of another file",
          [&] {
-             std::string other = Example + ".std";
+             std::string other = KeptExample + ".std";
              EXPECT_EQ(STD_File_Read(model, other), 0);
              model.control.JobName = "other";
          },

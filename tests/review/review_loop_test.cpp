@@ -39,7 +39,7 @@ using testing::StartsWith;
 /// What a scenario that does not fit throws in place of ending the process.
 struct Stopped {};
 
-constexpr std::array<TestWindow, 3> Windows = {
+constexpr std::array<TestWindow, 3> LoopWindows = {
     TestWindow{0.2F, 5000.0F, 100.0F}, TestWindow{1.0F, 300.0F, 50.0F}, TestWindow{10.0F, 4.0F}};
 
 /// A scripted toolkit that has PDF and a status bar.
@@ -76,7 +76,7 @@ class WindowBackend : public ScriptedBackend {
 class ReviewTest : public testing::Test {
   protected:
     ReviewTest() {
-        survey.hTrn.assign(3, soundingOf(Windows));
+        survey.hTrn.assign(3, soundingOf(LoopWindows));
         survey.SoundingCount = 3;
     }
 
@@ -128,7 +128,7 @@ class ReviewTest : public testing::Test {
     // The skipped windows of a sounding, as one digit each.
     [[nodiscard]] std::string marks(std::size_t station) const {
         std::string digits;
-        for (std::size_t i = 0; i < Windows.size(); ++i) {
+        for (std::size_t i = 0; i < LoopWindows.size(); ++i) {
             digits += isSkipped(survey.hTrn[station - 1].TEMerr[i]) ? '1' : '0';
         }
         return digits;
@@ -205,8 +205,9 @@ TEST_F(ReviewTest, ComesBackToItsStationOnALineOfTheSameLength) {
 }
 
 TEST_F(ReviewTest, ClicksSetAndClearAndTheProjectIsWrittenOnExit) {
-    EXPECT_EQ(review({leftClick(Windows[1]), "key n", leftClick(Windows[0]), leftClick(Windows[2]),
-                      "click right " + at(Windows[0]), "click middle " + at(Windows[1]), "key x"}),
+    EXPECT_EQ(review({leftClick(LoopWindows[1]), "key n", leftClick(LoopWindows[0]),
+                      leftClick(LoopWindows[2]), "click right " + at(LoopWindows[0]),
+                      "click middle " + at(LoopWindows[1]), "key x"}),
               0);
     EXPECT_EQ(marks(1), "010");
     EXPECT_EQ(marks(2), "001");
@@ -227,7 +228,7 @@ TEST_F(ReviewTest, AWriteThatFailsAtTheEndIsToldAndTheMarksStay) {
     };
     const std::string journal = directory.path("line.marks");
     const std::vector<SoundingRecord> unmarked = survey.hTrn;
-    review({leftClick(Windows[1]), "key x"});
+    review({leftClick(LoopWindows[1]), "key x"});
     const std::string before = fileContent(path);
     const int calls = spoilEveryCall(
         FileFault::Fails,
@@ -238,7 +239,7 @@ TEST_F(ReviewTest, AWriteThatFailsAtTheEndIsToldAndTheMarksStay) {
             std::filesystem::remove(journal);
         },
         [&] {
-            EXPECT_EQ(review({leftClick(Windows[0]), "auto box ok quiet", "key x"}), 0);
+            EXPECT_EQ(review({leftClick(LoopWindows[0]), "auto box ok quiet", "key x"}), 0);
         },
         [&](const SpoiledCall &spoiled) {
             EXPECT_EQ(marks(1), "100") << spoiled.text();
@@ -268,7 +269,7 @@ TEST_F(ReviewTest, OnlyAProjectIsWrittenOver) {
         path = c.path;
         messages.errors.clear();
         putFile(path, "field data");
-        review({leftClick(Windows[0]), "auto box ok", "key x"});
+        review({leftClick(LoopWindows[0]), "auto box ok", "key x"});
         EXPECT_EQ(fileContent(path) != "field data", c.written) << path;
         EXPECT_EQ(messages.errors.size(), c.told) << path;
     }
@@ -281,7 +282,7 @@ TEST_F(ReviewTest, ADragIsABoxOnceItHasATenthOfASquareCentimetre) {
     review({"drag right 11.4 17.4 1.6 1.6", "key x"}); // from any corner
     EXPECT_EQ(marks(1), "000");
     // A long and thin one is a click at its lower left corner.
-    const PagePlace first = placeOf(Windows[0].time, Windows[0].observed, 0.1F);
+    const PagePlace first = placeOf(LoopWindows[0].time, LoopWindows[0].observed, 0.1F);
     const std::string y = std::to_string(first.y);
     review({"drag left 2 " + y + " 11.4 " + y, "key x"});
     EXPECT_EQ(marks(1), "100");
@@ -293,7 +294,7 @@ TEST_F(ReviewTest, ADragIsABoxOnceItHasATenthOfASquareCentimetre) {
 }
 
 TEST_F(ReviewTest, ClosingTheWindowWritesNothing) {
-    EXPECT_EQ(review({leftClick(Windows[0]), "close"}), 3);
+    EXPECT_EQ(review({leftClick(LoopWindows[0]), "close"}), 3);
     EXPECT_FALSE(wasWritten());
     EXPECT_THAT(fileContent(directory.path("line.marks")), HasSubstr(",1\n"))
         << "the marks wait for the next start";
@@ -313,7 +314,7 @@ TEST_F(ReviewTest, CancelChangesReloadsAndWritesNothing) {
     for (const auto &c : cases) {
         reloads = 0;
         reloadStatus = c.reloadStatus;
-        EXPECT_EQ(review({leftClick(Windows[0]), c.line}), c.status) << c.line;
+        EXPECT_EQ(review({leftClick(LoopWindows[0]), c.line}), c.status) << c.line;
         EXPECT_EQ(reloads, 1);
         EXPECT_FALSE(wasWritten());
     }
@@ -323,17 +324,17 @@ TEST_F(ReviewTest, ChangesOfMarksCanBeTakenBack) {
     review({"key Ctrl+Z", "key Ctrl+Y", "key x"});
     EXPECT_FALSE(wasWritten()) << "there was nothing to take back";
 
-    review({leftClick(Windows[1]), "key n", "drag left 1.6 1.6 11.4 17.4", "key p", "key Ctrl+Z",
-            "key x"});
+    review({leftClick(LoopWindows[1]), "key n", "drag left 1.6 1.6 11.4 17.4", "key p",
+            "key Ctrl+Z", "key x"});
     EXPECT_EQ(marks(1) + marks(2), "010000");
     EXPECT_EQ(state.ReviewStation, 2) << "what changes comes on show";
     review({"key Ctrl+Z", "key x"});
     EXPECT_EQ(marks(1), "010") << "not beyond this entry";
 
-    review({leftClick(Windows[0]), leftClick(Windows[2]), "key Ctrl+Z", "key Ctrl+Z", "key Ctrl+Z",
-            "key Ctrl+Y", "key Ctrl+Shift+Z", "key x"});
+    review({leftClick(LoopWindows[0]), leftClick(LoopWindows[2]), "key Ctrl+Z", "key Ctrl+Z",
+            "key Ctrl+Z", "key Ctrl+Y", "key Ctrl+Shift+Z", "key x"});
     EXPECT_EQ(marks(2), "101");
-    review({"click right " + at(Windows[0]) + " double", "key Ctrl+Z", "key x"});
+    review({"click right " + at(LoopWindows[0]) + " double", "key Ctrl+Z", "key x"});
     EXPECT_EQ(marks(2), "101") << "the second click of two had nothing to change";
     EXPECT_TRUE(wasWritten());
 }
@@ -345,38 +346,39 @@ TEST_F(ReviewTest, HeldKeysCarryMarksFarther) {
     const auto click = [](const std::string &held, const TestWindow &window) {
         return "click " + held + " " + at(window);
     };
-    review({click("shift left", Windows[1]), "key x"});
+    review({click("shift left", LoopWindows[1]), "key x"});
     EXPECT_EQ(marks(1) + marks(2), "011000") << "this one and all later";
-    review({click("shift right", Windows[2]), click("ctrl left", Windows[1]), "key x"});
+    review({click("shift right", LoopWindows[2]), click("ctrl left", LoopWindows[1]), "key x"});
     EXPECT_EQ(marks(1) + marks(2) + marks(3), "010000010") << "the time counts, not the number";
-    review({"key n", click("ctrl left", Windows[0]), click("ctrl right", Windows[2]), "key x"});
+    review({"key n", click("ctrl left", LoopWindows[0]), click("ctrl right", LoopWindows[2]),
+            "key x"});
     EXPECT_EQ(marks(1) + marks(2) + marks(3), "110100010") << "without a value there is no mark";
     review({"key p", click("ctrl left", {5.0F, 5000.0F}), "key x"});
     EXPECT_EQ(marks(1) + marks(2) + marks(3), "110100010") << "nothing was aimed at";
 
-    review({click("ctrl right", Windows[0]), click("shift left", Windows[0]), "key n", "key Ctrl+Z",
-            "key Ctrl+Z", "key x"});
+    review({click("ctrl right", LoopWindows[0]), click("shift left", LoopWindows[0]), "key n",
+            "key Ctrl+Z", "key Ctrl+Z", "key x"});
     EXPECT_EQ(marks(1) + marks(2) + marks(3), "110100010") << "one step each";
     EXPECT_EQ(state.ReviewStation, 1) << "shows where it was done";
 }
 
 TEST_F(ReviewTest, CopiesMarksToAListOfSoundings) {
     survey.hTrn[2].TEMerr[0] = withSkipMark(2.0F, true);
-    review({leftClick(Windows[1]), "key c", "set 4101 2-9", "press Continue", "key x"});
+    review({leftClick(LoopWindows[1]), "key c", "set 4101 2-9", "press Continue", "key x"});
     EXPECT_EQ(marks(1) + marks(2) + marks(3), "010010010") << "also those that are not set";
     for (const char *list : {"", "0", "3-2", "a", "1,,2"}) {
-        review({"key Home", "key n", "click right " + at(Windows[1]), "key c",
+        review({"key Home", "key n", "click right " + at(LoopWindows[1]), "key c",
                 "set 4101 \"" + std::string(list) + "\"", "press Continue", "key Escape"});
         EXPECT_EQ(marks(1) + marks(3), "010010") << list;
         survey.hTrn[1].TEMerr = survey.hTrn[0].TEMerr;
     }
-    review({"key Home", "click right " + at(Windows[1]), "key C", "set 4101 3", "press Cancel",
+    review({"key Home", "click right " + at(LoopWindows[1]), "key C", "set 4101 3", "press Cancel",
             "key x"});
     EXPECT_EQ(marks(1) + marks(3), "000010");
 }
 
 TEST_F(ReviewTest, TheCloseButtonOfThePanelDoesNotEndTheReview) {
-    EXPECT_EQ(review({leftClick(Windows[0]), "close dialog", "key n", "key x"}), 0);
+    EXPECT_EQ(review({leftClick(LoopWindows[0]), "close dialog", "key n", "key x"}), 0);
     EXPECT_EQ(reloads, 0);
     EXPECT_EQ(state.ReviewStation, 2);
     EXPECT_TRUE(wasWritten());
@@ -384,11 +386,11 @@ TEST_F(ReviewTest, TheCloseButtonOfThePanelDoesNotEndTheReview) {
 
 TEST_F(ReviewTest, RedoBringsCancelledMarksBackAtTheNextEntry) {
     onReload = [](SurveyModel &model, std::string &) {
-        model.hTrn.assign(3, soundingOf(Windows));
+        model.hTrn.assign(3, soundingOf(LoopWindows));
         model.hTrn[0].TEMerr[1] = 7.0F; // the file changed meanwhile
     };
-    review({leftClick(Windows[1]), "key n", leftClick(Windows[0]), leftClick(Windows[2]),
-            "key Ctrl+Z", "key Escape"});
+    review({leftClick(LoopWindows[1]), "key n", leftClick(LoopWindows[0]),
+            leftClick(LoopWindows[2]), "key Ctrl+Z", "key Escape"});
     EXPECT_EQ(marks(1) + marks(2), "000000");
     EXPECT_FALSE(wasWritten());
 
@@ -417,11 +419,11 @@ TEST_F(ReviewTest, AnotherLineKnowsNothingOfCancelledMarks) {
          }},
     };
     for (const auto &c : cases) {
-        survey.hTrn.assign(3, soundingOf(Windows));
+        survey.hTrn.assign(3, soundingOf(LoopWindows));
         survey.SoundingCount = 3;
         onReload = c.reloads;
-        review({leftClick(Windows[1]), "key Escape"});
-        survey.hTrn.assign(3, soundingOf(Windows));
+        review({leftClick(LoopWindows[1]), "key Escape"});
+        survey.hTrn.assign(3, soundingOf(LoopWindows));
         review({"key Ctrl+Y", "key x"});
         EXPECT_EQ(marks(1), "000") << c.what;
     }
@@ -432,29 +434,29 @@ TEST_F(ReviewTest, AMissDoesNotCostTheSoundingsOfAnotherTransmitter) {
     survey.hTrn[2].TxStn = 5.0;
     review({"click left 5 16.5", "key x"});
     EXPECT_FALSE(wasWritten());
-    review({leftClick(Windows[0]), "key x"});
+    review({leftClick(LoopWindows[0]), "key x"});
     EXPECT_TRUE(wasWritten());
 }
 
 TEST_F(ReviewTest, UnsavedMarksAreCountedInTheStatusBar) {
-    review({leftClick(Windows[1]), "key n", "drag left 1.6 1.6 11.4 17.4", "key Ctrl+Z",
-            "key Ctrl+Y", "click right " + at(Windows[0]), "key x"});
+    review({leftClick(LoopWindows[1]), "key n", "drag left 1.6 1.6 11.4 17.4", "key Ctrl+Z",
+            "key Ctrl+Y", "click right " + at(LoopWindows[0]), "key x"});
     EXPECT_THAT(statuses,
                 ElementsAre("", "1 window changed, not saved", "4 windows changed, not saved",
                             "1 window changed, not saved", "4 windows changed, not saved",
                             "3 windows changed, not saved", ""));
     wasWritten();
-    review({"click left 5 16.5", leftClick(Windows[0]), "click right " + at(Windows[0]),
-            leftClick(Windows[0]), "key Escape"});
+    review({"click left 5 16.5", leftClick(LoopWindows[0]), "click right " + at(LoopWindows[0]),
+            leftClick(LoopWindows[0]), "key Escape"});
     EXPECT_THAT(statuses, ElementsAre("", "1 window changed, not saved", "",
                                       "1 window changed, not saved", ""))
         << "a miss changes nothing, nor does a mark set and cleared";
-    review({"click right " + at(Windows[2]), "close"});
+    review({"click right " + at(LoopWindows[2]), "close"});
     EXPECT_THAT(statuses, ElementsAre("", "1 window changed, not saved", ""));
 }
 
 TEST_F(ReviewTest, TheMouseIsReadForTheSoundingOnShow) {
-    survey.hTrn[1] = soundingOf(std::span(Windows).first(1));
+    survey.hTrn[1] = soundingOf(std::span(LoopWindows).first(1));
     survey.control.TEMUnits = "nV/Am2";
     review({"key n", "press Edit Plot Limits", "set 1063 1", "set 1062 1.0E4", "press Continue",
             "key x"});
@@ -488,13 +490,13 @@ TEST_F(ReviewTest, PagesGoToFilesOfEveryKindThatThereIs) {
 
 TEST_F(ReviewTest, TheReviewGoesOnBehindOtherDialogsAndPlots) {
     // The second window, at 4 cm before, is then at 3 cm.
-    const std::string y = std::to_string(placeOf(1.0F, Windows[1].observed, 0.1F).y);
+    const std::string y = std::to_string(placeOf(1.0F, LoopWindows[1].observed, 0.1F).y);
     review({"press Edit Plot Limits", "set 1063 0.5", "set 1062 50", "press Continue",
             "click left 3 " + y, "set 1057 2", "key x"});
     EXPECT_EQ(state.ReviewStation, 2) << "the trackbar is served";
     EXPECT_EQ(marks(1), "010");
     review({"press 1081", "press Cancel", "key p", "press Printer Plot", "printer cancel",
-            "press To WMF File", "press 1075", leftClick(Windows[2]), "key x"});
+            "press To WMF File", "press 1075", leftClick(LoopWindows[2]), "key x"});
     EXPECT_EQ(marks(1), "011");
     review({"key Ctrl+P", "printer 720 540", "key x"});
     EXPECT_THAT(transcript, HasSubstr("got printer 720 540\n"));
@@ -505,14 +507,14 @@ TEST_F(ReviewTest, TheReviewGoesOnBehindOtherDialogsAndPlots) {
 
 TEST_F(ReviewTest, ASoundingWithoutWindowsCanBeWalkedOver) {
     survey.hTrn[0].NumTW = 0;
-    EXPECT_EQ(review({"click left 5 5", "key n", leftClick(Windows[1]), "key x"}), 0);
+    EXPECT_EQ(review({"click left 5 5", "key n", leftClick(LoopWindows[1]), "key x"}), 0);
     EXPECT_EQ(marks(2), "010");
 }
 
 TEST_F(ReviewTest, LongLinesHaveCoarserPagesOfTheTrackbar) {
     const std::pair<int, int> cases[] = {{1, 1}, {20, 1}, {21, 2}, {41, 2}, {42, 4}, {2048, 128}};
     for (const auto &[soundings, step] : cases) {
-        survey.hTrn.assign(static_cast<std::size_t>(soundings), soundingOf(Windows));
+        survey.hTrn.assign(static_cast<std::size_t>(soundings), soundingOf(LoopWindows));
         survey.SoundingCount = soundings;
         int found = 0;
         AnsweringBackend backend;

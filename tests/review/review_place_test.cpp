@@ -8,12 +8,12 @@
 namespace keldrin {
 namespace {
 
-constexpr std::array<TestWindow, 1> Windows = {TestWindow{0.2F, 5000.0F, 100.0F}};
+constexpr std::array<TestWindow, 1> PlaceWindows = {TestWindow{0.2F, 5000.0F, 100.0F}};
 
 SurveyModel lineOf(const std::vector<double> &stations) {
     SurveyModel survey;
     for (const double station : stations) {
-        survey.hTrn.push_back(soundingOf(Windows));
+        survey.hTrn.push_back(soundingOf(PlaceWindows));
         survey.hTrn.back().RxStn = station;
     }
     survey.SoundingCount = static_cast<int>(stations.size());

@@ -17,7 +17,7 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-constexpr std::array<TestWindow, 4> Windows = {
+constexpr std::array<TestWindow, 4> PointerWindows = {
     TestWindow{0.2F, 5000.0F, 100.0F, 1.5F}, TestWindow{1.0F, 300.0F, 50.0F, 1002.25F},
     TestWindow{10.0F, MissingValue, 20.0F}, TestWindow{20.0F, 5.0E7F}};
 
@@ -29,7 +29,7 @@ class ReviewPointerTest : public testing::Test {
         limits.PlotTimeMax = 1000.0F;
         limits.PlotResMax = 100.0F;
         limits.PlotDepthMin = -200.0F;
-        survey.hTrn = {soundingOf(Windows)};
+        survey.hTrn = {soundingOf(PointerWindows)};
         survey.SoundingCount = 1;
         survey.control.TEMUnits = "nV/Am2";
         survey.control.LengthUnits = "m";
@@ -65,7 +65,7 @@ TEST_F(ReviewPointerTest, WhatIsNotOnShowIsNotUnderTheMouse) {
     EXPECT_EQ(at(std::numeric_limits<float>::quiet_NaN(), 9.0F), "");
     EXPECT_EQ(reviewPointerText(survey, limits, 2, 5.0F, 5.0F), "");
     EXPECT_EQ(reviewPointerText(survey, limits, 0, 5.0F, 5.0F), "");
-    survey.hTrn[0] = soundingOf(std::span(Windows).last(1));
+    survey.hTrn[0] = soundingOf(std::span(PointerWindows).last(1));
     EXPECT_EQ(at(11.5F, 1.5F), "Time 1000 msec   dB/dt 0 nV/Am2") << "no point to be near to";
     survey.hTrn[0].NumTW = 0;
     EXPECT_EQ(at(5.0F, 5.0F), "");

@@ -34,9 +34,9 @@ using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr std::array<TestWindow, 4> Windows = {TestWindow{0.2F, 5000.0F, 100.0F},
-                                               TestWindow{1.0F, 300.0F, 50.0F},
-                                               TestWindow{10.0F, 4.0F}, TestWindow{20.0F, -0.02F}};
+constexpr std::array<TestWindow, 4> ZoomWindows = {
+    TestWindow{0.2F, 5000.0F, 100.0F}, TestWindow{1.0F, 300.0F, 50.0F}, TestWindow{10.0F, 4.0F},
+    TestWindow{20.0F, -0.02F}};
 
 // ---- Limits
 
@@ -123,7 +123,7 @@ TEST(PlotZoom, LimitsThatTheUserSetsAreWholeFromThenOn) {
 
 TEST(LogDataAxis, HoldsFullDecadesOfWhatIsAboveZero) {
     SurveyModel survey;
-    survey.hTrn.assign(1, soundingOf(Windows));
+    survey.hTrn.assign(1, soundingOf(ZoomWindows));
     survey.SoundingCount = 1;
     PlotLimits limits;
     limits.logData = true;
@@ -157,7 +157,7 @@ TEST(LogDataAxis, WhatIsNotAboveZeroStandsAtItsFootAndCanBeMarkedThere) {
     selectSurface(&page);
     beginReviewPage();
     SurveyModel survey;
-    survey.hTrn.assign(1, soundingOf(Windows));
+    survey.hTrn.assign(1, soundingOf(ZoomWindows));
     survey.SoundingCount = 1;
     PlotLimits limits;
     limits.logData = true;
@@ -204,7 +204,7 @@ class MouseBackend : public ScriptedBackend {
 class ZoomedReview : public testing::Test {
   protected:
     ZoomedReview() {
-        survey.hTrn.assign(2, soundingOf(Windows));
+        survey.hTrn.assign(2, soundingOf(ZoomWindows));
         survey.SoundingCount = 2;
         survey.hTrn[0].RxStn = survey.hTrn[0].TxStn = 1150.0;
         survey.hTrn[1].RxStn = survey.hTrn[1].TxStn = 1200.0;
@@ -235,14 +235,14 @@ class ZoomedReview : public testing::Test {
     }
     void unmark() {
         for (SoundingRecord &sounding : survey.soundings()) {
-            for (std::size_t i = 0; i < Windows.size(); ++i) {
-                sounding.TEMerr[i] = Windows[i].error;
+            for (std::size_t i = 0; i < ZoomWindows.size(); ++i) {
+                sounding.TEMerr[i] = ZoomWindows[i].error;
             }
         }
     }
     [[nodiscard]] std::string marks(std::size_t station) const {
         std::string digits;
-        for (std::size_t i = 0; i < Windows.size(); ++i) {
+        for (std::size_t i = 0; i < ZoomWindows.size(); ++i) {
             digits += isSkipped(survey.hTrn[station - 1].TEMerr[i]) ? '1' : '0';
         }
         return digits;
@@ -292,9 +292,9 @@ TEST_F(ZoomedReview, AnUntouchedNarrowAxisIsNotWidenedByTheDialog) {
 }
 
 TEST_F(ZoomedReview, ADoubleClickLeavesNoTraceOfItsFirstPress) {
-    const std::string point = at(Windows[1]);
-    const std::string transcript = review("click left " + at(Windows[0]) + "\n" + "click left " +
-                                          point + "\n" + "key Ctrl+Z\n" + ZoomLine +
+    const std::string point = at(ZoomWindows[1]);
+    const std::string transcript = review("click left " + at(ZoomWindows[0]) + "\n" +
+                                          "click left " + point + "\n" + "key Ctrl+Z\n" + ZoomLine +
                                           // The second window, as the zoomed page has it.
                                           "click left 6.45 10.4 double\n"
                                           "expect status 1 window changed, not saved\n"
@@ -309,7 +309,7 @@ TEST_F(ZoomedReview, ADoubleClickLeavesNoTraceOfItsFirstPress) {
 }
 
 TEST_F(ZoomedReview, ADoubleClickOnAWholePlotIsTwoClicks) {
-    review("click left " + at(Windows[1]) + " double\nkey x\n");
+    review("click left " + at(ZoomWindows[1]) + " double\nkey x\n");
     EXPECT_EQ(marks(1), "0100");
     EXPECT_TRUE(std::filesystem::exists(path));
 }
@@ -332,7 +332,7 @@ TEST_F(ZoomedReview, TheJournalAndTheProjectAreAsIfTheDoubleClickHadNotBeen) {
     EXPECT_FALSE(std::filesystem::exists(path)) << "nothing was aimed at";
 
     state = {};
-    review("key End\nclick left " + at(Windows[1]) + "\nkey Home\n" + ZoomLine + click +
+    review("key End\nclick left " + at(ZoomWindows[1]) + "\nkey Home\n" + ZoomLine + click +
            " double\nclose\n");
     const std::string kept = fileContent(journal);
     EXPECT_NE(kept, "");
@@ -346,7 +346,7 @@ TEST_F(ZoomedReview, AKeyBetweenTwoPressesMakesTheFirstAClick) {
 }
 
 TEST_F(ZoomedReview, CtrlAndAClickStillMeanTheWindowInAllSoundings) {
-    review("click ctrl left " + at(Windows[1]) + "\nkey x\n");
+    review("click ctrl left " + at(ZoomWindows[1]) + "\nkey x\n");
     EXPECT_EQ(marks(1) + marks(2), "01000100");
 }
 
@@ -426,12 +426,12 @@ TEST_F(ZoomedReview, TheRowOfTheWindowUnderTheMouseIsPointedAt) {
 
 TEST(WindowValues, WhatIsMissingOrNoNumberIsBlank) {
     ControlValues control;
-    SoundingRecord sounding = soundingOf(Windows);
+    SoundingRecord sounding = soundingOf(ZoomWindows);
     sounding.TEMobs[1] = MissingValue;
     sounding.AResObs[0] = std::numeric_limits<float>::quiet_NaN();
     sounding.TEMerr[2] = withSkipMark(3.5F, true);
     const TableContent table = windowValues(control, sounding);
-    ASSERT_EQ(table.rows.size(), Windows.size());
+    ASSERT_EQ(table.rows.size(), ZoomWindows.size());
     EXPECT_EQ(table.rows[1][3], "");
     EXPECT_EQ(table.rows[0][6], "");
     EXPECT_EQ(table.rows[0][7], "") << "nothing was calculated";

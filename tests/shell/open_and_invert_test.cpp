@@ -48,15 +48,15 @@ class EngineBackend : public AnsweringBackend {
 constexpr std::string_view Head = "&KELDRIN SurveyType='In-Loop' TEMUnits='nV/Am2'\n/\n"
                                   "Station,East,North,Elevation,TWcenter,TWwidth,TEMobs,TEMerr,"
                                   "AResObs\n";
-constexpr std::string_view Models = "Station,Zinv,ResInv\n"
-                                    "100,50,9\n100,49,9\n100,47,8\n150,50,9\n150,49,7\n";
+constexpr std::string_view InvertedModels = "Station,Zinv,ResInv\n"
+                                            "100,50,9\n100,49,9\n100,47,8\n150,50,9\n150,49,7\n";
 
 class OpenAndInvert : public testing::Test {
   protected:
     OpenAndInvert() {
         ToolkitInit(backend, {"keldrin"});
         putFile(path, project("100", "30") + "150,1,2,50,0.1,0.02,5,3,30\n");
-        putFile(directory.path("line.m1d"), Models);
+        putFile(directory.path("line.m1d"), InvertedModels);
     }
     ~OpenAndInvert() override { ToolkitClose(); }
 

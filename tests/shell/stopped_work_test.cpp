@@ -30,7 +30,7 @@ using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
 
-const std::string Examples = std::string(SourceDirectory) + "/examples/";
+const std::string StoppedExamples = std::string(SourceDirectory) + "/examples/";
 
 /// More than a reader takes from the disk at once.
 std::string manyComments() {
@@ -81,7 +81,7 @@ class StoppedWork : public testing::Test {
     }
     /// An example survey with a pause in its middle, in which it can be stopped.
     void putLongSurvey(const std::string &name, const std::string &pause) {
-        std::string text = fileContent(Examples + name);
+        std::string text = fileContent(StoppedExamples + name);
         text.insert(text.find('\n', text.size() / 2) + 1, pause);
         putFile(directory.path(name), text);
     }
@@ -94,7 +94,7 @@ class StoppedWork : public testing::Test {
 };
 
 TEST_F(StoppedWork, ANewModelIsWrittenWithTheResistivitiesThatAreDone) {
-    std::filesystem::copy(Examples + "inloop.avg", directory.path("inloop.avg"));
+    std::filesystem::copy(StoppedExamples + "inloop.avg", directory.path("inloop.avg"));
     backend.stopAtStep(5);
     ASSERT_EQ(build(), 0);
     EXPECT_EQ(model.SoundingCount, 24);
@@ -107,7 +107,7 @@ TEST_F(StoppedWork, ANewModelIsWrittenWithTheResistivitiesThatAreDone) {
 }
 
 TEST_F(StoppedWork, AnOpenedProjectKeepsTheResistivitiesThatAreDone) {
-    std::filesystem::copy(Examples + "inloop.avg", directory.path("inloop.avg"));
+    std::filesystem::copy(StoppedExamples + "inloop.avg", directory.path("inloop.avg"));
     backend.stopAtStep(1);
     ASSERT_EQ(build(), 0);
     backend.stopAtStep(static_cast<int>(backend.fractions.size()) + 7);
@@ -118,7 +118,7 @@ TEST_F(StoppedWork, AnOpenedProjectKeepsTheResistivitiesThatAreDone) {
 }
 
 TEST_F(StoppedWork, AtTheVeryLastSoundingNothingIsMissing) {
-    std::filesystem::copy(Examples + "inloop.avg", directory.path("inloop.avg"));
+    std::filesystem::copy(StoppedExamples + "inloop.avg", directory.path("inloop.avg"));
     backend.stopAtStep(24);
     ASSERT_EQ(build(), 0);
     EXPECT_EQ(missingResistivities(model), 0);
@@ -135,7 +135,7 @@ TEST_F(StoppedWork, HalfAFieldDataFileIsNoSurvey) {
         {"coincident.z", std::string(800000, '\n'), 15},
         {"amira_nt.tem", std::string(800000, '\n'), 25},
     };
-    std::filesystem::copy(Examples + "amira_nt.chn", directory.path("amira_nt.chn"));
+    std::filesystem::copy(StoppedExamples + "amira_nt.chn", directory.path("amira_nt.chn"));
     for (const auto &survey : surveys) {
         putLongSurvey(survey.name, survey.pause);
         const std::string project =
@@ -184,21 +184,22 @@ TEST_F(StoppedWork, HalfAProjectIsNoProject) {
     EXPECT_EQ(model.hTrn[0].NumLayer, 1);
 }
 
-constexpr std::string_view Project = "&KELDRIN SurveyType='In-Loop' TEMUnits='nV/Am2'\n/\n"
-                                     "Station,East,North,Elevation,TWcenter,TWwidth,TEMobs,TEMerr,"
-                                     "AResObs\n"
-                                     "100,1,2,50,0.1,0.02,5,3,30\n"
-                                     "150,1,2,50,0.1,0.02,5,3,30\n";
-constexpr std::string_view Models = "Station,Zinv,ResInv\n"
-                                    "100,50,9\n100,49,9\n100,47,8\n150,50,9\n150,49,7\n";
+constexpr std::string_view StoppedProject =
+    "&KELDRIN SurveyType='In-Loop' TEMUnits='nV/Am2'\n/\n"
+    "Station,East,North,Elevation,TWcenter,TWwidth,TEMobs,TEMerr,"
+    "AResObs\n"
+    "100,1,2,50,0.1,0.02,5,3,30\n"
+    "150,1,2,50,0.1,0.02,5,3,30\n";
+constexpr std::string_view StoppedModels = "Station,Zinv,ResInv\n"
+                                           "100,50,9\n100,49,9\n100,47,8\n150,50,9\n150,49,7\n";
 
 class WatchedEngine : public StoppedWork {
   protected:
     WatchedEngine() {
         backend.engineDirectory = directory.path();
         path = directory.path("line.std");
-        putFile(path, Project);
-        putFile(directory.path("line.m1d"), Models);
+        putFile(path, StoppedProject);
+        putFile(directory.path("line.m1d"), StoppedModels);
         EXPECT_EQ(OpenProject(model, path), 0);
         messages.infos.clear();
         backend.works.clear();
@@ -268,8 +269,8 @@ TEST_F(WatchedEngine, StoppedInTheMiddleOfItsWritingTheProjectIsAsBefore) {
     for (const std::string_view script : scripts) {
         messages.infos.clear();
         EXPECT_EQ(invertBy(std::string(script) + hang), 0) << script;
-        EXPECT_EQ(content("line.std"), Project) << script;
-        EXPECT_EQ(content("line.m1d"), Models) << script;
+        EXPECT_EQ(content("line.std"), StoppedProject) << script;
+        EXPECT_EQ(content("line.m1d"), StoppedModels) << script;
         EXPECT_EQ(model.SoundingCount, 2);
         EXPECT_THAT(messages.infos.back(), HasSubstr("the project is as it was before"));
         EXPECT_THAT(filesThere(), ElementsAre("line.m1d", "line.std")) << script;
@@ -286,7 +287,7 @@ TEST_F(WatchedEngine, StoppedWithFewerModelsThanBeforeTheOldOnesAreKept) {
     EXPECT_EQ(invertBy("head -n 3 line.m1d > new; mv new line.m1d\n" + hang), 0);
     EXPECT_EQ(model.hTrn[0].NumLayer, 1);
     EXPECT_EQ(model.hTrn[1].NumLayer, 0);
-    EXPECT_EQ(content("line.m1d~"), Models);
+    EXPECT_EQ(content("line.m1d~"), StoppedModels);
     EXPECT_THAT(messages.infos.back(), "Kept as it was before: line.std~, line.m1d~; Inversion "
                                        "stopped; the project is as rkeldrin left it.");
 }
@@ -301,7 +302,7 @@ TEST_F(WatchedEngine, EndedByItselfWithTornFilesACopyIsKeptThatCanBeOpened) {
     EXPECT_EQ(model.hTrn[0].NumLayer, 2);
 
     EXPECT_EQ(invertBy(": > line.std\n"), 1);
-    EXPECT_EQ(content("line.std~"), Project) << "it has more rows than what was torn later";
+    EXPECT_EQ(content("line.std~"), StoppedProject) << "it has more rows than what was torn later";
     EXPECT_TRUE(std::filesystem::exists(directory.path("line.std~2~")));
 }
 

@@ -10,16 +10,17 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace keldrin {
 namespace {
 
-struct Sample {
+struct NamesSample {
     std::vector<std::string> names = {"a", "b\t\"c\"", "d"};
     TableRows rows = {2};
 };
 
-TableContent tableOf(const Sample &sample) {
+TableContent tableOf(const NamesSample &sample) {
     TableContent table;
     table.columns = {{"No.", true}, {"Name\n(of all)", false}};
     for (const std::string &name : sample.names) {
@@ -28,26 +29,26 @@ TableContent tableOf(const Sample &sample) {
     return table;
 }
 
-enum Id : int { Table = 1, Shut = 2, Name = 3 };
+enum TableId : int { Table = 1, Shut = 2, OtherName = 3 };
 
-constexpr std::array Controls = {
+constexpr std::array TableControls = {
     ControlSpec{.id = Table,
                 .kind = ControlKind::Grid,
                 .label = "Names",
-                .field = fieldOf<&Sample::rows>(),
+                .field = fieldOf<&NamesSample::rows>(),
                 .table = givenBy<tableOf>()},
     ControlSpec{.id = Shut, .kind = ControlKind::Button, .label = "Shut"},
 };
 
-const DialogForm<Sample> Form = DialogSpec{.number = 9,
-                                           .caption = "Sample",
-                                           .defaultButton = Shut,
-                                           .controls = Controls,
-                                           .place = DialogPlace::Beside};
+const DialogForm<NamesSample> TableForm = DialogSpec{.number = 9,
+                                                     .caption = "Sample",
+                                                     .defaultButton = Shut,
+                                                     .controls = TableControls,
+                                                     .place = DialogPlace::Beside};
 
 constexpr std::array OtherControls = {
-    ControlSpec{.id = Name, .kind = ControlKind::Button, .label = "Other"}};
-const DialogForm<Sample> Other =
+    ControlSpec{.id = OtherName, .kind = ControlKind::Button, .label = "Other"}};
+const DialogForm<NamesSample> OtherForm =
     DialogSpec{.number = 8, .caption = "Other", .controls = OtherControls, .inRoot = true};
 
 TEST(TableText, RowsAreNamedByNumbersAndRuns) {
@@ -63,7 +64,7 @@ TEST(TableText, RowsAreNamedByNumbersAndRuns) {
 }
 
 TEST(TableText, TabsAndLineEndsOfCellsDoNotMakeNewCells) {
-    const Sample sample;
+    const NamesSample sample;
     EXPECT_EQ(tabbedText(tableOf(sample), {2, 3}), "No.\tName (of all)\n2\tb \"c\"\n3\td\n");
     EXPECT_EQ(tabbedText(tableOf(sample), {}).size(),
               std::string_view("No.\tName (of all)\n1\ta\n2\tb \"c\"\n3\td\n").size());
@@ -71,8 +72,8 @@ TEST(TableText, TabsAndLineEndsOfCellsDoNotMakeNewCells) {
 
 TEST(TableDialog, ShowsItsRecordAndTellsWhatIsSelected) {
     toolkitState() = ToolkitState{};
-    Sample sample;
-    openDialog(Form, sample, DialogModeless);
+    NamesSample sample;
+    openDialog(TableForm, sample, DialogModeless);
     DialogModel &dialog = *topDialog();
     WDialogPointAtRow(Table, 3);
     userSelectsRows(dialog, Table, {1, 3, 7});
@@ -80,7 +81,7 @@ TEST(TableDialog, ShowsItsRecordAndTellsWhatIsSelected) {
     ASSERT_TRUE(ToolkitPeekEvent(event));
     EXPECT_EQ(event.type, EventFieldChange);
     EXPECT_EQ(event.window, 9);
-    EXPECT_TRUE(readField(Form, Table, sample));
+    EXPECT_TRUE(readField(TableForm, Table, sample));
     EXPECT_EQ(sample.rows, (TableRows{1, 3})) << "row 7 is not there";
     EXPECT_EQ(findControl(dialog, Table)->index, 3) << "the selection moves no pointer";
     userSelectsRows(dialog, Table, {1, 3});
@@ -88,7 +89,7 @@ TEST(TableDialog, ShowsItsRecordAndTellsWhatIsSelected) {
 
     sample.names = {"other"};
     sample.rows = {};
-    putFields(Form, sample);
+    putFields(TableForm, sample);
     EXPECT_EQ(findControl(dialog, Table)->rows, TableRows{});
     EXPECT_EQ(findControl(dialog, Table)->index, 0) << "row 3 is gone";
     EXPECT_EQ(findControl(dialog, Table)->table.rows.size(), 1U);
@@ -119,20 +120,20 @@ TEST(TableDialog, AScenarioSelectsRowsExpectsCellsAndReachesTheDialogBelow) {
                "close dialog\n"
                "press Other\n",
                [&] {
-                   Sample sample;
-                   openDialog(Other, sample, DialogModeless);
-                   openDialog(Form, sample, DialogModeless);
+                   NamesSample sample;
+                   openDialog(OtherForm, sample, DialogModeless);
+                   openDialog(TableForm, sample, DialogModeless);
                    for (int i = 0; i < 5; ++i) {
                        ToolkitEvent event;
                        ToolkitNextEvent(event);
                        events.push_back(event.window * 10 + event.value);
                        if (event.value == Table) {
-                           WDialogSelect(Form.number);
-                           readField(Form, Table, sample);
+                           WDialogSelect(TableForm.number);
+                           readField(TableForm, Table, sample);
                            ToolkitCopyText(tabbedText(tableOf(sample), sample.rows));
                        }
                        if (event.value == Shut) {
-                           closeDialog(Form);
+                           closeDialog(TableForm);
                        }
                    }
                });

@@ -12,7 +12,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::string_view Warning = "AMIRA input WARNING: ";
+constexpr std::string_view ControlWarning = "AMIRA input WARNING: ";
 
 constexpr float MillisecondsPerMicrosecond = 0.001F;
 
@@ -79,7 +79,7 @@ void setPositive(T &target, T value) {
 }
 
 void warn(const std::string &what, const std::string &consequence) {
-    ReportWarning({std::string(Warning) + what, consequence});
+    ReportWarning({std::string(ControlWarning) + what, consequence});
 }
 
 } // namespace

@@ -10,9 +10,9 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t LeastLength = 2; ///< of a row
+constexpr std::size_t LeastCountedRow = 2; ///< of a row
 
-struct CountPass {
+struct AmiraCountPass {
     AmiraWalk walk;
     LineEntry *entry = nullptr; ///< row of the line in force; set at the first reading
     SoundingCounter soundings;
@@ -25,7 +25,7 @@ struct CountPass {
 };
 
 // Settles the line of a row, and the coil areas in force for it.
-void settleLine(CountPass &pass, SurveyModel &model) {
+void settleAmiraLine(AmiraCountPass &pass, SurveyModel &model) {
     AmiraWalk &walk = pass.walk;
     const AmiraRecord &record = walk.record;
     const std::string_view array = amiraArrayName(record.arrayIndex);
@@ -50,7 +50,7 @@ double loopOfRow(const AmiraWalk &walk, double loop) {
     return byOffset ? -static_cast<double>(record.XRxOffset) : loop;
 }
 
-void countRow(CountPass &pass, SurveyModel &model, std::string_view line) {
+void countRow(AmiraCountPass &pass, SurveyModel &model, std::string_view line) {
     LineTable &lines = model.lines;
     AmiraWalk &walk = pass.walk;
     walk.takeLineAndComponent();
@@ -59,7 +59,7 @@ void countRow(CountPass &pass, SurveyModel &model, std::string_view line) {
         pass.notRead.note(walk.number(), line);
         return;
     }
-    settleLine(pass, model);
+    settleAmiraLine(pass, model);
     ++pass.readings;
     ++pass.entry->Transients;
     const int axis = std::min(record.componentCode, ComponentAxes) - 1;
@@ -78,7 +78,7 @@ void countRow(CountPass &pass, SurveyModel &model, std::string_view line) {
 
 // A row without a loop goes on with the one before it, which depends on the lines that are read:
 // all that is sure is that no more soundings than rows come of it.
-void forgetUnsureCounts(const CountPass &pass, LineTable &lines) {
+void forgetUnsureCounts(const AmiraCountPass &pass, LineTable &lines) {
     for (std::size_t i = 0; i < pass.carriesLoop.size(); ++i) {
         if (pass.carriesLoop[i]) {
             lines.entries[i].Soundings = 0;
@@ -97,7 +97,7 @@ void checkHeader(const AmiraRecord &record, const ControlValues &control) {
 
 int AMR_Count(SurveyModel &model, const std::string &fileName) {
     resetLines(model.lines);
-    CountPass pass;
+    AmiraCountPass pass;
     int status = pass.walk.open(model, fileName);
     if (status != 0) {
         return status;
@@ -110,7 +110,7 @@ int AMR_Count(SurveyModel &model, const std::string &fileName) {
     }
     ReportInfoLine("Counting numerical data.");
     std::string_view line;
-    while (pass.walk.nextRow(line, LeastLength)) {
+    while (pass.walk.nextRow(line, LeastCountedRow)) {
         countRow(pass, model, line);
     }
     if (pass.walk.stopStatus >= StopsFile) {

@@ -19,7 +19,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::string_view Warning = "AMR_Read_Keyword_Value.WARNING:";
+constexpr std::string_view ValueWarning = "AMR_Read_Keyword_Value.WARNING:";
 constexpr float LargestAzimuth = 360.0F;
 constexpr float LeastFrequency = 1.0E-6F; ///< Hz
 
@@ -91,7 +91,7 @@ int takeSize(const AmiraPair &pair, float &size) {
     if (status == CellEmpty) {
         return status;
     }
-    const std::string words = std::string(Warning) + " " + std::string(pair.keyword) + " = " +
+    const std::string words = std::string(ValueWarning) + " " + std::string(pair.keyword) + " = " +
                               messageNumber(value) + " < ";
     if (std::fabs(value) < pair.least) {
         warnAt(pair.where, {words + messageNumber(pair.least), "It is not used."});
@@ -262,7 +262,7 @@ int readAzimuth(const AmiraPair &pair) {
         return 0;
     }
     if (!(azimuth >= -LargestAzimuth && azimuth <= LargestAzimuth)) {
-        reportAt(pair.where, {std::string(Warning) + " " + std::string(pair.keyword) + " =" +
+        reportAt(pair.where, {std::string(ValueWarning) + " " + std::string(pair.keyword) + " =" +
                               messageNumber(azimuth) + " < -360 or > 360"});
     }
     pair.record.Azimuth = azimuth;
@@ -335,7 +335,7 @@ int readVertex(const AmiraPair &pair) {
     const bool hasIndex = Str_Trailing_Integer(pair.keyword, index) == 0;
     const auto corners = static_cast<int>(LoopVertices);
     if (!hasIndex || index < 1 || index > corners) {
-        reportAt(pair.where, {std::string(Warning) + " invalid index", pair.text(),
+        reportAt(pair.where, {std::string(ValueWarning) + " invalid index", pair.text(),
                               "Index=" + std::to_string(hasIndex ? index : 0) +
                                   " < 1 or > maximum=" + std::to_string(corners)});
         return 1;
@@ -343,7 +343,7 @@ int readVertex(const AmiraPair &pair) {
     constexpr std::array coordinates = {&LoopVertex::x, &LoopVertex::y, &LoopVertex::z};
     const std::size_t axis = std::string_view("XYZ").find(pair.keyword.back());
     if (axis == std::string_view::npos) {
-        reportAt(pair.where, {std::string(Warning) + " invalid component label", pair.text(),
+        reportAt(pair.where, {std::string(ValueWarning) + " invalid component label", pair.text(),
                               "Trailing component character in " + std::string(pair.keyword) +
                                   " must be X, Y or Z"});
         return 1;

@@ -21,13 +21,13 @@ bool isMark(char c) {
 }
 
 /// The words of a line: what stands between blanks or tabs, which double quotes protect.
-struct Words {
+struct PairWords {
     std::vector<std::string> words;
     bool quoteIsOpen = false;
 };
 
-Words wordsOf(std::string_view line) {
-    Words found;
+PairWords wordsOf(std::string_view line) {
+    PairWords found;
     std::string word;
     for (const char c : line) {
         found.quoteIsOpen = found.quoteIsOpen != (c == '"');
@@ -86,7 +86,7 @@ void warnOfRecord(const RecordLine &where, std::string_view what) {
 
 int AMR_Read_Keyword_Record(const RecordLine &where, AmiraRecord &record) {
     ReportInfoLine("Reading amr file keyword record.");
-    Words found = wordsOf(where.line);
+    PairWords found = wordsOf(where.line);
     std::vector<std::string> words = joinedWords(std::move(found.words));
     if (found.quoteIsOpen) {
         warnOfRecord(where, "a quote is not closed");

@@ -17,15 +17,10 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t LeastLength = 3; ///< of a row
-constexpr float LargestTurn = 10.0F;   ///< degrees between loop and its azimuth
+constexpr std::size_t LeastRow = 3;  ///< of a row
+constexpr float LargestTurn = 10.0F; ///< degrees between loop and its azimuth
 
-struct NoticeWords {
-    std::string_view what;
-    std::string_view consequence;
-};
-
-constexpr std::array<NoticeWords, AmiraNotices> Words = {{
+constexpr std::array<NoticeWords, AmiraNotices> NoticeTexts = {{
     {"Rows of components X and Y", "In-Loop and Coincident-Loop data are of component Z."},
     {"Rows whose channels and times differ in number",
      "Only channels with a value and a time are read."},
@@ -152,7 +147,7 @@ void finishControlValues(const AmiraReadPass &pass, SurveyModel &model) {
 
 void reportNotices(const AmiraReadPass &pass) {
     for (std::size_t i = 0; i < AmiraNotices; ++i) {
-        pass.notices[i].report(pass.walk.name, Words[i].what, Words[i].consequence);
+        pass.notices[i].report(pass.walk.name, NoticeTexts[i].what, NoticeTexts[i].consequence);
     }
     pass.walk.rowsAsKeywords.report(pass.walk.name, "Rows that hold \":\" or \"=\"",
                                     "They are taken as keywords.");
@@ -184,7 +179,7 @@ int AMR_Read(SurveyModel &model, const std::string &fileName, std::string_view l
     }
     ReportInfoLine("Reading numerical data.");
     std::string_view line;
-    while (!pass.full && pass.walk.nextRow(line, LeastLength)) {
+    while (!pass.full && pass.walk.nextRow(line, LeastRow)) {
         AMR_Read_Row(pass, model, lineLabel, line);
     }
     if (pass.walk.stopStatus >= StopsFile) {

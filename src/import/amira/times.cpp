@@ -20,11 +20,11 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::string_view Warning = "AMR_Read_Keyword_Value.WARNING:";
-constexpr std::size_t CellWidth = 32;
+constexpr std::string_view TimesWarning = "AMR_Read_Keyword_Value.WARNING:";
+constexpr std::size_t ListCellWidth = 32;
 constexpr float LongestTime = 1.0E7F; ///< in the unit of the file
 
-constexpr std::size_t LineLimit = 80;
+constexpr std::size_t ListLineLimit = 80;
 constexpr int MostLines = 256;
 constexpr std::array<std::string_view, 2> Labels = {"DELAY", "WIDTH"};
 constexpr int LabelColumns = 2;
@@ -54,7 +54,7 @@ float millisecondsPerUnit(const RecordLine &where, std::string_view keyword,
     }
     if (holds(keyword, "(")) {
         warnAt(where,
-               {Warning, pair, "The unit is none of (US), (MS) or (S); times count as sec."});
+               {TimesWarning, pair, "The unit is none of (US), (MS) or (S); times count as sec."});
     }
     return DefaultUnit;
 }
@@ -92,13 +92,13 @@ void setWidthsOfEnds(const RecordLine &where, ChannelTimes &times, std::string_v
         times.values[ChannelTimes::Width][i] = std::max(width, 0.0F);
     }
     if (reversed) {
-        warnAt(where, {Warning, pair, "Windows that end before they begin get no width."});
+        warnAt(where, {TimesWarning, pair, "Windows that end before they begin get no width."});
     }
 }
 
 /// One reading of a channel file.
 struct ChannelFile {
-    LineReader reader{LineLimit};
+    LineReader reader{ListLineLimit};
     std::string name; ///< for messages
     ColumnMap columns;
     SplitCells cells;
@@ -133,7 +133,7 @@ void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
     if (!file.commasSeparate && file.commas.count == 0 && hasDecimalCommas(line)) {
         file.commas.note(number, line);
     }
-    Str_Split_Columns(line, LabelColumns, LineLimit, file.cells);
+    Str_Split_Columns(line, LabelColumns, ListLineLimit, file.cells);
     float delay = MissingValue;
     float width = MissingValue;
     if (file.rows == MaxWindows) {
@@ -160,7 +160,7 @@ void readRow(ChannelFile &file, std::string_view line, ChannelTimes &times) {
 void readLabels(ChannelFile &file, std::string_view line, ChannelTimes &times) {
     LabelMatch options;
     options.maxCols = LabelColumns;
-    options.width = CellWidth;
+    options.width = ListCellWidth;
     ColumnMap columns;
     Str_Column_Labels(line, options, Labels, columns);
     if (columns.iVarCol[0] == 0) { // labels above stay in force
@@ -174,7 +174,7 @@ void readLabels(ChannelFile &file, std::string_view line, ChannelTimes &times) {
     file.columns = columns;
     file.hasLabels = true;
     file.commasSeparate = holds(line, ",");
-    Str_Split_Columns(line, LabelColumns + 1, CellWidth, file.cells);
+    Str_Split_Columns(line, LabelColumns + 1, ListCellWidth, file.cells);
     if (file.cells.cells.size() > LabelColumns) {
         ReportWarning({"WARNING: Only the first two columns are read in " + file.name,
                        "In: " + std::string(line)});
@@ -238,7 +238,7 @@ int AMR_Read_Times(const RecordLine &where, std::string_view keyword, std::strin
     SplitCells cells;
     splitList(value, cells);
     if (cells.cells.empty()) {
-        reportAt(where, {Warning, pair, "did not recover any value time-window values."});
+        reportAt(where, {TimesWarning, pair, "did not recover any value time-window values."});
         return 1;
     }
     const float scale = millisecondsPerUnit(where, keyword, pair);
@@ -248,7 +248,7 @@ int AMR_Read_Times(const RecordLine &where, std::string_view keyword, std::strin
         float time = MissingValue;
         const bool read = Cell_to_R4(cells.cells[i], MissingValue, time) == CellRead;
         if (!read || !(time >= 0.0F && time <= LongestTime)) {
-            reportAt(where, {Warning, pair,
+            reportAt(where, {TimesWarning, pair,
                              "TWF(" + std::to_string(i + 1) + ")=" + messageNumber(time) +
                                  " < 0 or > " + messageNumber(LongestTime)});
             return 1;

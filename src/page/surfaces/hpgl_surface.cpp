@@ -16,7 +16,7 @@ namespace keldrin {
 
 namespace {
 
-constexpr float UnitsPerCm = 400.0F;
+constexpr float HpglUnitsPerCm = 400.0F;
 constexpr int FarthestUnit = 32767; ///< plotters count in 16 bits
 constexpr std::size_t LongestLine = 190;
 constexpr std::size_t LongestLabel = 150;
@@ -90,8 +90,8 @@ void HpglSurface::clear() {
 }
 
 bool HpglSurface::end() {
-    const std::string right = unitText(widthCm_ * UnitsPerCm);
-    const std::string top = unitText(heightCm_ * UnitsPerCm);
+    const std::string right = unitText(widthCm_ * HpglUnitsPerCm);
+    const std::string top = unitText(heightCm_ * HpglUnitsPerCm);
     document_ = "IN;IP0,0," + right + "," + top + ";SC0," + right + ",0," + top + ";PA;\n";
     document_ += body_ + "PU;SP0;\n";
     return true;
@@ -109,8 +109,8 @@ void HpglSurface::selectPen() {
 }
 
 void HpglSurface::appendPlace(std::string &out, PagePoint point) const {
-    out += unitText(point.x * widthCm_ * UnitsPerCm) + "," +
-           unitText(point.y * heightCm_ * UnitsPerCm);
+    out += unitText(point.x * widthCm_ * HpglUnitsPerCm) + "," +
+           unitText(point.y * heightCm_ * HpglUnitsPerCm);
 }
 
 void HpglSurface::polyline(std::span<const PagePoint> points) {

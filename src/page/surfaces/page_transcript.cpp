@@ -10,16 +10,16 @@ namespace keldrin {
 
 namespace {
 
-constexpr int Decimals = 2;
+constexpr int TranscriptDecimals = 2;
 constexpr int PlusMarker = 1;
 constexpr int RingMarker = 15;
 
 void appendPoints(std::string &line, const RecordedItem &item) {
     for (const PagePoint &point : item.points) {
         line += ' ';
-        appendCoordinate(line, point.x, Decimals);
+        appendCoordinate(line, point.x, TranscriptDecimals);
         line += ' ';
-        appendCoordinate(line, point.y, Decimals);
+        appendCoordinate(line, point.y, TranscriptDecimals);
     }
 }
 
@@ -38,7 +38,7 @@ std::string textLine(const RecordedItem &item) {
     std::string line = "text";
     appendPoints(line, item);
     line += ' ';
-    appendCoordinate(line, item.characterHeight, Decimals);
+    appendCoordinate(line, item.characterHeight, TranscriptDecimals);
     line += ' ' + std::to_string(nearestInt(item.degrees));
     line += ' ' + nameOfColour(item.colour) + ' ';
     appendQuoted(line, item.text);

@@ -17,6 +17,10 @@ struct PagePoint {
     float y = 0.0F;
 };
 
+constexpr PagePoint pagePoint(double x, double y) {
+    return {static_cast<float>(x), static_cast<float>(y)};
+}
+
 /// A colour as 0x00rrggbb.
 using PageColour = std::uint32_t;
 

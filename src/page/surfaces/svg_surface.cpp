@@ -11,14 +11,14 @@ namespace keldrin {
 
 namespace {
 
-constexpr float UnitsPerCm = 100.0F;
-constexpr float PageWidth = PageWidthCm * UnitsPerCm;
-constexpr float PageHeight = PageHeightCm * UnitsPerCm;
+constexpr float SvgUnitsPerCm = 100.0F;
+constexpr float SvgWidth = PageWidthCm * SvgUnitsPerCm;
+constexpr float SvgHeight = PageHeightCm * SvgUnitsPerCm;
 constexpr float CmPerPoint = 2.54F / 72.0F;
-constexpr int Decimals = 1;
+constexpr int SvgDecimals = 1;
 
 void appendNumber(std::string &out, float value) {
-    appendCoordinate(out, value, Decimals);
+    appendCoordinate(out, value, SvgDecimals);
 }
 
 void appendAttribute(std::string &out, std::string_view name, std::string_view value) {
@@ -80,7 +80,7 @@ void SvgSurface::clear() {
 
 void SvgSurface::setPen(PageColour colour, float widthPt) {
     colour_ = colour;
-    penUnits_ = widthPt * CmPerPoint * UnitsPerCm;
+    penUnits_ = widthPt * CmPerPoint * SvgUnitsPerCm;
 }
 
 // Smoothed edges would show the page between areas that touch.
@@ -111,9 +111,9 @@ void SvgSurface::appendPoints(std::span<const PagePoint> points) {
     body_ += " points=\"";
     for (const PagePoint &point : points) {
         body_ += &point == points.data() ? "" : " ";
-        appendNumber(body_, point.x * PageWidth);
+        appendNumber(body_, point.x * SvgWidth);
         body_ += ',';
-        appendNumber(body_, (1.0F - point.y) * PageHeight);
+        appendNumber(body_, (1.0F - point.y) * SvgHeight);
     }
     body_ += '"';
 }
@@ -148,12 +148,12 @@ void SvgSurface::fill(std::span<const PagePoint> corners, PageColour colour) {
 
 void SvgSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                       float degrees) {
-    const float width = textWidthInEms(string) * EmPerCharacterWidth * charWidth * PageWidth;
+    const float width = textWidthInEms(string) * EmPerCharacterWidth * charWidth * SvgWidth;
     selectEdges(false);
     body_ += "<text xml:space=\"preserve\" transform=\"translate(";
-    appendNumber(body_, at.x * PageWidth);
+    appendNumber(body_, at.x * SvgWidth);
     body_ += ' ';
-    appendNumber(body_, (1.0F - at.y) * PageHeight);
+    appendNumber(body_, (1.0F - at.y) * SvgHeight);
     body_ += ')';
     if (degrees != 0.0F) {
         body_ += " rotate(";
@@ -161,7 +161,7 @@ void SvgSurface::text(PagePoint at, std::string_view string, float charWidth, fl
         body_ += ')';
     }
     body_ += '"';
-    appendAttribute(body_, "font-size", charHeight * PageHeight);
+    appendAttribute(body_, "font-size", charHeight * SvgHeight);
     if (naturalLetters_) {
         appendAttribute(body_, "x", anchor_ * width);
         appendAttribute(body_, "text-anchor", anchorName(anchor_));

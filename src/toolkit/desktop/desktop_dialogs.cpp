@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QMenu>
+#include <utility>
 
 namespace keldrin {
 

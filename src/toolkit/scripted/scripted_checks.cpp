@@ -7,6 +7,7 @@
 #include "toolkit/scripted/overloaded.h"
 #include "toolkit/toolkit_state.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 

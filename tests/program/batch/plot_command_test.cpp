@@ -25,7 +25,7 @@ using testing::Not;
 using testing::UnorderedElementsAre;
 
 /// What the command gave.
-struct Outcome {
+struct PlotOutcome {
     int code = 0;
     std::string out;
     std::string err;
@@ -49,11 +49,11 @@ class PlotCommandTest : public testing::Test {
         fs::copy_file(std::string(SourceDirectory) + "/tests/scenarios/data/pair.std",
                       directory.path(name));
     }
-    Outcome plot(const std::vector<std::string> &words) {
+    PlotOutcome plot(const std::vector<std::string> &words) {
         const std::vector<std::string_view> views(words.begin(), words.end());
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        Outcome run;
+        PlotOutcome run;
         run.code = plotCommand(views);
         run.out = testing::internal::GetCapturedStdout();
         run.err = testing::internal::GetCapturedStderr();
@@ -79,7 +79,7 @@ class PlotCommandTest : public testing::Test {
 
 TEST_F(PlotCommandTest, PlotsAllSoundingsAsSvgAndTouchesNothingElse) {
     const std::string content = fileContent(project());
-    const Outcome run = plot({project()});
+    const PlotOutcome run = plot({project()});
     EXPECT_EQ(run.code, ExitOk);
     EXPECT_EQ(run.out, project() + ": 2 soundings, 2 plot files\n");
     EXPECT_EQ(run.err, "") << "progress is for terminals";
@@ -91,8 +91,9 @@ TEST_F(PlotCommandTest, PlotsAllSoundingsAsSvgAndTouchesNothingElse) {
 
 TEST_F(PlotCommandTest, FormatsPagesAndDirectoryAreChosen) {
     addProject("b.std");
-    const Outcome run = plot({"--format", "hpgl,wmf", "--plan", "--soundings", "2,1-2,2", "--out",
-                              directory.path("new/plots"), project(), project("b.std")});
+    const PlotOutcome run =
+        plot({"--format", "hpgl,wmf", "--plan", "--soundings", "2,1-2,2", "--out",
+              directory.path("new/plots"), project(), project("b.std")});
     EXPECT_EQ(run.code, ExitOk);
     EXPECT_THAT(files("new/plots"),
                 UnorderedElementsAre("a0001.hpg", "a0001.wmf", "a0002.hpg", "a0002.wmf",
@@ -112,7 +113,7 @@ TEST_F(PlotCommandTest, TheStyleOfTheSoundingsIsChosen) {
     EXPECT_THAT(fileContent(directory.path("a0001.svg")), HasSubstr("Blue dots = observed"));
     EXPECT_EQ(plot({"--style", "presentation", "--soundings", "1", project()}).code, ExitOk);
     EXPECT_THAT(fileContent(directory.path("a0001.svg")), HasSubstr("observed, 2 standard errors"));
-    const Outcome refused = plot({"--style", "fancy", project()});
+    const PlotOutcome refused = plot({"--style", "fancy", project()});
     EXPECT_EQ(refused.code, ExitUsage);
     EXPECT_THAT(refused.err, HasSubstr("--style takes standard or presentation"));
 }
@@ -136,7 +137,7 @@ TEST_F(PlotCommandTest, WordsThatCannotBeUsedPlotNothing) {
         {project(), "--out"},
     };
     for (const std::vector<std::string> &words : cases) {
-        const Outcome run = plot(words);
+        const PlotOutcome run = plot(words);
         EXPECT_EQ(run.code, ExitUsage) << testing::PrintToString(words);
         EXPECT_THAT(run.err, HasSubstr("keldrin-batch plot: "));
         EXPECT_EQ(run.out, "");
@@ -146,7 +147,7 @@ TEST_F(PlotCommandTest, WordsThatCannotBeUsedPlotNothing) {
 
 TEST_F(PlotCommandTest, EachFailureHasItsReasonAndTheOtherPlotsAreMade) {
     putFile(directory.path("bad.std"), "no project\n");
-    Outcome run = plot({project("missing.std"), project("bad.std"), project()});
+    PlotOutcome run = plot({project("missing.std"), project("bad.std"), project()});
     EXPECT_EQ(run.code, ExitFailed);
     EXPECT_THAT(run.out, AllOf(HasSubstr("missing.std: FAILED: there is no such file\n"),
                                HasSubstr("bad.std: FAILED: "),
@@ -192,7 +193,7 @@ TEST_F(PlotCommandTest, ManyPagesGiveTheFilesOfSingleOnes) {
     for (const char *blocked : {"plots/a0003.svg", "plots/a0064.svg", "plots/a0150.svg"}) {
         fs::create_directories(directory.path(blocked));
     }
-    const Outcome run = plot({"--out", directory.path("plots"), project()});
+    const PlotOutcome run = plot({"--out", directory.path("plots"), project()});
     EXPECT_EQ(run.code, ExitFailed);
     EXPECT_THAT(run.out, AllOf(HasSubstr("150 soundings, 147 plot files, 3 could not be written"),
                                HasSubstr("a0003.svg: Is a directory")));
@@ -207,7 +208,7 @@ TEST_F(PlotCommandTest, ManyPagesGiveTheFilesOfSingleOnes) {
 
 TEST_F(PlotCommandTest, PlotsOfOneProjectDoNotReplaceThoseOfAnother) {
     addProject("other/a.std");
-    Outcome run = plot({"--out", directory.path("plots"), project(), project("other/a.std")});
+    PlotOutcome run = plot({"--out", directory.path("plots"), project(), project("other/a.std")});
     EXPECT_EQ(run.code, ExitFailed);
     EXPECT_THAT(run.out, HasSubstr("other/a.std: FAILED: an earlier project"));
     run = plot({project(), project("other/a.std")});

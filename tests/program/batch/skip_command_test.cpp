@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 /// What the command gave.
-struct Outcome {
+struct SkipOutcome {
     int code = 0;
     std::string out;
     std::string err;
@@ -31,11 +31,11 @@ class SkipCommandTest : public testing::Test {
   protected:
     SkipCommandTest() { fs::copy_file(example, line); }
 
-    static Outcome run(const std::vector<std::string> &words) {
+    static SkipOutcome run(const std::vector<std::string> &words) {
         const std::vector<std::string_view> views(words.begin(), words.end());
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        Outcome outcome;
+        SkipOutcome outcome;
         outcome.code = skipCommand(views);
         outcome.out = testing::internal::GetCapturedStdout();
         outcome.err = testing::internal::GetCapturedStderr();
@@ -59,13 +59,13 @@ class SkipCommandTest : public testing::Test {
 };
 
 TEST_F(SkipCommandTest, TellsWhatEachFilterHasTakenAndWritesTheProject) {
-    const Outcome range = run({"--first", "3", "--last", "25", "--error", "off", "--negative",
-                               "off", "--slope", "off", line});
+    const SkipOutcome range = run({"--first", "3", "--last", "25", "--error", "off", "--negative",
+                                   "off", "--slope", "off", line});
     EXPECT_EQ(range.code, ExitOk);
     EXPECT_EQ(range.out, line + ": 24 soundings, 624 windows, 72 skipped; window range 72, error "
                                 "filter 0, negative filter 0, slope filter 0\n");
     EXPECT_EQ(skippedOnDisk(), std::pair(72, 100.0F));
-    const Outcome none = run({"--error", "off", "--negative", "off", "--slope", "off", line});
+    const SkipOutcome none = run({"--error", "off", "--negative", "off", "--slope", "off", line});
     EXPECT_THAT(none.out, HasSubstr(" 0 skipped; ")) << "earlier flags are replaced";
     EXPECT_EQ(skippedOnDisk().first, 0);
     EXPECT_FALSE(fs::exists(line + "~")) << "nothing is lost, so nothing is kept";
@@ -74,7 +74,8 @@ TEST_F(SkipCommandTest, TellsWhatEachFilterHasTakenAndWritesTheProject) {
 TEST_F(SkipCommandTest, TheCutoffIsTheProjectsUnlessOneIsGiven) {
     static_cast<void>(run({"--negative", "off", "--slope", "off", line}));
     const int byProject = skippedOnDisk().first;
-    const Outcome given = run({"--cutoff", "12.5", "--negative", "off", "--slope", "off", line});
+    const SkipOutcome given =
+        run({"--cutoff", "12.5", "--negative", "off", "--slope", "off", line});
     const auto [skipped, cutoff] = skippedOnDisk();
     EXPECT_GT(skipped, byProject);
     EXPECT_EQ(cutoff, 12.5F);
@@ -109,7 +110,7 @@ TEST_F(SkipCommandTest, AFailureOfOneProjectIsToldAndSetsTheExitCode) {
     const std::string field = directory.path("line.avg");
     fs::copy_file(example, field);
     const std::string before = fileContent(field);
-    const Outcome outcome = run({field, directory.path("none.std"), line});
+    const SkipOutcome outcome = run({field, directory.path("none.std"), line});
     EXPECT_EQ(outcome.code, ExitFailed);
     EXPECT_THAT(outcome.out, HasSubstr(field + ": FAILED: only *.std files are written\n"));
     EXPECT_THAT(outcome.out, HasSubstr("none.std: FAILED: there is no such file\n"));
@@ -121,7 +122,7 @@ TEST_F(SkipCommandTest, AFailureOfOneProjectIsToldAndSetsTheExitCode) {
 TEST_F(SkipCommandTest, ValuesHaveTheLimitsOfTheDialog) {
     const std::string before = fileContent(line);
     const auto fault = [this](const std::string &option, const std::string &value) {
-        const Outcome outcome = run({option, value, line});
+        const SkipOutcome outcome = run({option, value, line});
         EXPECT_EQ(outcome.code, ExitUsage) << option << " " << value;
         return outcome.err;
     };

@@ -5,6 +5,8 @@
 #include "toolkit/desktop/driver/widget_hands.h"
 #include "toolkit/desktop/main_window.h"
 
+#include <utility>
+
 namespace keldrin {
 
 DrivenBackend::DrivenBackend(Script script, std::ostream &transcript)
