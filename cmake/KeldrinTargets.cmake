@@ -42,8 +42,8 @@ function(keldrin_precompile target first)
 endfunction()
 
 # keldrin_floor(NAME SOURCES ... BELOW ... [OWN_OPTIONS | OWN_HEADERS ...] [UNFUZZED]): the library keldrin_NAME
-# of the folder src/NAME. BELOW lists the folders that it may include from; linking is how that rule
-# is kept. A folder with compiler options of its own cannot share precompiled headers: it says so,
+# of the folder src/NAME. BELOW lists the folders that it may include from, which
+# tools/check-floors checks. A folder with compiler options of its own cannot share precompiled headers: it says so,
 # or lists its own, as one that uses Qt does. UNFUZZED is for a folder that no fuzz target links.
 function(keldrin_floor name)
     cmake_parse_arguments(arg "OWN_OPTIONS;UNFUZZED" "" "SOURCES;BELOW;OWN_HEADERS" ${ARGN})
