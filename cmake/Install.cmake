@@ -35,10 +35,12 @@ foreach(program ${programs})
 endforeach()
 keldrin_compress(changelog changelog COMMAND ${CMAKE_COMMAND} -E cat ${packaging}/changelog
                  DEPENDS ${packaging}/changelog)
-add_custom_target(keldrin_documents ALL DEPENDS ${documents} ${changelog})
+keldrin_compress(news NEWS COMMAND ${CMAKE_COMMAND} -E cat ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+                 DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+add_custom_target(keldrin_documents ALL DEPENDS ${documents} ${changelog} ${news})
 
 install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-install(FILES ${packaging}/copyright ${changelog} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${packaging}/copyright ${changelog} ${news} DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # Not what the programs have left there.
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
         REGEX "\\.(log|err)$|/examples/[^/]*\\.(std|m1d|svg|hpg|wmf|png|pdf)$|~$" EXCLUDE)

@@ -1,5 +1,5 @@
-# cpack: a Debian package of what is installed. Its version is the one that the programs tell.
-file(STRINGS ${PROJECT_SOURCE_DIR}/src/base/version.h line REGEX ProgramVersionText)
+# cpack: a Debian package of what is installed. Its version is the release that --version tells.
+file(STRINGS ${PROJECT_SOURCE_DIR}/src/base/version.h line REGEX ReleaseText)
 string(REGEX REPLACE ".*\"(.*)\".*" "\\1" version "${line}")
 
 set(CPACK_GENERATOR DEB)

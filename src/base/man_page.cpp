@@ -106,20 +106,9 @@ std::string heading(std::string_view title) {
     return ".SH \"" + escaped(Str_Upper(title), true) + "\"\n";
 }
 
-// "July 21, 2020", a form that the formatters know, from "21/July/2020".
-std::string pageDate() {
-    const std::size_t month = ProgramDate.find('/') + 1;
-    const std::size_t year = ProgramDate.rfind('/') + 1;
-    return std::string(ProgramDate.substr(month, year - 1 - month))
-        .append(" ")
-        .append(ProgramDate.substr(0, month - 1))
-        .append(", ")
-        .append(ProgramDate.substr(year));
-}
-
 std::string titleLine(const ProgramHelp &help) {
-    return ".TH " + escaped(Str_Upper(help.name), true) + " 1 \"" + pageDate() + "\" \"" +
-           std::string(trimRight(ProgramName)) + " " + std::string(ProgramVersionText) +
+    return ".TH " + escaped(Str_Upper(help.name), true) + " 1 \"" + std::string(ReleaseDate) +
+           "\" \"" + std::string(trimRight(ProgramName)) + " " + std::string(ReleaseText) +
            "\" \"User Commands\"\n";
 }
 

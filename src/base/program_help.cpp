@@ -59,9 +59,9 @@ void appendSection(std::string &out, const HelpSection &section) {
 std::string versionText(const ProgramHelp &help) {
     return std::string(help.name)
         .append(" ")
-        .append(ProgramVersionText)
+        .append(ReleaseText)
         .append(" ")
-        .append(ProgramDate)
+        .append(ReleaseDate)
         .append("\n");
 }
 

@@ -84,9 +84,8 @@ TEST(ProgramHelp, WordsThatAsk) {
     }
     testing::internal::CaptureStdout();
     EXPECT_EQ(answerHelp(Sample, "--version"), 0);
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "dig-hole " +
-                                                          std::string(ProgramVersionText) + " " +
-                                                          std::string(ProgramDate) + "\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "dig-hole " + std::string(ReleaseText) + " " + std::string(ReleaseDate) + "\n");
     testing::internal::CaptureStdout();
     EXPECT_EQ(answerHelp(Sample, "-h"), 0);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), helpText(Sample));
