@@ -2,11 +2,14 @@
 
 #include "page/page_colours.h"
 #include "toolkit/desktop/canvas.h"
+#include "toolkit/menu.h"
 
 #include <QImage>
 #include <QLabel>
+#include <QMenu>
 #include <QPalette>
 #include <QStatusBar>
+#include <QStringList>
 
 #include <gtest/gtest.h>
 
@@ -31,6 +34,24 @@ TEST(MainWindow, ANoticeTakesThePlaceOfTheHintOfAMenuEntry) {
         shown += label->isVisible() && label->text() == "8 iterations" ? 1 : 0;
     }
     EXPECT_EQ(shown, 1);
+}
+
+// An entry without a key once showed a box, for the letter 0.
+TEST(MainWindow, KeysStandBesideTheEntriesThatHaveOne) {
+    static constexpr std::array<MenuEntry, 3> entries = {{{1, "&View", "", false},
+                                                          {2, "&Plan", "", false, 'M', 1},
+                                                          {3, "&Report", "", false, 0, 1}}};
+    const WindowContent before = windowContent();
+    windowContent().menu = entries;
+    MainWindow window;
+    windowContent() = before;
+
+    QStringList texts;
+    for (const QAction *action : window.findChildren<QMenu *>().front()->actions()) {
+        texts.append(action->text());
+    }
+
+    EXPECT_EQ(texts, QStringList({"&Plan\tM", "&Report"}));
 }
 
 TEST(MainWindow, TheTitleBeginsWithTheFileAndAMarkForChanges) {

@@ -29,9 +29,13 @@ QString droppedFile(const QMimeData &data) {
     return urls.size() == 1 && urls.front().isLocalFile() ? urls.front().toLocalFile() : QString();
 }
 
+/// What stands beside the label of an entry; nothing for code 0.
 QString keyText(int code) {
+    if (code == 0) {
+        return {};
+    }
     const QChar letter(static_cast<char16_t>(code & ~KeyWithCtrl));
-    return (code & KeyWithCtrl) != 0 ? "Ctrl+" + QString(letter) : QString(letter);
+    return (code & KeyWithCtrl) != 0 ? "\tCtrl+" + QString(letter) : "\t" + QString(letter);
 }
 
 } // namespace
@@ -50,7 +54,7 @@ QAction *MainWindow::addEntry(const MenuEntry &entry) {
     if (above == nullptr) {
         return menuBar()->addAction(qtText(entry.label));
     }
-    return above->menu()->addAction(qtText(entry.label) + "\t" + keyText(entry.shortcut));
+    return above->menu()->addAction(qtText(entry.label) + keyText(entry.shortcut));
 }
 
 void MainWindow::makeMenu() {
