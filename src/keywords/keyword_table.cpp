@@ -1,6 +1,7 @@
 #include "keywords/keyword_table.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/number_text.h"
 #include "messages/message_log.h"
 #include "model/enumerations.h"
@@ -142,6 +143,21 @@ int lengthUnitOf(const Reading &reading) {
 }
 
 } // namespace
+
+std::string initialText(const KeywordRow & /*row*/, double value) {
+    return isPresent(value) ? messageNumber(value) : std::string();
+}
+
+std::string initialText(const KeywordRow &row, int value) {
+    if (row.names.empty()) {
+        return std::to_string(value);
+    }
+    return value > 0 ? std::string(row.names[asIndex(value - 1)]) : std::string();
+}
+
+std::string initialText(const KeywordRow & /*row*/, std::string_view value) {
+    return std::string(value);
+}
 
 int readGroup(const GroupTable &group, const KeywordRecord &record, Metadata &metadata) {
     for (const KeywordRow &row : group.rows) {

@@ -66,6 +66,8 @@ struct KeywordRow {
     std::span<const std::string_view> names{}; ///< of an enumeration
     bool contained = false;  ///< taken by every keyword that contains it, not only by an equal one
     std::string_view form{}; ///< of the value, in words for the manual; blank: a form of its own
+    /// The value before any record, for the manual; null where there is none.
+    std::string (*initial)(const KeywordRow &row) = nullptr;
 };
 
 struct GroupTable {
@@ -293,12 +295,49 @@ constexpr std::string_view numberForm() {
     return isList ? "numbers" : "number";
 }
 
+/// A value as text; blank for one that is not set, and a name for an index into the row's names.
+std::string initialText(const KeywordRow &row, double value);
+std::string initialText(const KeywordRow &row, int value);
+std::string initialText(const KeywordRow &row, std::string_view value);
+template <std::size_t N>
+std::string initialText(const KeywordRow &row, const FixedText<N> &value) {
+    return initialText(row, value.view());
+}
+inline std::string initialText(const KeywordRow &row, const NamedSensor &value) {
+    return initialText(row, value.name.view());
+}
+
+/// What a field holds before any record: the different values of a list, separated by commas.
+template <auto Member>
+std::string initialOf(const KeywordRow &row) {
+    Metadata metadata;
+    auto &field = memberIn(metadata, Member);
+    std::string all;
+    std::string last;
+    const auto append = [&](const auto &value) {
+        const std::string text = initialText(row, value);
+        all.append(text == last ? "" : (all.empty() ? "" : ", ") + text);
+        last = text;
+    };
+    if constexpr (requires { field.value; }) {
+        for (const auto &value : elementsOf(field.value)) {
+            append(value);
+        }
+    } else {
+        append(field);
+    }
+    return all;
+}
+
 namespace rows {
 
 /// The first token, or a list of tokens, as text.
 template <auto Member>
 constexpr KeywordRow text(std::string_view keyword) {
-    return {.keyword = keyword, .reader = readTexts<Member>, .form = "text"};
+    return {.keyword = keyword,
+            .reader = readTexts<Member>,
+            .form = "text",
+            .initial = initialOf<Member>};
 }
 
 template <auto Member>
@@ -308,7 +347,8 @@ constexpr KeywordRow number(std::string_view keyword, Limits limits = {},
             .reader = readValues<Member, &plainCell<ElementOf<Member>>>,
             .limits = limits,
             .label = label,
-            .form = numberForm<Member>()};
+            .form = numberForm<Member>(),
+            .initial = initialOf<Member>};
 }
 
 template <auto Member>
@@ -318,7 +358,8 @@ constexpr KeywordRow length(std::string_view keyword, Limits limits = LengthRang
             .reader = readLength<Member>,
             .limits = limits,
             .label = label,
-            .form = "length"};
+            .form = "length",
+            .initial = initialOf<Member>};
 }
 
 template <auto Member>
@@ -327,7 +368,8 @@ constexpr KeywordRow azimuth(std::string_view keyword, std::string_view label = 
             .reader = readValues<Member, &azimuthCell>,
             .limits = CircleRange,
             .label = label,
-            .form = "azimuth"};
+            .form = "azimuth",
+            .initial = initialOf<Member>};
 }
 
 template <auto Member>
@@ -337,13 +379,24 @@ constexpr KeywordRow enumeration(std::string_view keyword, std::string_view labe
             .reader = readEnumerations<Member>,
             .label = label,
             .names = names,
-            .form = "name"};
+            .form = "name",
+            .initial = initialOf<Member>};
 }
 
 constexpr KeywordRow irregular(std::string_view keyword, RowReader reader, Limits limits = {},
                                std::string_view label = {},
                                std::span<const std::string_view> names = {}) {
     return {keyword, reader, limits, label, names};
+}
+
+/// The same for a field that has a value before any record.
+template <auto Member>
+constexpr KeywordRow irregular(std::string_view keyword, RowReader reader, Limits limits = {},
+                               std::string_view label = {},
+                               std::span<const std::string_view> names = {}) {
+    KeywordRow row = irregular(keyword, reader, limits, label, names);
+    row.initial = initialOf<Member>;
+    return row;
 }
 
 /// A known keyword whose value nobody needs.

@@ -21,7 +21,7 @@ int readName(const Reading &reading) {
 }
 
 constexpr auto LineRows = std::to_array<KeywordRow>({
-    irregular("NAME", readName),
+    irregular<&LineMetadata::Name>("NAME", readName),
     text<&LineMetadata::Direction>("DIRECTION"),
     text<&LineMetadata::Spread>("SPREAD"),
     number<&LineMetadata::Number>("NUMBER", StationRange),

@@ -61,8 +61,8 @@ int readArray(const Reading &reading) {
 
 constexpr auto SurveyRows = std::to_array<KeywordRow>({
     enumeration<&SurveyMetadata::AcqMethod>("ACQMETHOD", "Survey.AcqMethod", AcqMethodNames),
-    irregular("TYPE", readType, {}, "Survey.Type"),
-    irregular("ARRAY", readArray, {}, "Survey.Array"),
+    irregular<&SurveyMetadata::Type>("TYPE", readType, {}, "Survey.Type"),
+    irregular<&SurveyMetadata::Array>("ARRAY", readArray, {}, "Survey.Array"),
     text<&SurveyMetadata::Spread>("SPREAD"),
     text<&SurveyMetadata::Datum>("DATUM"),
     text<&SurveyMetadata::Proj>("PROJ"),

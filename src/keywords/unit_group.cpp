@@ -107,14 +107,15 @@ int readPhaseSign(const Reading &reading) {
 }
 
 constexpr auto UnitRows = std::to_array<KeywordRow>({
-    irregular("LENGTH", readLengthUnit, {}, "Unit.Length", LengthNames),
-    irregular("TIME", readTimeUnit, {}, "Unit.Time", TimeNames),
+    irregular<&UnitMetadata::Length>("LENGTH", readLengthUnit, {}, "Unit.Length", LengthNames),
+    irregular<&UnitMetadata::Time>("TIME", readTimeUnit, {}, "Unit.Time", TimeNames),
     enumeration<&UnitMetadata::V>("V", "Unit.V", VNames),
     enumeration<&UnitMetadata::E>("E", "Unit.E", ENames),
     enumeration<&UnitMetadata::B>("B", "Unit.B", BNames),
-    irregular("PHASE", readPhase, {}, "Unit.Phase", PhaseNames),
-    irregular("PHASESIGN", readPhaseSign, {}, "Unit.PhaseSign", PhaseSignNames),
-    irregular("DBDT", readDBdtUnit, {}, "Unit.dBdt", DBdtNames),
+    irregular<&UnitMetadata::Phase>("PHASE", readPhase, {}, "Unit.Phase", PhaseNames),
+    irregular<&UnitMetadata::PhaseSign>("PHASESIGN", readPhaseSign, {}, "Unit.PhaseSign",
+                                        PhaseSignNames),
+    irregular<&UnitMetadata::dBdt>("DBDT", readDBdtUnit, {}, "Unit.dBdt", DBdtNames),
     enumeration<&UnitMetadata::Res>("RES", "Unit.Res", ResNames),
     enumeration<&UnitMetadata::IP>("IP", "Unit.IP", IPNames),
 });

@@ -4,6 +4,7 @@
 //   first cell <tab> second cell ...      the headings, then one line for each row
 //
 // tools/manual/tables puts them into the Markdown of the manual.
+#include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/program_help.h"
 #include "conditioning/auto_skip_dialog.h"
@@ -86,9 +87,26 @@ std::string range(double low, double high, bool lowExcluded = false) {
 }
 
 std::string limitsText(const Limits &limits) {
-    const std::string text = range(limits.low, limits.high, limits.lowExcluded);
-    return (limits.magnitude == Magnitude::Off || text.empty() ? "" : "size ") + text +
+    std::string text = range(limits.low, limits.high, limits.lowExcluded);
+    text = (limits.magnitude == Magnitude::Off || text.empty() ? "" : "size ") + text +
            std::string(limits.unit);
+    if (limits.refused) {
+        text.append(", else not taken");
+    } else if (limits.forcedLow != limits.low && limits.forcedLow == limits.forcedHigh) {
+        text.append(", else ").append(messageNumber(limits.forcedHigh));
+    } else if (limits.forcedHigh != limits.high) {
+        text.append(", above it ").append(messageNumber(limits.forcedHigh));
+    }
+    return text;
+}
+
+/// The value without a record: a number as it is, a word as it stands in a file.
+std::string initialText(const std::string &value) {
+    if (value.empty()) {
+        return "none";
+    }
+    const bool isNumber = isDigit(value.front()) || value.front() == '-';
+    return isNumber ? value : code(value);
 }
 
 std::string formatText(const EditDescriptor &edit) {
@@ -160,13 +178,16 @@ void printControl() {
 
 void printKeywords() {
     for (const GroupTable *group : keywordGroups()) {
-        begin("keywords-" + std::string(group->name), {"Keyword", "Value", "Range"});
+        begin("keywords-" + std::string(group->name), {"Keyword", "Value", "Range", "Default"});
         for (const KeywordRow &keyword : group->rows) {
             const std::string numbered = keyword.contained ? "*n*" : "";
             const std::string bounds =
                 keyword.names.empty() ? limitsText(keyword.limits) : joined(keyword.names);
+            const std::string initial =
+                keyword.initial == nullptr ? std::string() : keyword.initial(keyword);
             row({code(std::string(group->name) + "." + std::string(keyword.keyword)) + numbered,
-                 std::string(keyword.form.empty() ? "see below" : keyword.form), bounds});
+                 std::string(keyword.form.empty() ? "see below" : keyword.form), bounds,
+                 initialText(initial)});
         }
     }
 }
@@ -244,9 +265,11 @@ void printAmira() {
     for (const std::string_view name : AmiraNames) {
         row({code(name)});
     }
-    begin("amira-keywords", {"Keyword", "Older names"});
-    for (const std::string_view keyword : amiraKeywords()) {
-        row({code(keyword), olderNames(amiraAliases(), keyword)});
+    begin("amira-keywords", {"Keyword", "Older names", "Range", "Default"});
+    for (const AmiraKeywordFacts &facts : amiraKeywords()) {
+        row({code(facts.keyword), olderNames(amiraAliases(), facts.keyword),
+             facts.least > 0.0F ? "from " + messageNumber(facts.least) : "",
+             initialText(facts.initial)});
     }
 }
 

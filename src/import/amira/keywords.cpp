@@ -45,6 +45,7 @@ struct AmiraKeyword {
     PairReader read;
     float substitute = 0.0F;
     float least = 0.0F;
+    std::string (*initial)() = nullptr; ///< the value in force before the file, for the manual
 };
 
 int readCell(const AmiraPair &pair, float &value) {
@@ -269,64 +270,104 @@ int readAzimuth(const AmiraPair &pair) {
     return 0;
 }
 
+template <class T>
+std::string amiraValueText(const T &value) {
+    if constexpr (std::is_arithmetic_v<T>) {
+        const auto number = static_cast<double>(value);
+        return isPresent(number) ? messageNumber(number) : std::string();
+    } else {
+        return value.str();
+    }
+}
+
+template <auto Member>
+std::string amiraInitial() {
+    const AmiraRecord record;
+    return amiraValueText(record.*Member);
+}
+
+template <auto Member>
+constexpr AmiraKeyword textRow(std::string_view keyword) {
+    return {keyword, readText<Member>, 0.0F, 0.0F, amiraInitial<Member>};
+}
+template <auto Member>
+constexpr AmiraKeyword capitalsRow(std::string_view keyword) {
+    return {keyword, readCapitals<Member>, 0.0F, 0.0F, amiraInitial<Member>};
+}
+template <auto Member>
+constexpr AmiraKeyword numberRow(std::string_view keyword, float substitute = 0.0F) {
+    return {keyword, readNumber<Member>, substitute, 0.0F, amiraInitial<Member>};
+}
+template <auto Member>
+constexpr AmiraKeyword sizeRow(std::string_view keyword, float substitute) {
+    return {keyword, readSize<Member>, substitute, 0.0F, amiraInitial<Member>};
+}
+/// One with a reader of its own.
+template <auto Member>
+constexpr AmiraKeyword ownRow(std::string_view keyword, PairReader read, float substitute = 0.0F,
+                              float least = 0.0F) {
+    return {keyword, read, substitute, least, amiraInitial<Member>};
+}
+
 constexpr auto Absent = static_cast<float>(MissingValue);
 constexpr float LeastArea = 0.01F; ///< m^2
 
 constexpr auto Keywords = std::to_array<AmiraKeyword>({
-    {"JOBNAME", readText<&AmiraRecord::JobName>},
-    {"JOBAREA", readText<&AmiraRecord::JobArea>},
-    {"JOBFOR", readText<&AmiraRecord::JobFor>},
-    {"JOBBY", readText<&AmiraRecord::JobBy>},
-    {"DATATYPE", readDataType},
-    {"CONFIG", readConfig},
-    {"DATE", readText<&AmiraRecord::Date>},
-    {"INSTRUMENT", readCapitals<&AmiraRecord::Instrument>},
-    {"FREQUENCY", readFrequency},
-    {"TEMUNIT", readUnit},
-    {"LINE", readNamed<&AmiraRecord::Line, &AmiraRecord::LineNumber>},
-    {"STATION", readNamed<&AmiraRecord::Station, &AmiraRecord::StationNumber>},
-    {"AZIMUTH", readAzimuth, 90.0F},
-    {"EAST", readNumber<&AmiraRecord::East>, Absent},
-    {"NORTH", readNumber<&AmiraRecord::North>, Absent},
-    {"ELEVATION", readNumber<&AmiraRecord::Elevation>, Absent},
-    {"DEPTH0RL", readNumber<&AmiraRecord::Depth0RL>},
-    {"DEPTH", readNumber<&AmiraRecord::Depth>, Absent},
-    {"DISTANCE", readNumber<&AmiraRecord::Distance>, Absent},
-    {"COMPONENT", readComponent},
-    {"RXAREA", readArea, 1.0F, LeastArea},
-    {"RXAREAX", readAxisArea<0>, 1.0F, LeastArea},
-    {"RXAREAY", readAxisArea<1>, 1.0F, LeastArea},
-    {"RXAREAZ", readAxisArea<2>, 1.0F, LeastArea},
-    {"XRXOFFSET", readXRxOffset},
-    {"YRXOFFSET", readNumber<&AmiraRecord::YRxOffset>},
-    {"ZRXOFFSET", readNumber<&AmiraRecord::ZRxOffset>},
-    {"ANTDELAY", readNumber<&AmiraRecord::AntDelay>},
-    {"GAIN", readCapitals<&AmiraRecord::Gain>},
-    {"LOOP", readLoop},
-    {"LOOPSHAPE", readCapitals<&AmiraRecord::LoopShape>},
-    {"TXAREA", readSize<&AmiraRecord::TxArea>, 1.0F},
-    {"XTXLENGTH", readSize<&AmiraRecord::XTxLength>, 100.0F},
-    {"YTXLENGTH", readSize<&AmiraRecord::YTxLength>, 100.0F},
-    {"TXTURN", readNumber<&AmiraRecord::TxTurn>, 1.0F},
-    {"XTXCENTER", readNumber<&AmiraRecord::XTxCenter>, Absent},
-    {"YTXCENTER", readNumber<&AmiraRecord::YTxCenter>, Absent},
-    {"ZTXCENTER", readNumber<&AmiraRecord::ZTxCenter>, Absent},
-    {"TXFILE", readText<&AmiraRecord::TxFile>},
-    {"TXFREQ", readTxFreq, 0.01F, LeastFrequency},
-    {"ONTIME", readNumber<&AmiraRecord::OnTime>, 1000.0F},
-    {"OFFTIME", readNumber<&AmiraRecord::OffTime>, 1000.0F},
-    {"TURNON", readNumber<&AmiraRecord::TurnOn>},
-    {"TURNOFF", readNumber<&AmiraRecord::TurnOff>},
-    {"CURRENT", readNumber<&AmiraRecord::Current>, 1.0F},
-    {"XCOLLAR", readNumber<&AmiraRecord::XCollar>, Absent},
-    {"YCOLLAR", readNumber<&AmiraRecord::YCollar>, Absent},
-    {"ZCOLLAR", readNumber<&AmiraRecord::ZCollar>, Absent},
-    {"DIP", readNumber<&AmiraRecord::Dip>, 90.0F},
-    {"POLARITY", readCapitals<&AmiraRecord::Polarity>},
-    {"VPRI", readNumber<&AmiraRecord::VPri>, 1.0F},
-    {"CHANNELFILE", readText<&AmiraRecord::ChannelFile>},
-    {"INITDELAY", readNumber<&AmiraRecord::InitDelay>},
-    {"NUMTIMES", readNumber<&AmiraRecord::NumTimes>},
+    textRow<&AmiraRecord::JobName>("JOBNAME"),
+    textRow<&AmiraRecord::JobArea>("JOBAREA"),
+    textRow<&AmiraRecord::JobFor>("JOBFOR"),
+    textRow<&AmiraRecord::JobBy>("JOBBY"),
+    ownRow<&AmiraRecord::DataType>("DATATYPE", readDataType),
+    ownRow<&AmiraRecord::Config>("CONFIG", readConfig),
+    textRow<&AmiraRecord::Date>("DATE"),
+    capitalsRow<&AmiraRecord::Instrument>("INSTRUMENT"),
+    ownRow<&AmiraRecord::Frequency>("FREQUENCY", readFrequency),
+    ownRow<&AmiraRecord::TEMUnit>("TEMUNIT", readUnit),
+    ownRow<&AmiraRecord::Line>("LINE", readNamed<&AmiraRecord::Line, &AmiraRecord::LineNumber>),
+    ownRow<&AmiraRecord::Station>("STATION",
+                                  readNamed<&AmiraRecord::Station, &AmiraRecord::StationNumber>),
+    ownRow<&AmiraRecord::Azimuth>("AZIMUTH", readAzimuth, 90.0F),
+    numberRow<&AmiraRecord::East>("EAST", Absent),
+    numberRow<&AmiraRecord::North>("NORTH", Absent),
+    numberRow<&AmiraRecord::Elevation>("ELEVATION", Absent),
+    numberRow<&AmiraRecord::Depth0RL>("DEPTH0RL"),
+    numberRow<&AmiraRecord::Depth>("DEPTH", Absent),
+    numberRow<&AmiraRecord::Distance>("DISTANCE", Absent),
+    ownRow<&AmiraRecord::Component>("COMPONENT", readComponent),
+    ownRow<&AmiraRecord::RxArea>("RXAREA", readArea, 1.0F, LeastArea),
+    ownRow<&AmiraRecord::RxArea>("RXAREAX", readAxisArea<0>, 1.0F, LeastArea),
+    ownRow<&AmiraRecord::RxArea>("RXAREAY", readAxisArea<1>, 1.0F, LeastArea),
+    ownRow<&AmiraRecord::RxArea>("RXAREAZ", readAxisArea<2>, 1.0F, LeastArea),
+    ownRow<&AmiraRecord::XRxOffset>("XRXOFFSET", readXRxOffset),
+    numberRow<&AmiraRecord::YRxOffset>("YRXOFFSET"),
+    numberRow<&AmiraRecord::ZRxOffset>("ZRXOFFSET"),
+    numberRow<&AmiraRecord::AntDelay>("ANTDELAY"),
+    capitalsRow<&AmiraRecord::Gain>("GAIN"),
+    ownRow<&AmiraRecord::Loop>("LOOP", readLoop),
+    capitalsRow<&AmiraRecord::LoopShape>("LOOPSHAPE"),
+    sizeRow<&AmiraRecord::TxArea>("TXAREA", 1.0F),
+    sizeRow<&AmiraRecord::XTxLength>("XTXLENGTH", 100.0F),
+    sizeRow<&AmiraRecord::YTxLength>("YTXLENGTH", 100.0F),
+    numberRow<&AmiraRecord::TxTurn>("TXTURN", 1.0F),
+    numberRow<&AmiraRecord::XTxCenter>("XTXCENTER", Absent),
+    numberRow<&AmiraRecord::YTxCenter>("YTXCENTER", Absent),
+    numberRow<&AmiraRecord::ZTxCenter>("ZTXCENTER", Absent),
+    textRow<&AmiraRecord::TxFile>("TXFILE"),
+    ownRow<&AmiraRecord::TxFreq>("TXFREQ", readTxFreq, 0.01F, LeastFrequency),
+    numberRow<&AmiraRecord::OnTime>("ONTIME", 1000.0F),
+    numberRow<&AmiraRecord::OffTime>("OFFTIME", 1000.0F),
+    numberRow<&AmiraRecord::TurnOn>("TURNON"),
+    numberRow<&AmiraRecord::TurnOff>("TURNOFF"),
+    numberRow<&AmiraRecord::Current>("CURRENT", 1.0F),
+    numberRow<&AmiraRecord::XCollar>("XCOLLAR", Absent),
+    numberRow<&AmiraRecord::YCollar>("YCOLLAR", Absent),
+    numberRow<&AmiraRecord::ZCollar>("ZCOLLAR", Absent),
+    numberRow<&AmiraRecord::Dip>("DIP", 90.0F),
+    capitalsRow<&AmiraRecord::Polarity>("POLARITY"),
+    numberRow<&AmiraRecord::VPri>("VPRI", 1.0F),
+    textRow<&AmiraRecord::ChannelFile>("CHANNELFILE"),
+    numberRow<&AmiraRecord::InitDelay>("INITDELAY"),
+    numberRow<&AmiraRecord::NumTimes>("NUMTIMES"),
 });
 
 // A coordinate of a corner of the loop: LV, the number of the corner, the axis.
@@ -387,13 +428,13 @@ std::string cleaned(std::string_view text) {
 
 } // namespace
 
-std::vector<std::string_view> amiraKeywords() {
-    std::vector<std::string_view> names;
-    names.reserve(std::size(Keywords));
+std::vector<AmiraKeywordFacts> amiraKeywords() {
+    std::vector<AmiraKeywordFacts> facts;
+    facts.reserve(std::size(Keywords));
     for (const AmiraKeyword &keyword : Keywords) {
-        names.push_back(keyword.keyword);
+        facts.push_back({keyword.keyword, keyword.initial(), keyword.least});
     }
-    return names;
+    return facts;
 }
 
 std::string amiraKeyword(std::string_view keyword) {

@@ -34,8 +34,15 @@ std::span<const LabelAlias> amiraAliases();
 /// The keyword in use for one as it stands in a file: in capitals and without its alias.
 std::string amiraKeyword(std::string_view keyword);
 
+/// What the manual says of a keyword.
+struct AmiraKeywordFacts {
+    std::string_view keyword;
+    std::string initial; ///< in force before the file has said anything; blank: nothing
+    float least = 0.0F;  ///< of a size
+};
+
 /// The keywords in use whose values are read, but for the numbered ones LV and TIMES.
-std::vector<std::string_view> amiraKeywords();
+std::vector<AmiraKeywordFacts> amiraKeywords();
 
 /// True when the value of a keyword is read.
 bool isAmiraKeyword(std::string_view keyword);
