@@ -92,7 +92,7 @@ std::string limitsText(const Limits &limits) {
            std::string(limits.unit);
     if (limits.refused) {
         text.append(", else not taken");
-    } else if (limits.forcedLow != limits.low && limits.forcedLow == limits.forcedHigh) {
+    } else if (limits.forcedLow == limits.forcedHigh) {
         text.append(", else ").append(messageNumber(limits.forcedHigh));
     } else if (limits.forcedHigh != limits.high) {
         text.append(", above it ").append(messageNumber(limits.forcedHigh));
@@ -176,6 +176,16 @@ void printControl() {
     }
 }
 
+/// What a keyword takes; in general words where it has a form of its own.
+std::string_view formText(const KeywordRow &keyword) {
+    if (!keyword.form.empty()) {
+        return keyword.form;
+    }
+    return !keyword.names.empty()               ? "name"
+           : limitsText(keyword.limits).empty() ? "text"
+                                                : "numbers";
+}
+
 void printKeywords() {
     for (const GroupTable *group : keywordGroups()) {
         begin("keywords-" + std::string(group->name), {"Keyword", "Value", "Range", "Default"});
@@ -186,8 +196,7 @@ void printKeywords() {
             const std::string initial =
                 keyword.initial == nullptr ? std::string() : keyword.initial(keyword);
             row({code(std::string(group->name) + "." + std::string(keyword.keyword)) + numbered,
-                 std::string(keyword.form.empty() ? "see below" : keyword.form), bounds,
-                 initialText(initial)});
+                 std::string(formText(keyword)), bounds, initialText(initial)});
         }
     }
 }
@@ -303,8 +312,8 @@ void printMenu() {
     }
 }
 
-void printHelp(std::string_view name, const HelpSection &section) {
-    begin(name, {"Key or mouse", "What it does"});
+void printHelp(std::string_view name, const HelpSection &section, Cells headings) {
+    begin(name, headings);
     for (const HelpEntry &entry : section.entries) {
         row({std::string(entry.term), std::string(entry.text)});
     }
@@ -326,8 +335,8 @@ int main() {
     for (std::size_t i = 0; i < KeySections.size(); ++i) {
         constexpr std::string_view names[] = {"keys-main", "keys-review", "keys-pages",
                                               "keys-dialogs"};
-        printHelp(names[i], KeySections[i]);
+        printHelp(names[i], KeySections[i], {"Key or mouse", "What it does"});
     }
-    printHelp("exit-codes", ExitCodeSection);
+    printHelp("exit-codes", ExitCodeSection, {"Exit code", "Meaning"});
     return std::fflush(stdout) == 0 ? 0 : 1;
 }
