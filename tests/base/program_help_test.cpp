@@ -66,7 +66,8 @@ TEST(ProgramHelp, TextOfHelp) {
 // an escape, and a plain hyphen may be set as another character, which cannot be pasted.
 TEST(ProgramHelp, ManualPage) {
     const std::string page = manPage(Sample);
-    EXPECT_THAT(page, HasSubstr(".TH DIG\\-HOLE 1 \"July 21, 2020\" \"KELDRIN 4.00i\" "));
+    EXPECT_THAT(page, HasSubstr(".TH DIG\\-HOLE 1 \"" + std::string(ReleaseDate) + "\" \"KELDRIN " +
+                                std::string(ReleaseText) + "\" "));
     EXPECT_THAT(page, HasSubstr("\ndig\\-hole \\- holes on demand\n"));
     EXPECT_THAT(page,
                 HasSubstr(".SH \"SYNOPSIS\"\n\\fBdig\\-hole\\fR [\\fB\\-\\-deep\\fR \\fIN\\fR]"));
