@@ -8,11 +8,8 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 // Any bytes as the layered-model file of a small project, its array told by the first byte: they
@@ -81,6 +78,7 @@ void requireSameLayers(const SoundingRecord &before, const SoundingRecord &after
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     static SurveyModel model;
     static const std::string path = scratchPath(".m1d");
+    clearScratch();
     fixClock(DateTime{2021, 5, 14, 9, 30, 0});
     messageLog().quiet = true;
     const int surveyType = size > 0 ? data[0] % 4 + 1 : InLoop;
@@ -96,8 +94,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     for (std::size_t i = 0; i < before.size(); ++i) {
         requireSameLayers(before[i], model.hTrn[i]);
     }
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-    std::filesystem::remove(path + "~", ignored);
     return 0;
 }

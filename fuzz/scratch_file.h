@@ -15,21 +15,37 @@
 
 namespace keldrin::fuzz {
 
-/// A path in a directory of this process alone, below the temporary one: the program looks through
-/// the directory of a project.
-inline std::string scratchPath(std::string_view extension) {
-    static const std::filesystem::path directory = [] {
+/// A directory of this process alone, below the temporary one; gone with the process.
+class ScratchDirectory {
+  public:
+    ScratchDirectory() {
 #ifdef _WIN32
         const int process = _getpid();
 #else
         const int process = ::getpid();
 #endif
-        std::filesystem::path own =
+        path_ =
             std::filesystem::temp_directory_path() / ("keldrin_fuzz_" + std::to_string(process));
-        std::filesystem::create_directories(own);
-        return own;
-    }();
-    return (directory / ("case" + std::string(extension))).string();
+        std::filesystem::create_directories(path_);
+    }
+    ScratchDirectory(const ScratchDirectory &) = delete;
+    ScratchDirectory &operator=(const ScratchDirectory &) = delete;
+    ~ScratchDirectory() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    [[nodiscard]] const std::filesystem::path &path() const {
+        return path_;
+    }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// A path in the scratch directory: the program looks through the directory of a project.
+inline std::string scratchPath(std::string_view extension) {
+    static const ScratchDirectory directory;
+    return (directory.path() / ("case" + std::string(extension))).string();
 }
 
 /// Removes what earlier inputs have left there, kept copies too.
