@@ -35,13 +35,27 @@ double triangles(const LoopGeometry &loop, double t, double conductivity) {
 // lies below the wavenumbers of the diffusion must not count as reflected.
 TEST(HalfSpace, AgreesWithTheClosedFormAtAllInductionNumbers) {
     const LoopGeometry loop = {1000, 1000};
-    const double rho = 10.0;
-    for (const double number : {0.01, 0.1, 1.0, 10.0, 100.0, 1000.0, 10000.0}) {
-        // r^2 mu0/(rho t), r half the side.
-        const double t = 250000.0 * exact::Mu0 / (rho * number);
-        const double exact = Nano * triangles(loop, t, 1.0 / rho);
-        const double value = dataOf(planOf(loop, samples({t})), {rho})[0];
-        EXPECT_NEAR(value / exact, 1.0, 3.0e-4) << "induction number " << number;
+    for (const double rho : {2.0e-3, 10.0, 5.0e5}) { // as far as resistivities may go
+        for (const double number : {0.01, 0.1, 1.0, 10.0, 100.0, 1000.0, 10000.0}) {
+            // r^2 mu0/(rho t), r half the side.
+            const double t = 250000.0 * exact::Mu0 / (rho * number);
+            const double exact = Nano * triangles(loop, t, 1.0 / rho);
+            const double value = dataOf(planOf(loop, samples({t})), {rho})[0];
+            EXPECT_NEAR(value / exact, 1.0, 3.0e-4) << rho << " ohm-m, number " << number;
+        }
+    }
+}
+
+// Late the loop is a dipole, and far below the vertical field there is a horizontal one that points
+// away from it.
+TEST(HalfSpace, TheLateHorizontalFieldPointsAwayFromTheLoop) {
+    const LoopGeometry loop = {12, 8, 30, -10, 1, false, true};
+    const std::vector<double> times = decades(1.0e-4, 1.0, 1);
+    const std::vector<double> data = dataOf(planOf(loop, samples(times)), {1.0e5});
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        const double x = data[i];
+        const double y = data[times.size() + i];
+        EXPECT_NEAR(y / x, loop.rxY / loop.rxX, 1.0e-3) << "at " << times[i];
     }
 }
 

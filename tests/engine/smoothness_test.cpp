@@ -87,6 +87,35 @@ TEST(LayerGrid, GrowsByOneFactorFromAQuarterOfTheFirstDepthToTheLast) {
     EXPECT_EQ(layerGrid(std::vector<DepthRange>{}, 2).size(), 24U) << "without data";
 }
 
+TEST(LayerGrid, DepthsEndAtTheLastWindowThatIsNoNoise) {
+    SoundingRecord record;
+    SoundingData data;
+    VectorXd noise(4);
+    data.observed.resize(4);
+    for (std::size_t k = 0; k < 4; ++k) {
+        record.TWcenter[k] = 0.1F * std::pow(2.0F, static_cast<float>(k));
+        record.TWwidth[k] = 0.02F;
+        record.TEMerr[k] = 3.0F;
+        data.windows.push_back(k);
+        data.observed[static_cast<Eigen::Index>(k)] = k == 3 ? -10.0 : 100.0;
+        noise[static_cast<Eigen::Index>(k)] = 1.0;
+    }
+    record.TEMerr[2] = 31.0F;
+    const auto depth = [](double milliseconds) { // over 50 ohm-m
+        return std::sqrt(2.0 * 1.0e-3 * milliseconds * 50.0 / 1.2566370614e-6);
+    };
+    const auto lastDepth = [&] {
+        return depthRange(record, data, noise, 50.0)->last;
+    };
+    EXPECT_NEAR(depthRange(record, data, noise, 50.0)->first, depth(std::hypot(0.1, 0.01) - 0.01),
+                1e-4);
+    EXPECT_NEAR(lastDepth(), depth(std::hypot(0.8, 0.01) + 0.01), 1e-4) << "behind a noisy one";
+    noise[3] = 3.1;
+    EXPECT_NEAR(lastDepth(), depth(std::hypot(0.2, 0.01) + 0.01), 1e-4) << "two noisy windows";
+    data.windows.clear();
+    EXPECT_FALSE(depthRange(record, data, noise, 50.0));
+}
+
 TEST(LayerGrid, BackgroundOfTheControlBlockIsAveragedInLogarithm) {
     ControlValues control;
     LayerPrior prior = exampleLayers(4, 10.0, 1.0);

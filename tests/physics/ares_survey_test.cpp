@@ -246,6 +246,24 @@ TEST(AResSurvey, ANegativeCalculatedValueGivesZero) {
     EXPECT_GT(record.AResCalc[3], 0.0F);
 }
 
+// Metres matter six million metres from the origin of the coordinates.
+TEST(AResSurvey, LargeCoordinatesLoseNothing) {
+    const MessageRecorder messages;
+    WindowReals atOrigin;
+    for (const double origin : {0.0, 6.0e6 + 0.1875}) {
+        SurveyModel model = exampleModel(FixedLoop, 1);
+        model.control.XTxCenter = model.control.YTxCenter = origin;
+        model.hTrn[0].East = origin + 12.3125;
+        model.hTrn[0].North = origin + 7.40625;
+        EXPECT_EQ(ARes_Survey(model), 0);
+        if (origin == 0.0) {
+            atOrigin = model.hTrn[0].AResObs;
+        } else {
+            EXPECT_EQ(model.hTrn[0].AResObs, atOrigin);
+        }
+    }
+}
+
 // The receiver is where the coordinates, the azimuths and the unit put it: a sounding's results are
 // those of that place and no other.
 TEST(AResSurvey, PlacesTheReceiverInTheLoopsAxes) {

@@ -44,6 +44,17 @@ int layersOf(const SurveyModel &model) {
     return layers;
 }
 
+/// Rows of a project that are whole when it is cut; -1 where the cut is above its table.
+int wholeRows(const std::string &text, std::size_t length) {
+    const std::size_t table = text.find('\n', text.find("\nStation,") + 1) + 1;
+    if (length < table) {
+        return -1;
+    }
+    const auto end = text.begin() + static_cast<std::ptrdiff_t>(length);
+    const auto ended = std::count(text.begin() + static_cast<std::ptrdiff_t>(table), end, '\n');
+    return static_cast<int>(ended) + (*end == '\n' ? 1 : 0);
+}
+
 class CutFiles : public ProjectCase {
   protected:
     bool wasTold() const {
@@ -68,6 +79,8 @@ TEST_F(CutFiles, AProjectThatLostSomethingSaysSo) {
                            whole[length - 1] != '\n';
         EXPECT_TRUE(wasTold() || !less || !shows) << "cut to " << length;
         EXPECT_TRUE(less) << "cut to " << length;
+        const int rows = wholeRows(whole, length);
+        EXPECT_TRUE(rows < 0 || windowsOf(model) == rows) << "cut to " << length;
     }
     EXPECT_EQ(read(whole.substr(0, whole.size() - 1)), 0);
     EXPECT_TRUE(model.source.project.content.whole) << "only the line end is missing";
