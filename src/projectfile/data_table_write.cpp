@@ -21,15 +21,9 @@ constexpr auto ExportColumns = [] {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         columns[i] = DataColumns[i < ColMisfit ? i : i - 1];
     }
-    columns[ColMisfit] = {"TEM%DIFF",
-                          "TEM%diff",
-                          std::monostate{},
-                          CellType::R4,
-                          data_formats::Voltage,
-                          MissingValue,
-                          0,
-                          false,
-                          EmptyCell::IfMissing};
+    columns[ColMisfit] = {
+        "TEM%DIFF",   "TEM%diff", "%",   std::monostate{},    CellType::R4, data_formats::Voltage,
+        MissingValue, 0,          false, EmptyCell::IfMissing};
     return columns;
 }();
 

@@ -23,6 +23,7 @@ enum ModelColumn : std::size_t {
 
 namespace model_columns {
 using enum CellType;
+using namespace column_units;
 using enum EmptyCell;
 using Sounding = SoundingRecord;
 inline constexpr std::monostate Computed; ///< by reader and writer
@@ -33,23 +34,25 @@ inline constexpr double Missing = MissingValue;
 inline constexpr bool Unread = false;
 } // namespace model_columns
 
-/// label, written label, field, type, format, default, position without labels, required, empty,
-/// read; see LayerLimits of the reader for defaults that another column gives
+/// label, written label, unit, field, type, format, default, position without labels, required,
+/// empty, read; see LayerLimits of the reader for defaults that another column gives
 inline constexpr auto ModelColumns = [] {
     using namespace model_columns;
     return std::to_array<TableColumn>({
-        {"STATION", "Station", &Sounding::Station, R8, Position, Missing, 1, true},
-        {"RXSTN", "RxStn", &Sounding::RxStn, R8, Position, Missing, 2, false},
-        {"TXSTN", "TxStn", &Sounding::TxStn, R8, Position, Missing, 3, false},
-        {"EAST", "East", &Sounding::East, R8, Position, Missing, 4, false, Never, Unread},
-        {"NORTH", "North", &Sounding::North, R8, Position, Missing, 5, false, Never, Unread},
-        {"ZINV", "Zinv", Computed, R4, Position, Missing, 6, true},
-        {"RESINV", "ResInv", &Sounding::ResInv, R4, Resistivity, Missing, 7, true},
-        {"RES0", "Res0", &Sounding::Res0, R4, Resistivity, Missing, 8, false},
-        {"RERR0", "Rerr0", &Sounding::Rerr0, R4, Plain, 500.0, 9, false},
-        {"DZW", "dzW", &Sounding::dzW, R4, Plain, 1.0, 10, false},
-        {"RERR", "Rerr", &Sounding::Rerr, R4, Plain, Missing, 11, false},
-        {"RSNS", "Rsns", &Sounding::Rsns, R4, Plain, 0.0, 12, false},
+        {"STATION", "Station", NoUnit, &Sounding::Station, R8, Position, Missing, 1, true},
+        {"RXSTN", "RxStn", NoUnit, &Sounding::RxStn, R8, Position, Missing, 2, false},
+        {"TXSTN", "TxStn", NoUnit, &Sounding::TxStn, R8, Position, Missing, 3, false},
+        {"EAST", "East", UnitOfLengths, &Sounding::East, R8, Position, Missing, 4, false, Never,
+         Unread},
+        {"NORTH", "North", UnitOfLengths, &Sounding::North, R8, Position, Missing, 5, false, Never,
+         Unread},
+        {"ZINV", "Zinv", UnitOfLengths, Computed, R4, Position, Missing, 6, true},
+        {"RESINV", "ResInv", "ohm-m", &Sounding::ResInv, R4, Resistivity, Missing, 7, true},
+        {"RES0", "Res0", "ohm-m", &Sounding::Res0, R4, Resistivity, Missing, 8, false},
+        {"RERR0", "Rerr0", "%", &Sounding::Rerr0, R4, Plain, 500.0, 9, false},
+        {"DZW", "dzW", NoUnit, &Sounding::dzW, R4, Plain, 1.0, 10, false},
+        {"RERR", "Rerr", "%", &Sounding::Rerr, R4, Plain, Missing, 11, false},
+        {"RSNS", "Rsns", "standard deviations", &Sounding::Rsns, R4, Plain, 0.0, 12, false},
     });
 }();
 static_assert(ModelColumns.size() == ModelColumnCount);

@@ -34,9 +34,16 @@ using ColumnField =
     std::variant<std::monostate, double SoundingRecord::*, WindowReals SoundingRecord::*,
                  LayerReals SoundingRecord::*, WeightAxis>;
 
+namespace column_units {
+inline constexpr std::string_view NoUnit = {};
+inline constexpr std::string_view UnitOfLengths = "m or ft"; ///< as LengthUnits says
+inline constexpr std::string_view UnitOfData = "TEMUnits";   ///< the control value
+} // namespace column_units
+
 struct TableColumn {
     std::string_view label;   ///< looked for in a label line, in capitals
     std::string_view written; ///< put on the label line
+    std::string_view unit;    ///< blank: none
     ColumnField field;
     CellType type;
     EditDescriptor edit; ///< not used for Int

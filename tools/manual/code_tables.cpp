@@ -131,11 +131,15 @@ std::string emptyText(EmptyCell empty) {
     }
 }
 
+std::string unitText(std::string_view unit) {
+    return unit == column_units::UnitOfData ? code(unit) : std::string(unit);
+}
+
 void printColumns(std::string_view name, std::span<const TableColumn> columns) {
-    begin(name, {"Column", "Required", "Default", "Written with", "Empty if"});
+    begin(name, {"Column", "Required", "Default", "Written with", "Empty if", "Unit"});
     for (const TableColumn &column : columns) {
         row({code(column.written), column.required ? "yes" : "no", defaultText(column.defaultValue),
-             formatText(column.edit), emptyText(column.empty)});
+             formatText(column.edit), emptyText(column.empty), unitText(column.unit)});
     }
 }
 
