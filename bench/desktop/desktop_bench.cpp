@@ -128,6 +128,35 @@ void showFullSection(benchmark::State &state) {
 }
 BENCHMARK(showFullSection)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// The same section when the user goes to the next sounding: it is drawn and painted again.
+void stepOnFullSection(benchmark::State &state) {
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(ResizableWindow, -1, -1, 1062, 850);
+    const SurveyModel model = longLine(2048);
+    const SectionPage page = sectionPage(model, {}, Project);
+    int sounding = 0;
+    for (auto _ : state) {
+        drawSection(page, ++sounding);
+        backend.window().canvas().repaint();
+    }
+    ToolkitClose();
+}
+BENCHMARK(stepOnFullSection)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// And when its window is uncovered: the picture is copied.
+void uncoverFullSection(benchmark::State &state) {
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(ResizableWindow, -1, -1, 1062, 850);
+    drawSection(sectionPage(longLine(2048), {}, Project));
+    for (auto _ : state) {
+        backend.window().canvas().repaint();
+    }
+    ToolkitClose();
+}
+BENCHMARK(uncoverFullSection)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 /// The report of 200 soundings: its pages, their PDF, the file.
 void reportOfLine(benchmark::State &state) {
     DesktopBackend backend({.memory = false});

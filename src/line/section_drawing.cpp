@@ -12,6 +12,7 @@
 #include <array>
 #include <cmath>
 #include <span>
+#include <vector>
 
 namespace keldrin {
 
@@ -26,42 +27,39 @@ constexpr float FadedWidth = 0.2F;
 class CellColours {
   public:
     explicit CellColours(const SectionPage &page)
-        : scale_{static_cast<double>(page.resistivity.low),
-                 static_cast<double>(page.resistivity.high), true},
+        : scale_(PlotScale{static_cast<double>(page.resistivity.low),
+                           static_cast<double>(page.resistivity.high), true}),
           table_(page.colours) {}
 
     [[nodiscard]] PageColour of(float resistivity, bool faded) const {
-        const auto part = static_cast<float>(scale_.fractionOf(static_cast<double>(resistivity)));
+        const auto part = static_cast<float>(scale_.of(static_cast<double>(resistivity)));
         const PageColour colour = colourAt(table_, part);
         return faded ? fadedColour(colour, FadedPart) : colour;
     }
 
   private:
-    PlotScale scale_;
+    AxisFractions scale_;
     int table_;
 };
-
-void fillRectangle(double left, double bottom, double right, double top, PageColour colour) {
-    const std::array<double, 4> x = {left, right, right, left};
-    const std::array<double, 4> y = {bottom, bottom, top, top};
-    PlotFillArea(x.data(), y.data(), static_cast<int>(x.size()), colour);
-}
 
 // Neighbours of one colour in a column are drawn as one.
 void drawCells(const SectionPage &page, std::span<const SectionCell> cells) {
     const CellColours colours(page);
-    for (std::size_t i = 0; i < cells.size();) {
-        const SectionCell &first = cells[i];
-        const PageColour colour = colours.of(first.resistivity, first.faded);
-        double bottom = first.bottom;
-        for (++i; i < cells.size() && cells[i].column == first.column && cells[i].top == bottom &&
-                  colours.of(cells[i].resistivity, cells[i].faded) == colour;
-             ++i) {
-            bottom = cells[i].bottom;
+    std::vector<PlotRectangle> drawn;
+    drawn.reserve(cells.size());
+    int column = -1; // of the last one
+    for (const SectionCell &cell : cells) {
+        const PageColour colour = colours.of(cell.resistivity, cell.faded);
+        if (cell.column == column && cell.top == drawn.back().bottom &&
+            colour == drawn.back().colour) {
+            drawn.back().bottom = cell.bottom;
+            continue;
         }
-        const LineColumn &column = page.columns[static_cast<std::size_t>(first.column)];
-        fillRectangle(column.left, bottom, column.right, first.top, colour);
+        column = cell.column;
+        const LineColumn &place = page.columns[static_cast<std::size_t>(column)];
+        drawn.push_back({place.left, cell.bottom, place.right, cell.top, colour});
     }
+    PlotFillRectangles(drawn);
 }
 
 void setUp(const SectionPage &page, const SectionPlot &plot) {
@@ -146,13 +144,15 @@ void drawHeights(const SectionPage &page, const SectionPlot &plot, int marked) {
 void drawMisfits(const SectionPage &page, const SectionPlot &plot, int marked) {
     constexpr PageColour bars = 0x8899AA;
     setUp(page, plot);
+    std::vector<PlotRectangle> drawn;
     for (std::size_t i = 0; i < page.columns.size(); ++i) {
         const auto misfit = static_cast<double>(page.misfit[i]);
         if (misfit > 0.0) {
-            fillRectangle(page.columns[i].left, 0.0, page.columns[i].right, misfit,
-                          misfit > plot.top ? Colour::Red : bars);
+            drawn.push_back({page.columns[i].left, 0.0, page.columns[i].right, misfit,
+                             misfit > plot.top ? Colour::Red : bars});
         }
     }
+    PlotFillRectangles(drawn);
     const std::array<double, 2> x = {page.left, page.right};
     const std::array<double, 2> y = {1.0, 1.0};
     PlotDrawLine(x.data(), y.data(), 2);
@@ -168,13 +168,15 @@ void drawColourBar(const SectionPage &page) {
                              static_cast<double>(page.resistivity.high), true};
     const auto drawSteps = [&](const PageFrame &bar, bool faded) {
         setUpLinePlot(bar, {0.0, 1.0}, scale.min, scale.max, true);
+        std::vector<PlotRectangle> drawn;
         for (int i = 0; i < steps; ++i) {
             const double from = scale.valueAt(static_cast<double>(i) / steps);
             const double to = scale.valueAt(static_cast<double>(i + 1) / steps);
             const float part = static_cast<float>(i) / static_cast<float>(steps - 1);
             const PageColour colour = colourAt(page.colours, part);
-            fillRectangle(0.0, from, 1.0, to, faded ? fadedColour(colour, FadedPart) : colour);
+            drawn.push_back({0.0, from, 1.0, to, faded ? fadedColour(colour, FadedPart) : colour});
         }
+        PlotFillRectangles(drawn);
         PlotFrame();
     };
     if (page.heights) {

@@ -33,12 +33,14 @@ float roundValue(float value, bool above) {
     return static_cast<float>(chosen * std::pow(10.0, decade));
 }
 
-// Nearest rank of a share of sorted values.
-float percentile(std::span<const float> sorted, double share) {
-    const auto count = static_cast<double>(sorted.size());
+// Nearest rank of a share of the values, which change their order.
+float percentile(std::vector<float> &values, double share) {
+    const auto count = static_cast<double>(values.size());
     const int rank =
-        limited(static_cast<int>(std::ceil(share * count)), 1, static_cast<int>(sorted.size()));
-    return sorted[static_cast<std::size_t>(rank - 1)];
+        limited(static_cast<int>(std::ceil(share * count)), 1, static_cast<int>(values.size()));
+    const auto place = values.begin() + (rank - 1);
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
 }
 
 } // namespace
@@ -63,18 +65,17 @@ AxisLimits roundPercentiles(std::span<const float> values) {
     constexpr AxisLimits none = {1.0F, 1000.0F};
     constexpr float smallest = 1.0e-6F; // ohm-m; beyond these a value is no resistivity
     constexpr float largest = 1.0e12F;
-    std::vector<float> sorted;
+    std::vector<float> resistivities;
     for (const float value : values) {
         if (value >= smallest && value <= largest) {
-            sorted.push_back(value);
+            resistivities.push_back(value);
         }
     }
-    if (sorted.empty()) {
+    if (resistivities.empty()) {
         return none;
     }
-    std::sort(sorted.begin(), sorted.end());
-    AxisLimits limits = {roundValue(percentile(sorted, lowest), false),
-                         roundValue(percentile(sorted, highest), true)};
+    AxisLimits limits = {roundValue(percentile(resistivities, lowest), false),
+                         roundValue(percentile(resistivities, highest), true)};
     for (bool upward = true; limits.high < leastRatio * limits.low * 0.999F; upward = !upward) {
         constexpr float next = 1.5F; // enough to reach the next round value
         if (upward) {

@@ -38,26 +38,43 @@ bool isUsable(const AxisLimits &limits, bool logarithmic) {
     return limits.high > limits.low && scale.isUsable();
 }
 
-// The windows of a sounding as cells: between the geometric means of neighbouring times, with the
-// rule for gaps on the logarithmic axis.
-void addWindows(SectionPage &page, int column, const SoundingRecord &sounding) {
+/// The windows of a sounding as cells.
+struct WindowCells {
+    std::vector<float> centers;       ///< of all windows
+    std::vector<std::size_t> indices; ///< of the windows that have a cell
+    std::vector<Stretch> cells;       ///< msec
+};
+
+// Between the geometric means of neighbouring times, with the rule for gaps on the logarithmic
+// axis. Mostly they are those of the sounding before.
+void makeWindowCells(WindowCells &made, const SoundingRecord &sounding) {
     constexpr double lone = 0.2; // of the logarithm
+    const auto centers = std::span(sounding.TWcenter).first(windowCount(sounding));
+    if (std::equal(centers.begin(), centers.end(), made.centers.begin(), made.centers.end())) {
+        return;
+    }
+    made = {{centers.begin(), centers.end()}, {}, {}};
     std::vector<double> places;
-    std::vector<std::size_t> indices;
-    for (std::size_t k = 0; k < windowCount(sounding); ++k) {
-        const auto time = static_cast<double>(sounding.TWcenter[k]);
-        if (time > 0.0 && std::isfinite(time) &&
-            (places.empty() || std::log(time) > places.back())) {
-            places.push_back(std::log(time));
-            indices.push_back(k);
+    for (std::size_t k = 0; k < centers.size(); ++k) {
+        const auto time = static_cast<double>(centers[k]);
+        const double place = std::log(time);
+        if (time > 0.0 && std::isfinite(time) && (places.empty() || place > places.back())) {
+            places.push_back(place);
+            made.indices.push_back(k);
         }
     }
-    const std::vector<Stretch> cells = cellsOf(places, lone);
-    for (std::size_t i = 0; i < indices.size(); ++i) {
-        const std::size_t k = indices[i];
+    for (const Stretch &cell : cellsOf(places, lone)) {
+        made.cells.push_back({std::exp(cell.from), std::exp(cell.to)});
+    }
+}
+
+void addWindows(SectionPage &page, int column, const SoundingRecord &sounding,
+                const WindowCells &windows) {
+    for (std::size_t i = 0; i < windows.indices.size(); ++i) {
+        const std::size_t k = windows.indices[i];
         if (!isSkipped(sounding.TEMerr[k]) && isResistivity(sounding.AResObs[k])) {
-            page.windows.push_back({column, static_cast<int>(k), std::exp(cells[i].to),
-                                    std::exp(cells[i].from), sounding.AResObs[k], false});
+            page.windows.push_back({column, static_cast<int>(k), windows.cells[i].to,
+                                    windows.cells[i].from, sounding.AResObs[k], false});
         }
     }
 }
@@ -93,12 +110,14 @@ void addCells(SectionPage &page, const SurveyModel &survey) {
             const double elevation = elevationOf(survey.sounding(column.sounding));
             return isPresent(elevation) && elevation != 0.0;
         });
+    WindowCells windows;
     for (std::size_t i = 0; i < page.columns.size(); ++i) {
         const SoundingRecord &sounding = survey.sounding(page.columns[i].sounding);
         page.stations.push_back(stationText(sounding.Station));
         page.ground.push_back(page.hasElevations ? elevationOf(sounding) : 0.0);
         page.misfit.push_back(soundingFit(survey.control, sounding).misfit);
-        addWindows(page, static_cast<int>(i), sounding);
+        makeWindowCells(windows, sounding);
+        addWindows(page, static_cast<int>(i), sounding, windows);
         addLayers(page, static_cast<int>(i), sounding);
     }
 }

@@ -144,6 +144,21 @@ double within(double low, double high, double part) {
     return low + part * (high - low);
 }
 
+void fillRectangleIn(const ClipRectangle &frame, const ClipRectangle &area, PageColour colour) {
+    const std::array<ClipPoint, 4> corners = {{{area.left, area.bottom},
+                                               {area.right, area.bottom},
+                                               {area.right, area.top},
+                                               {area.left, area.top}}};
+    if (!frame.holds(area.left, area.bottom) || !frame.holds(area.right, area.top)) {
+        fillAreaIn(frame, {corners.begin(), corners.end()}, colour);
+        return;
+    }
+    std::array<PagePoint, 4> shown{};
+    std::transform(corners.begin(), corners.end(), shown.begin(),
+                   [](const ClipPoint &corner) { return pagePoint(corner.x, corner.y); });
+    drawingState().surface->fill(shown, colour);
+}
+
 } // namespace
 
 PlotState &plotState() {
@@ -234,6 +249,24 @@ bool PlotFillArea(const float *x, const float *y, int count, PageColour colour) 
 
 bool PlotFillArea(const double *x, const double *y, int count, PageColour colour) {
     return fillArea(x, y, count, colour);
+}
+
+bool PlotFillRectangles(std::span<const PlotRectangle> rectangles) {
+    if (!plotIsUsable() || !ToolkitFillsAreas()) {
+        return ToolkitFillsAreas();
+    }
+    const ClipRectangle frame = plotFrameRectangle();
+    const AxisFractions across(plotState().x);
+    const AxisFractions upward(plotState().y);
+    for (const PlotRectangle &area : rectangles) {
+        fillRectangleIn(frame,
+                        {within(frame.left, frame.right, across.of(area.left)),
+                         within(frame.bottom, frame.top, upward.of(area.bottom)),
+                         within(frame.left, frame.right, across.of(area.right)),
+                         within(frame.bottom, frame.top, upward.of(area.top))},
+                        area.colour);
+    }
+    return true;
 }
 
 void PlotToPage(float x, float y, float &px, float &py) {

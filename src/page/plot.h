@@ -80,6 +80,17 @@ void PlotMarkers(const double *x, const double *y, int count, int marker);
 bool PlotFillArea(const float *x, const float *y, int count, PageColour colour);
 bool PlotFillArea(const double *x, const double *y, int count, PageColour colour);
 
+/// A rectangle between values of the axes.
+struct PlotRectangle {
+    double left = 0.0;
+    double bottom = 0.0;
+    double right = 0.0;
+    double top = 0.0;
+    PageColour colour = 0;
+};
+/// PlotFillArea() of many rectangles, one after the other.
+bool PlotFillRectangles(std::span<const PlotRectangle> rectangles);
+
 // Axis values to page units, and the inverse; NaN where there is no such place.
 void PlotToPage(float x, float y, float &px, float &py);
 void PlotFromPage(float px, float py, float &x, float &y);

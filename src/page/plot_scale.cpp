@@ -29,14 +29,21 @@ bool PlotScale::isUsable() const {
 }
 
 double PlotScale::fractionOf(double value) const {
-    const double low = stretched(min, logarithmic);
-    return (stretched(value, logarithmic) - low) / (stretched(max, logarithmic) - low);
+    return AxisFractions(*this).of(value);
 }
 
 double PlotScale::valueAt(double fraction) const {
     const double low = stretched(min, logarithmic);
     const double place = low + fraction * (stretched(max, logarithmic) - low);
     return logarithmic ? std::pow(10.0, place) : place;
+}
+
+AxisFractions::AxisFractions(const PlotScale &scale)
+    : low_(stretched(scale.min, scale.logarithmic)),
+      span_(stretched(scale.max, scale.logarithmic) - low_), logarithmic_(scale.logarithmic) {}
+
+double AxisFractions::of(double value) const {
+    return (stretched(value, logarithmic_) - low_) / span_;
 }
 
 } // namespace keldrin

@@ -17,4 +17,16 @@ struct PlotScale {
     [[nodiscard]] double valueAt(double fraction) const;
 };
 
+/// PlotScale::fractionOf() of many values: the ends of the axis are taken once.
+class AxisFractions {
+  public:
+    explicit AxisFractions(const PlotScale &scale);
+    [[nodiscard]] double of(double value) const;
+
+  private:
+    double low_;
+    double span_;
+    bool logarithmic_;
+};
+
 } // namespace keldrin

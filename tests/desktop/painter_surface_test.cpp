@@ -329,6 +329,31 @@ TEST(PainterSurfaceAreas, HaveTheirColourAndLeaveNoSeam) {
     }
 }
 
+TEST(PainterSurfaceAreas, AreTheSamePixelsAsRectanglesAndAsPolygons) {
+    constexpr int steps = 90; // of edges, by parts of a pixel
+    constexpr PageColour colour = 0x21918C;
+    for (const double ratio : {1.0, 1.25}) {
+        Screen rectangles({333, 251}, ratio);
+        Screen polygons({333, 251}, ratio);
+        for (int i = 0; i < steps; ++i) {
+            const float left = 0.0107F * static_cast<float>(i);
+            const float right = left + 0.0001F * static_cast<float>(i);
+            for (int k = 0; k < steps; ++k) {
+                const float bottom = 0.0109F * static_cast<float>(k);
+                const float top = bottom + 0.0001F * static_cast<float>(k);
+                const std::array corners = {PagePoint{left, bottom}, PagePoint{right, bottom},
+                                            PagePoint{right, top}, PagePoint{left, top},
+                                            PagePoint{left, (bottom + top) / 2.0F}};
+                rectangles.surface().fill(std::span(corners).first(4), colour);
+                polygons.surface().fill(corners, colour);
+            }
+        }
+        rectangles.finish();
+        polygons.finish();
+        EXPECT_EQ(rectangles.picture, polygons.picture) << ratio;
+    }
+}
+
 TEST(PainterSurfacePage, FillsItsTargetOnlyAndLeavesThePainterAsItWas) {
     QImage picture(200, 100, QImage::Format_RGB32);
     picture.fill(Qt::green);

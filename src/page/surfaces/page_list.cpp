@@ -71,6 +71,13 @@ void PageList::endMarker() {
     add(Kind::EndMarker);
 }
 
+void PageList::pageKind(std::string_view kind) {
+    if (kind_ != kind) {
+        kind_ = kind;
+        ++changes_;
+    }
+}
+
 void PageList::make(const Call &call, Surface &surface) const {
     const std::span<const PagePoint> points = std::span(points_).subspan(call.first, call.count);
     switch (call.kind) {

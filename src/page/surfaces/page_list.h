@@ -28,7 +28,7 @@ class PageList : public Surface {
     void naturalLetters(bool on) override { naturalLetters_ = on; }
     void beginMarker(int marker, PagePoint centre) override;
     void endMarker() override;
-    void pageKind(std::string_view kind) override { kind_ = kind; }
+    void pageKind(std::string_view kind) override;
 
     /// Draws the list: begins the page, then clears it and makes all calls again. The page is left
     /// open.

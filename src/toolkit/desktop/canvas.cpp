@@ -47,23 +47,36 @@ Canvas::Canvas(QWidget *parent) : QWidget(parent) {
 }
 
 void Canvas::showPage() {
-    if (page_.changes() != painted_) {
+    if (page_.changes() != painted_.changes) {
         update();
     }
 }
 
-void Canvas::paintEvent(QPaintEvent * /*event*/) {
-    painted_ = page_.changes();
-    QPainter painter(this);
-    painter.fillRect(rect(), Qt::white); // paper, in light and dark surroundings
-    {
-        PainterSurface surface(painter, QRectF(rect()));
-        constexpr int halfLight = 128;
-        if (palette().base().color().lightness() < halfLight) { // the log is no paper
-            surface.setLogColours(palette().base().color(), palette().text().color());
-        }
-        page_.replay(surface);
+// The picture has the pixels that the canvas covers on its window, so that it is copied as it is.
+void Canvas::drawPicture(const QRectF &pixels, double pixelRatio) {
+    picture_ = QImage(pixels.toAlignedRect().size(), QImage::Format_RGB32);
+    picture_.setDevicePixelRatio(pixelRatio);
+    picture_.fill(Qt::white); // paper, in light and dark surroundings
+    QPainter painter(&picture_);
+    painter.translate((pixels.topLeft() - pixels.toAlignedRect().topLeft()) / pixelRatio);
+    PainterSurface surface(painter, QRectF(rect()));
+    constexpr int halfLight = 128;
+    if (palette().base().color().lightness() < halfLight) { // the log is no paper
+        surface.setLogColours(palette().base().color(), palette().text().color());
     }
+    page_.replay(surface);
+}
+
+void Canvas::paintEvent(QPaintEvent * /*event*/) {
+    QPainter painter(this);
+    const QRectF pixels = painter.deviceTransform().mapRect(QRectF(rect()));
+    const Painted now = {page_.changes(), pixels, palette().cacheKey()};
+    if (!(now == painted_)) {
+        painted_ = now;
+        drawPicture(pixels, devicePixelRatioF());
+    }
+    const QPointF corner = QPointF(pixels.toAlignedRect().topLeft()) - pixels.topLeft();
+    painter.drawImage(corner / devicePixelRatioF(), picture_);
     if (bandOn_) {
         painter.setPen(QPen(Qt::red, 0));
         painter.drawRect(band());

@@ -3,6 +3,8 @@
 #include "page/surfaces/page_list.h"
 #include "toolkit/toolkit.h"
 
+#include <QImage>
+#include <QRectF>
 #include <QWidget>
 
 #include <cstdint>
@@ -12,7 +14,8 @@
 namespace keldrin {
 
 /// The page of the root window. It repaints from the list of what was drawn, at any size and pixel
-/// ratio, without asking the program, and reports where the mouse is in fractions of the page.
+/// ratio, without asking the program, and reports where the mouse is in fractions of the page. What
+/// was painted is kept as a picture for as long as it is the same.
 class Canvas : public QWidget {
   public:
     explicit Canvas(QWidget *parent);
@@ -44,12 +47,23 @@ class Canvas : public QWidget {
     void wheelEvent(QWheelEvent *event) override;
 
   private:
+    /// What the picture was made of.
+    struct Painted {
+        std::uint64_t changes = 0; ///< of the page
+        QRectF pixels;             ///< that the canvas covers on its window
+        qint64 palette = 0;
+
+        bool operator==(const Painted &) const = default;
+    };
+
+    void drawPicture(const QRectF &pixels, double pixelRatio);
     [[nodiscard]] QPointF fractionOf(QPointF place) const;
     void tellButton(int type, const QMouseEvent &event, bool second = false);
     [[nodiscard]] QRectF band() const;
 
     PageList page_;
-    std::uint64_t painted_ = 0; ///< changes of the page that the window shows
+    Painted painted_;
+    QImage picture_;
     bool bandOn_ = false;
     QPointF bandFrom_; ///< fractions of the page, y upward
     QPointF bandTo_;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 namespace keldrin {
 
@@ -52,6 +53,29 @@ bool isAlongAxes(const QPolygonF &line) {
     return true;
 }
 
+// The pixels whose middle lies in an upright rectangle; nothing for an area of another shape. The
+// painter counts in 64ths of a pixel, and so does this.
+std::optional<QRect> pixelsOf(const QPolygonF &area) {
+    constexpr qsizetype corners = 4;
+    if (area.size() != corners) {
+        return std::nullopt;
+    }
+    const bool levelFirst = area[0].y() == area[1].y() && area[1].x() == area[2].x() &&
+                            area[2].y() == area[3].y() && area[3].x() == area[0].x();
+    const bool uprightFirst = area[0].x() == area[1].x() && area[1].y() == area[2].y() &&
+                              area[2].x() == area[3].x() && area[3].y() == area[0].y();
+    if (!levelFirst && !uprightFirst) {
+        return std::nullopt;
+    }
+    const auto pixel = [](double place) {
+        constexpr double parts = 64.0;
+        return static_cast<int>(std::floor(std::round(place * parts) / parts + 0.5));
+    };
+    const auto [left, right] = std::minmax({pixel(area[0].x()), pixel(area[2].x())});
+    const auto [top, bottom] = std::minmax({pixel(area[0].y()), pixel(area[2].y())});
+    return QRect(left, top, right - left, bottom - top);
+}
+
 // How much smaller letters are set that keep their own shape, where they are wider than the page
 // counts on.
 double partOfWideFont(QFont font) {
@@ -71,7 +95,8 @@ QFont programFont() {
 }
 
 PainterSurface::PainterSurface(QPainter &painter, const QRectF &target)
-    : painter_(painter), target_(painter.deviceTransform().mapRect(target)) {
+    : painter_(painter), target_(painter.deviceTransform().mapRect(target)),
+      onPixels_(painter.paintEngine()->type() == QPaintEngine::Raster) {
     painter_.save();
     base_ = painter_.deviceTransform().inverted() * painter_.worldTransform();
     painter_.setWorldTransform(base_);
@@ -91,6 +116,7 @@ void PainterSurface::begin(float widthCm, float heightCm) {
 }
 
 void PainterSurface::clear() {
+    smooth(true);
     painter_.fillRect(target_, Qt::white);
 }
 
@@ -177,6 +203,7 @@ QPolygonF PainterSurface::markerPath(std::span<const PagePoint> points) const {
 // Lines along the axes are drawn one by one: square ends fill their corners, joins would not.
 void PainterSurface::drawLine(const QPolygonF &line) {
     const bool alongAxes = isAlongAxes(line);
+    smooth(true);
     painter_.setPen(QPen(colourOf(colour_), pen_, Qt::SolidLine,
                          alongAxes ? Qt::SquareCap : Qt::RoundCap, Qt::RoundJoin));
     painter_.setBrush(Qt::NoBrush);
@@ -211,6 +238,7 @@ void PainterSurface::polygon(std::span<const PagePoint> points, bool filled) {
     if (points.empty()) {
         return;
     }
+    smooth(true);
     if (marker_ == RingMarker) {
         painter_.setPen(QPen(colourOf(colour_), pen_));
         painter_.setBrush(Qt::NoBrush);
@@ -242,16 +270,33 @@ void PainterSurface::fill(std::span<const PagePoint> corners, PageColour colour)
     for (const PagePoint &corner : corners) {
         area.push_back(place(corner));
     }
-    const bool onPixels = painter_.paintEngine()->type() == QPaintEngine::Raster;
-    painter_.setRenderHint(QPainter::Antialiasing, false);
-    painter_.setPen(onPixels ? QPen(Qt::NoPen) : QPen(colourOf(colour), Pixel));
+    smooth(false);
+    if (!onPixels_) {
+        painter_.setPen(QPen(colourOf(colour), Pixel));
+    } else if (const std::optional<QRect> pixels = pixelsOf(area)) {
+        if (!pixels->isEmpty()) {
+            painter_.fillRect(*pixels, colourOf(colour));
+        }
+        return;
+    } else {
+        painter_.setPen(Qt::NoPen);
+    }
     painter_.setBrush(colourOf(colour));
     painter_.drawPolygon(area);
-    painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+// Lines and letters are smooth, areas are not. It is switched only when the other kind follows: a
+// section has very many areas.
+void PainterSurface::smooth(bool on) {
+    if (on != smooth_) {
+        painter_.setRenderHint(QPainter::Antialiasing, on);
+        smooth_ = on;
+    }
 }
 
 void PainterSurface::text(PagePoint at, std::string_view string, float charWidth, float charHeight,
                           float degrees) {
+    smooth(true);
     const QString shown = shownText(string);
     const double angle = static_cast<double>(degrees) * std::numbers::pi / 180.0;
     const double right = xPerCm_ * std::cos(angle);

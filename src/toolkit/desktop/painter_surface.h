@@ -52,11 +52,14 @@ class PainterSurface : public Surface {
     [[nodiscard]] QPolygonF markerPath(std::span<const PagePoint> points) const;
     void drawRound(std::span<const PagePoint> outline);
     void drawLine(const QPolygonF &line);
+    void smooth(bool on);
 
     // All of it in device pixels: the painter's units are made so.
     QPainter &painter_;
     QTransform base_;
     QRectF target_;
+    bool onPixels_;
+    bool smooth_ = true; ///< as the painter draws now
     float widthCm_ = PageWidthCm;
     float heightCm_ = PageHeightCm;
     double xPerCm_ = 1.0;
