@@ -20,16 +20,19 @@ struct View {
     ViewState &state;
     const std::string &path;
     LinePage page = {};
+    bool shown = false; ///< the page as it is
     std::optional<ViewEnd> end = {};
 };
 
 void makePage(View &view) {
+    view.shown = false;
     view.page = findLinePage(view.state.page)->make(view.survey, view.state.settings, view.path);
 }
 
 // ---- Actions of keys, menu and mouse
 
 void goTo(View &view, int sounding) {
+    view.shown = false;
     view.state.sounding = limited(sounding, 1, view.survey.SoundingCount);
 }
 
@@ -63,6 +66,7 @@ void showPage(View &view, int command) {
 // What the dialog says stands in place of the hint.
 void editLimits(View &view) {
     const LinePageKind &kind = *findLinePage(view.state.page);
+    view.shown = false; // the log may stand in its place
     if (kind.editLimits(view.survey, view.state.settings)) {
         makePage(view);
     }
@@ -149,6 +153,9 @@ void serveEvent(View &view, const ToolkitEvent &event) {
     case EventResize:
         makePage(view); // for the new shape of the window
         break;
+    case EventExposure:
+        view.shown = false;
+        break;
     case EventClose:
         view.end = ViewEnd::Closed;
         break;
@@ -177,8 +184,11 @@ void showPlace(const View &view) {
 
 void serveView(View &view) {
     while (!view.end) {
-        view.page.draw(view.state.sounding);
-        showPlace(view);
+        if (!view.shown) {
+            view.page.draw(view.state.sounding);
+            showPlace(view);
+            view.shown = true;
+        }
         ToolkitEvent event;
         ToolkitNextEvent(event);
         serveEvent(view, event);

@@ -37,9 +37,11 @@ bool isDroppedPress(const RawEvent &event) {
     return dropped;
 }
 
-// A trackbar is read when its event is served, so of several in a row only the last counts.
+// A trackbar, or the size of the window, is read when its event is served, so of several in a row
+// only the last counts.
 bool isRepeated(const RawEvent &event, const std::deque<RawEvent> &behind) {
-    if (event.type != EventFieldChange || behind.empty()) {
+    const bool isRead = event.type == EventFieldChange || event.type == EventResize;
+    if (!isRead || behind.empty()) {
         return false;
     }
     const RawEvent &next = behind.front();
