@@ -25,6 +25,7 @@ constexpr float FrameFoot = 1.7F;
 constexpr PageFrame TimesFrame = {SectionLeft, 11.2F, SectionRight, FrameTop};
 constexpr PageFrame TimesAlone = {SectionLeft, FrameFoot, SectionRight, FrameTop};
 constexpr PageFrame HeightsFrame = {SectionLeft, 4.4F, SectionRight, 10.5F};
+constexpr double ShapeOfPage = 0.75; // height over width
 constexpr PageFrame MisfitsFrame = {SectionLeft, FrameFoot, SectionRight, 3.6F};
 
 bool isResistivity(float value) {
@@ -160,17 +161,19 @@ std::vector<float> seenDepths(const SectionPage &page) {
     return depths;
 }
 
-// From a little above the highest ground down to a little below what the data see. Few soundings
-// that see much deeper than the others, as resistive ground lets them, do not squeeze the rest.
-AxisLimits ownHeights(const SectionPage &page) {
-    constexpr double margin = 0.03;
+// Page centimetres of a unit of height over those of a unit of distance.
+double exaggerationOf(const SectionPage &page, const SectionPlot &heights, double pageShape) {
+    const PageFrame &frame = heights.frame;
+    const double across = static_cast<double>(frame.right - frame.left) / (page.right - page.left);
+    const double upward =
+        static_cast<double>(frame.top - frame.bottom) / (heights.top - heights.bottom);
+    return upward / across * pageShape / ShapeOfPage;
+}
+
+// From the highest ground down to a little below what the data see, at each column no deeper than
+// `most`; all layers where the data see nothing.
+SectionPlot seenHeights(const SectionPage &page, std::span<const float> depths, float most) {
     constexpr float below = 1.15F;
-    constexpr float mostOfMedian = 1.4F;
-    const std::vector<float> depths = seenDepths(page);
-    std::vector<float> seeing;
-    std::copy_if(depths.begin(), depths.end(), std::back_inserter(seeing),
-                 [](float depth) { return depth > 0.0F; });
-    const float most = seeing.empty() ? 0.0F : mostOfMedian * medianOf(std::move(seeing));
     double highest = -1.0e32;
     double lowest = 1.0e32;
     for (const SectionCell &cell : page.layers) {
@@ -180,17 +183,31 @@ AxisLimits ownHeights(const SectionPage &page) {
         highest = std::max(highest, ground);
         lowest = std::min(lowest, most > 0.0F ? ground - depth : cell.bottom);
     }
-    return {static_cast<float>(lowest), static_cast<float>(highest + margin * (highest - lowest))};
+    return {HeightsFrame, lowest, highest, false};
 }
 
-// Page centimetres of a unit of height over those of a unit of distance.
-double exaggerationOf(const SectionPage &page, const SectionPlot &heights, double pageShape) {
-    const PageFrame &frame = heights.frame;
-    const double across = static_cast<double>(frame.right - frame.left) / (page.right - page.left);
-    const double upward =
-        static_cast<double>(frame.top - frame.bottom) / (heights.top - heights.bottom);
-    constexpr double shapeOfPage = 0.75;
-    return upward / across * pageShape / shapeOfPage;
+// Few soundings that see much deeper than the others, as resistive ground lets them, do not squeeze
+// the rest. Where the section is flatter than the ground itself, a quarter of the soundings decides
+// how deep it goes: the others see far into ground of which there is nothing to tell.
+AxisLimits ownHeights(const SectionPage &page) {
+    constexpr double margin = 0.03;
+    constexpr float mostOfUsual = 1.4F;
+    const std::vector<float> depths = seenDepths(page);
+    std::vector<float> seeing;
+    std::copy_if(depths.begin(), depths.end(), std::back_inserter(seeing),
+                 [](float depth) { return depth > 0.0F; });
+    std::sort(seeing.begin(), seeing.end());
+    const auto most = [&](std::size_t part) {
+        return seeing.empty() ? 0.0F : mostOfUsual * seeing[seeing.size() / part];
+    };
+    SectionPlot heights = seenHeights(page, depths, most(2));
+    const double flatness = exaggerationOf(page, heights, ShapeOfPage);
+    if (flatness < 1.0) {
+        const double trueToScale = heights.top - (heights.top - heights.bottom) * flatness;
+        heights.bottom = std::min(seenHeights(page, depths, most(4)).bottom, trueToScale);
+    }
+    const double air = margin * (heights.top - heights.bottom);
+    return {static_cast<float>(heights.bottom), static_cast<float>(heights.top + air)};
 }
 
 void setHeights(SectionPage &page, const SectionLimits &limits, double pageShape) {

@@ -132,6 +132,29 @@ TEST(SectionPage, TellsItsVerticalExaggeration) {
                 1e-6);
 }
 
+TEST(SectionPage, IsNoFlatterThanTheGroundForTheSakeOfFewDeepSoundings) {
+    SurveyModel survey = lineSurvey(12, 5, 30);
+    const auto see = [&](int sounding, int layers) {
+        for (int k = 0; k < 30; ++k) {
+            survey.sounding(sounding).Rsns[static_cast<std::size_t>(k)] = k < layers ? 9.0F : 1.0F;
+        }
+    };
+    const auto bottom = [&] {
+        return 300.0 - sectionPage(survey, {}, "line.std").heights->bottom;
+    };
+    for (int i = 1; i <= 12; ++i) {
+        see(i, i <= 4 ? 8 : 30);
+    }
+    EXPECT_NEAR(bottom(), 202.2, 0.1) << "to scale, which is deeper than 1.4 times 80 m";
+    survey.hTrn.resize(6);
+    survey.SoundingCount = 6;
+    see(3, 30);
+    see(4, 30);
+    EXPECT_NEAR(bottom(), 112.0, 0.1) << "a quarter of them see down to 80 m";
+    see(2, 30);
+    EXPECT_NEAR(bottom(), 345.0, 0.1);
+}
+
 TEST(SectionPage, TakesLimitsOfTheUserUnlessTheyCannotBeShown) {
     const SurveyModel survey = lineSurvey(3);
     SectionLimits limits;
