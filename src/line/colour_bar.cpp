@@ -3,8 +3,12 @@
 #include "page/colour_scales.h"
 #include "page/drawing.h"
 #include "page/plot.h"
+#include "page/plot_ticks.h"
 
 #include <array>
+#include <cmath>
+#include <string>
+#include <vector>
 
 namespace keldrin {
 
@@ -25,6 +29,32 @@ PageColour ValueColours::of(float value) const {
     return colourAt(colours, static_cast<float>(scale.fractionOf(static_cast<double>(value))));
 }
 
+void numberRoundValues(const PlotScale &scale) {
+    constexpr double longest = 1000.0; // of the limits
+    constexpr double hair = 1.0e-5;
+    constexpr std::array mantissas = {1.0, 2.0, 5.0};
+    if (!scale.logarithmic || !scale.isUsable() || scale.max > scale.min * longest * (1.0 + hair)) {
+        return;
+    }
+    std::vector<float> values;
+    std::vector<std::string> labels;
+    const int last = static_cast<int>(std::floor(std::log10(scale.max) + hair));
+    for (int decade = static_cast<int>(std::floor(std::log10(scale.min))); decade <= last;
+         ++decade) {
+        for (const double mantissa : mantissas) {
+            const double value = mantissa * std::pow(10.0, decade);
+            if (value >= scale.min * (1.0 - hair) && value <= scale.max * (1.0 + hair)) {
+                values.push_back(static_cast<float>(value));
+                labels.push_back(tickText(value));
+            }
+        }
+    }
+    if (values.size() > 1) {
+        PlotTickPositions(values.data(), static_cast<int>(values.size()));
+        PlotTickLabels(labels);
+    }
+}
+
 void drawColourBar(const PageFrame &frame, const ValueColours &colours, std::string_view label) {
     constexpr int steps = 64;
     constexpr float reach = 1.1F; // cm
@@ -40,6 +70,7 @@ void drawColourBar(const PageFrame &frame, const ValueColours &colours, std::str
     PlotFrame();
     PlotNumberReach(reach);
     selectTextSize(NumberSize);
+    numberRoundValues(colours.scale);
     PlotYAxisRight();
     PlotYLabelOffset(0.1F);
     selectTextSize(LabelSize);

@@ -15,7 +15,7 @@ namespace keldrin {
 namespace {
 
 constexpr float CellsPerCm = 10.0F;
-constexpr float Gap = 0.1F; // cm between a point and its label
+constexpr float Gap = 0.1F; // cm between a point and its label, and between labels in a row
 
 int cellAt(float cm) {
     return static_cast<int>(std::floor(cm * CellsPerCm));
@@ -156,7 +156,7 @@ std::optional<LabelPlace> placeBeside(PageRoom &room, const PageFrame &box, floa
     for (const Side &side : Sides) {
         const PageFrame label = boxAt(side, box, width, height);
         if (room.isFree(label)) {
-            room.take(label);
+            room.take({label.left - Gap, label.bottom, label.right + Gap, label.top});
             return LabelPlace{0, label.left, label.bottom};
         }
     }

@@ -1,4 +1,5 @@
 #include "base/number_text.h"
+#include "line/colour_bar.h"
 #include "line/line_drawing.h"
 #include "line/section_page.h"
 #include "page/colour_scales.h"
@@ -160,7 +161,7 @@ void drawMisfits(const SectionPage &page, const SectionPlot &plot, int marked) {
     drawCaption(plot.frame, "Misfit in units of the stated errors");
 }
 
-void drawColourBar(const SectionPage &page) {
+void drawResistivityBar(const SectionPage &page) {
     constexpr int steps = 64;
     const SectionPlot &last = page.heights ? *page.heights : page.times;
     const PageFrame frame = {BarLeft, last.frame.bottom, BarLeft + BarWidth, page.times.frame.top};
@@ -185,6 +186,7 @@ void drawColourBar(const SectionPage &page) {
     drawSteps(frame, false);
     PlotNumberReach(1.0F);
     selectTextSize(NumberSize);
+    numberRoundValues(scale);
     PlotYAxisRight();
     PlotYLabelOffset(0.1F);
     selectTextSize(LabelSize);
@@ -199,7 +201,7 @@ bool drawSection(const SectionPage &page, int marked) {
     }
     beginReviewPage();
     drawLineTitle(page.title);
-    drawColourBar(page);
+    drawResistivityBar(page);
     drawTimes(page, marked);
     if (page.heights) {
         drawHeights(page, *page.heights, marked);
