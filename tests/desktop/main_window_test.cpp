@@ -90,6 +90,9 @@ TEST(MainWindow, InDarkSurroundingsTheLogIsDarkAndAPageIsPaper) {
     EXPECT_EQ(drawn("page"), std::pair(255, 0));
     canvas.setPalette(QPalette(Qt::lightGray));
     EXPECT_EQ(drawn("log"), std::pair(255, 0));
+    canvas.resize(480, 360); // the picture that it keeps is of another size
+    EXPECT_EQ(canvas.grab().toImage().pixelColor(240, 180).lightness(), 0);
+    EXPECT_EQ(canvas.grab().toImage().pixelColor(120, 90).lightness(), 255);
 }
 
 TEST(MainWindow, TheCountOfWarningsIsALinkToTheList) {

@@ -65,12 +65,13 @@ TEST_F(DialogEvents, ATypedFieldIsCommittedJustBeforeAButton) {
     EXPECT_EQ(waiting(), Events{});
 }
 
-TEST_F(DialogEvents, RepeatedChangesOfOneFieldCountOnce) {
+TEST_F(DialogEvents, RepeatedChangesOfOneFieldOrOfTheSizeCountOnce) {
     showConfiguration();
     for (const char *text : {"1", "2", "3"}) {
         typeText(*topDialog(), 1025, text);
         commitField(*topDialog(), 1025);
     }
+    queueEvent({EventResize, 0, 0, 0.0, 0.0});
     queueEvent({EventResize, 0, 0, 0.0, 0.0});
     typeText(*topDialog(), 1025, "4");
     commitField(*topDialog(), 1025);
