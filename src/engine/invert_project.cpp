@@ -73,6 +73,12 @@ class ReaderMessages {
     std::string first_;
 };
 
+int modelCount(SurveyModel &model) {
+    const std::span<SoundingRecord> soundings = model.soundings();
+    return static_cast<int>(std::count_if(soundings.begin(), soundings.end(),
+                                          [](const SoundingRecord &r) { return r.NumLayer > 0; }));
+}
+
 /// One run of the engine on one project.
 class ProjectRun {
   public:
@@ -92,6 +98,7 @@ class ProjectRun {
     InvertResult read();
     InvertResult readModelFile();
     void dropCutBlock();
+    [[nodiscard]] std::string whyKept(const FileContent &old, const FileContent &next) const;
     InvertResult invert();
     InvertResult computeApparentResistivities();
     InvertResult write();
@@ -111,7 +118,8 @@ class ProjectRun {
     DataTableLines lines_;
     OldFile project_;
     OldFile modelFile_;
-    int newLayers_ = 0; ///< of a grid that this project gets without a model file
+    int usedModels_ = 0; ///< of the model file, by soundings of the project
+    int newLayers_ = 0;  ///< of a grid that this project gets without a model file
     std::vector<SoundingPlan> plans_;
     LineChoice choice_;
     LineInversion line_;
@@ -148,13 +156,20 @@ InvertResult ProjectRun::readModelFile() {
     if (!modelFile_.readIfPresent(path, reason)) {
         return failed(path + " cannot be read: " + reason);
     }
-    if (options_.fresh || !modelFile_.exists()) {
+    if (!modelFile_.exists()) {
+        return InvertResult::Done;
+    }
+    if (options_.fresh) { // how many models of the file are those of this project, no more
+        const ReaderMessages unsaid;
+        SurveyModel looked = model_;
+        usedModels_ = M1D_File_Read(looked, path) == 0 ? modelCount(looked) : 0;
         return InvertResult::Done;
     }
     const ReaderMessages messages;
     if (M1D_File_Read(model_, path) != 0) {
         return failed(path + " cannot be read: " + messages.first());
     }
+    usedModels_ = modelCount(model_);
     if (!model_.source.models.content.whole) {
         dropCutBlock();
     }
@@ -191,11 +206,12 @@ void ProjectRun::tellSurvey() const {
 
 void ProjectRun::tellChoice() const {
     if (choice_.ofOtherTransmitters > 0) {
-        say(counted(choice_.ofOtherTransmitters, "sounding") +
-            " of other transmitters stay as they are");
+        say(counted(choice_.ofOtherTransmitters, "sounding") + " of other transmitters " +
+            (choice_.ofOtherTransmitters == 1 ? "stays as it is" : "stay as they are"));
     }
     if (choice_.refused > 0) {
-        say(counted(choice_.refused, "sounding") + " cannot be computed and stay as they are; " +
+        say(counted(choice_.refused, "sounding") + " cannot be computed and " +
+            (choice_.refused == 1 ? "stays as it is; " : "stay as they are; ") +
             choice_.firstRefusal);
     }
 }
@@ -285,10 +301,25 @@ void ProjectRun::tellDepth() const {
 InvertResult ProjectRun::computeApparentResistivities() {
     const ReaderMessages messages;
     (void)ARes_Survey(model_, {[this](int done, int total) {
-                          run_.progress(done, total);
-                          return !run_.stopped();
-                      }});
+                                   run_.progress(done, total);
+                                   return !run_.stopped();
+                               },
+                               run_.threads});
     return run_.stopped() ? InvertResult::Stopped : InvertResult::Done;
+}
+
+// What would be lost with the old model file; blank: nothing that the new one does not replace.
+std::string ProjectRun::whyKept(const FileContent &old, const FileContent &next) const {
+    if (!modelFile_.exists()) {
+        return "";
+    }
+    if (!old.whole) {
+        return "was not whole";
+    }
+    if (old.soundings > next.soundings) {
+        return "holds more soundings";
+    }
+    return old.soundings > usedModels_ ? "holds models of other soundings" : "";
 }
 
 InvertResult ProjectRun::write() {
@@ -311,11 +342,13 @@ InvertResult ProjectRun::write() {
     const bool keepsModels = line_.iterations == 0 && modelFile_.exists() && !options_.fresh &&
                              start_.fromModelFile == static_cast<int>(choice_.soundings.size());
     std::string models = modelFile_.content();
-    std::string kept; // name of a model file that holds more than the new one
+    std::string kept; // name of a model file that the new one does not stand for
+    std::string why;
     if (!keepsModels) {
         FileWrite file = prepareModels(model_, modelFile_.path());
         const FileContent old = modelContent(modelFile_.path());
-        if (old.soundings > file.content.soundings) {
+        why = whyKept(old, file.content);
+        if (!why.empty()) {
             kept = keptName(modelFile_.path(), old.rows, modelContent);
         }
         models = std::move(file.text);
@@ -325,13 +358,12 @@ InvertResult ProjectRun::write() {
     case PairResult::Stopped:
         return InvertResult::Stopped;
     case PairResult::Failed:
-        return failed("nothing was written: " + reason);
+        return failed("nothing was written to " + path_ + ": " + reason);
     case PairResult::Replaced:
         break;
     }
     if (!kept.empty()) {
-        say("the old model file holds more soundings and is kept as " +
-            std::string(fileNameOf(kept)));
+        say("the old model file " + why + " and is kept as " + std::string(fileNameOf(kept)));
     }
     return InvertResult::Done;
 }

@@ -34,7 +34,7 @@ struct RewrittenProject {
 /// changed   for each sounding of the model, whether its rows are written
 ///
 /// The text is read back and compared before it is returned, so that a row which would no longer
-/// be read as it was (one that grows beyond 256 bytes) becomes a fault. Reports what reading does.
+/// be read as it was (one that grows beyond 8192 bytes) becomes a fault. Reports what reading does.
 RewrittenProject rewriteCells(std::string_view original, const DataTableLines &lines,
                               const SurveyModel &model, const std::vector<char> &changed,
                               const std::string &path);

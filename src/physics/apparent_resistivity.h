@@ -33,10 +33,11 @@ AResOutcome ARes_dBdt(const AResInput &input, std::span<const float> dbdt, std::
 /// Reports the solves of a call that found no solution, each with a message of its own.
 void ARes_ReportUnsolved(const AResOutcome &outcome);
 
-/// Lets the caller of a long computation show how far it is.
+/// How a long computation is done, and how its caller shows how far it is.
 struct AResProgress {
     /// Called on the caller's thread after each sounding; false stops, and what is done stays.
     std::function<bool(int done, int total)> step;
+    int threads = 0; ///< workers at most; 1: the caller's thread alone; 0: one a processor
 };
 
 /// Fills AResObs and AResCalc of all soundings and reports "Stn i/n ARes done" for each.

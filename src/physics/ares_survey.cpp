@@ -188,9 +188,9 @@ int finishSounding(SurveyModel &model, int item, const SoundingARes &result, Lin
     return 0;
 }
 
-int threadsFor(int soundings) {
+int threadsFor(int soundings, int most) {
     const int processors = static_cast<int>(std::thread::hardware_concurrency());
-    return std::min(processors, soundings / FewestSoundingsPerThread);
+    return std::min(most > 0 ? most : processors, soundings / FewestSoundingsPerThread);
 }
 
 } // namespace
@@ -209,7 +209,7 @@ int ARes_Survey(SurveyModel &model, const AResProgress &progress) {
             error = finishSounding(model, item, result, summary);
             return !progress.step || progress.step(item + 1, count);
         });
-    work.run(threadsFor(count));
+    work.run(threadsFor(count, progress.threads));
     reportSummary(summary);
     return error;
 }

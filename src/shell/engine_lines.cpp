@@ -32,7 +32,10 @@ std::string_view withoutEngineName(std::string_view line) {
 }
 
 bool isEngineSummary(std::string_view line) {
-    return line.find("median misfit") != std::string_view::npos;
+    std::string_view rest = withoutEngineName(line);
+    int iterations = 0;
+    return takeInteger(rest, iterations) && (takeWord(rest, " iterations, median misfit ") ||
+                                             takeWord(rest, " iteration, median misfit "));
 }
 
 CommandProgress engineProgress(std::string_view line) {
