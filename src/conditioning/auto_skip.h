@@ -62,7 +62,9 @@ inline constexpr std::array AutoSkipFilters = {
 };
 
 /// The windows of a sounding that the filters take, which they add to the counts. Nothing is
-/// marked. cutoff  error above which data are skipped, percent
+/// marked.
+///
+/// cutoff  error above which data are skipped, percent
 WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
                           float cutoff, AutoSkipCounts &counts);
 

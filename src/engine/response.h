@@ -92,9 +92,9 @@ struct ResponseWorkspace {
 };
 
 /// The response of one layered earth.
-/// lnResistivity  top to bottom, at least one layer; the last one is a half-space. ln of ohm-m,
-/// from
-///                ln(1e-3) to ln(1e6); other values are held there
+///
+/// lnResistivity  top to bottom, at least one layer; the last one is a half-space. ln of ohm-m;
+///                values outside ln(1e-3) to ln(1e6) are held there
 /// thickness      m, above 0; at least one value fewer than there are layers
 /// data           components() times windows() values in nV/(A m2), a component after the other
 /// jacobian       d data / d lnResistivity, a row of all layers for each value of `data`; or empty

@@ -71,8 +71,10 @@ int Z_Count(SurveyModel &model, const std::string &fileName);
 /// Reading pass, after STD_Allocate_hTrn. Every sounding gets its Station, rescaled, and its
 /// windows: TWcenter, TEMobs in nV/(A m2), TEMerr 1 percent, TEMwgtZ. East, North, Elevation and
 /// the keys are missing, for later steps to fill; all else stays as allocated. Takes coil area and
-/// station rescaling from the preset. lineLabel  not used: a file holds one line returns    0, or 1
-/// when nothing was read (reported) or the user has stopped the reading
+/// station rescaling from the preset.
+///
+/// lineLabel  not used: a file holds one line
+/// returns    0, or 1 when nothing was read (reported) or the user has stopped the reading
 int Z_Read(SurveyModel &model, const std::string &fileName, std::string_view lineLabel);
 
 } // namespace keldrin

@@ -11,8 +11,8 @@ namespace keldrin {
 // The group of a project file:
 //
 //   &KELDRIN                      begins the group; lines before it are skipped
-//   Name=value, Name(i)=value     names without regard to case, i from 1, blanks allowed around
-//   both Name=value,value,3*value      an array from its first element; a count repeats the value
+//   Name=value, Name(i)=value     names without regard to case, i from 1, blanks around both
+//   Name=value,value,3*value      an array from its first element; a count repeats the value
 //   'text' or "text"              see below
 //   , or blank or line end        separates values; nothing between two commas, a lone count "3*"
 //                                 and a value of asterisks leave the variable as it was

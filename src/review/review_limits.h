@@ -12,8 +12,10 @@ namespace keldrin {
 /// logarithmic), keeps its old value. Then a maximum below its minimum is swapped with it, and a
 /// range that is too small is widened at its maximum: to a decade of time or resistivity, to 1.0 of
 /// dB/dt or depth. An axis that is not touched keeps every bit, however narrow it was zoomed. A
-/// pair that would still allow no plot, for want of digits, stays as it was. survey   gives the
-/// units of the labels returns  0, or 1 on Cancel with nothing changed
+/// pair that would still allow no plot, for want of digits, stays as it was.
+///
+/// survey   gives the units of the labels
+/// returns  0, or 1 on Cancel with nothing changed
 int Review_EditLimits(const SurveyModel &survey, PlotLimits &limits);
 
 } // namespace keldrin

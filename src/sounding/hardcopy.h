@@ -61,8 +61,9 @@ int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int i
                       std::string_view path, std::string_view date, std::string_view time);
 
 /// CheckGraphicsError() for a plot on a device. A file that could not be made or written is
-/// reported with its path, always, and does not count towards the errors that end the program. path
-/// of the plot file; blank for the printer
+/// reported with its path, always, and does not count towards the errors that end the program.
+///
+/// path  of the plot file; blank for the printer
 void checkHardcopy(const std::string &path, std::string_view tag);
 
 } // namespace keldrin

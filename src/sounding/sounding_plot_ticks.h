@@ -22,12 +22,15 @@ DataAxisTicks dataAxisTicks(float low, float high);
 
 /// Ticks of the logarithmic data axis, with large numbers as the other one has them ("1e5"). Places
 /// are values.
+///
 /// low, high  above 0
 DataAxisTicks logDataAxisTicks(float low, float high);
 
 /// Those of dataAxisTicks() with powers of ten as "10^3" and, since late windows often lie there,
 /// with ticks between 0 and 1: small ones at tenths, labelled ones at 0.5 and 0.2 as far as there
-/// is room. extent  of the axis in page cm
+/// is room.
+///
+/// extent  of the axis in page cm
 DataAxisTicks presentedDataTicks(float low, float high, float extent);
 
 /// Draws the axis upward of the plot in force with its ticks.

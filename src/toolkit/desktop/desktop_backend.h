@@ -80,7 +80,9 @@ class DesktopBackend : public Backend {
     /// Serves the window system until nothing is left to do.
     static void settle();
     /// The menu of the right button, which goes when it closes; null where the button is the
-    /// page's. beside  asked for beside the page, where the button always opens it
+    /// page's.
+    ///
+    /// beside  asked for beside the page, where the button always opens it
     QMenu *makeContextMenu(bool beside);
     /// Ends the present wait when something was queued.
     void wake();
