@@ -21,7 +21,7 @@ function(keldrin_compress result file)
     set(${result} ${output} PARENT_SCOPE)
 endfunction()
 
-# A program tells its manual page itself, from the texts of its --help.
+# Each program prints its manual page, from the texts of its --help.
 set(programs keldrin-batch rkeldrin)
 if(KELDRIN_DESKTOP)
     list(APPEND programs keldrin)

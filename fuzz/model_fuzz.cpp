@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-// Any bytes as the layered-model file of a small project, its array told by the first byte: they
+// Any bytes as the layered-model file of a small project, its array given by the first byte: they
 // are read within their limits, and what is written comes back with the same layers.
 
 namespace {

@@ -65,8 +65,8 @@ std::ptrdiff_t readSome(const OpenFile &file, char *to, std::size_t size);
 /// The first bytes of a plain file, at most `most`; blank when it cannot be read.
 std::string fileHead(const std::string &path, std::size_t most);
 
-/// Opens a file for writing behind what it holds, creating it. What it gives is not open on
-/// failure, with the code in errno.
+/// Opens a file for appending and creates it if necessary. On failure the result is not open and
+/// errno holds the code.
 OpenFile openForAppending(const std::string &path);
 
 /// Writes all of `content`. False on failure, with the code in errno.

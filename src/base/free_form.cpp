@@ -56,7 +56,7 @@ struct ScannedReal {
     std::uint64_t digits = 0;          ///< the first 19 significant digits
     int significant = 0;               ///< digits from the first other than 0
     std::int64_t exponent = 0;         ///< power of ten that belongs to `digits`
-    const char *begin = nullptr;       ///< behind the sign
+    const char *begin = nullptr;       ///< after the sign
     const char *mantissaEnd = nullptr; ///< where an exponent begins
     const char *powerBegin = nullptr;  ///< the exponent without its letter; null when there is none
     const char *end = nullptr;
@@ -117,8 +117,8 @@ bool scanMantissa(const char *&at, const char *end, ScannedReal &real) {
     return count > 0;
 }
 
-/// An exponent: a letter E or D with an optional sign, then digits. A sign without a letter begins
-/// none: "1+25" is a place on a line.
+/// An exponent: a letter E or D with an optional sign, then digits. A sign without a letter does
+/// not begin one: "1+25" is a place on a line.
 bool scanExponent(const char *&at, const char *end, ScannedReal &real) {
     constexpr std::int64_t Huge = 1000000;
     const char letter = upperOf(*at);

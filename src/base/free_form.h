@@ -12,10 +12,10 @@ enum class FreeForm {
     Failed, ///< blank text, no number, or one that overflows the target: the target is left alone
 };
 
-// One value of a blank-or-comma separated list. Leading blanks and tabs are passed over; the value
-// ends at the first blank, tab, comma or slash, and what follows is not looked at. Reals take a
-// missing point and E or D exponents in either case, also an exponent of a bare sign ("1+5").
-// NaN, infinities and hexadecimal are no numbers. The locale plays no part.
+// One value of a blank-or-comma separated list. Leading blanks and tabs are skipped; the value ends
+// at the first blank, tab, comma or slash, and what follows is not looked at. Reals take a missing
+// point and E or D exponents in either case, also an exponent of a bare sign ("1+5"). NaN,
+// infinities and hexadecimal are no numbers. The locale plays no part.
 
 FreeForm readFreeForm(std::string_view text, float &value);
 FreeForm readFreeForm(std::string_view text, double &value);

@@ -13,7 +13,7 @@ namespace keldrin {
 
 namespace {
 constexpr char EndMark = '\x1A';
-constexpr std::string_view Padding = " \r\n\t\x1A"; ///< no data behind an end mark
+constexpr std::string_view Padding = " \r\n\t\x1A"; ///< no data after an end mark
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 } // namespace
 
@@ -45,7 +45,7 @@ void LineReader::passOverByteOrderMark() {
     }
 }
 
-// Moves what is pending to the front of the buffer and reads behind it. False at the end.
+// Moves the pending bytes to the front of the buffer and reads more after them. False at the end.
 bool LineReader::refill() {
     if (sourceEnded_) {
         return false;

@@ -23,7 +23,7 @@ enum class LineStatus {
 ///
 /// Lines end in LF or CRLF; the last one may lack its end. A UTF-8 byte order mark at the start is
 /// passed over. The text stops at a byte 0x1A. A line longer than `limit` bytes is cut to it, at
-/// the start of a character; the rest of that line is passed over.
+/// the start of a character; the rest of that line is skipped.
 class LineReader {
   public:
     static constexpr std::size_t DefaultBuffer = std::size_t{256} * 1024;
@@ -52,7 +52,7 @@ class LineReader {
     /// True once next() has found the end of the text.
     [[nodiscard]] bool ended() const { return ended_; }
 
-    /// True when a 0x1A ended the text with more than blanks and line ends behind it.
+    /// True when a 0x1A ended the text with more than blanks and line ends after it.
     [[nodiscard]] bool endedAtMark() const { return endedAtMark_; }
 
     /// True once the text has ended in a line without a line end: that line may be cut. In front of

@@ -31,7 +31,7 @@ inline constexpr std::array ManualChapters = {
 
 /// The folder of the manual: what KELDRIN_MANUAL in the environment says, else of the build tree
 /// that the running program lies in, or of the place where it is installed. It need not exist.
-/// Blank where the system does not tell the program's path.
+/// Blank where the system does not give the program's path.
 std::string manualFolder();
 
 /// Prints a chapter, or for "list" the names of all.

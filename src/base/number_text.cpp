@@ -75,7 +75,7 @@ bool layExponent(int exponent, int count, EditedText &out) {
     return rest == 0;
 }
 
-/// Digits with a point behind the first `whole` (0 or 1) of them and an exponent.
+/// Digits with a point after the first `whole` (0 or 1) of them and an exponent.
 void layScientific(const DecimalDigits &digits, int whole, bool negative,
                    const EditDescriptor &edit, EditedText &out) {
     const int needed = (negative ? 1 : 0) + digits.count + 1 + 2 + edit.exponentDigits;

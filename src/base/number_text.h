@@ -37,7 +37,7 @@ struct EditDescriptor {
     std::uint8_t scale = 0; ///< of 0P or 1P
 };
 
-/// The descriptor of a text; form None when it is none.
+/// Parses a descriptor; form None if the text is not one.
 constexpr EditDescriptor editDescriptor(std::string_view text);
 
 /// `value` in the columns of `descriptor`, right-adjusted, with leading blanks.

@@ -7,13 +7,13 @@
 namespace keldrin {
 
 // Paths are split, never rewritten. Both "\" and "/" separate, on every platform; the last of
-// either counts. The point that begins an extension lies behind the last separator, and a leading
-// point of a name begins none.
+// either counts. An extension begins with the last point after the last separator; a leading point
+// of a name does not begin one.
 
 /// The directory with its last separator; empty when the path holds none.
 std::string_view directoryOf(std::string_view path);
 
-/// What stands behind the last separator.
+/// The part after the last separator.
 std::string_view fileNameOf(std::string_view path);
 
 /// The extension with its point, as written; empty when there is none.
@@ -52,12 +52,12 @@ std::string sideFilePath(std::string_view path, std::string_view extension);
 std::string workingDirectory();
 
 /// The directory of the running program, without a separator at its end; empty when the system does
-/// not tell it.
+/// not say.
 std::string executableDirectory();
 
 /// Finds a program on the search path, then in `programDirectory` unless that is blank; empty when
-/// it is in neither. Elements of the search path that are not absolute are passed over, so a
-/// program is never looked for in the working directory.
+/// it is in neither. Elements of the search path that are not absolute are skipped, so a program is
+/// never looked for in the working directory.
 std::optional<std::string> findProgram(std::string_view name, std::string_view searchPath,
                                        std::string_view programDirectory);
 

@@ -11,8 +11,8 @@ namespace keldrin {
 
 namespace {
 
-// A written-out heap sort, for std::sort asks for a strict weak order and "equal within a
-// tolerance" is none; sifting ends whatever the comparison answers.
+// A hand-written heap sort: std::sort needs a strict weak order, which "equal within a tolerance"
+// is not; this one ends for any comparison.
 template <class Less>
 std::vector<std::size_t> heapSort(std::size_t count, Less less) {
     std::vector<std::size_t> index(count);

@@ -41,7 +41,7 @@ void permuteByIndex(std::span<T> values, std::vector<std::size_t> index) {
     }
 }
 
-/// The median; of an even count the upper one of the two in the middle, of none 0.
+/// The median; the upper middle value of an even count; 0 for an empty list.
 template <class T>
 T upperMedian(std::vector<T> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);

@@ -7,7 +7,7 @@ namespace keldrin {
 
 namespace {
 
-// Length of the character that a byte begins; 0 for a byte that begins none.
+// Length of the character that a byte begins; 0 for one that begins no character.
 std::size_t lengthFrom(unsigned char first) {
     if (first < 0x80) {
         return 1;

@@ -68,7 +68,7 @@ inline constexpr std::array AutoSkipFilters = {
 WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
                           float cutoff, AutoSkipCounts &counts);
 
-/// Tells the log what each filter has taken.
+/// Logs what each filter has taken.
 void logAutoSkipCounts(const AutoSkipCounts &counts);
 
 int largestWindowCount(const SurveyModel &model);

@@ -164,7 +164,7 @@ const DialogForm<AutoSkipAnswers> AutoSkipDialog = DialogSpec{
 const DialogForm<AutoSkipAnswers> LiveAutoSkipDialog = DialogSpec{
     .number = 145,
     .caption = "Auto Skip",
-    .controls = LiveControls, // Enter presses none: it ends the typing of a number
+    .controls = LiveControls, // Enter presses no button; it ends the typing of a number
     .place = DialogPlace::LowerRight,
     .firstControl = AutoSkipControl::ErrorFilter, // from where letters still walk the line
 };

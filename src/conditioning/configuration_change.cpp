@@ -24,7 +24,7 @@ struct Dependency {
     }
 };
 
-// Turns, weights and waveform points enter none.
+// No array's resistivities depend on turns, weights or waveform points.
 constexpr std::array Dependencies = {
     Dependency{differs<&ControlValues::SurveyTypeIndex>, true, true, true},
     Dependency{differs<&ControlValues::LengthUnitsIndex>, true, true, true},

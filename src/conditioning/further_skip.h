@@ -65,7 +65,7 @@ WindowSet belowNoiseFloor(const SoundingRecord &sounding, const WindowRange &ran
 
 /// Windows at which the slope of log dB/dt against log time changes by more than it may, and by
 /// more than at the windows before and after: of a spike and the windows beside it, the spike.
-/// Windows that are not above 0 are passed over.
+/// Windows that are not above 0 are ignored.
 WindowSet bentWindows(const SoundingRecord &sounding, const WindowRange &range,
                       const FurtherSkipSettings &settings);
 

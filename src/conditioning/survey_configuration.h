@@ -10,7 +10,7 @@ namespace keldrin {
 /// Writes the project at Continue, the control values being those that the user has left.
 /// before   the values when the dialog opened
 /// path     of the project, its name as the user has left it
-/// returns  true when the project can be had under this path from now on
+/// returns  true when the project can be found under this path from now on
 using WriteConfigured = std::function<bool(const ControlValues &before, const std::string &path)>;
 
 /// Lets the user edit the survey configuration and the control values (dialog 108).

@@ -9,7 +9,7 @@ namespace keldrin {
 inline constexpr double VacuumPermeability = 4.0e-7 * std::numbers::pi;
 
 // The reflection of a layered earth at a row of wavenumbers and one complex frequency, summed with
-// weights, and its derivatives by all layers. All pointers: no overlap, no null but where stated.
+// weights, and its derivatives by all layers. Pointers must not overlap, nor be null unless stated.
 
 /// Wavenumbers are worked on in blocks of so many.
 inline constexpr std::size_t KernelLanes = 8;

@@ -34,7 +34,7 @@ std::string gdf2Beginning();
 /// unstructured grid).
 ///
 /// Each sounding is a column of its layers at their elevations, from half way to the sounding
-/// before it on the line to half way to the one behind it; the ends of the line reach as far to the
+/// before it on the line to half way to the one after it; the ends of the line reach as far to the
 /// other side. Next to a gap wider than three times the median spacing a column ends at half that
 /// spacing. A sounding alone is as wide as the transmitter loop. Soundings of one place lie upon
 /// each other. An error or sensitivity that is missing is -1, a missing elevation counts as 0.

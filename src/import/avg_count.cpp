@@ -72,7 +72,7 @@ bool reportUndefined(const CountedReading &reading, int record, std::string_view
     return true;
 }
 
-// Tells whether a line opens a transient of its own, and counts it if it does.
+// Counts a transient if the line opens one.
 void AVG_File_Input(AvgCountPass &pass, const LineTable &lines, const CountedReading &reading) {
     const int axis = (reading.component - 1) % ComponentAxes + 1;
     const bool NewTransient = axis != pass.LastCmp || !sameStation(reading.tx, pass.LastTx) ||
@@ -122,8 +122,9 @@ void restoreRowPositions(RxMetadata &rx, const RxMetadata &before) {
     rx.Depth = before.Depth;
 }
 
-// What the read pass starts from. In a file of one line all records belong to it, those behind its
-// last row too. Of several lines none may reach another, but units and job are those of the file.
+// What the read pass starts from. In a file of one line all records belong to it, including those
+// after its last row. Of several lines none may reach another, but units and job are those of the
+// file.
 void prepareReadPass(SurveyModel &model, const Metadata &before) {
     Metadata &metadata = model.metadata;
     if (model.lines.LineCount == 1) {

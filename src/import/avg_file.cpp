@@ -56,7 +56,7 @@ bool isKeywordRecord(std::string_view line) {
     return line.substr(0, 2).find('$') != std::string_view::npos;
 }
 
-// Told as soon as data stand below the line; the data are skipped.
+// Reported as soon as data stand below the line; the data are skipped.
 void reportMissingColumns(const AvgLabels &labels) {
     std::vector<MessageLine> lines;
     for (const std::string_view name : labels.missing) {

@@ -19,7 +19,7 @@ namespace keldrin {
 // transient, under column-label lines, with `$ group.keyword = value` records in between.
 //
 //   line, of at most 8192 bytes            kind
-//   shorter than 3 without its end blanks  passed over
+//   shorter than 3 without its end blanks  skipped
 //   "$" in column 1 or 2                   keyword record
 //   \ / ! "                                comment
 //   a code from `A` to `z`                 column labels, which open a data section
@@ -103,7 +103,7 @@ struct AvgLabels {
 struct AvgWalk {
     LineReader reader{AvgLineLimit};
     std::string name;                 ///< of the file, for messages
-    AvgLabels labels;                 ///< of the present section
+    AvgLabels labels;                 ///< of the current section
     std::optional<AvgLabels> pending; ///< read and without data so far
     LineIdentity identity;
     SplitCells cells;
@@ -121,10 +121,10 @@ struct AvgWalk {
     /// Goes to the next data line, on the way handing keyword records to the metadata and taking
     /// label lines. `line` is left-adjusted. False at the end of the file or at a read error
     /// (reported). A label line whose required columns are missing is reported once data stand
-    /// below it; one without data is passed over.
+    /// below it; one without data is ignored.
     bool nextDataLine(Metadata &metadata, std::string_view &line);
 
-    /// Tells, at the end of the first pass, what nextDataLine() has noted.
+    /// Reports, at the end of the first pass, what nextDataLine() has noted.
     void reportNotices() const;
 
     [[nodiscard]] int record() const { return reader.lineNumber(); }

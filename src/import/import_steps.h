@@ -27,8 +27,8 @@ ListPlace List_Find_Or_Add(LineTable &lines, std::string_view label);
 /// four characters of the array's text, cut to 16.
 FixedText<16> lineLabel(std::string_view lineName, std::string_view arrayText);
 
-/// Tells when a section of a file belongs to another line than the one before. A new record's
-/// texts are equal to no name, so the first section always counts as a change.
+/// Finds when a section of a file belongs to another line than the one before. A new record's texts
+/// are equal to no name, so the first section always counts as a change.
 struct LineIdentity {
     FixedText<16> LastLineName = "!@&#%^$*()";
     FixedText<4> LastArrayText = "$%*&";
@@ -44,8 +44,8 @@ struct LineIdentity {
 
 /// The row of the table for the line in force now, added if it is new, with its name and array.
 LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity, int arrayIndex);
-/// The same with the array of the keyword records; on adding, one warning when that is none of the
-/// four that can be inverted.
+/// The same with the array of the keyword records; on adding, one warning when that is not one of
+/// the four that can be inverted.
 LineEntry &currentLineEntry(LineTable &lines, const LineIdentity &identity,
                             const Metadata &metadata);
 
@@ -159,7 +159,7 @@ void settleLoopFromVertices(SurveyModel &model, GivenSettings &given);
 /// that is always shown), a last line that may be cut, a line that was too long.
 void noteFileEnd(const LineReader &reader, std::string_view file);
 
-/// Tells of data rows that seem to have commas for decimal points.
+/// Reports data rows that seem to have commas for decimal points.
 void noteDecimalCommas(const LineNotice &commas, std::string_view file);
 
 /// The words that end a count pass: "Found N lines and M TEM transients."

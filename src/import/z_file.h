@@ -18,7 +18,7 @@ namespace keldrin {
 //   end   a line with "9999.0" anywhere in columns 1 to 10, in the head too; or the end of the file
 //
 //   columns  field      read as  use
-//    1-2     code       integer  2 marks a reading; lines of any other code are passed over
+//    1-2     code       integer  2 marks a reading; lines of any other code are skipped
 //    3-10    station    real*8   file station number
 //   11-18    time       real*4   window centre, msec
 //   19-30    magnitude  real*4   uV/A
@@ -43,7 +43,7 @@ struct ZWalk {
     LineReader reader{ZLineLimit};
     std::string name;         ///< of the file, for messages
     bool ended = false;       ///< an end line was met
-    int linesOfOtherCode = 0; ///< passed over so far, blank ones apart
+    int linesOfOtherCode = 0; ///< skipped so far, blank ones apart
     LineNotice commas;        ///< lines that cannot be read for their decimal commas
 
     /// False when the file cannot be opened (reported).
@@ -53,7 +53,7 @@ struct ZWalk {
     /// when the head lacks the mark of the right data (reported).
     bool scanHead();
 
-    /// Goes to the next reading of code 2. A line that cannot be read is passed over and reported;
+    /// Goes to the next reading of code 2. A line that cannot be read is skipped and reported;
     /// those with decimal commas are noted.
     /// line     as it stands in the file
     /// returns  false at the end line or the end of the file

@@ -50,7 +50,7 @@ bool decodeStages(std::string_view digits, ChannelGain &gain) {
     return true;
 }
 
-/// A divisor of 1 is kept as none.
+/// A divisor of 1 is stored as "no divisor".
 bool decodeDivisor(std::string_view digits, ChannelGain &gain) {
     if (digits.empty()) {
         return true;

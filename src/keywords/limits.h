@@ -29,7 +29,7 @@ struct Limits {
     ValueForm form = ValueForm::Plain;
     std::string_view words{};     ///< in place of the bound; a last blank lets `high` follow
     std::string_view firstLine{}; ///< in place of the group's form; the record number follows
-    bool refused = false;         ///< an outside value is reported and the present one stands
+    bool refused = false;         ///< an outside value is reported and the current one stays
 };
 
 constexpr Limits between(double low, double high, std::string_view unit = {}) {

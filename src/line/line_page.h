@@ -13,7 +13,7 @@ struct LinePage {
     std::function<void(int marked)> draw;
     /// The sounding that a place stands for; 0 none.
     std::function<int(float x, float y)> soundingAt;
-    /// What lies under a place, in one line; blank where there is nothing to tell.
+    /// What lies under a place, in one line; blank where there is nothing to say.
     std::function<std::string(float x, float y)> pointerText;
 };
 

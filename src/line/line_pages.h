@@ -9,8 +9,8 @@
 
 namespace keldrin {
 
-// The pages that show the line as a whole, as a table. What is told of pages elsewhere, keys, menus
-// and help, names them by their commands.
+// The pages that show the line as a whole, as a table. Keys, menus and help refer to the pages by
+// their commands.
 
 /// A kind of page.
 struct LinePageKind {

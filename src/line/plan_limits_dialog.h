@@ -31,7 +31,7 @@ inline constexpr int North = 1151;
 extern const DialogForm<PlanLimitsAnswers> PlanLimitsDialog;
 
 /// Asks the user for the limits of a plan. Limits that the user changes count, whatever their
-/// switch says; ends in the wrong order are swapped, and such as cannot be shown are not taken.
+/// switch says; ends in the wrong order are swapped, and limits that cannot be shown are ignored.
 /// limits  in: as the page shows them, those that are not set too; out: the answer
 /// returns true when the user confirmed
 bool Plan_EditLimits(PlanLimits &limits, std::string_view lengthUnits);

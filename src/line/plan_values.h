@@ -16,7 +16,7 @@ std::vector<std::string> planQuantityNames();
 /// The values that the dots are coloured by, with the limits of the colours.
 struct PlanValues {
     std::string label = {}; ///< of the colour bar; blank: the dots are plain
-    std::string unit = {};  ///< of a value that nothing else tells; blank: there is none to tell
+    std::string unit = {};  ///< shown after the value where no other text gives it; blank: none
     bool logarithmic = false;
     AxisLimits limits = {};
     std::vector<float> values = {}; ///< by dot; missing where there is none

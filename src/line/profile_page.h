@@ -60,7 +60,7 @@ void drawProfile(const ProfilePage &page, int marked = 0);
 /// curves the sounding of the column with Nothing.
 LineHit profileHit(const ProfilePage &page, float x, float y);
 
-/// What a hit tells beside its sounding, for the status bar: "Window 3: 0.12 msec   45.2 nV/Am2".
+/// What a hit says beside its sounding, for the status bar: "Window 3: 0.12 msec   45.2 nV/Am2".
 std::string profileText(const ProfilePage &page, const LineHit &hit);
 
 } // namespace keldrin

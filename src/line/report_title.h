@@ -20,7 +20,7 @@ struct TitleGroup {
     std::vector<TitleRow> rows; ///< those that have a value
 };
 
-/// What the title page tells of a survey: survey, loop, waveform, counts, inversion, models.
+/// What the title page says of a survey: survey, loop, waveform, counts, inversion, models.
 std::vector<TitleGroup> titleGroups(const SurveyModel &survey, std::string_view path);
 
 /// The name of the survey: its job or, without one, its file.

@@ -80,7 +80,7 @@ void addWindows(SectionPage &page, int column, const SoundingRecord &sounding,
     }
 }
 
-// Missing where it is none that the earth has, in metres or feet.
+// Missing if no elevation on Earth has this value, in metres or feet.
 double elevationOf(const SoundingRecord &sounding) {
     constexpr double farthest = 1.0e6;
     return std::fabs(sounding.Elevation) < farthest ? sounding.Elevation : MissingValue;

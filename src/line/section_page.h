@@ -87,7 +87,7 @@ struct LineHit {
 /// What the place x, y in page cm shows.
 LineHit sectionHit(const SectionPage &page, float x, float y);
 
-/// What a hit tells beside its sounding, for the status bar: "0.312 msec   45.2 ohm-m". Blank for
+/// What a hit says beside its sounding, for the status bar: "0.312 msec   45.2 ohm-m". Blank for
 /// Nothing.
 std::string sectionText(const SectionPage &page, const LineHit &hit);
 

@@ -10,8 +10,8 @@ namespace keldrin {
 /// missing.
 std::string stationText(double station);
 
-/// What the pages of a line tell of a sounding, in one line: station, transmitter where several
-/// are there, skipped windows, and the misfit in units of the data errors.
+/// What the pages of a line say of a sounding, in one line: station, transmitter where several are
+/// there, skipped windows, and the misfit in units of the data errors.
 /// sounding  ordinal from 1; blank for another number
 std::string soundingText(const SurveyModel &survey, int sounding);
 

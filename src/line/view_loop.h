@@ -14,7 +14,7 @@ struct ViewState {
     int page = 0;     ///< command of the page on show (line_pages.h); 0 none
     int sounding = 1; ///< ordinal of the sounding that the user is at
     LineSettings settings = {};
-    bool isNew = true; ///< the user has just asked for the page, and is told how to go on
+    bool isNew = true; ///< the user has just asked for the page; the status bar says how to go on
 };
 
 /// How the user left the pages of the line.

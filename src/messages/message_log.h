@@ -38,7 +38,7 @@ struct MessageRecord {
     std::vector<std::string> unreadFiles; ///< names of the files of ReportUnreadFile()
 };
 
-/// A message as it was told, for the list of messages.
+/// A message as it was reported, for the list of messages.
 struct ToldMessage {
     MessageKind kind = MessageKind::Info;
     std::string file; ///< name of the file that was being read; blank: none
@@ -63,11 +63,12 @@ struct MessageLog {
     std::string errorPath;                  ///< full path of the error file
     std::string movedNotice;                ///< first log line when the files lie elsewhere
     MessageRecord record;
-    int warningsBefore = 0;                     ///< of `record`, when the present command began
+    int warningsBefore = 0;                     ///< of `record`, when the current command began
     std::vector<const ReadingPlace *> readings; ///< files that are being read, the innermost last
-    std::shared_ptr<RowBoxes> rowBoxes;         ///< of the present command, see reading_place.h
+    std::shared_ptr<RowBoxes> rowBoxes;         ///< of the current command, see reading_place.h
     int GraphicsErrorCount = 0;                 ///< toolkit errors so far, never reset during a run
-    /// Errors and notices go to the log and the error file alone: who sets it tells the user.
+    /// Errors and notices go only to the log and the error file; the caller that sets this informs
+    /// the user.
     bool quiet = false;
     /// Called with every message before it is written, for tests.
     std::function<void(MessageKind, std::span<const MessageLine>)> observer;
@@ -90,7 +91,7 @@ int OpenLogFiles(std::string_view name);
 /// A command of the user begins: its warnings count from here, and boxes about rows are shown anew.
 void BeginCommandMessages();
 
-/// Warnings since the present command began.
+/// Warnings since the current command began.
 int warningsOfCommand();
 
 /// Logs and shows one line of progress.
@@ -105,7 +106,7 @@ void ReportWarning(std::initializer_list<MessageLine> lines);
 void ReportError(std::span<const MessageLine> lines);
 void ReportError(std::initializer_list<MessageLine> lines);
 
-/// Tells the user what must not pass unseen: a kept copy, a stale model, a failed write.
+/// Reports what the user must not miss: a kept copy, a stale model, a failed write.
 ///
 /// The one road for it: a caller chooses the level by what is at stake and says it once for its
 /// cause. Cancel on the box of level Box ends the program, as it does for an error.
@@ -113,8 +114,8 @@ void ReportError(std::initializer_list<MessageLine> lines);
 void ReportNotice(NoticeLevel level, std::span<const MessageLine> lines);
 void ReportNotice(NoticeLevel level, std::initializer_list<MessageLine> lines);
 
-/// Tells that an input file which exists could not be read, or not to its end: a notice of level
-/// Box, since what is made without it looks as if nothing were missing.
+/// Reports that an existing input file could not be read, or not to its end: a notice of level Box,
+/// since what is made without it looks as if nothing were missing.
 /// name  of the file, kept in the record for summaries
 void ReportUnreadFile(std::string_view name, std::initializer_list<MessageLine> lines);
 

@@ -16,7 +16,7 @@ struct FileQuestion {
     std::string_view title;
 };
 
-/// A word that is none of the names of an enumeration.
+/// A word that is not one of the names of an enumeration.
 struct NameQuestion {
     std::string_view word;
     std::string_view label; ///< of the value

@@ -16,7 +16,7 @@ struct RowBoxes {
     static constexpr int MostShown = 2;
     int shown = 0;
     std::set<std::pair<std::string, std::size_t>> told; ///< file, and hash of row and message
-    int messages = 0;                                   ///< held back and not told in a box before
+    int messages = 0;                                   ///< held back and not shown in a box before
     std::set<int> rows;                                 ///< that these are about
     std::vector<MessageLine> first;                     ///< of these
     MessageLine last;

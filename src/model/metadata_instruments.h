@@ -77,7 +77,7 @@ struct GpsMetadata {
 };
 
 /// The amplifier stages of a channel, from a code such as 356-2. Stages and divisor are 1-based
-/// places in the table of gain digits; 0 is none.
+/// places in the table of gain digits; 0 is not one.
 struct ChannelGain {
     FixedText<8> code{"NONE"};
     float factor = 1.0F; ///< product of the stages by the divisor

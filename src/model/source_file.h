@@ -13,7 +13,7 @@ struct FileContent {
     bool whole = true; ///< nothing of it was cut off or could not be read
 };
 
-/// A file in the state in which it was read or written last, so that a write can tell whether it
+/// A file in the state in which it was read or written last, so that a write can see whether it
 /// replaces that state of that file or something else.
 struct SourceFile {
     std::string path;          ///< links followed; blank: no file

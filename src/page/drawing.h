@@ -62,7 +62,7 @@ void ToolkitDrawText(float x, float y, std::string_view text);
 void ToolkitDrawText(float x, float y, std::string_view text, float anchor);
 
 /// Whether the letters that follow keep their own shape; else, as at first, each text is fitted
-/// into the width that ToolkitTextWidth() tells.
+/// into the width that ToolkitTextWidth() gives.
 void ToolkitNaturalLetters(bool on);
 
 /// Width of the lines that follow, in points on a page of 24 by 18 cm; 0: as all pages have it.

@@ -29,7 +29,7 @@ struct DrawingState {
 
 DrawingState &drawingState();
 
-/// The surface with the present colour set as its pen; null when drawing goes nowhere.
+/// The surface with the current colour set as its pen; null when drawing goes nowhere.
 Surface *surfaceWithPen();
 
 /// A text at a place in fractions of the surface. Blank text and a place that is not finite draw

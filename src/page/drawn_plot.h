@@ -17,7 +17,7 @@ struct DrawnPlot {
     bool encoded = false;
 };
 
-/// Closes the open hardcopy, but for its file, which is handed over. Only for one that is open.
+/// Closes the open hardcopy except for its file, which is handed over. Only for one that is open.
 DrawnPlot ToolkitTakeHardcopy();
 
 /// Makes the bytes of the file, on any thread.

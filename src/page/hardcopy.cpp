@@ -166,7 +166,7 @@ void openHardcopy(std::string_view path) {
     }
 }
 
-// True when the page is where it belongs; a page that goes nowhere is.
+// True when the page was written, or goes nowhere.
 bool finish(DrawnPlot &plot) {
     if (!plot.encoded) {
         plot.fault = "the device failed";

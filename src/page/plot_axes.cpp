@@ -248,7 +248,7 @@ class ReducedText {
     float height_ = drawingState().characterHeight;
 };
 
-// A level label at its left end; what keeps its place of it is told as for texts.
+// A level label at its left end; what keeps its place of it is given as for texts.
 void drawLabel(double x, double y, std::string_view label, const Letters &letters, float anchor) {
     const LabelParts parts = partsOf(label);
     if (parts.exponent.empty()) {

@@ -26,7 +26,7 @@ int countOf(const std::array<bool, ComponentAxes> &on) {
     return static_cast<int>(std::count(on.begin(), on.end(), true));
 }
 
-/// Median of sizes; of an even count the larger of the two in the middle. Not of none.
+/// The upper median of the sizes; 0 for an empty list.
 double medianSize(std::span<const double> residuals) {
     std::vector<double> sizes(residuals.size());
     std::transform(residuals.begin(), residuals.end(), sizes.begin(),

@@ -10,7 +10,7 @@
 namespace keldrin {
 
 // How calculated data meet observed ones, in units of the errors: what the engine fits, and what
-// pages and exports tell of a project.
+// pages and exports say of a project.
 
 /// What a window's value is made of.
 enum class DataKind {

@@ -129,7 +129,7 @@ class OrderedWork {
     const int count_;
     const Compute compute_;
     const Deliver deliver_;
-    std::mutex mutex_; ///< guards what follows, but for a slot's result while its item is computed
+    std::mutex mutex_; ///< guards what follows, except a slot's result while its item is computed
     std::condition_variable filled_;
     std::condition_variable released_;
     int next_ = 0;      ///< first item that nobody has begun

@@ -17,12 +17,12 @@ namespace keldrin {
 //   , or blank or line end        separates values; nothing between two commas, a lone count "3*"
 //                                 and a value of asterisks leave the variable as it was
 //   ! comment                     to the end of the line
-//   /                             ends the group; the rest of the line is passed over
+//   /                             ends the group; the rest of the line is ignored
 //
 // Text is not escaped, so a quote may stand inside it. A quote ends a text where what follows,
-// blanks and commas passed over, is the end of the line, a "/" that is the line's last character,
-// a "!" or a known name with "="; inside a list of texts also where another quote follows
-// at least one blank or comma. A text ends with its line in any case.
+// blanks and commas skipped, is the end of the line, a "/" that is the line's last character, a "!"
+// or a known name with "="; inside a list of texts also where another quote follows at least one
+// blank or comma. A text ends with its line in any case.
 
 /// Longest line of the group that is kept, in bytes.
 inline constexpr std::size_t MostGroupLine = 65536;

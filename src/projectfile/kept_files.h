@@ -9,7 +9,7 @@ namespace keldrin {
 
 // What is kept of a project and its model file when they are written over, by this program
 // (replace_files.h) or by one that it has started, and under which names. A file is kept under its
-// path with "~" behind.
+// path followed by "~".
 //
 //   what happens                                             the old file    its model file
 //   data of another source than the file are written         kept            moved to "~"
@@ -55,13 +55,13 @@ struct KeepRule {
 /// The row of the table above that holds; null: nothing is kept.
 const KeepRule *keepRuleFor(const FileChange &change);
 
-/// The name under which a file is kept: its path with "~" behind when that is free or holds no more
+/// The name under which a file is kept: its path followed by "~" when that is free or holds no more
 /// than `rows` data rows, else the next free of "~2~", "~3~" ...
 /// examine  counts the rows; without it only a free name is taken
 std::string keptName(const std::string &path, int rows,
                      FileContent (*examine)(const std::string &path));
 
-/// What stands behind the name of a kept file: "~", "~2~" ...; blank for any other path.
+/// What follows the name of a kept file: "~", "~2~" ...; blank for any other path.
 std::string_view keptSuffix(std::string_view path);
 
 /// A copy of a file that another program is about to write over. It lies under a free name for kept

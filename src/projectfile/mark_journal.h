@@ -42,7 +42,7 @@ struct LineWindow {
 
 /// Appends the marks of some windows as they now are, and DataCutoff if it is given, and flushes
 /// them to the disk all at once. When that fails the log says so once, and nothing more is written:
-/// a review never ends for want of a journal.
+/// a failing journal never ends a review.
 /// cutoff  percent
 void appendMarks(MarkJournal &journal, const SurveyModel &model,
                  std::span<const LineWindow> windows, std::optional<float> cutoff = {});
@@ -64,8 +64,8 @@ struct UnsavedMarks {
     std::optional<float> cutoff = {}; ///< percent
 };
 
-/// Reads a journal. A last line without its end was cut by the end of its run and is passed over,
-/// as is what is no mark.
+/// Reads a journal. A last line without its end was cut by the end of its run and is skipped, as is
+/// what is no mark.
 /// returns  false when there is none, or it cannot be read, which is reported
 [[nodiscard]] bool readMarkJournal(const std::string &path, UnsavedMarks &marks);
 
@@ -76,7 +76,7 @@ struct UnsavedCount {
 };
 UnsavedCount countUnsavedMarks(const SurveyModel &model, const UnsavedMarks &marks);
 
-/// Sets the marks in the model. Windows that it does not hold are passed over.
+/// Sets the marks in the model. Windows that it does not hold are ignored.
 void takeUnsavedMarks(SurveyModel &model, const UnsavedMarks &marks);
 
 } // namespace keldrin

@@ -16,7 +16,7 @@ namespace keldrin {
 /// First line of the message of a file that could not be written.
 inline constexpr std::string_view WriteFailureText = "ERROR while writing KELDRIN file";
 
-/// Tells the user that a file could not be written; blank reasons are left out.
+/// Reports that a file could not be written; blank reasons are left out.
 void reportWriteFailure(const std::string &path, const std::string &reason);
 
 /// A project or model file to be written.
@@ -30,8 +30,8 @@ struct FileWrite {
     const SourceFile *modelsSource = nullptr; ///< ... and where the models in memory come from
 };
 
-/// Replaces files together or not at all, and keeps what kept_files.h says. A failure is
-/// reported with the path of the first file, what was kept is told.
+/// Replaces files together or not at all, and keeps what kept_files.h says. A failure is reported
+/// with the path of the first file; what was kept is reported too.
 /// changes  the sources become the files written; on failure they stay
 WriteOutcome replaceFiles(std::span<const FileWrite> files);
 

@@ -88,7 +88,7 @@ struct TableScan {
     bool labelsGood = true;
     int lineCount = 0;     ///< lines of the table so far
     int labelLine = 0;     ///< line of the file with the labels in force; 0 without
-    std::string_view line; ///< the present line without blanks around it
+    std::string_view line; ///< the current line without blanks around it
     bool silent = false;   ///< nothing is reported
 
     int rows = 0;          ///< data lines so far, without a cut one
@@ -114,7 +114,7 @@ bool nextTableRow(TableScan &scan, RowValues &values);
 /// the file is counted and not given: its last number may have lost digits.
 bool nextDataLine(TableScan &scan);
 
-/// Splits the present line into scan.cells.
+/// Splits the current line into scan.cells.
 void splitTableRow(TableScan &scan);
 
 /// True when a table that was scanned to its end was read whole and lost no part of a row.

@@ -39,7 +39,7 @@ void forgetChanges(Review &review) {
     review.hit = false;
 }
 
-// The marks are gone, but for Redo at the next entry.
+// The marks are gone, except for Redo at the next entry.
 void cancelChanges(Review &review, const ToolkitEvent &event) {
     if (review.autoSkip) { // its Cancel is meant, by the same letter
         closeAutoSkip(review);

@@ -93,7 +93,7 @@ constexpr std::array PanelControls = {
 const DialogForm<PanelValues> ReviewDialog = DialogSpec{
     .number = 102,
     .caption = "Review TEM data and models",
-    .controls = PanelControls, // Enter presses none of them
+    .controls = PanelControls, // Enter presses no button
     .inRoot = true,
     .place = DialogPlace::Docked,
 };

@@ -96,7 +96,7 @@ NearestPoint nearestPoint(const SoundingRecord &sounding, const std::vector<Mark
     return nearest;
 }
 
-/// How the values of marks are told.
+/// How the status bar words the values of marks.
 struct MarkWords {
     std::string quantity;
     std::string unit;

@@ -9,7 +9,7 @@ void showMessagesOnScreen();
 /// A command of the user begins: what the status bar says of the one before is gone.
 void beginCommandOnScreen();
 
-/// Says in the status bar how many warnings the present command has given; nothing without any.
+/// Says in the status bar how many warnings the current command has given; nothing without any.
 void showWarningCount();
 
 } // namespace keldrin

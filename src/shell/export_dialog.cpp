@@ -62,7 +62,7 @@ std::string counted(int count, std::string_view what) {
     return std::to_string(count) + " " + std::string(what) + (count == 1 ? "" : "s");
 }
 
-// Failures are told by whom they happen to.
+// The functions that fail report it.
 void tell(const ExportOutcome &outcome, const std::string &base) {
     if (outcome.written() == 0) {
         return;

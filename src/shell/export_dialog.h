@@ -7,8 +7,8 @@
 
 namespace keldrin {
 
-/// Asks in which formats the line is to be exported, and where to, and writes the files. What was
-/// written is told in the status bar, what failed in boxes.
+/// Asks in which formats the line is to be exported, and where to, and writes the files. The status
+/// bar says what was written, boxes what failed.
 /// path  of the project, after which the files are named unless the user says otherwise
 void exportProject(const SurveyModel &survey, const std::string &path);
 

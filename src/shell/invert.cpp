@@ -82,7 +82,8 @@ CommandProgress takeEngineLine(std::string_view line, std::string &summary) {
     return engineProgress(line);
 }
 
-// A loss is told once, by the copy; where another project is chosen, its own faults are told.
+// The copy reports a loss, once; the faults of another project, if the user chose one, are reported
+// as usual.
 int reopen(SurveyModel &model, std::string &path, const ProjectCopy &copy) {
     const bool before = messageLog().quiet;
     messageLog().quiet = before || (copy.tellsOfLoss() && pathExists(path));

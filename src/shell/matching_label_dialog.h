@@ -10,7 +10,7 @@ namespace keldrin {
 /// What dialog 106 shows and changes.
 struct MatchingLabelAnswers {
     std::string label;              ///< of the value that the word is for
-    std::string word;               ///< that is none of the names
+    std::string word;               ///< that is not one of the names
     std::vector<std::string> names; ///< at most 16
     int choice = 1;                 ///< the name that it stands for
 };

@@ -222,7 +222,7 @@ int BuildNewModel(SurveyModel &model, std::string &path, const NewModelOptions &
     model.SoundingCount = 0;
     model.source = {};
     MD_Init(model.metadata, true);
-    model.metadata.Line.Azimuth.value = MissingValue; // to tell a read azimuth from the default
+    model.metadata.Line.Azimuth.value = MissingValue; // so that a read azimuth differs
     STD_Init_Namelist(model);
     const int status = buildSteps(model, path, options);
     if (status != 0) {

@@ -17,7 +17,8 @@ namespace keldrin {
 /// take the place of the torn files.
 class ProjectCopy {
   public:
-    /// Copies what there is; a failure is told, and the project is then as the engine leaves it.
+    /// Copies what there is; a failure is reported, and the project is then as the engine leaves
+    /// it.
     explicit ProjectCopy(const std::string &projectPath);
 
     /// To be called when the engine has ended, before its files are read.
@@ -27,10 +28,10 @@ class ProjectCopy {
     /// read what is left of it need not.
     [[nodiscard]] bool tellsOfLoss() const;
 
-    /// To be called when they have been read. Removes the copies or tells where they are.
+    /// To be called when they have been read. Removes the copies or says where they are.
     /// loaded   the project could be read
-    /// summary  how the engine says that its run went; blank: nothing. For the status bar, behind
-    ///          what is told of the copies
+    /// summary  how the engine says that its run went; blank: nothing. For the status bar, after
+    ///          what is said of the copies
     void conclude(bool loaded, const std::string &summary);
 
   private:

@@ -21,7 +21,7 @@ void recordFromStart(const std::string &path, bool saysSo);
 void recordRests(const std::string &project, std::vector<std::string> lines);
 
 /// True once after a record has begun. What the program keeps between commands is then to be as it
-/// was at its start, but for what the lines of recordRests() bring back.
+/// was at its start, except for what the lines of recordRests() bring back.
 bool recordHasBegun();
 
 } // namespace keldrin

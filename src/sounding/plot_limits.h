@@ -44,7 +44,7 @@ struct PlotLimits {
 /// Skipped observations, missing values and numbers that are not finite do not count; where
 /// nothing is left, the limits are those of the initialisers. The result allows a plot for any
 /// content of the model.
-/// limits      replaced, but for the style, the kind of the data axis and the neighbours
+/// limits      replaced, except the style, the kind of the data axis and the neighbours
 /// date, time  of this moment, as the page shows them: "DD/MM/YYYY" and "hh:mm:ss"
 /// returns     0, or 1 without soundings; not reported
 int Plot_AutoLimits(const SurveyModel &survey, PlotLimits &limits, std::string &date,

@@ -23,7 +23,7 @@ struct LayerStep {
 
 struct ModelSteps {
     std::vector<LayerStep> steps; ///< layers that have a resistivity and a thickness, from the top
-    bool hasErrors = false;       ///< the model file tells errors and sensitivities of the layers
+    bool hasErrors = false;       ///< the model file gives errors and sensitivities of the layers
     float depthOfData = 0.0F;     ///< lower edge of the last layer that the data see; 0: of none
 };
 

@@ -59,7 +59,7 @@ inline ErrorBar errorBar(const PagePanel &panel, float place, float halfBar) {
 /// Makes a panel the plot in force.
 void layPanel(const PagePanel &panel);
 
-/// What a mark tells of its window.
+/// What a mark says of its window.
 enum class MarkKind { Observed, Resistivity, Misfit };
 
 /// The marks of one kind, all on one plot.

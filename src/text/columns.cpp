@@ -23,7 +23,7 @@ std::string_view withoutQuotes(char *begin, char *end, std::size_t width) {
 
 /// Tabs become blanks, and blanks before a comma go after it, also between quotes.
 void settleSeparators(std::string &line) {
-    std::size_t firstBlank = 0; // of the run of blanks that ends at the present character
+    std::size_t firstBlank = 0; // of the run of blanks that ends at the current character
     for (std::size_t i = 0; i < line.size(); ++i) {
         char &c = line[i];
         if (c == '\t') {

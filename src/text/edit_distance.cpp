@@ -15,7 +15,7 @@ int Str_Edit_Distance(std::string_view a, std::string_view b) {
     if (from.empty() || to.empty()) {
         return 0;
     }
-    // rows of the table of distances between heads: two back, the last and the present one
+    // rows of the table of distances between heads: two back, the last and the current one
     std::vector<int> before(to.size() + 1);
     std::vector<int> last(to.size() + 1);
     std::vector<int> row(to.size() + 1);

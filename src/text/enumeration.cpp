@@ -24,7 +24,7 @@ void remember(const FixedText<64> &text, int answer) {
     entries.push_back({text, answer});
 }
 
-/// Told where the user was asked, so once for each word: a batch has nobody who could choose.
+/// Reported where the user would be asked, so once for each word; in a batch nobody can choose.
 void warnOfUnknownWord(std::string_view word, std::string_view label,
                        std::span<const std::string_view> names, int choice) {
     const bool chosen = choice >= 1 && choice <= static_cast<int>(names.size());

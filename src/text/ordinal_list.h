@@ -13,8 +13,8 @@ struct OrdinalRange {
     int last = 1;
 };
 
-/// Reads a list such as "1-5,9"; blanks around numbers do not count. Nothing when it is none, also
-/// when an ordinal is below 1 or a range runs backward.
+/// Reads a list such as "1-5,9"; blanks around numbers do not count. Empty if the text is not such
+/// a list, an ordinal is below 1 or a range runs backward.
 std::optional<std::vector<OrdinalRange>> readOrdinalList(std::string_view list);
 
 bool isInList(std::span<const OrdinalRange> list, int ordinal);

@@ -12,8 +12,8 @@ namespace keldrin {
 /// the watch line by line, and nowhere else; it has nothing to read.
 ///
 /// When the watch ends it, the child and its own children are asked to end and, should they not
-/// within two seconds, are killed. A child of its own that the program leaves behind at a normal
-/// end is not waited for.
+/// within two seconds, are killed. A child of its own that still runs at a normal end is not waited
+/// for.
 /// returns  exitCode 128 plus the signal when one ended it; ErrorCannotRun with the system's code
 ///          when the system could not start it or wait for it
 RunResult runChild(const std::vector<std::string> &command, const std::string &programDirectory,

@@ -79,7 +79,7 @@ bool servesKey(const RawEvent &raw) {
     return shows || records;
 }
 
-// What is drained without being looked at has no place in a record, but for the close request.
+// Events discarded unread are not recorded, except the close request.
 void takeDown(RawEvent &raw, bool drained) {
     UserRecord *record = toolkitState().record;
     if (record != nullptr && (!drained || raw.type == EventClose)) {

@@ -23,7 +23,7 @@ class LongWork {
     LongWork &operator=(const LongWork &) = delete;
     ~LongWork();
 
-    /// Tells how much is done; a total of 0 or below: the end is not known. Cheap enough for every
+    /// Says how much is done; a total of 0 or below: the end is not known. Cheap enough for every
     /// item of a loop: the window system sees about 30 steps a second.
     /// returns  false once the user has stopped the work
     bool step(double done, double total);

@@ -113,22 +113,22 @@ enum class StatusPart {
 /// A text in the status bar, which stands until the part gets another one; blank clears it.
 void ToolkitStatus(StatusPart part, std::string_view text);
 
-/// Shows a notice in the status bar, behind those that the user has not had a chance to see: all
-/// since the program last waited for an event.
+/// Shows a notice in the status bar, after those the user has not yet seen: all since the program
+/// last waited for an event.
 void ToolkitNotice(std::string_view text);
 
-/// Gives the pointer's part of the status bar the text for every position of the mouse, told in
-/// the units in force, until it is set again. An empty function ends that and clears the part.
+/// Gives the pointer's part of the status bar the text for every position of the mouse, in the
+/// units in force, until it is set again. An empty function ends that and clears the part.
 void ToolkitPointerText(std::function<std::string(float x, float y)> text);
 
 /// Names who gives log and messages, the oldest first, when the user asks for them.
 void ToolkitMessagesSource(MessageRows (*rows)());
 
 /// Shows log and messages in a list of their own, beside whatever is on show. It stays open, and
-/// what is told from then on is added to it.
+/// what is reported from then on is added to it.
 void ToolkitShowMessages();
 
-/// A message was told; where the list is open it is added.
+/// Adds a reported message to the list when it is open.
 void ToolkitMessageTold(const MessageRow &row);
 
 /// Puts a file at the head of the list of files opened lately.

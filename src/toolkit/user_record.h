@@ -12,8 +12,8 @@ struct DialogModel;
 /// The key that starts and ends a record; never delivered, as KeyF2 is.
 inline constexpr int KeyRecord = KeyWithCtrl | 'R';
 
-/// Who takes down what the user does, in the order in which the program gets to know it. The
-/// toolkit's operations tell it between the backend and the logic, whatever the backend is.
+/// Receives what the user does, in the program's order; called between backend and logic, whatever
+/// the backend is.
 class UserRecord {
   public:
     UserRecord() = default;
@@ -35,7 +35,7 @@ class UserRecord {
     /// waiting  an event of it is queued, with which it counts
     virtual void entered(const DialogModel &dialog, int id, std::string_view value,
                          bool waiting) = 0;
-    /// A button ends a dialog that blocks; of others its event is told.
+    /// A button ends a dialog that blocks; in others it gives an event.
     virtual void pressed(const DialogModel &dialog, int id) = 0;
 
     virtual void chose(const std::optional<std::string> &path) = 0;

@@ -51,7 +51,7 @@ class DuplicatesTest : public testing::Test {
     SurveyModel model;
 };
 
-// Enough soundings for cycles of every length; each comes whole, and what lies behind those in use
+// Enough soundings for cycles of every length; each comes whole, and what lies after those in use
 // stays where it is.
 TEST_F(DuplicatesTest, TwentyFourShuffledSoundingsComeInOrderWithTheirData) {
     std::vector<SoundingRecord> records;
@@ -113,7 +113,7 @@ TEST_F(DuplicatesTest, AllReadingsOfAStationPairCountAndThoseOfAnotherDoNot) {
     EXPECT_EQ(model.hTrn[1].TEMobs[0], 99.0F);
 }
 
-// A format that tells stations only must not have all its soundings merged into one.
+// A format that gives stations only must not have all its soundings merged into one.
 TEST_F(DuplicatesTest, ASoundingWithoutKeysTakesThemFromItsStation) {
     std::vector<SoundingRecord> records(3);
     records[0].Station = 20;

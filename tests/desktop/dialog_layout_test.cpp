@@ -130,7 +130,7 @@ TEST_P(DialogLayout, NothingIsCutOffAndNothingOverlaps) {
     EXPECT_TRUE(window_->isPanel() || dialog_.size.height >= window_->height());
 }
 
-// Letters behind "&" that stand for themselves are written twice.
+// Letters after "&" that stand for themselves are written twice.
 QChar mnemonicOf(QString text) {
     text.replace("&&", "");
     const qsizetype mark = text.indexOf('&');

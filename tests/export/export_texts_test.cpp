@@ -149,7 +149,7 @@ TEST(Gdf2Files, AValueThatWouldFillItsColumnIsNull) {
     EXPECT_EQ(easting(MissingValue), " -9999999.99");
 }
 
-/// Lines of a section of a VTK file, behind the line that begins with `head`.
+/// Lines of a section of a VTK file, after the line that begins with `head`.
 std::vector<std::string> section(const std::string &text, const std::string &head, std::size_t n) {
     const std::vector<std::string> lines = linesOf(text);
     for (std::size_t i = 0; i < lines.size(); ++i) {

@@ -344,7 +344,7 @@ TEST_F(AvgTest, KeywordsStandForColumnsThatAreNotThere) {
     EXPECT_EQ(sounding(1).RxStn, 6.0);
 }
 
-// Each file in a few lines, and what the user must be told of it.
+// Each file in a few lines, and what must be reported of it.
 struct ToldAvgCase {
     const char *what;
     std::string text;
@@ -516,7 +516,7 @@ TEST_F(AvgTest, OfSeveralLinesUnitAndJobAreThoseOfTheFile) {
         EXPECT_FLOAT_EQ(model.control.XTxLength, 100.0F) << chosen;
         EXPECT_EQ(model.control.LengthUnitsIndex, Feet);
         EXPECT_EQ(model.control.JobName.view(), "Valley");
-        EXPECT_EQ(model.control.TxRamp, 50.0F); // the record of no row is told instead
+        EXPECT_EQ(model.control.TxRamp, 50.0F); // the record of no row is reported instead
         EXPECT_EQ(messages.warnings.size(), chosen);
     }
 }

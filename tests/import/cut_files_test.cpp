@@ -1,5 +1,5 @@
 // The example surveys, each file of them cut at the end of every line and at 100 places within
-// lines: whatever is lost is told wherever the file shows it.
+// lines: whatever is lost is reported wherever the file shows it.
 
 #include "import/amira/file.h"
 #include "import/avg_file.h"

@@ -223,7 +223,7 @@ TEST_F(ZFileTest, TheHeadTellsWhatIsMissingInIt) {
     EXPECT_EQ(read("\xEF\xBB\xBF" + std::string(119, '-') + "MAGNITUDE\r\nIIX\r\n" + row), 0);
     EXPECT_EQ(read(std::string(120, '-') + "MAGNITUDE\nIIX\n" + row), 1);
     EXPECT_THAT(messages.errors, ElementsAre(noMark, noData));
-    EXPECT_EQ(read("IIX\nMAGNITUDE\n" + row), 1); // behind the table's start it comes too late
+    EXPECT_EQ(read("IIX\nMAGNITUDE\n" + row), 1); // after the table's start it comes too late
     EXPECT_THAT(messages.errors, ElementsAre(noMark, noData));
     // An early end says no more than that there are no data.
     for (const std::string &text :

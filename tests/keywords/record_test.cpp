@@ -35,7 +35,7 @@ TEST_F(RecordTest, FormOfARecordDecidesItsStatus) {
         {"$ KELDRINS: Tx.Freq = 4", 2, 1},
         {"$ KELDRIN: Tx.Freq = 4", 3, 1}, // the prefix stays in the key and hides its group
         {"$ my keldrin 4: Tx.Freq = 4", 3, 1},
-        // cut to 32 characters, this prefix has no blank behind the name
+        // cut to 32 characters, this prefix has no blank after the name
         {"$ 1234567890123456789012345KELDRIN : Tx.Freq = 4", 2, 1},
         {"$ 12345678901234567890KELDRIN : Tx.Freq = 4", 3, 1},
         {"$ Foo = 1", 3, 1},
@@ -148,7 +148,7 @@ TEST_F(RecordTest, TooManyTokensKeepTheFirst) {
     EXPECT_THAT(messages.errors, ElementsAre(HasSubstr("more than 128 columns")));
 }
 
-// Bytes that no file should hold, behind keys that reach every kind of reader.
+// Bytes that no file should hold, after keys that reach every kind of reader.
 TEST_F(RecordTest, AnyBytesAreSurvived) {
     const std::string_view heads[] = {"$ Tx.XYZ1 =",
                                       "$ Tx.Length =",

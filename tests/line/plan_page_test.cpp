@@ -175,7 +175,7 @@ TEST_F(PlanPageTest, AChosenPartOfTheMapShowsThatPartAlone) {
     EXPECT_THAT(dots(), SizeIs(2));
 }
 
-// A sounding without a value is a plus, told from the coloured dots without colours.
+// A sounding without a value is a plus, which differs from the coloured dots without colours.
 TEST_F(PlanPageTest, DotsHaveTheColoursOfTheirValues) {
     addSounding(5000.0, 9000.0, 1.0).NumTW = 4;
     SoundingRecord &half = addSounding(5250.0, 9000.0, 2.0);

@@ -44,7 +44,7 @@ class WmfTest : public testing::Test {
   protected:
     WmfTest() { page.begin(24.0F, 18.0F); }
 
-    // All records; the sizes that the headers tell are checked on the way.
+    // All records; the sizes in the headers are checked on the way.
     std::vector<Record> records() {
         EXPECT_TRUE(page.end());
         const Words words = wordsOf(page.document());

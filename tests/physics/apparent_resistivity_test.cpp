@@ -319,7 +319,7 @@ TEST(AResDBdt, CountsTheWindowsThatNoHalfSpaceFits) {
 }
 
 // Of a value that no half-space gives, the search for a start may run out of passes where the one
-// from there on ends at a bound: the user is told all the same.
+// from there on ends at a bound: it is reported all the same.
 TEST(AResDBdt, CountsASearchForAStartThatFails) {
     Sounding sounding(InLoop, {0.4F});
     sounding.input.xLength = sounding.input.yLength = 1000.0F;

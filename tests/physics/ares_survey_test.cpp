@@ -125,7 +125,7 @@ TEST(AResSurvey, WhatAllSoundingsLackIsSaidOnce) {
     EXPECT_THAT(messages.errors,
                 ElementsAre("ARes_dBdt.ERROR|Tx Freq=0 is < 0.001 or > 1000 hertz|Soundings "
                             "without apparent resistivities: 40, the first at station 0"));
-    // Soundings with the same fault are told together, another fault by itself.
+    // Soundings with the same fault are reported together, another fault by itself.
     model.control.TxFreq = 8.0F;
     model.hTrn[7].NumTW = model.hTrn[9].NumTW = 0;
     model.hTrn[8].TWcenter[0] = 2.0e4F;

@@ -45,7 +45,8 @@ bool sameBits(Response a, Response b) {
     return bits(a.R) == bits(b.R) && bits(a.S) == bits(b.S);
 }
 
-/// The told order: dipole by dipole along the rows, every fourth one into the same partial sum.
+/// The documented order: dipole by dipole along the rows, every fourth one into the same partial
+/// sum.
 template <class Kernel>
 Response sumInOrder(const Place &place, float theta, const Kernel &kernel) {
     Response sum[4];

@@ -1,5 +1,5 @@
 // The example project and its models, cut at the end of every line and at 100 places within lines:
-// whatever is lost is told wherever the file shows it.
+// whatever is lost is reported wherever the file shows it.
 
 #include "projectfile/model_file.h"
 #include "projectfile/project_case.h"

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 using DataTable = ProjectCase;
 
-/// What is told when no sounding comes out of a table.
+/// What is reported when no sounding comes out of a table.
 const auto NoRowUsed = testing::StartsWith("ERROR: No row of the data table can be used.|");
 
 /// Makes a request for terabytes fail also on a system that promises more than it has.

@@ -1,5 +1,6 @@
 // Writes of projects and model files when a call to the system fails, ends short or ends the
-// process: the old files are whole or the new ones are, the user is told, nothing is left over.
+// process: the old files are whole or the new ones are, the failure is reported, nothing is left
+// over.
 
 #include "projectfile/model_file.h"
 #include "projectfile/project_case.h"

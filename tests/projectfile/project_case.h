@@ -37,7 +37,7 @@ class ProjectCase : public testing::Test {
                     std::string(OneRow));
     }
 
-    /// Reads a table behind a group with these assignments, values in nV/Am2.
+    /// Reads a table after a group with these assignments, values in nV/Am2.
     int readTable(std::string_view table, std::string_view assignments = "") {
         return read("&KELDRIN TEMUnits='nV/Am2'\n" + std::string(assignments) + "\n/\n" +
                     std::string(table));

@@ -247,7 +247,7 @@ TEST_F(PresentationPage, AModelFileWithoutErrorsGivesALineAlone) {
                 AllOf(Contains("smooth model"), Not(Contains(HasSubstr("depth of")))));
     EXPECT_TRUE(at(RecordedItem::Kind::Area, modelPlace(10.0F / 6.0F, 0.0F)).empty());
 
-    sounding().Rerr[1] = 300.0F; // told, though the data see nothing
+    sounding().Rerr[1] = 300.0F; // shown, though the data see nothing
     draw();
     EXPECT_THAT(textsOf(page), Contains("model, not seen by the data"));
 }

@@ -460,7 +460,7 @@ TEST_F(ReviewTest, TheMouseIsReadForTheSoundingOnShow) {
     survey.control.TEMUnits = "nV/Am2";
     review({"key n", "press Edit Plot Limits", "set 1063 1", "set 1062 1.0E4", "press Continue",
             "key x"});
-    // The page begins at 0.1, then at 1 msec; 6 cm are 1.8 decades behind its left edge.
+    // The page begins at 0.1, then at 1 msec; 6 cm are 1.8 decades beyond its left edge.
     EXPECT_THAT(readings.front(), StartsWith("Time 6.31 msec   Resistivity "));
     EXPECT_THAT(readings.front(), HasSubstr("Window 2: "));
     EXPECT_THAT(readings[1], HasSubstr("Window 1: "));

@@ -31,7 +31,7 @@ namespace keldrin {
 namespace {
 
 // Each flow that writes, with every call to the disk failing in turn: files are the old ones or the
-// new ones, whole, the user is told, and nothing is left over.
+// new ones, whole, the failure is reported, and nothing is left over.
 
 constexpr std::string_view Project =
     "&KELDRIN SurveyType='In-Loop' TEMUnits='nV/Am2' XTxLength=100 YTxLength=100 TxRamp=60 "

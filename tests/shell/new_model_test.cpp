@@ -118,7 +118,7 @@ TEST_F(NewModelTest, MovingLoopIsPlottedAtTheMiddle) {
     EXPECT_NEAR(model.control.StnScale, 25.0F, 1e-3F);
 }
 
-// The same readings in two formats. One tells the edges of its windows, the other has to derive
+// The same readings in two formats. One gives the edges of its windows, the other has to derive
 // them, and rounds times and values.
 TEST_F(NewModelTest, AReportFileGivesTheResistivitiesOfItsAveragedRecords) {
     for (const char *name : {"coincident", "coincident_avg"}) {

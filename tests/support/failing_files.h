@@ -118,7 +118,7 @@ class FailingFiles {
 ///
 /// prepare  sets the files and the state up; called before every run
 /// run      the flow
-/// check    looks at what was left and told; not called for the last run, in which no call was
+/// check    looks at what was left and reported; not called for the last run, in which no call was
 ///          left to be spoiled
 /// returns  how many calls were spoiled
 inline int spoilEveryCall(FileFault fault, const std::function<void()> &prepare,

@@ -6,7 +6,7 @@
 
 namespace keldrin {
 
-/// Stands for a PDF where there is no window system: its pages are SVG, one behind the other.
+/// Stands for a PDF where there is no window system: its pages are SVG, one after the other.
 class PagedDocument : public SvgSurface {
   public:
     bool nextPage() override {

@@ -45,7 +45,7 @@ class Picture {
         bytes_.assign(width_ * height_ * channels_, '\xFF');
     }
 
-    /// Reads a file's content; false when it is none.
+    /// Reads a file's content; false when it is no picture.
     bool read(const std::string &content) {
         std::istringstream head(content);
         std::string kind;
@@ -171,7 +171,7 @@ inline Picture pictureOf(const RecordSurface &page) {
     return picture;
 }
 
-/// Of all cells; 1 when one map is the other but for a factor.
+/// Of all cells; 1 when one map is the other times a factor.
 inline double correlation(const InkMap &a, const InkMap &b) {
     const double meanA = a.total() / static_cast<double>(a.ink.size());
     const double meanB = b.total() / static_cast<double>(b.ink.size());

@@ -9,7 +9,7 @@
 
 namespace keldrin {
 
-/// A toolkit without a user but for one who watches long work and may stop it. Keeps what it is
+/// A toolkit without a user, except one who watches long work and may stop it. Keeps what it is
 /// told; every step reaches it once noticeEveryStep() was called.
 class WorkBackend : public AnsweringBackend {
   public:

@@ -38,7 +38,7 @@ TEST(SplitColumns, BlanksAndCommas) {
         {"   ", {}},
         {"\t", {}},
         {"1,2,3", {"1", "2", "3"}},
-        {"1,2,", {"1", "2"}}, // nothing is pending behind the last comma
+        {"1,2,", {"1", "2"}}, // nothing is pending after the last comma
         {" 1 , 2", {"1", "2"}},
         {"1  2", {"1", "2"}},
         {"1\t \t2\t", {"1", "2"}},
@@ -65,7 +65,7 @@ TEST(SplitColumns, Quotes) {
         {"a\"b c\"d e", {"a b c d", "e"}},
         {"a \"b c, d", {"a", "b c, d"}}, // never closed: up to the end of the line
         {"a \"", {"a", ""}},
-        {"\"a ,b\"", {"a, b"}}}; // blanks go behind a comma between quotes too
+        {"\"a ,b\"", {"a, b"}}}; // blanks go after a comma between quotes too
     for (const auto &[line, expected] : cases) {
         EXPECT_THAT(columnsOf(line), ElementsAreArray(expected)) << '[' << line << ']';
     }

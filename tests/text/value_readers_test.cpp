@@ -156,7 +156,7 @@ TEST(ValueReaders, NumbersInsideText) {
                         {"Line 1 2", 0, 12.0F},
                         {"abc", 0, 7.0F},
                         {"a-b-c", 1, 7.0F},
-                        {"abcdefghijklmnop1", 0, 7.0F}}, // behind the 16 characters looked at
+                        {"abcdefghijklmnop1", 0, 7.0F}}, // after the 16 characters looked at
                        7.0F, Val_Read_NumberInText);
     expectCells<std::int32_t>({{"-12.5", 0, 125}, {"none", 0, 7}, {"9999999999", 1, 7}}, 7,
                               Val_Read_Digits);

@@ -120,7 +120,7 @@ TEST_F(ChildProcess, MayTidyUpWhenItIsStopped) {
                                  "echo ready\nwhile :; do sleep 0.05; done\n");
     EXPECT_TRUE(result.stopped);
     EXPECT_EQ(result.exitCode, 9);
-    EXPECT_EQ(lines.back(), "tidy"); // the shell may tell that its sleep was ended
+    EXPECT_EQ(lines.back(), "tidy"); // the shell may say that its sleep was ended
     EXPECT_TRUE(std::filesystem::exists(directory.path("done")));
 }
 

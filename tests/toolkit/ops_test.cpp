@@ -14,7 +14,7 @@
 namespace keldrin {
 namespace {
 
-/// Gives the answers that a test told, and keeps what was asked.
+/// Gives the answers that a test has set, and keeps what was asked.
 class ToldBackend : public HeadlessBackend {
   public:
     ToldBackend() {

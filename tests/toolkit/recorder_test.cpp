@@ -46,7 +46,7 @@ class RecorderTest : public testing::Test {
         return serve({type, button, 0, xCm / 24.0, yCm / 18.0, second});
     }
 
-    // The lines of the file as they are now, but for the heading.
+    // The lines of the file as they are now, except the heading.
     [[nodiscard]] std::vector<std::string> lines() const {
         std::vector<std::string> result;
         const std::string text = fileContent(path);

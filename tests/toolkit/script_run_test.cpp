@@ -35,7 +35,7 @@ TEST(ScriptedRun, AnUnreadableScenarioStartsNothing) {
               ScriptUnreadable);
 }
 
-// A program that asks for a file and would leave a trace behind it.
+// A program that asks for a file and would then leave a trace.
 [[noreturn]] void chooseThenWrite(const std::string &scenario, const std::string &trace) {
     if (startScriptedRun(scenario, {"keldrin"}, std::cerr, std::cerr) == 0) {
         WindowOpen(ResizableWindow, -1, -1, 100, 100);

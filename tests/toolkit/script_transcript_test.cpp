@@ -74,7 +74,7 @@ void serveMenu(const std::function<void(int)> &command) {
 
 void nothing(int) {}
 
-// Asks for a line and an area, which is then told in millions.
+// Asks for a line and an area, which is then shown in millions.
 void askAreas() {
     WDialogLoad(SampleAreas);
     WDialogPutMenu(1082, {"Line 1", "Line \"2\""}, 1);
@@ -142,7 +142,7 @@ TEST(ScriptTranscript, ADialogThatBlocks) {
                                  "end program\n");
 }
 
-// What is behind the opening of the configuration dialog.
+// What follows the opening of the configuration dialog.
 std::string behindFields(const Played &played) {
     const std::string last = "field 1084 button on \"Cancel\" = \"\"\n";
     const std::size_t at = played.transcript.find(last);

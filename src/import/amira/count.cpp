@@ -86,8 +86,8 @@ void forgetUnsureCounts(const AmiraCountPass &pass, LineTable &lines) {
     }
 }
 
-// Tells what is wrong with the header before the user is asked for a line. The values are those of
-// the file's last line, so they do not stay.
+// Reports what is wrong with the header before the user is asked for a line. The values are those
+// of the file's last line, so they do not stay.
 void checkHeader(const AmiraRecord &record, const ControlValues &control) {
     ControlValues trial = control;
     AMR_To_Control_Values(record, trial);

@@ -17,13 +17,13 @@ namespace keldrin {
 // stand in a channel file beside it or in keyword lists (import/amira/times.h).
 //
 //   line                                 kind
-//   the first                            title, passed over
+//   the first                            title, ignored
 //   \ ! and, above the labels, "/ "      comment
 //   /                                    keyword (import/amira/keywords.h)
-//   ":" or "=" behind its first byte     keywords
+//   ":" or "=" after its first byte      keywords
 //   a code from `A` to `z`               labels, above the rows; among them when they name both
 //                                        required columns
-//   anything else                        passed over above the labels, a row below them
+//   anything else                        ignored above the labels, a row below them
 //
 //   variable    read as          use
 //   STATION     number in text   receiver station; required
@@ -97,8 +97,8 @@ struct AmiraWalk {
     LineNotice rowsAsKeywords;   ///< rows that hold a mark of keywords
     LineNotice commas;           ///< the first row with decimal commas
     bool commasSeparate = false; ///< the labels are separated by commas
-    bool quiet = false;          ///< the second pass: what the first one has told of keywords and
-                                 ///< lines is not told again
+    bool quiet = false;          ///< second pass: faults of keywords and lines reported in the
+                                 ///< first pass are not repeated
     int stopStatus = 0;          ///< 2 or more when a keyword has stopped the file
 
     /// Opens the file, sets the defaults and what the survey information file has said.
@@ -112,7 +112,7 @@ struct AmiraWalk {
 
     /// Goes to the next row, on the way taking keywords, and splits it.
     /// line         out: left-adjusted
-    /// leastLength  shorter lines are passed over
+    /// leastLength  shorter lines are skipped
     /// returns      false at the end of the file, and when a keyword has stopped it
     bool nextRow(std::string_view &line, std::size_t leastLength);
 

@@ -61,7 +61,7 @@ enum class AmiraLine { Blank, Comment, Slash, Pairs, Other };
 /// begin a comment.
 AmiraLine classifyAmiraLine(std::string_view line, bool slashBlankIsComment);
 
-/// Reads a line of kind Slash or Pairs; a slash line without a pair is passed over.
+/// Reads a line of kind Slash or Pairs; a slash line without a pair is ignored.
 int AMR_Read_Keyword_Line(const RecordLine &where, AmiraLine kind, AmiraRecord &record);
 
 } // namespace keldrin

@@ -58,8 +58,8 @@ std::size_t markIn(std::string_view word) {
     return std::string_view::npos;
 }
 
-// A mark stands alone or at either end of a word when blanks surround it; a list goes on behind
-// its comma.
+// A mark stands alone or at either end of a word when blanks surround it; a list goes on after its
+// comma.
 std::vector<std::string> joinedWords(std::vector<std::string> words) {
     std::vector<std::string> joined;
     for (std::string &word : words) {

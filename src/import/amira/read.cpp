@@ -92,8 +92,8 @@ void warnOfTurnedLoop(const AmiraRecord &record, const ControlValues &control) {
     }
 }
 
-// What stands behind the last row of the chosen line belongs to it if no other line follows, but
-// for what the rows were read by.
+// Keywords after the last row of the chosen line belong to it if no other line follows, except
+// those that affect reading the rows.
 AmiraRecord closingRecord(const AmiraReadPass &pass) {
     const AmiraRecord &chosen = pass.chosen;
     if (!pass.inChosenLine) {

@@ -144,7 +144,7 @@ std::string_view amiraArrayName(int arrayIndex);
 int amiraComponent(std::string_view text);
 
 /// The number in a cell such as "1200N": from the first of "-0123456789" to the last digit, in free
-/// form. A letter W or S behind it makes the other sign.
+/// form. A letter W or S after it makes the other sign.
 /// returns  0; -1 without a digit; 1 when it cannot be read as one number of at most 1.0E9 in
 ///          size ("12+50"); `value` is then unchanged
 int Cell_to_AmiraNumber(std::string_view cell, double &value);
@@ -152,7 +152,7 @@ int Cell_to_AmiraNumber(std::string_view cell, double &value);
 /// The same; a number that cannot be read is reported.
 int AMR_Number(const RecordLine &where, std::string_view cell, double &value);
 
-/// Report faults of a record, unless it is quiet: an earlier pass has told them.
+/// Report faults of a record, unless it is quiet: an earlier pass has reported them.
 void reportAt(const RecordLine &where, std::initializer_list<MessageLine> lines);
 void warnAt(const RecordLine &where, std::initializer_list<MessageLine> lines);
 
@@ -168,7 +168,7 @@ int AMR_Loop_Geometry(AmiraRecord &record, double metresPerUnit);
 /// Sides that are still unknown: of a square of the loop's area, or equal to the other side.
 void settleLoopSides(AmiraRecord &record);
 
-/// The values in force into the control values. A unit that is none of the three is reported.
+/// The values in force into the control values. A unit that is not one of the three is reported.
 void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control);
 
 /// One warning for a unit, and one for a frequency, that the file does not state.

@@ -9,12 +9,12 @@ namespace keldrin {
 
 // Times of channels: lists in keywords of the data file, and channel files (*.chn) beside it:
 //
-//   line of at most 80 bytes; the first one, a title, is passed over; at most 256 lines
+//   line of at most 80 bytes; the first one, a title, is ignored; at most 256 lines
 //   \ !          comment
 //   / : =        keywords, as in the data file
 //   a letter     labels: DELAY and WIDTH, in one of the first two columns
 //   else         a row, below labels: centre and width of the next channel, msec; a row whose
-//                centre cannot be read is a channel without a time, a line of dashes is passed over
+//                centre cannot be read is a channel without a time, a line of dashes is ignored
 
 /// Reads a keyword list. The keyword gives the unit, (US) or (MS), else seconds, and what the
 /// values are: START and END of windows, their WIDTH, else their centres. Lists of START and END

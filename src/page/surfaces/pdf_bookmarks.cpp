@@ -18,7 +18,7 @@ namespace {
 
 using Number = std::size_t;
 
-/// The number behind the first `key` of a text; none without one.
+/// The number after the first `key` of a text; none without one.
 std::optional<Number> numberBehind(std::string_view text, std::string_view key) {
     const std::size_t at = text.find(key);
     if (at == std::string_view::npos) {
@@ -95,7 +95,7 @@ std::vector<Number> pageObjects(const PdfFile &file, std::string_view catalog) {
     return pages;
 }
 
-/// A text in 16 bits a character behind a mark, as hexadecimal digits.
+/// A text in 16 bits a character after a mark, as hexadecimal digits.
 std::string textString(std::string_view text) {
     std::string digits = "<FEFF";
     const auto append = [&digits](char32_t unit) {

@@ -18,7 +18,7 @@ struct PdfBookmark {
 /// 32000-1, 7.5.6 and 12.3.3), which leaves every byte before it as it was. Those of level 1 are
 /// folded away at first.
 /// pdf      with a cross-reference table and one level of pages, as Qt writes it
-/// returns  blank where there are no bookmarks, or the file is none of this kind
+/// returns  blank where there are no bookmarks, or the file is not of this kind
 std::string pdfBookmarks(std::string_view pdf, std::span<const PdfBookmark> bookmarks);
 
 } // namespace keldrin

@@ -23,7 +23,7 @@ class BatchProject {
 
     [[nodiscard]] bool failed() const { return !reason_.empty(); }
 
-    /// One line of output: what was done, behind the name of the file, or why not.
+    /// One line of output: what was done, after the name of the file, or why not.
     void printLine(const std::string &file, const std::string &done) const;
 
     SurveyModel model;

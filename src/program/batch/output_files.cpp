@@ -16,7 +16,7 @@ namespace keldrin {
 
 namespace {
 
-// Told on stderr when it fails; a blank name needs none.
+// Reported on stderr when it fails; a blank name needs none.
 bool makeOutputDirectory(std::string_view program, const std::string &directory) {
     if (directory.empty()) {
         return true;

@@ -25,10 +25,10 @@ class Canvas : public QWidget {
     /// Asks for a repaint if the page has changed since the last one.
     void showPage();
 
-    /// Told of mouse buttons (1 left, 2 middle, 3 right, 4 and 5 the wheel) going down and up.
+    /// Called when mouse buttons (1 left, 2 middle, 3 right, 4 and 5 the wheel) go down and up.
     /// `second` is the second press of a double click.
     std::function<void(int type, int button, double pageX, double pageY, bool second)> onMouse;
-    /// Told of the mouse's place, and of its leaving with a place that is no number.
+    /// Called with the mouse's place, and when it leaves with a place that is no number.
     std::function<void(double pageX, double pageY)> onMove;
     std::function<void()> onResize;
 

@@ -84,7 +84,7 @@ class DesktopBackend : public Backend {
     ///
     /// beside  asked for beside the page, where the button always opens it
     QMenu *makeContextMenu(bool beside);
-    /// Ends the present wait when something was queued.
+    /// Ends the current wait when something was queued.
     void wake();
     /// Called each time the backend is about to wait for the user.
     std::function<void()> onIdle;

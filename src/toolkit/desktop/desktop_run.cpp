@@ -48,8 +48,8 @@ QIcon programIcon() {
 
 constexpr int ExitNoDisplay = 2;
 
-// While the application starts: a display that cannot be opened is told in one line, in place of
-// the window system's own and an abort.
+// While the application starts: a display that cannot be opened gives one line instead of the
+// window system's own and an abort.
 void tellStart(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message) {
     if (type == QtFatalMsg) {
         const QByteArray display = qgetenv("DISPLAY");

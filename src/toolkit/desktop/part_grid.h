@@ -63,7 +63,7 @@ class PartGrid {
     int row_ = 0;
     int places_ = 0;                        ///< most fields of a row so far
     std::map<int, std::string_view> heads_; ///< above the fields of a place
-    std::string_view rowName_;              ///< title or label that the present row began with
+    std::string_view rowName_;              ///< title or label that the current row began with
     QLabel *waiting_ = nullptr; ///< text that becomes the label of the field that follows
     std::string_view waitingName_;
     bool labelled_ = false;  ///< some row begins with a label

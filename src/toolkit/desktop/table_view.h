@@ -20,7 +20,7 @@ class TableView : public QTableView {
     /// Shows what the model holds. The place in the table stays where it can.
     void showTable(const ControlState &control);
 
-    /// Told of the selected rows, from 1, when the user has changed them.
+    /// Called with the selected rows, from 1, when the user has changed them.
     std::function<void(const TableRows &rows)> onSelect;
 
     /// True for the keys that it needs for itself.

@@ -87,7 +87,7 @@ class Recorder : public UserRecord {
     int count_ = 0;
     Press press_;
     std::map<std::pair<int, int>, std::string> waiting_; ///< by dialog and control
-    bool sizeWaits_ = false; ///< the size of the window is to be told with the first event
+    bool sizeWaits_ = false; ///< the first event also writes the window's size
     bool closeTold_ = false; ///< with the line of the engine
     bool holdsClock_ = false;
     DateTime moment_;  ///< since the last line

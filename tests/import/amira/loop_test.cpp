@@ -112,7 +112,7 @@ TEST_F(AmiraTest, ALoopThatDoesNotLieAlongItsAzimuthIsTold) {
     EXPECT_EQ(model.control.TxAzimuth, 95.0F);
     EXPECT_EQ(model.control.XTxLength, 300.0F);
     EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("first side lies at 0 degrees")));
-    // Without an azimuth the vertices tell it.
+    // Without an azimuth the vertices give it.
     EXPECT_EQ(read(Clockwise + Rows), 0);
     EXPECT_EQ(model.control.TxAzimuth, 0.0F);
     EXPECT_EQ(messages.warnings.size(), 1U);

@@ -17,7 +17,7 @@ const std::string TimesRows = "STATION CH1 CH2 CH3\n1 10 20 30\n";
 TEST_F(AmiraTest, ListsOfTheHeaderServeWhereThereIsNoChannelFile) {
     channels.clear();
     EXPECT_EQ(read(TimesHead + "/TIMES: 0.001,0.002,0.004\n" + TimesRows), 0);
-    EXPECT_THAT(times(0), ElementsAre(1, 2, 4)); // sec unless told
+    EXPECT_THAT(times(0), ElementsAre(1, 2, 4)); // sec unless given
     EXPECT_EQ(read(TimesHead + "TIMES(MS):1,2 TIMESWIDTH(US)=500,600\n" + TimesRows), 0);
     EXPECT_THAT(times(0), ElementsAre(1, 2));
     EXPECT_EQ(sounding(0).TWwidth[1], 0.6F);

@@ -186,7 +186,7 @@ std::string longProject(const std::string &pair, int soundings) {
     return text;
 }
 
-// Pages are encoded many at a time: the files and what is told of them are those of one by one.
+// Pages are encoded many at a time: the files and what is reported of them are those of one by one.
 TEST_F(PlotCommandTest, ManyPagesGiveTheFilesOfSingleOnes) {
     fixClock(DateTime{2026, 5, 14, 9, 30, 0});
     putFile(project(), longProject(fileContent(project()), 150));
