@@ -41,6 +41,8 @@ void ToolkitRestoreView(const DrawingView &view);
 void IGrColour(std::string_view name);
 void IGrColour(PageColour colour);
 /// 0x00rrggbb of the colour now set; for tests.
+///
+/// which  always "#", as documented
 int ToolkitColourCode(std::string_view which = "#");
 
 /// Font and character size as fractions of the surface; a zero code keeps the font. All codes are
@@ -85,7 +87,8 @@ bool ToolkitFillArea(const float *x, const float *y, int count, PageColour colou
 // Straight lines, cut off at the edges of the surface.
 void ToolkitMoveTo(float x, float y);
 void ToolkitLineTo(float x, float y);
-void ToolkitLineStyle(int type);
+inline constexpr int SolidLine = 0;
+void ToolkitLineStyle(int type); ///< as documented; all lines are solid, whatever the type
 
 enum AreaItem : int { AreaLeft = 11, AreaBottom = 12, AreaRight = 13, AreaTop = 14 };
 float ToolkitAreaInfo(int item); ///< the limit of the units at a side

@@ -66,8 +66,12 @@ enum HardcopyOption : int {
     HardcopyOption9 = 9,
 };
 
-/// Chooses a driver and forgets the options of the last hardcopy. The first argument is always 1.
-/// A driver that there is not, or a hardcopy that is still open, leaves ErrorNoSuchDevice.
+inline constexpr int HardcopyDriver = 1; ///< what is selected
+
+/// Chooses a driver and forgets the options of the last hardcopy. A driver that there is not, or a
+/// hardcopy that is still open, leaves ErrorNoSuchDevice.
+///
+/// which  always HardcopyDriver, as documented
 void ToolkitHardcopySelect(int which, int driver);
 
 /// Sets an option; other numbers up to 9 than those above are taken and have no effect.
@@ -77,8 +81,10 @@ enum PageItem : int { PaperWidth = 91, PaperHeight = 92 };
 /// The paper of the chosen printer, by PageItem, in points; 0 without a printer.
 double ToolkitPageInfo(int item);
 
-/// Opens the chosen device on a path (a blank one for a printer), or with "S" closes it, after
-/// which no driver is chosen. Closing when none is open does nothing.
+inline constexpr std::string_view HardcopyStop = "S"; ///< closes the device
+
+/// Opens the chosen device on a path (a blank one for a printer), or with HardcopyStop closes it,
+/// after which no driver is chosen. Closing when none is open does nothing.
 void IGrHardcopy(std::string_view pathOrCode);
 
 /// Ends the page of the open hardcopy and begins an empty one in the same file, which only a PDF

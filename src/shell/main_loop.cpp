@@ -209,7 +209,7 @@ void settleMenuAndView(const Shell &shell) {
     const bool loaded = shell.model.SoundingCount >= 1;
     for (const MenuEntry &entry : MenuEntries) {
         if (entry.greyedAtStart) {
-            WMenuSetState(entry.command, 1, loaded ? 1 : 0);
+            WMenuSetState(entry.command, MenuEntryEnabled, loaded ? 1 : 0);
         }
     }
     ToolkitContextMenu(loaded ? viewEntries() : std::span<const ContextEntry>{});

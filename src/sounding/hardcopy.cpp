@@ -59,7 +59,7 @@ double cmOfPoints(double points) {
 }
 
 void selectDriver(int driver) {
-    ToolkitHardcopySelect(1, driver);
+    ToolkitHardcopySelect(HardcopyDriver, driver);
     ToolkitHardcopyOption(HardcopyOption5, 1);
 }
 
@@ -153,7 +153,7 @@ int Plot_HardcopyOpen(int iPlt, const std::string &path) {
 }
 
 void checkHardcopy(const std::string &path, std::string_view tag) {
-    const int number = ToolkitErrorState(1);
+    const int number = ToolkitErrorState(ErrorNumber);
     if (number == ErrorOutputFile) {
         ReportNotice(NoticeLevel::Box,
                      {"ERROR: The plot file could not be written.", path, ToolkitHardcopyFault()});
@@ -186,7 +186,7 @@ int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int i
         return status;
     }
     Plot_Sounding(survey, limits, station, path, date, time);
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     tellWhereHardcopyWent(plotPath);
     checkHardcopy(std::string(trimBlanks(plotPath)), "QCC_Plot_Hardcopy");
     return 0;

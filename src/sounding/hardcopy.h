@@ -39,10 +39,9 @@ struct HardcopyPlacement {
 /// margins, at the lower or left margin, and centred in the other direction.
 HardcopyPlacement placeOnPaper(double paperWidth, double paperHeight);
 
-/// Chooses and opens a device; what is drawn from then on goes there, until IGrHardcopy("S").
-/// A file that cannot be created is reported, and so is a device that there is not; drawing then
-/// goes nowhere.
-/// path     of the plot file; a blank for the printer
+/// Chooses and opens a device; what is drawn from then on goes there, until
+/// IGrHardcopy(HardcopyStop). A file that cannot be created is reported, and so is a device that
+/// there is not; drawing then goes nowhere. path     of the plot file; a blank for the printer
 /// returns  0, or 1 when nothing is to be plotted: the printer was declined, or `iPlt` is unknown
 ///          (reported)
 int Plot_HardcopyOpen(int iPlt, const std::string &path);

@@ -53,10 +53,10 @@ std::string plotDocumentPath(std::string_view projectPath) {
 bool plotPagesInOnePdf(const std::string &path, std::size_t pages,
                        const std::function<void(std::size_t)> &draw,
                        const std::function<bool(std::size_t)> &goOn) {
-    ToolkitHardcopySelect(1, DriverPdf);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPdf);
     IGrHardcopy(path);
     if (const int error = ToolkitErrorState(ErrorNumber); error != 0) {
-        IGrHardcopy("S");
+        IGrHardcopy(HardcopyStop);
         ToolkitSetError(error);
         return true;
     }
@@ -70,7 +70,7 @@ bool plotPagesInOnePdf(const std::string &path, std::size_t pages,
         }
         draw(i);
     }
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     return true;
 }
 

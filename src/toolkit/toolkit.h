@@ -145,7 +145,10 @@ struct ContextEntry {
 /// lately. Those of the span must outlive their use.
 void ToolkitContextMenu(std::span<const ContextEntry> entries);
 
+inline constexpr int MenuEntryEnabled = 1; ///< the state of an entry that can be set
+
 /// Enables (value 1) or greys (0) a menu command.
+/// item  always MenuEntryEnabled, as documented
 void WMenuSetState(int command, int item, int value);
 
 // ---- Events
@@ -210,7 +213,7 @@ enum DialogMode : int {
 /// Shows the selected dialog at a pixel position (-1, -1: the toolkit's place).
 /// control  the first control and, if it is a button, the default one; 0 the table's own
 void WDialogShow(int x, int y, int control, int mode);
-void WDialogUnload(int option = 0);
+void WDialogUnload(int option = 0);          ///< option: as documented, of no effect
 void WDialogTitle(std::string_view caption); ///< as documented; no flow changes a caption
 void WDialogFieldState(int id, bool enabled);
 bool WDialogIsEnabled(int id);
@@ -309,7 +312,7 @@ inline constexpr int PrinterDialog = 2; ///< which options are asked for
 
 /// The system's printer dialog for the chosen hardcopy (page/hardcopy.h); the item CommonDialogOk
 /// says whether it ended with OK. When it was declined no driver is chosen any more.
-/// which  always PrinterDialog
+/// which  always PrinterDialog, as documented
 void WHardcopyOptions(int which);
 
 void ToolkitCopyText(std::string_view text); ///< to the clipboard

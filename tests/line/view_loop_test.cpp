@@ -38,7 +38,7 @@ class ViewLoopTest : public testing::Test {
             survey.hTrn.push_back(sounding);
         }
         survey.SoundingCount = 30;
-        WMenuSetState(Command::Plan, 1, 1);
+        WMenuSetState(Command::Plan, MenuEntryEnabled, 1);
     }
     ~ViewLoopTest() override { ToolkitClose(); }
     ViewLoopTest(const ViewLoopTest &) = delete;

@@ -48,10 +48,10 @@ TEST_F(DrawingTest, UnitsLieOnTheSelectedArea) {
     EXPECT_NEAR(page.items()[0].characterHeight, 0.353F, 1e-4F);
     EXPECT_NEAR(ToolkitTextMetric(TextCharacterWidth), 0.00872695F * 20.0F / 0.5F, 1e-5F);
     EXPECT_NEAR(ToolkitTextMetric(TextCharacterHeight), 0.0196111F * 100.0F / 0.5F, 1e-4F);
-    EXPECT_EQ(ToolkitAreaInfo(11), -10.0F);
-    EXPECT_EQ(ToolkitAreaInfo(13), 10.0F);
-    EXPECT_EQ(ToolkitAreaInfo(12), 100.0F);
-    EXPECT_EQ(ToolkitAreaInfo(14), 200.0F);
+    EXPECT_EQ(ToolkitAreaInfo(AreaLeft), -10.0F);
+    EXPECT_EQ(ToolkitAreaInfo(AreaRight), 10.0F);
+    EXPECT_EQ(ToolkitAreaInfo(AreaBottom), 100.0F);
+    EXPECT_EQ(ToolkitAreaInfo(AreaTop), 200.0F);
 
     float x = 0.0F;
     float y = 0.0F;
@@ -78,7 +78,7 @@ TEST_F(DrawingTest, ViewsThatCannotBeDrawnKeepTheOldOne) {
     EXPECT_TRUE(refused());
     WGrTextFont(0, 0, 0.0F, 0.02F);
     EXPECT_TRUE(refused());
-    EXPECT_EQ(ToolkitAreaInfo(13), before.units[2]);
+    EXPECT_EQ(ToolkitAreaInfo(AreaRight), before.units[2]);
     EXPECT_NEAR(ToolkitTextMetric(TextCharacterHeight), 0.353F, 1e-4F);
     ToolkitDrawText(NotANumber, 1.0F, "nowhere");
     ToolkitDrawText(1.0F, std::numeric_limits<float>::max(), "nowhere");

@@ -117,7 +117,7 @@ TEST_F(ReviewHardcopyTest, TheLogIsShownBeforeAndThePageIsNotOnIt) {
         EXPECT_EQ(item.kind, RecordedItem::Kind::Text);
     }
     EXPECT_TRUE(ToolkitHasSurface());
-    EXPECT_EQ(ToolkitAreaInfo(13), 24.0F) << "the view is the page's for the mouse";
+    EXPECT_EQ(ToolkitAreaInfo(AreaRight), 24.0F) << "the view is the page's for the mouse";
 }
 
 TEST_F(ReviewHardcopyTest, AFileThatCannotBeCreatedIsReportedOnce) {

@@ -35,7 +35,7 @@ class DialogEvents : public testing::Test {
     }
     static void showConfiguration() {
         WDialogLoad(SampleFields);
-        ToolkitDialogOption(10, 1);
+        ToolkitDialogOption(FieldChangeEvents, 1);
         WDialogShow(-1, -1, ButtonContinue, DialogModelessAlone);
     }
 
@@ -59,7 +59,7 @@ TEST_F(DialogEvents, ATypedFieldIsCommittedJustBeforeAButton) {
     userChooses(*topDialog(), 1006, 2); // no change
     EXPECT_EQ(waiting(), (Events{"10:1026", "10:1006"}));
 
-    ToolkitDialogOption(10, 0);
+    ToolkitDialogOption(FieldChangeEvents, 0);
     typeText(*topDialog(), 1025, "70");
     commitField(*topDialog(), 1025);
     EXPECT_EQ(waiting(), Events{});
@@ -80,7 +80,7 @@ TEST_F(DialogEvents, RepeatedChangesOfOneFieldOrOfTheSizeCountOnce) {
 
 TEST_F(DialogEvents, ATrackbarIsHeldInItsRangeAndReadWhereItStands) {
     WDialogLoad(SampleStations);
-    ToolkitDialogOption(10, 1);
+    ToolkitDialogOption(FieldChangeEvents, 1);
     WDialogRangeTrackbar(1057, 1, 5, 1);
     WDialogPutTrackbar(1057, 2);
     WDialogShow(-1, -1, 0, DialogModeless);
@@ -109,7 +109,7 @@ TEST_F(DialogEvents, TheRootWindowIsServedAsTheDialogAllows) {
     queueAll();
     queueEvent({EventMenu, Command::Edit, 0, 0.0, 0.0}); // greyed from the start
     EXPECT_EQ(waiting(), (Events{"2:101", "1:110", "4:1", "7:0", "9:0"}));
-    WMenuSetState(Command::Edit, 1, 1);
+    WMenuSetState(Command::Edit, MenuEntryEnabled, 1);
     queueEvent({EventMenu, Command::Edit, 0, 0.0, 0.0});
     EXPECT_EQ(waiting(), Events{"2:104"});
     showConfiguration();

@@ -46,13 +46,13 @@ class HardcopyTest : public testing::Test {
 TEST_F(HardcopyTest, DrawingGoesToTheFileUntilItIsClosed) {
     const std::string path = directory.path("a.hpg");
     putFile(path, "old");
-    ToolkitHardcopySelect(1, DriverHpgl);
+    ToolkitHardcopySelect(HardcopyDriver, DriverHpgl);
     EXPECT_TRUE(ToolkitHasSurface());
     IGrHardcopy(path);
     EXPECT_FALSE(ToolkitHasSurface()); // the log must not land on the page
     drawLine();
     EXPECT_EQ(fileContent(path), "old") << "a file is written whole at the end";
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_TRUE(ToolkitHasSurface());
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_EQ(onScreen(), 0U);
@@ -63,7 +63,7 @@ TEST_F(HardcopyTest, DrawingGoesToTheFileUntilItIsClosed) {
                             "file " + path + " bytes=" + std::to_string(content.size())));
     drawLine();
     EXPECT_EQ(onScreen(), 1U);
-    IGrHardcopy("S"); // nothing is open
+    IGrHardcopy(HardcopyStop); // nothing is open
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
 }
 
@@ -77,13 +77,13 @@ TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
     for (const auto &c : cases) {
         const std::string path = directory.path("page");
         ToolkitHardcopyOption(HardcopyWidth, 100); // of a hardcopy that is not the next one
-        ToolkitHardcopySelect(1, c.driver);
+        ToolkitHardcopySelect(HardcopyDriver, c.driver);
         for (const int ignored : {0, 5, 6, 9, 10, -1}) {
             ToolkitHardcopyOption(ignored, 3);
         }
         IGrHardcopy(path);
         drawLine();
-        IGrHardcopy("S");
+        IGrHardcopy(HardcopyStop);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
         EXPECT_EQ(fileContent(path).substr(0, c.start.size()), c.start);
     }
@@ -92,12 +92,12 @@ TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
 TEST_F(HardcopyTest, AFileThatCannotBeCreatedLeavesAnErrorAndDrawingGoesNowhere) {
     const std::string paths[] = {directory.path("missing/a.wmf"), directory.path(), ""};
     for (const std::string &path : paths) {
-        ToolkitHardcopySelect(1, DriverMetafile);
+        ToolkitHardcopySelect(HardcopyDriver, DriverMetafile);
         IGrHardcopy(path);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile) << path;
         EXPECT_NE(ToolkitHardcopyFault(), "");
         drawLine();
-        IGrHardcopy("S");
+        IGrHardcopy(HardcopyStop);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0) << "it is told once";
         EXPECT_EQ(onScreen(), 0U);
     }
@@ -107,23 +107,23 @@ TEST_F(HardcopyTest, AFileThatCannotBeCreatedLeavesAnErrorAndDrawingGoesNowhere)
 TEST_F(HardcopyTest, AFileThatCannotBeWrittenIsToldAtTheEnd) {
     std::filesystem::create_directory(directory.path("gone"));
     const std::string path = directory.path("gone/a.svg");
-    ToolkitHardcopySelect(1, DriverSvg);
+    ToolkitHardcopySelect(HardcopyDriver, DriverSvg);
     IGrHardcopy(path);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_FALSE(std::filesystem::exists(path));
     std::filesystem::remove(directory.path("gone"));
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile);
     EXPECT_NE(ToolkitHardcopyFault(), "");
     EXPECT_TRUE(ToolkitHasSurface());
 }
 
 TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
-    ToolkitHardcopySelect(1, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     EXPECT_NE(ToolkitDialogInfo(CommonDialogOk), 0);
-    EXPECT_EQ(ToolkitPageInfo(91), 720.0);
-    EXPECT_EQ(ToolkitPageInfo(92), 1440.0);
+    EXPECT_EQ(ToolkitPageInfo(PaperWidth), 720.0);
+    EXPECT_EQ(ToolkitPageInfo(PaperHeight), 1440.0);
     ToolkitHardcopyOption(HardcopyWidth, 360);
     ToolkitHardcopyOption(HardcopyHeight, 288);
     ToolkitHardcopyOption(HardcopyLeft, 72);
@@ -132,17 +132,17 @@ TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
     drawLine();
     WGrTextFont(0, 0, 0.01F, 0.1F);
     ToolkitDrawText(12.0F, 9.0F, "x");
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_THAT(backend.printed, ElementsAre("line BLACK 2 2.54 5.08 15.24 15.24",
                                              "text 8.89 10.16 1.02 0 BLACK \"x\""));
     EXPECT_THAT(backend.traced, ElementsAre("hardcopy 10 360 288 72 144"));
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
-    EXPECT_EQ(ToolkitPageInfo(91), 0.0);
+    EXPECT_EQ(ToolkitPageInfo(PaperWidth), 0.0);
 }
 
 TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
     backend.accepts = false;
-    ToolkitHardcopySelect(1, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
@@ -151,32 +151,32 @@ TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
 
     backend.accepts = true;
     backend.works = false;
-    ToolkitHardcopySelect(1, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     IGrHardcopy(" ");
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile);
     EXPECT_TRUE(ToolkitHasSurface());
 }
 
 TEST_F(HardcopyTest, DevicesThatAreNotThereAreRefused) {
-    ToolkitHardcopySelect(1, 99);
+    ToolkitHardcopySelect(HardcopyDriver, 99);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
-    ToolkitHardcopySelect(1, DriverHpgl);
+    ToolkitHardcopySelect(HardcopyDriver, DriverHpgl);
     WHardcopyOptions(PrinterDialog); // has no dialog
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 
     // No driver, a printer that was not chosen, and a page without extent: drawing goes nowhere.
     const std::string path = directory.path("a");
     const auto open = [&](int driver, int width) {
-        ToolkitHardcopySelect(1, driver);
+        ToolkitHardcopySelect(HardcopyDriver, driver);
         ToolkitHardcopyOption(HardcopyWidth, width);
         IGrHardcopy(path);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
-        ToolkitHardcopySelect(1, DriverHpgl); // not while one is open
+        ToolkitHardcopySelect(HardcopyDriver, DriverHpgl); // not while one is open
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
         drawLine();
-        IGrHardcopy("S");
+        IGrHardcopy(HardcopyStop);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     };
     open(DriverPrinter, 680);
@@ -203,7 +203,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     ToolkitNextPage(); // of nothing
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 
-    ToolkitHardcopySelect(1, DriverPdf);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPdf);
     IGrHardcopy(path);
     ToolkitMoveTo(0.0F, 0.0F);
     ToolkitLineTo(24.0F, 18.0F);
@@ -214,28 +214,28 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     EXPECT_TRUE(ToolkitHasSurface());
     EXPECT_FALSE(std::filesystem::exists(path));
 
-    ToolkitHardcopySelect(1, DriverPdf);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPdf);
     IGrHardcopy(path);
     ToolkitNextPage();
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_EQ(countOf("<svg", fileContent(path)), 2U);
     ToolkitDropHardcopy(); // nothing is open
     EXPECT_TRUE(std::filesystem::exists(path));
 
-    ToolkitHardcopySelect(1, DriverSvg);
+    ToolkitHardcopySelect(HardcopyDriver, DriverSvg);
     IGrHardcopy(directory.path("a.svg"));
     ToolkitNextPage();
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice) << "one page a file";
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_EQ(countOf("<svg", fileContent(directory.path("a.svg"))), 1U);
 
-    ToolkitHardcopySelect(1, DriverPng);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPng);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
     IGrHardcopy(directory.path("a.png")); // not the device chosen before
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
     EXPECT_NE(ToolkitHardcopyFault(), "");
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_FALSE(std::filesystem::exists(directory.path("a.png")));
     ToolkitClose();
 }
@@ -243,12 +243,12 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
 TEST(HardcopyWithoutWindow, PagesAreWrittenAllTheSame) {
     const TemporaryDirectory directory;
     const std::string path = directory.path("a.svg");
-    ToolkitHardcopySelect(1, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
-    ToolkitHardcopySelect(1, DriverSvg);
+    ToolkitHardcopySelect(HardcopyDriver, DriverSvg);
     IGrHardcopy(path);
-    IGrHardcopy("S");
+    IGrHardcopy(HardcopyStop);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_NE(fileContent(path), "");
 }

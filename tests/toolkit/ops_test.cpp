@@ -64,7 +64,7 @@ TEST(ToolkitAlone, EveryCallIsHarmless) {
     int end = 0;
     WindowOpen(ResizableWindow, -1, -1, 10, 10);
     WindowTitle("title");
-    WMenuSetState(Command::Edit, 1, 1);
+    WMenuSetState(Command::Edit, MenuEntryEnabled, 1);
     ToolkitFlush();
     ToolkitTrace("info", "text");
     WGrInput(RubberRectangle, x, y, end);

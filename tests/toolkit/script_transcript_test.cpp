@@ -93,7 +93,7 @@ void askAreas() {
 // The configuration dialog's loop in small: the offset is for the second array only.
 int configure() {
     WDialogLoad(SampleFields);
-    ToolkitDialogOption(10, 1);
+    ToolkitDialogOption(FieldChangeEvents, 1);
     WDialogPutMenu(1008, {"Fixed-Loop", "Moving-Loop"}, 1);
     WDialogPutReal(1025, 50.0F, "(F12.1)");
     WDialogFieldState(1011, false);
@@ -106,7 +106,7 @@ int configure() {
         ToolkitNextEvent(event);
     } while (event.type != EventButton && event.type != EventClose);
     WDialogUnload();
-    ToolkitDialogOption(10, 0);
+    ToolkitDialogOption(FieldChangeEvents, 0);
     return event.type == EventClose ? 3 : event.value;
 }
 
@@ -388,8 +388,8 @@ TEST(ScriptTranscript, SetUpBeforeTheStartAndShownStates) {
             WindowTitle("KELDRIN  ");
             ToolkitTrace("info", dateText(clockNow()) + " " + timeText(clockNow()));
             ToolkitTrace("info", "");
-            WMenuSetState(Command::Invert, 1, 1);
-            WMenuSetState(Command::Invert, 1, 1);
+            WMenuSetState(Command::Invert, MenuEntryEnabled, 1);
+            WMenuSetState(Command::Invert, MenuEntryEnabled, 1);
             serveMenu(nothing);
             EXPECT_TRUE(ToolkitHasSurface());
         });
