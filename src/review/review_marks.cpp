@@ -192,7 +192,7 @@ void actOnMarks(Review &review, const std::function<void()> &change) {
 
 int Review_Rubberband(const ToolkitEvent &event, PageBox &box) {
     IGrColour("RED");
-    ToolkitLineStyle(0);
+    ToolkitLineStyle(SolidLine);
     float x = event.x;
     float y = event.y;
     int end = EventNone;
