@@ -40,7 +40,7 @@ struct [[nodiscard]] ExportOutcome {
     int leftOut = 0;  ///< soundings of other transmitters, which are not in the project file either
     int unplaced = 0; ///< soundings with a model that have no place in the curtain
 
-    [[nodiscard]] bool failed() const;
+    [[nodiscard]] bool failed() const; ///< for tests
     [[nodiscard]] int written() const; ///< files
 };
 

@@ -213,11 +213,6 @@ void PlotUnits(double xMin, double yMin, double xMax, double yMax) {
     plot.y.max = yMax;
 }
 
-void PlotUnits(float xMin, float yMin, float xMax, float yMax) {
-    PlotUnits(static_cast<double>(xMin), static_cast<double>(yMin), static_cast<double>(xMax),
-              static_cast<double>(yMax));
-}
-
 void PlotKind(char kind) {
     plotState().kind = kind;
 }

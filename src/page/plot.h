@@ -23,20 +23,15 @@ void PlotViewport(float x1, float y1, float x2, float y2);
 
 /// Axis limits; on a logarithmic axis the limits are the real values. A lower limit above the
 /// upper one turns the axis round.
-void PlotUnits(float xMin, float yMin, float xMax, float yMax);
 void PlotUnits(double xMin, double yMin, double xMax, double yMax);
 
 void PlotKind(char kind); ///< 'P' curve plot, 'G' plan: the frame has faint grid marks
 void PlotScales(std::string_view x, std::string_view y); ///< each "LOG" or "LIN"
 void PlotFrame();                                        ///< draws the rectangle
 
-// Draw the scale of an axis between two values: ticks inward and numbers, in the text size now
-// set. Numbers that would touch are thinned out. The two values choose the automatic ticks; what
-// lies outside the frame is left out.
-void PlotXAxis(float min, float max);
-void PlotYAxis(float min, float max);
-void PlotYAxisRight(float min, float max);
-void PlotXAxis(); ///< over the whole axis
+// Draw the scale of a whole axis: ticks inward and numbers, in the text size now set. Numbers that
+// would touch are thinned out.
+void PlotXAxis();
 void PlotXAxisTop();
 void PlotYAxis();
 void PlotYAxisRight();

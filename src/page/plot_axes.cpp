@@ -312,13 +312,13 @@ float partWithinReach(Side side, const std::vector<PlotTick> &ticks, const Lette
     return tooWide ? static_cast<float>(most / reach) : 1.0F;
 }
 
-void drawAxis(Side side, double min, double max) {
+void drawAxis(Side side) {
     if (!plotIsUsable()) {
         return;
     }
     const ClipRectangle frame = frameCm();
     const double length = static_cast<double>(plotState().tickLength) * lettersNow().height;
-    const std::vector<PlotTick> ticks = ticksBetween(side, min, max);
+    const std::vector<PlotTick> ticks = ticksBetween(side, scaleOf(side).min, scaleOf(side).max);
     const ReducedText reduced(partWithinReach(side, ticks, lettersNow()));
     const Letters letters = lettersNow();
     std::vector<AxisNumber> numbers;
@@ -337,10 +337,6 @@ void drawAxis(Side side, double min, double max) {
         drawNumber(side, frame, number, letters);
     }
     keepRoom(side, numbers, letters);
-}
-
-void drawWholeAxis(Side side) {
-    drawAxis(side, scaleOf(side).min, scaleOf(side).max);
 }
 
 // Small grey crosses where the ticks of both axes meet: enough to read coordinates, too little to
@@ -402,32 +398,20 @@ void PlotFrame() {
     }
 }
 
-void PlotXAxis(float min, float max) {
-    drawAxis(Side::Bottom, static_cast<double>(min), static_cast<double>(max));
-}
-
 void PlotXAxisTop() {
-    drawWholeAxis(Side::Top);
-}
-
-void PlotYAxis(float min, float max) {
-    drawAxis(Side::Left, static_cast<double>(min), static_cast<double>(max));
-}
-
-void PlotYAxisRight(float min, float max) {
-    drawAxis(Side::Right, static_cast<double>(min), static_cast<double>(max));
+    drawAxis(Side::Top);
 }
 
 void PlotXAxis() {
-    drawWholeAxis(Side::Bottom);
+    drawAxis(Side::Bottom);
 }
 
 void PlotYAxis() {
-    drawWholeAxis(Side::Left);
+    drawAxis(Side::Left);
 }
 
 void PlotYAxisRight() {
-    drawWholeAxis(Side::Right);
+    drawAxis(Side::Right);
 }
 
 void PlotTickLength(float value) {

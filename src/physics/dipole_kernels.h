@@ -46,7 +46,7 @@ Response Dipole_ZKernel(float rho, float theta);
 HorizontalResponse Dipole_HSum(const DipolePlan &plan, float t, float s);
 Response Dipole_ZSum(const DipolePlan &plan, float t, float s);
 
-/// The same for one value, with a plan of its own.
+/// The same for one value, with a plan of its own; for tests.
 HorizontalResponse Dipole_HSum(float x, float y, float Lx, float Ly, float t, float s);
 Response Dipole_ZSum(float x, float y, float Lx, float Ly, float t, float s);
 

@@ -29,7 +29,7 @@ LoopView loopView(float x, float y, float Lx, float Ly);
 /// not computed. The slope is 0 where the magnitude is 1e-30 or less.
 Response Loop_Field(const LoopView &view, float t, const ComponentWords &words, float s);
 
-/// The same for one value, with a view of its own.
+/// The same for one value, with a view of its own; for tests and benchmarks.
 Response Loop_Field(float x, float y, float Lx, float Ly, float t, const ComponentWords &words,
                     float s);
 

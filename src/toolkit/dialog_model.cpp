@@ -165,9 +165,9 @@ void putLimits(ControlState &control, double low, double high) {
 }
 
 void putFraction(ControlState &control, double fraction) {
-    constexpr double whole = 100.0;
+    constexpr double percent = 100.0;
     const bool known = fraction >= 0.0; // false for NaN
-    control.index = known ? static_cast<int>(std::min(fraction, 1.0) * whole) : -1;
+    control.index = known ? static_cast<int>(std::lround(std::min(fraction, 1.0) * percent)) : -1;
 }
 
 void putTable(ControlState &control, const TableContent &table) {

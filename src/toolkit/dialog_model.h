@@ -84,7 +84,7 @@ void putText(ControlState &control, std::string_view text);
 void putNumber(ControlState &control, double value, std::string_view format);
 void putEntries(ControlState &control, const std::vector<std::string> &entries, int selected);
 void putLimits(ControlState &control, double low, double high);
-/// How far a bar is, 0 to 1; below 0 the end is not known.
+/// How far a bar is, 0 to 1, to the nearest percent; below 0 the end is not known.
 void putFraction(ControlState &control, double fraction);
 
 /// Puts rows and columns. Rows that are still there stay selected.

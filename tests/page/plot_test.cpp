@@ -106,7 +106,7 @@ class PlotTest : public testing::Test {
 };
 
 TEST_F(PlotTest, PlacesGoBothWaysOnLinearAndLogarithmicAxes) {
-    PlotUnits(0.01F, 100.0F, 100.0F, -100.0F); // the Y axis falls
+    PlotUnits(0.01, 100.0, 100.0, -100.0); // the Y axis falls
     PlotScales("LOG", "LIN");
     float px = 0.0F;
     float py = 0.0F;
@@ -132,10 +132,10 @@ TEST_F(PlotTest, PlacesGoBothWaysOnLinearAndLogarithmicAxes) {
 
 TEST_F(PlotTest, LimitsThatAllowNoPlotDrawNothing) {
     const float x[] = {1.0F, 2.0F};
-    const float limits[][4] = {{1.0F, 0.0F, 1.0F, 5.0F},
-                               {0.0F, NoPlace, 1.0F, 5.0F},
-                               {0.0F, 0.0F, std::numeric_limits<float>::infinity(), 5.0F},
-                               {0.0F, 0.0F, 1.0F, 10.0F}}; // 0 on the logarithmic axis
+    const double limits[][4] = {{1.0, 0.0, 1.0, 5.0},
+                                {0.0, static_cast<double>(NoPlace), 1.0, 5.0},
+                                {0.0, 0.0, std::numeric_limits<double>::infinity(), 5.0},
+                                {0.0, 0.0, 1.0, 10.0}}; // 0 on the logarithmic axis
     PlotScales("LIN", "LOG");
     for (const auto &l : limits) {
         PlotUnits(l[0], l[1], l[2], l[3]);
@@ -151,7 +151,7 @@ TEST_F(PlotTest, LimitsThatAllowNoPlotDrawNothing) {
 }
 
 TEST_F(PlotTest, LinesAreCutAtTheFrameAndBrokenAtMissingPoints) {
-    PlotUnits(1.0F, 0.0F, 1000.0F, 3.0F);
+    PlotUnits(1.0, 0.0, 1000.0, 3.0);
     PlotScales("LOG", "LIN");
     const float x[] = {1.0F, 10.0F, 100.0F, 1000.0F, 1000.0F, 100.0F, 0.0F, 10.0F, 1.0F, 10.0F};
     const float y[] = {0.0F, 3.0F, 6.0F, 0.0F, 1.0F, 1.0F, 1.0F, 1.0F, 2.0F, NoPlace};
@@ -171,7 +171,7 @@ TEST_F(PlotTest, MapCoordinatesKeepTheirDigits) {
 }
 
 TEST_F(PlotTest, TicksPointInwardAndLabelsStandOutsideTheNumbers) {
-    PlotUnits(0.0F, 0.0F, 3.0F, 3.0F);
+    PlotUnits(0.0, 0.0, 3.0, 3.0);
     PlotTickLength(1.0F);
     PlotYLabelOffset(0.1F);
     const float place[] = {2.0F, 9.0F};
@@ -196,7 +196,7 @@ TEST_F(PlotTest, TicksPointInwardAndLabelsStandOutsideTheNumbers) {
 }
 
 TEST_F(PlotTest, OnlyPlansHaveGridMarksAndTheyComeBeforeTheFrame) {
-    PlotUnits(0.0F, 0.0F, 10.0F, 10.0F);
+    PlotUnits(0.0, 0.0, 10.0, 10.0);
     PlotKind('P');
     PlotFrame();
     EXPECT_EQ(page.items().size(), 1U);
@@ -244,12 +244,12 @@ void expectTextsApartAndOnThePage(const RecordSurface &page) {
 }
 
 TEST_F(PlotTest, TextsNeverTouchWhateverTheLimits) {
-    const float values[] = {-1.0e6F, -314.15F, -1.0e-6F, 0.0F,      1.0e-6F,   2.7e-3F,
-                            0.1F,    1.0F,     99.9F,    402000.0F, 402001.0F, 1.0e6F};
-    for (const float low : values) {
-        for (const float high : values) {
+    const double values[] = {-1.0e6, -314.15, -1.0e-6, 0.0,      1.0e-6,   2.7e-3,
+                             0.1,    1.0,     99.9,    402000.0, 402001.0, 1.0e6};
+    for (const double low : values) {
+        for (const double high : values) {
             for (const bool logarithmic : {false, true}) {
-                if (!(low < high) || (logarithmic && low <= 0.0F)) {
+                if (!(low < high) || (logarithmic && low <= 0.0)) {
                     continue;
                 }
                 SCOPED_TRACE(testing::Message() << low << " to " << high << " " << logarithmic);
@@ -274,7 +274,7 @@ TEST_F(PlotTest, TextsNeverTouchWhateverTheLimits) {
 
 TEST_F(PlotTest, NumbersThatTouchAreThinnedToRoundOnes) {
     PlotViewport(0.1F, 0.1F, 0.2F, 0.9F); // 2.4 cm wide
-    PlotUnits(402000.0F, 0.0F, 402800.0F, 1.0F);
+    PlotUnits(402000.0, 0.0, 402800.0, 1.0);
     PlotXAxis();
     std::string numbers;
     for (const RecordedItem &item : page.items()) {

@@ -34,7 +34,7 @@ class SurfaceTest : public testing::Test {
 
 void drawSmallPlot() {
     PlotViewport(0.25F, 0.25F, 0.75F, 0.75F); // 6 to 18 by 4.5 to 13.5 cm
-    PlotUnits(0.0F, 0.0F, 10.0F, 4.0F);
+    PlotUnits(0.0, 0.0, 10.0, 4.0);
     PlotFrame();
     const float x[] = {-10.0F, 10.0F};
     const float y[] = {0.0F, 4.0F};

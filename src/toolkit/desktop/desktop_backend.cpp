@@ -185,10 +185,6 @@ void DesktopBackend::addMessage(const MessageRow &row) {
     }
 }
 
-MessageList *DesktopBackend::messageList() {
-    return messages_;
-}
-
 void DesktopBackend::addRecentFile(const std::string &path) {
     settings_.addRecentFile(qtText(path));
 }

@@ -75,7 +75,6 @@ class DesktopBackend : public Backend {
 
     // For whoever drives the real widgets.
     MainWindow &window() { return *window_; }
-    MessageList *messageList(); ///< null until log and messages were shown
     DialogWindow *dialogWindow(const DialogModel &dialog);
     /// Serves the window system until nothing is left to do.
     static void settle();

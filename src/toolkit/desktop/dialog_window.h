@@ -55,10 +55,10 @@ class DialogWindow : public QDialog {
     /// True for a dialog that stands beside the root window and leaves it the focus.
     [[nodiscard]] bool standsBeside() const;
     [[nodiscard]] bool isPanel() const { return frame_ != nullptr; }
-    /// How the user has left a panel, to be kept at each change and set before it is shown again.
-    [[nodiscard]] PanelState panelState() const;
-    void setPanelState(const PanelState &state);
+    /// How the user has left a panel: kept at each change, and set before it is shown again.
     std::function<void(const PanelState &state)> onPanelChange;
+    void setPanelState(const PanelState &state);
+    [[nodiscard]] PanelState panelState() const; ///< for tests
 
     void setVisible(bool visible) override;
     void reject() override; ///< the user closes it

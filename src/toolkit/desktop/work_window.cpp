@@ -8,7 +8,6 @@
 #include <QEventLoop>
 
 #include <algorithm>
-#include <cmath>
 
 namespace keldrin {
 
@@ -46,8 +45,7 @@ bool WorkWindow::step(double fraction) {
     }
     ControlState *bar = firstOfKind(*model_, ControlKind::Bar);
     if (shown_ && bar != nullptr) {
-        constexpr double percent = 100.0;
-        bar->index = fraction < 0.0 ? -1 : static_cast<int>(std::lround(fraction * percent));
+        putFraction(*bar, fraction);
         window_->refresh(bar->id);
     }
     QCoreApplication::processEvents();

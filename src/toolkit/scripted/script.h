@@ -168,7 +168,7 @@ struct ScriptFault {
 };
 
 /// Reads a scenario. Every line that cannot be read is in the result; the script is of use only
-/// when the result is empty.
+/// when the result is empty. For tests.
 std::vector<ScriptFault> parseScript(std::string_view text, Script &script);
 
 /// The same from a file.
