@@ -66,12 +66,12 @@ enum HardcopyOption : int {
     HardcopyOption9 = 9,
 };
 
-inline constexpr int HardcopyDriver = 1; ///< what is selected
+inline constexpr int HardcopyDevice = 1; ///< what is selected
 
 /// Chooses a driver and forgets the options of the last hardcopy. A driver that there is not, or a
 /// hardcopy that is still open, leaves ErrorNoSuchDevice.
 ///
-/// which  always HardcopyDriver, as documented
+/// which  always HardcopyDevice, as documented
 void ToolkitHardcopySelect(int which, int driver);
 
 /// Sets an option; other numbers up to 9 than those above are taken and have no effect.

@@ -59,7 +59,7 @@ double cmOfPoints(double points) {
 }
 
 void selectDriver(int driver) {
-    ToolkitHardcopySelect(HardcopyDriver, driver);
+    ToolkitHardcopySelect(HardcopyDevice, driver);
     ToolkitHardcopyOption(HardcopyOption5, 1);
 }
 

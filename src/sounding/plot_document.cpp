@@ -53,7 +53,7 @@ std::string plotDocumentPath(std::string_view projectPath) {
 bool plotPagesInOnePdf(const std::string &path, std::size_t pages,
                        const std::function<void(std::size_t)> &draw,
                        const std::function<bool(std::size_t)> &goOn) {
-    ToolkitHardcopySelect(HardcopyDriver, DriverPdf);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPdf);
     IGrHardcopy(path);
     if (const int error = ToolkitErrorState(ErrorNumber); error != 0) {
         IGrHardcopy(HardcopyStop);

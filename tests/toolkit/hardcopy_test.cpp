@@ -46,7 +46,7 @@ class HardcopyTest : public testing::Test {
 TEST_F(HardcopyTest, DrawingGoesToTheFileUntilItIsClosed) {
     const std::string path = directory.path("a.hpg");
     putFile(path, "old");
-    ToolkitHardcopySelect(HardcopyDriver, DriverHpgl);
+    ToolkitHardcopySelect(HardcopyDevice, DriverHpgl);
     EXPECT_TRUE(ToolkitHasSurface());
     IGrHardcopy(path);
     EXPECT_FALSE(ToolkitHasSurface()); // the log must not land on the page
@@ -77,7 +77,7 @@ TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
     for (const auto &c : cases) {
         const std::string path = directory.path("page");
         ToolkitHardcopyOption(HardcopyWidth, 100); // of a hardcopy that is not the next one
-        ToolkitHardcopySelect(HardcopyDriver, c.driver);
+        ToolkitHardcopySelect(HardcopyDevice, c.driver);
         for (const int ignored : {0, 5, 6, 9, 10, -1}) {
             ToolkitHardcopyOption(ignored, 3);
         }
@@ -92,7 +92,7 @@ TEST_F(HardcopyTest, EachDriverWritesItsFormatAndAsksForItsPageAnew) {
 TEST_F(HardcopyTest, AFileThatCannotBeCreatedLeavesAnErrorAndDrawingGoesNowhere) {
     const std::string paths[] = {directory.path("missing/a.wmf"), directory.path(), ""};
     for (const std::string &path : paths) {
-        ToolkitHardcopySelect(HardcopyDriver, DriverMetafile);
+        ToolkitHardcopySelect(HardcopyDevice, DriverMetafile);
         IGrHardcopy(path);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorOutputFile) << path;
         EXPECT_NE(ToolkitHardcopyFault(), "");
@@ -107,7 +107,7 @@ TEST_F(HardcopyTest, AFileThatCannotBeCreatedLeavesAnErrorAndDrawingGoesNowhere)
 TEST_F(HardcopyTest, AFileThatCannotBeWrittenIsToldAtTheEnd) {
     std::filesystem::create_directory(directory.path("gone"));
     const std::string path = directory.path("gone/a.svg");
-    ToolkitHardcopySelect(HardcopyDriver, DriverSvg);
+    ToolkitHardcopySelect(HardcopyDevice, DriverSvg);
     IGrHardcopy(path);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
     EXPECT_FALSE(std::filesystem::exists(path));
@@ -119,7 +119,7 @@ TEST_F(HardcopyTest, AFileThatCannotBeWrittenIsToldAtTheEnd) {
 }
 
 TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
-    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     EXPECT_NE(ToolkitDialogInfo(CommonDialogOk), 0);
     EXPECT_EQ(ToolkitPageInfo(PaperWidth), 720.0);
@@ -142,7 +142,7 @@ TEST_F(HardcopyTest, APageIsPlacedOnThePaperOfThePrinter) {
 
 TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
     backend.accepts = false;
-    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);
@@ -151,7 +151,7 @@ TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
 
     backend.accepts = true;
     backend.works = false;
-    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     IGrHardcopy(" ");
     IGrHardcopy(HardcopyStop);
@@ -160,20 +160,20 @@ TEST_F(HardcopyTest, ADeclinedOrBrokenPrinterLeavesTheScreenToTheProgram) {
 }
 
 TEST_F(HardcopyTest, DevicesThatAreNotThereAreRefused) {
-    ToolkitHardcopySelect(HardcopyDriver, 99);
+    ToolkitHardcopySelect(HardcopyDevice, 99);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
-    ToolkitHardcopySelect(HardcopyDriver, DriverHpgl);
+    ToolkitHardcopySelect(HardcopyDevice, DriverHpgl);
     WHardcopyOptions(PrinterDialog); // has no dialog
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 
     // No driver, a printer that was not chosen, and a page without extent: drawing goes nowhere.
     const std::string path = directory.path("a");
     const auto open = [&](int driver, int width) {
-        ToolkitHardcopySelect(HardcopyDriver, driver);
+        ToolkitHardcopySelect(HardcopyDevice, driver);
         ToolkitHardcopyOption(HardcopyWidth, width);
         IGrHardcopy(path);
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
-        ToolkitHardcopySelect(HardcopyDriver, DriverHpgl); // not while one is open
+        ToolkitHardcopySelect(HardcopyDevice, DriverHpgl); // not while one is open
         EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
         drawLine();
         IGrHardcopy(HardcopyStop);
@@ -203,7 +203,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     ToolkitNextPage(); // of nothing
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
 
-    ToolkitHardcopySelect(HardcopyDriver, DriverPdf);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPdf);
     IGrHardcopy(path);
     ToolkitMoveTo(0.0F, 0.0F);
     ToolkitLineTo(24.0F, 18.0F);
@@ -214,7 +214,7 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     EXPECT_TRUE(ToolkitHasSurface());
     EXPECT_FALSE(std::filesystem::exists(path));
 
-    ToolkitHardcopySelect(HardcopyDriver, DriverPdf);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPdf);
     IGrHardcopy(path);
     ToolkitNextPage();
     IGrHardcopy(HardcopyStop);
@@ -223,14 +223,14 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
     ToolkitDropHardcopy(); // nothing is open
     EXPECT_TRUE(std::filesystem::exists(path));
 
-    ToolkitHardcopySelect(HardcopyDriver, DriverSvg);
+    ToolkitHardcopySelect(HardcopyDevice, DriverSvg);
     IGrHardcopy(directory.path("a.svg"));
     ToolkitNextPage();
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice) << "one page a file";
     IGrHardcopy(HardcopyStop);
     EXPECT_EQ(countOf("<svg", fileContent(directory.path("a.svg"))), 1U);
 
-    ToolkitHardcopySelect(HardcopyDriver, DriverPng);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPng);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
     IGrHardcopy(directory.path("a.png")); // not the device chosen before
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), ErrorNoSuchDevice);
@@ -243,10 +243,10 @@ TEST(HardcopyOfTheWindowSystem, ADocumentHoldsSeveralPagesAndMayBeDropped) {
 TEST(HardcopyWithoutWindow, PagesAreWrittenAllTheSame) {
     const TemporaryDirectory directory;
     const std::string path = directory.path("a.svg");
-    ToolkitHardcopySelect(HardcopyDriver, DriverPrinter);
+    ToolkitHardcopySelect(HardcopyDevice, DriverPrinter);
     WHardcopyOptions(PrinterDialog);
     EXPECT_EQ(ToolkitDialogInfo(CommonDialogOk), 0);
-    ToolkitHardcopySelect(HardcopyDriver, DriverSvg);
+    ToolkitHardcopySelect(HardcopyDevice, DriverSvg);
     IGrHardcopy(path);
     IGrHardcopy(HardcopyStop);
     EXPECT_EQ(ToolkitErrorState(ErrorNumber), 0);

@@ -181,7 +181,7 @@ PageFile drawPageFile(const PlottedProject &project, int page, const PlotFormat 
     PageFile file;
     file.path = pathOfPage(project.namedAfter, page, format.extension);
     messageLog().GraphicsErrorCount = 0; // a page with faults must not end the pages after it
-    ToolkitHardcopySelect(HardcopyDriver, format.driver);
+    ToolkitHardcopySelect(HardcopyDevice, format.driver);
     IGrHardcopy(file.path);
     file.opened = ToolkitErrorState(ErrorNumber) == 0;
     if (file.opened && !drawPage(project, page)) {
