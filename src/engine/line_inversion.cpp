@@ -111,7 +111,7 @@ void LineFit::evaluate(int i, const VectorXd &m, DataState &state) {
     if (s.data.uniform) {
         state.scatter = scatterOf(s.data, residuals.calculated);
     }
-    const double threshold = huberThreshold(state.r);
+    const double threshold = huberThreshold(valuesOf(state.r));
     const MatrixXd &jacobian = residuals.jacobian;
     VectorXd weights(state.r.size());
     for (Eigen::Index k = 0; k < weights.size(); ++k) {
@@ -130,8 +130,8 @@ void LineFit::evaluate(int i, const VectorXd &m, DataState &state) {
 
 void LineFit::renewScale(int i) {
     Fitting &f = fit(i);
-    f.threshold = huberThreshold(f.state.r);
-    f.scale = std::min(f.scale, std::max(1.0, CoolingShare * misfitOf(f.state.r)));
+    f.threshold = huberThreshold(valuesOf(f.state.r));
+    f.scale = std::min(f.scale, std::max(1.0, CoolingShare * misfitOf(valuesOf(f.state.r))));
 }
 
 // The noise that the models at hand leave over. It never rises, as an estimate that may rise feeds
@@ -318,7 +318,7 @@ LineResult LineFit::iterate(double &move, double &gain) {
 void LineFit::summarise(LineSummary &summary) {
     std::vector<double> misfits;
     for (int i = 0; i < count(); ++i) {
-        sounding(i).misfit = misfitOf(fit(i).state.r);
+        sounding(i).misfit = misfitOf(valuesOf(fit(i).state.r));
         if (fit(i).state.r.size() > 0) {
             misfits.push_back(sounding(i).misfit);
         }
@@ -341,7 +341,7 @@ void LineFit::compareWithStated(int i) {
         Residuals residuals;
         computeResiduals(*s.record, *s.plan, data, {s.m, s.prior.thickness}, false, room,
                          residuals);
-        s.statedMisfit = misfitOf(residuals.r);
+        s.statedMisfit = misfitOf(valuesOf(residuals.r));
     }
 }
 

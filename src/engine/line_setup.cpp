@@ -66,7 +66,6 @@ struct HalfSpaceFit {
 /// fixed ones, then a golden section search between its neighbours.
 HalfSpaceFit bestHalfSpace(const LineSounding &sounding) {
     thread_local ResponseRoom room;
-    constexpr double threshold = 2.5;
     constexpr int refinements = 14; // to 0.1 percent
     constexpr double golden = 0.6180339887498949;
     if (sounding.data.windows.empty()) {
@@ -78,7 +77,7 @@ HalfSpaceFit bestHalfSpace(const LineSounding &sounding) {
         const Eigen::VectorXd m = Eigen::VectorXd::Constant(1, lnResistivity);
         computeResiduals(*sounding.record, *sounding.plan, sounding.data, {m, noThickness}, false,
                          room, residuals);
-        return huberSum(residuals.r, threshold);
+        return huberSum(residuals.r, UsualThreshold);
     };
     double least = std::numeric_limits<double>::infinity();
     int best = -1;

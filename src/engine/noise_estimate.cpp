@@ -69,7 +69,6 @@ VectorXd scatterOf(const SoundingData &data, const VectorXd &calculated) {
 }
 
 VectorXd noiseNear(std::span<const SoundingScatter> line, std::size_t place) {
-    constexpr double medianToDeviation = 1.48;
     const SoundingScatter &own = line[place];
     VectorXd noise = VectorXd::Zero(own.data->observed.size());
     if (own.scatter->size() == 0) {
@@ -90,7 +89,7 @@ VectorXd noiseNear(std::span<const SoundingScatter> line, std::size_t place) {
                             sounding.scatter->data() + std::min(last, datum + WindowsBeside) + 1);
             }
         }
-        noise[k] = medianToDeviation * upperMedian(near);
+        noise[k] = MedianToDeviation * upperMedian(near);
         if (own.data->components > 1) {
             noise[k] *= lengthFactor(noise[k] / std::fabs(own.data->observed[k]));
         }

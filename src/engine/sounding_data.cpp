@@ -1,7 +1,6 @@
 #include "engine/sounding_data.h"
 
 #include "base/index.h"
-#include "base/sorting.h"
 
 #include <algorithm>
 #include <array>
@@ -11,45 +10,14 @@ namespace keldrin {
 
 namespace {
 
-constexpr std::size_t AxisZ = 2;
-constexpr double LargestValue = 1.0E18; ///< nV/(A m2); above it a value is a dummy
-
-bool isVectorArray(int surveyType) {
-    return surveyType == FixedLoop || surveyType == MovingLoop;
-}
-
 /// A response of one component is that of Z.
-std::array<bool, ComponentAxes> switchedOn(const SoundingRecord &record, std::size_t window,
-                                           std::size_t components) {
+std::array<bool, ComponentAxes> componentsOf(const SoundingRecord &record, std::size_t window,
+                                             std::size_t components) {
     if (components == 1) {
         return {false, false, true};
     }
     const auto &weights = record.TEMwgt[window];
     return {weights[0] != 0.0F, weights[1] != 0.0F, weights[AxisZ] != 0.0F};
-}
-
-int countOf(const std::array<bool, ComponentAxes> &on) {
-    return static_cast<int>(std::count(on.begin(), on.end(), true));
-}
-
-void findKind(const ControlValues &control, const SoundingRecord &record, SoundingData &data) {
-    if (!isVectorArray(control.SurveyTypeIndex)) {
-        return; // signed Z
-    }
-    bool negative = false;
-    for (std::size_t k = 0; k < windowCount(record); ++k) {
-        data.components = std::max(data.components, countOf(switchedOn(record, k, ComponentAxes)));
-        negative = negative || record.TEMobs[k] < 0.0F;
-    }
-    data.kind = data.components == 1 && negative ? DataKind::Signed : DataKind::Magnitude;
-}
-
-bool isUsable(const ControlValues &control, const SoundingRecord &record, std::size_t k) {
-    const auto observed = static_cast<double>(record.TEMobs[k]);
-    const bool vector = isVectorArray(control.SurveyTypeIndex);
-    return !isSkipped(record.TEMerr[k]) && trueError(record.TEMerr[k]) < control.DataCutoff &&
-           std::fabs(observed) < LargestValue &&
-           (!vector || countOf(switchedOn(record, k, ComponentAxes)) > 0);
 }
 
 /// Values and derivatives of the components of one window, in the axes of the line.
@@ -86,7 +54,7 @@ WindowField fieldOf(const SoundingPlan &plan, ResponseRoom &room, std::size_t la
     WindowField field;
     const std::size_t components = plan.plan.components();
     for (std::size_t c = 0; c < components; ++c) {
-        const std::size_t axis = components == 1 ? AxisZ : c;
+        const std::size_t axis = components == 1 ? std::size_t{AxisZ} : c;
         field.value[axis] = room.values[c * windows + k];
         field.row[axis] =
             room.jacobian.empty() ? nullptr : &room.jacobian[(c * windows + k) * layers];
@@ -109,7 +77,7 @@ double measured(const WindowField &field, const std::array<bool, ComponentAxes> 
         }
         return 0.0;
     }
-    double square = countOf(on) * noise * noise;
+    double square = componentCount(on) * noise * noise;
     derivatives.setZero();
     for (std::size_t axis = 0; axis < ComponentAxes; ++axis) {
         if (on[axis]) {
@@ -130,11 +98,10 @@ double measured(const WindowField &field, const std::array<bool, ComponentAxes> 
 } // namespace
 
 SoundingData usableData(const ControlValues &control, const SoundingRecord &record) {
-    constexpr double absoluteFloor =
-        1.0E-4; // (nV/(A m2))^2, as the importers define the percentage
     SoundingData data;
-    findKind(control, record, data);
+    data.kind = dataKind(control, record);
     for (std::size_t k = 0; k < windowCount(record); ++k) {
+        data.components = std::max(data.components, componentCount(switchedOn(control, record, k)));
         if (isUsable(control, record, k)) {
             data.windows.push_back(k);
         }
@@ -146,11 +113,9 @@ SoundingData usableData(const ControlValues &control, const SoundingRecord &reco
     double first = 0.0; // percentage
     for (Eigen::Index i = 0; i < count; ++i) {
         const std::size_t k = data.windows[asIndex(i)];
-        const auto value = static_cast<double>(record.TEMobs[k]);
-        const auto percent =
-            static_cast<double>(std::max(trueError(record.TEMerr[k]), control.ErrorFloor));
-        data.observed[i] = value;
-        data.stated[i] = percent / 100.0 * std::sqrt(value * value + absoluteFloor);
+        const double percent = errorPercent(control, record, k);
+        data.observed[i] = static_cast<double>(record.TEMobs[k]);
+        data.stated[i] = standardError(control, record, k);
         first = i == 0 ? percent : first;
         data.uniform = data.uniform && percent == first;
     }
@@ -177,7 +142,7 @@ void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,
         const double d = data.observed[i];
         const double f =
             measured(fieldOf(plan, room, static_cast<std::size_t>(layers), k),
-                     switchedOn(record, k, plan.plan.components()), data.kind, e, derivatives);
+                     componentsOf(record, k, plan.plan.components()), data.kind, e, derivatives);
         out.calculated[i] = f;
         const double slope = std::sqrt(d * d + 4.0 * e * e) / e;
         out.r[i] = (std::asinh(d / (2.0 * e)) - std::asinh(f / (2.0 * e))) * slope;
@@ -193,26 +158,13 @@ std::vector<float> calculatedData(const SoundingRecord &record, const SoundingPl
     std::vector<float> values(windowCount(record), MissingValue);
     Eigen::RowVectorXd none;
     for (std::size_t k = 0; k < values.size(); ++k) {
-        const auto on = switchedOn(record, k, plan.plan.components());
-        if (countOf(on) > 0) {
+        const auto on = componentsOf(record, k, plan.plan.components());
+        if (componentCount(on) > 0) {
             values[k] =
                 static_cast<float>(measured(fieldOf(plan, room, 0, k), on, kind, 0.0, none));
         }
     }
     return values;
-}
-
-double huberThreshold(const Eigen::VectorXd &r) {
-    constexpr double threshold = 2.5;
-    constexpr double medianToDeviation = 1.48;
-    if (r.size() == 0) {
-        return threshold;
-    }
-    std::vector<double> sizes(static_cast<std::size_t>(r.size()));
-    for (std::size_t i = 0; i < sizes.size(); ++i) {
-        sizes[i] = std::fabs(r[static_cast<Eigen::Index>(i)]);
-    }
-    return threshold * std::max(1.0, medianToDeviation * upperMedian(std::move(sizes)));
 }
 
 double huberSum(const Eigen::VectorXd &r, double threshold) {
@@ -222,18 +174,6 @@ double huberSum(const Eigen::VectorXd &r, double threshold) {
         sum += size <= threshold ? value * value : threshold * (2.0 * size - threshold);
     }
     return sum;
-}
-
-double misfitOf(const Eigen::VectorXd &r) {
-    if (r.size() == 0) {
-        return 0.0;
-    }
-    const double threshold = huberThreshold(r);
-    double sum = 0.0;
-    for (const double value : r) {
-        sum += huberWeight(value, threshold) * value * value;
-    }
-    return std::sqrt(sum / static_cast<double>(r.size()));
 }
 
 } // namespace keldrin

@@ -2,23 +2,15 @@
 
 #include "engine/survey_plans.h"
 #include "model/survey_model.h"
+#include "physics/data_fit.h"
 
 #include <Eigen/Core>
-#include <cmath>
+#include <span>
 #include <vector>
 
 namespace keldrin {
 
-/// What a window's value is made of.
-enum class DataKind {
-    Signed,    ///< one component, with its sign
-    Magnitude, ///< length of the vector of the components that are switched on
-};
-
-/// The usable data of a sounding: windows that are not skipped, whose true error is below
-/// DataCutoff, and whose values are finite and below 1e18 nV/(A m2). Loops that receive at their
-/// centre or with their own wire give signed Z. Fixed and moving loops give magnitudes, unless one
-/// component alone is switched on and a stored value of the sounding is negative.
+/// The usable data of a sounding: its windows that isUsable() takes.
 struct SoundingData {
     DataKind kind = DataKind::Signed;
     int components = 1;               ///< most that a value is made of
@@ -66,18 +58,12 @@ void computeResiduals(const SoundingRecord &record, const SoundingPlan &plan,
 std::vector<float> calculatedData(const SoundingRecord &record, const SoundingPlan &plan,
                                   DataKind kind, const LayeredEarth &earth, ResponseRoom &room);
 
-// Robust fitting (Huber 1964): beyond the threshold a residual counts linearly.
-
-/// 2.5 max(1, 1.48 median |r|); 2.5 without data.
-double huberThreshold(const Eigen::VectorXd &r);
-/// Weight of a residual in the normal equations, 0 to 1.
-inline double huberWeight(double r, double threshold) {
-    const double size = std::fabs(r);
-    return size <= threshold ? 1.0 : threshold / size;
+/// The values of a vector.
+inline std::span<const double> valuesOf(const Eigen::VectorXd &vector) {
+    return {vector.data(), static_cast<std::size_t>(vector.size())};
 }
-/// Sum of r^2, or of 2 threshold |r| - threshold^2 beyond the threshold.
+
+/// Sum of r^2, or of 2 threshold |r| - threshold^2 beyond the threshold of a robust fit.
 double huberSum(const Eigen::VectorXd &r, double threshold);
-/// Root of the mean of weighted squares: about 1 when errors are as stated. 0 without data.
-double misfitOf(const Eigen::VectorXd &r);
 
 } // namespace keldrin

@@ -12,18 +12,12 @@ namespace keldrin {
 
 namespace {
 
-constexpr double LargestValue = 1.0E18;    ///< nV/(A m2); above it a value is a dummy
-constexpr double AbsoluteFloor = 1.0E-4;   ///< (nV/(A m2))^2
-constexpr double UsualThreshold = 2.5;     ///< standard deviations
-constexpr double MedianToDeviation = 1.48; ///< of a normal distribution
-constexpr float LeastSensitivity = 3.0F;   ///< of a layer that the data see
+constexpr double LargestValue = 1.0E18;  ///< nV/(A m2); above it a value is a dummy
+constexpr double AbsoluteFloor = 1.0E-4; ///< (nV/(A m2))^2
+constexpr float LeastSensitivity = 3.0F; ///< of a layer that the data see
 
 bool isVectorArray(int surveyType) {
     return surveyType == FixedLoop || surveyType == MovingLoop;
-}
-
-int countOf(const std::array<bool, ComponentAxes> &on) {
-    return static_cast<int>(std::count(on.begin(), on.end(), true));
 }
 
 /// The upper median of the sizes; 0 for an empty list.
@@ -47,7 +41,7 @@ DataKind dataKind(const ControlValues &control, const SoundingRecord &record) {
     int most = 0;
     bool negative = false;
     for (std::size_t k = 0; k < windowCount(record); ++k) {
-        most = std::max(most, countOf(switchedOn(control, record, k)));
+        most = std::max(most, componentCount(switchedOn(control, record, k)));
         negative = negative || record.TEMobs[k] < 0.0F;
     }
     return most == 1 && negative ? DataKind::Signed : DataKind::Magnitude;
@@ -62,19 +56,26 @@ std::array<bool, ComponentAxes> switchedOn(const ControlValues &control,
     return {weights[0] != 0.0F, weights[1] != 0.0F, weights[2] != 0.0F};
 }
 
+int componentCount(const std::array<bool, ComponentAxes> &on) {
+    return static_cast<int>(std::count(on.begin(), on.end(), true));
+}
+
 bool isUsable(const ControlValues &control, const SoundingRecord &record, std::size_t window) {
     const float error = record.TEMerr[window];
     return !isSkipped(error) && trueError(error) < control.DataCutoff &&
            std::fabs(static_cast<double>(record.TEMobs[window])) < LargestValue &&
-           countOf(switchedOn(control, record, window)) > 0;
+           componentCount(switchedOn(control, record, window)) > 0;
+}
+
+double errorPercent(const ControlValues &control, const SoundingRecord &record,
+                    std::size_t window) {
+    return static_cast<double>(std::max(trueError(record.TEMerr[window]), control.ErrorFloor));
 }
 
 double standardError(const ControlValues &control, const SoundingRecord &record,
                      std::size_t window) {
     const auto value = static_cast<double>(record.TEMobs[window]);
-    const auto percent =
-        static_cast<double>(std::max(trueError(record.TEMerr[window]), control.ErrorFloor));
-    return percent / 100.0 * std::sqrt(value * value + AbsoluteFloor);
+    return errorPercent(control, record, window) / 100.0 * std::sqrt(value * value + AbsoluteFloor);
 }
 
 double residual(double observed, double calculated, double error) {
@@ -122,7 +123,8 @@ SoundingFit soundingFit(const ControlValues &control, const SoundingRecord &reco
         const double error = standardError(control, record, k);
         auto calculated = static_cast<double>(record.TEMcalc[k]);
         if (kind == DataKind::Magnitude) {
-            calculated = noisyMagnitude(calculated, countOf(switchedOn(control, record, k)), error);
+            calculated =
+                noisyMagnitude(calculated, componentCount(switchedOn(control, record, k)), error);
         }
         const double r = residual(static_cast<double>(record.TEMobs[k]), calculated, error);
         if (!std::isfinite(r)) {

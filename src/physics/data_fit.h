@@ -22,16 +22,20 @@ enum class DataKind {
 /// give magnitudes, unless one component alone is switched on and a stored value is negative.
 DataKind dataKind(const ControlValues &control, const SoundingRecord &record);
 
-/// The components X, Y, Z that a window's value is made of.
+/// The components X, Y, Z that a window's value is made of, and how many they are.
 std::array<bool, ComponentAxes> switchedOn(const ControlValues &control,
                                            const SoundingRecord &record, std::size_t window);
+int componentCount(const std::array<bool, ComponentAxes> &on);
 
 /// True for a window that is fitted: not skipped, its true error below DataCutoff, its value finite
 /// and below 1e18 nV/(A m2), and a component switched on.
 bool isUsable(const ControlValues &control, const SoundingRecord &record, std::size_t window);
 
-/// Standard deviation of a window's value in nV/(A m2): its error or, where that is smaller,
-/// ErrorFloor in percent of sqrt(value^2 + 1e-4), as the importers define the percentage.
+/// Error of a window in percent: its true error or, where that is smaller, ErrorFloor.
+double errorPercent(const ControlValues &control, const SoundingRecord &record, std::size_t window);
+
+/// Standard deviation of a window's value in nV/(A m2): its errorPercent() of
+/// sqrt(value^2 + 1e-4), as the importers define the percentage.
 double standardError(const ControlValues &control, const SoundingRecord &record,
                      std::size_t window);
 
@@ -47,6 +51,9 @@ double residual(double observed, double calculated, double error);
 double noisyMagnitude(double magnitude, int components, double error);
 
 // Robust fitting (Huber 1964): beyond the threshold a residual counts linearly.
+
+inline constexpr double UsualThreshold = 2.5;     ///< standard deviations
+inline constexpr double MedianToDeviation = 1.48; ///< of a normal distribution
 
 /// 2.5 max(1, 1.48 median |r|); 2.5 without data.
 double huberThreshold(std::span<const double> residuals);
