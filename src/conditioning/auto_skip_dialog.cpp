@@ -88,13 +88,9 @@ constexpr ControlSpec withUnit(ControlSpec row, std::string_view unit) {
     return row;
 }
 
-constexpr ControlSpec check(int id, std::string_view label, FieldAccess field) {
-    return {.id = id, .kind = Check, .label = label, .field = field};
-}
-
 constexpr std::array FurtherRows = {
-    check(AutoSkipControl::NoiseFilter, "Skip data below noise of",
-          furtherSetting<&FurtherSkipSettings::noiseFloor>()),
+    checkBox(AutoSkipControl::NoiseFilter, "Skip data below noise of",
+             furtherSetting<&FurtherSkipSettings::noiseFloor>()),
     named(withUnit(number(AutoSkipControl::NoiseLevel, "(1P,G12.4E1)",
                           furtherSetting<&FurtherSkipSettings::noiseLevel>(), {1.0e-9, 1.0e9}),
                    "nV/Am2 at 1 msec, exponent"),
@@ -102,20 +98,21 @@ constexpr std::array FurtherRows = {
     named(number(AutoSkipControl::NoiseExponent, "(F12.2)",
                  furtherSetting<&FurtherSkipSettings::noiseExponent>(), {-10.0, 10.0}),
           "Exponent of the noise"),
-    check(AutoSkipControl::CurvatureFilter, "Skip peaks and dips that bend the log-log slope by >",
-          furtherSetting<&FurtherSkipSettings::curvature>()),
+    checkBox(AutoSkipControl::CurvatureFilter,
+             "Skip peaks and dips that bend the log-log slope by >",
+             furtherSetting<&FurtherSkipSettings::curvature>()),
     named(number(AutoSkipControl::SlopeChange, "(F12.2)",
                  furtherSetting<&FurtherSkipSettings::slopeChange>(), {0.01, 1000.0}),
           "Difference of slopes"),
-    check(AutoSkipControl::NeighbourFilter, "Skip data off the neighbours' median by a factor >",
-          furtherSetting<&FurtherSkipSettings::neighbours>()),
+    checkBox(AutoSkipControl::NeighbourFilter, "Skip data off the neighbours' median by a factor >",
+             furtherSetting<&FurtherSkipSettings::neighbours>()),
     named(number(AutoSkipControl::NeighbourFactor, "(F12.2)",
                  furtherSetting<&FurtherSkipSettings::neighbourFactor>(), {1.01, 1.0e6}),
           "Factor off the median"),
-    check(AutoSkipControl::AndLater, "Skip all windows later than a skipped one",
-          furtherSetting<&FurtherSkipSettings::andLater>()),
-    check(AutoSkipControl::KeepMarks, "Keep present marks",
-          furtherSetting<&FurtherSkipSettings::keepMarks>()),
+    checkBox(AutoSkipControl::AndLater, "Skip all windows later than a skipped one",
+             furtherSetting<&FurtherSkipSettings::andLater>()),
+    checkBox(AutoSkipControl::KeepMarks, "Keep present marks",
+             furtherSetting<&FurtherSkipSettings::keepMarks>()),
     ControlSpec{.id = AutoSkipControl::Taken,
                 .label = "Taken",
                 .field = shownBy<takenText>(),
@@ -127,8 +124,8 @@ constexpr std::array FurtherRows = {
 };
 
 constexpr std::array Buttons = {
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    ContinueRow,
+    CancelRow,
 };
 
 template <std::size_t... counts>

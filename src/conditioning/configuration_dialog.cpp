@@ -16,7 +16,7 @@ namespace {
 using enum ControlKind;
 
 constexpr std::string_view OneDecimal = "(F12.1)";
-constexpr std::string_view FourDigits = "(0P,G12.4E1)";
+constexpr std::string_view FourDecimals = "(0P,G12.4E1)";
 constexpr std::string_view ProjectExtension = ".std";
 
 // ---- What the controls show besides control values
@@ -114,11 +114,6 @@ constexpr ControlSpec title(int id, std::string_view label, StaticLook look) {
     return {.id = id, .label = label, .field = shownBy<textOf>(), .look = look};
 }
 
-constexpr ControlSpec besides(ControlSpec spec) {
-    spec.sameRow = true;
-    return spec;
-}
-
 constexpr ControlSpec beginning(ControlSpec spec, DialogPart part, std::string_view title = {}) {
     spec.part = part;
     spec.partTitle = title;
@@ -128,7 +123,7 @@ constexpr ControlSpec beginning(ControlSpec spec, DialogPart part, std::string_v
 // A field after a row's title, with its label above it.
 constexpr ControlSpec under(ControlSpec spec) {
     spec.labelAbove = true;
-    return besides(spec);
+    return inRow(spec);
 }
 
 constexpr ControlSpec withLengthUnit(ControlSpec spec) {
@@ -159,19 +154,19 @@ constexpr std::array ConfigurationControls = {
     text<&CV::Header, 2>(Header3, ""),
     text<&CV::Header, 3>(Header4, ""),
     text<&CV::JobName>(JobName, "Job Name"),
-    besides(text<&CV::JobArea>(JobArea, "Job Area")),
+    inRow(text<&CV::JobArea>(JobArea, "Job Area")),
     text<&CV::JobFor>(JobFor, "Job For"),
-    besides(text<&CV::JobBy>(JobBy, "Job By")),
+    inRow(text<&CV::JobBy>(JobBy, "Job By")),
     text<&CV::LineName>(LineName, "Line Name"),
-    besides(value<&CV::LineNumber>(LineNumber, Real, "Line Number", OneDecimal)),
-    besides(value<&CV::LineAzimuth>(LineAzimuth, Integer, "Line Azimuth", {}, "deg")),
+    inRow(value<&CV::LineNumber>(LineNumber, Real, "Line Number", OneDecimal)),
+    inRow(value<&CV::LineAzimuth>(LineAzimuth, Integer, "Line Azimuth", {}, "deg")),
     beginning(value<&CV::StnScale>(StnScale, Real, "Station # Scale", "(1P,G12.4E1)"),
               DialogPart::LeftFrame, "Array"),
-    besides(list<&CV::LengthUnitsIndex, LengthUnitNames>(LengthUnits, "Length Units")),
+    inRow(list<&CV::LengthUnitsIndex, LengthUnitNames>(LengthUnits, "Length Units")),
     list<&CV::SurveyTypeIndex, SurveyTypeNames>(SurveyArray, "TEM Array"),
     withLengthUnit(forMovingLoop(
         value<&CV::YRxOffset>(Offset, Real, "Tx-Rx Offset (across-line)", OneDecimal))),
-    besides(title<lengthUnit>(OffsetUnit, "m", StaticLook::Unit)),
+    inRow(title<lengthUnit>(OffsetUnit, "m", StaticLook::Unit)),
     beginning(title<loopSizeTitle>(LoopSizeTitle, "Tx Loop Size (m)", StaticLook::RowTitle),
               DialogPart::LeftFrame, "Transmitter"),
     withLengthUnit(under(named(value<&CV::XTxLength>(LoopSizeX, Real, "x along line", OneDecimal),
@@ -181,21 +176,21 @@ constexpr std::array ConfigurationControls = {
     under(named(value<&CV::TxAzimuth>(LoopAzimuth, Integer, "x azm", {}, "deg"), "Tx Loop x azm")),
     under(value<&CV::NTxTurn>(Turns, Integer, "# Turns")),
     value<&CV::TxRamp>(Ramp, Real, "Transmitter Ramp Time", OneDecimal, "usec"),
-    value<&CV::TxFreq>(Frequency, Real, "Transmitter Frequency", FourDigits, "Hz"),
+    value<&CV::TxFreq>(Frequency, Real, "Transmitter Frequency", FourDecimals, "Hz"),
     position<&CV::TxStn>(Transmitter, "Tx.Stn =Tx ID", "(F14.1)"),
     title<loopCenterTitle>(LoopCenterTitle, "FXL Tx Loop Center (m)", StaticLook::RowTitle),
     under(named(position<&CV::XTxCenter>(LoopEast, "East", "(F12.0)"), "Tx Loop Center East")),
     under(named(position<&CV::YTxCenter>(LoopNorth, "North", "(F12.0)"), "Tx Loop Center North")),
     beginning(
-        value<&CV::dpWeight>(BackgroundWeight, Real, "Background Model Weighting", FourDigits),
+        value<&CV::dpWeight>(BackgroundWeight, Real, "Background Model Weighting", FourDecimals),
         DialogPart::RightFrame, "Inversion"),
-    value<&CV::dzWeight>(SmoothnessWeight, Real, "Vertical Smoothness Weighting", FourDigits),
+    value<&CV::dzWeight>(SmoothnessWeight, Real, "Vertical Smoothness Weighting", FourDecimals),
     value<&CV::ErrorFloor>(ErrorFloor, Real, "Data Error Floor", OneDecimal, "%"),
     value<&CV::Niteration>(Iterations, Integer, "Maximum # of Iterations"),
     value<&CV::DataCutoff>(DataCutoff, Real, "Drop Data with Error Above", OneDecimal, "%"),
     beginning(saveAs(), DialogPart::Plain),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    besides({.id = ButtonCancel, .kind = Button, .label = "Cancel"}),
+    ContinueRow,
+    CancelRow,
 };
 
 constexpr std::array Followers = {LoopSizeTitle, LoopCenterTitle, OffsetUnit, Transmitter,

@@ -85,8 +85,8 @@ constexpr std::array DataInputControls = {
     rescaling<Client, &StationScale::begin>(ClientBegin, "Client", "Client Beginning", false),
     rescaling<Client, &StationScale::increment>(ClientIncrement, "Client", "Client Increment",
                                                 true),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    ContinueRow,
+    CancelRow,
 };
 
 // ---- The flow

@@ -31,7 +31,7 @@ constexpr std::array LineAzimuthControls = {
                 .unit = "deg",
                 .limits = Circle,
                 .field = fieldOf<&LineAzimuthAnswers::azimuth>()},
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
+    ContinueRow,
 };
 
 float withinCircle(float degrees) {

@@ -35,7 +35,7 @@ consteval FieldAccess planField() {
 
 template <auto Limit>
 constexpr ControlSpec choice(int id, std::string_view label) {
-    return {.id = id, .kind = Check, .label = label, .field = planField<Limit>()};
+    return checkBox(id, label, planField<Limit>());
 }
 
 template <auto End>
@@ -88,8 +88,8 @@ constexpr std::array Controls = {
     inRow(mapEnd<&MapLimits::east>(East, "East")),
     mapEnd<&MapLimits::south>(South, "South"),
     inRow(mapEnd<&MapLimits::north>(North, "North")),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    ContinueRow,
+    CancelRow,
 };
 } // namespace plan
 

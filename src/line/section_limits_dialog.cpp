@@ -1,15 +1,14 @@
 #include "line/section_limits_dialog.h"
 
 #include "base/ascii.h"
-#include "base/real.h"
 #include "conditioning/unread_fields.h"
 #include "page/colour_scales.h"
+#include "sounding/axis_rule.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/dialog_form.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,15 +47,6 @@ std::vector<std::string> sectionScales(const SectionAnswers & /*answers*/) {
     return colourScaleNames();
 }
 
-// A field does not accept what its axis cannot show.
-template <bool aboveZero>
-bool takeEnd(float &end, const FieldValue &value) {
-    const auto typed = static_cast<float>(std::get<double>(value));
-    const bool accepted = std::isfinite(typed) && (!aboveZero || typed > 0.0F);
-    end = accepted ? typed : end;
-    return accepted;
-}
-
 bool takeWindows(std::string &windows, const FieldValue &value) {
     const auto &typed = std::get<std::string>(value);
     const bool accepted = trimBlanks(typed).empty() || !windowList(typed).empty();
@@ -65,7 +55,7 @@ bool takeWindows(std::string &windows, const FieldValue &value) {
 }
 
 constexpr ControlSpec choice(int id, FieldAccess field) {
-    return {.id = id, .kind = Check, .label = "Set by hand", .field = field};
+    return checkBox(id, "Set by hand", field);
 }
 
 constexpr ControlSpec limit(int id, std::string_view format, std::string_view label,
@@ -87,10 +77,12 @@ using namespace SectionLimitsControl;
 constexpr std::array Controls = {
     groupTitle(4011, "Resistivity (ohm-m)"),
     choice(SetResistivity, fieldOf<Section, &SectionLimits::setResistivity>()),
-    limit(ResistivityLow, FourDigits, "minimum", "Resistivity minimum",
-          fieldTakenBy<takeEnd<true>, Section, Resistivity, Low>("is not above 0")),
+    limit(
+        ResistivityLow, FourDigits, "minimum", "Resistivity minimum",
+        fieldTakenBy<takeEnd<LogarithmicAxis>, Section, Resistivity, Low>(LogarithmicAxis.refusal)),
     inRow(limit(ResistivityHigh, FourDigits, "maximum", "Resistivity maximum",
-                fieldTakenBy<takeEnd<true>, Section, Resistivity, High>("is not above 0"))),
+                fieldTakenBy<takeEnd<LogarithmicAxis>, Section, Resistivity, High>(
+                    LogarithmicAxis.refusal))),
     ControlSpec{.id = Colours,
                 .kind = List,
                 .label = "Colours",
@@ -99,24 +91,25 @@ constexpr std::array Controls = {
     groupTitle(4012, "Time (msec)"),
     choice(SetTime, fieldOf<Section, &SectionLimits::setTime>()),
     limit(TimeLow, FourDigits, "minimum", "Time minimum",
-          fieldTakenBy<takeEnd<true>, Section, Time, Low>("is not above 0")),
-    inRow(limit(TimeHigh, FourDigits, "maximum", "Time maximum",
-                fieldTakenBy<takeEnd<true>, Section, Time, High>("is not above 0"))),
+          fieldTakenBy<takeEnd<LogarithmicAxis>, Section, Time, Low>(LogarithmicAxis.refusal)),
+    inRow(limit(
+        TimeHigh, FourDigits, "maximum", "Time maximum",
+        fieldTakenBy<takeEnd<LogarithmicAxis>, Section, Time, High>(LogarithmicAxis.refusal))),
     groupTitle(4013, "Elevation", shownBy<heightTitle>()),
     choice(SetHeight, fieldOf<Section, &SectionLimits::setHeight>()),
     limit(HeightLow, OneDecimal, "minimum", "Elevation minimum",
-          fieldTakenBy<takeEnd<false>, Section, Height, Low>("is too large for the axis")),
+          fieldTakenBy<takeEnd<LinearAxis>, Section, Height, Low>(LinearAxis.refusal)),
     inRow(limit(HeightHigh, OneDecimal, "maximum", "Elevation maximum",
-                fieldTakenBy<takeEnd<false>, Section, Height, High>("is too large for the axis"))),
+                fieldTakenBy<takeEnd<LinearAxis>, Section, Height, High>(LinearAxis.refusal))),
     ControlSpec{.id = SetExaggeration,
                 .kind = Check,
                 .label = "Set the exaggeration, by the minimum",
                 .field = fieldOf<Section, &SectionLimits::setExaggeration>()},
-    inRow(limit(
-        Exaggeration, TwoDecimals, "", "Vertical exaggeration",
-        fieldTakenBy<takeEnd<true>, Section, &SectionLimits::exaggeration>("is not above 0"))),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    inRow(limit(Exaggeration, TwoDecimals, "", "Vertical exaggeration",
+                fieldTakenBy<takeEnd<LogarithmicAxis>, Section, &SectionLimits::exaggeration>(
+                    LogarithmicAxis.refusal))),
+    ContinueRow,
+    CancelRow,
 };
 } // namespace section
 
@@ -147,11 +140,11 @@ constexpr std::array Controls = {
     groupTitle(4011, "dB/dt", shownBy<dataTitle>()),
     choice(SetData, fieldOf<Profile, &ProfileLimits::setData>()),
     limit(DataLow, FourDigits, "minimum", "dB/dt minimum",
-          fieldTakenBy<takeEnd<false>, Profile, Data, Low>("is too large for the axis")),
+          fieldTakenBy<takeEnd<LinearAxis>, Profile, Data, Low>(LinearAxis.refusal)),
     inRow(limit(DataHigh, FourDigits, "maximum", "dB/dt maximum",
-                fieldTakenBy<takeEnd<false>, Profile, Data, High>("is too large for the axis"))),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+                fieldTakenBy<takeEnd<LinearAxis>, Profile, Data, High>(LinearAxis.refusal))),
+    ContinueRow,
+    CancelRow,
 };
 } // namespace profile
 

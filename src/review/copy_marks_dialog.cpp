@@ -34,8 +34,8 @@ constexpr std::array CopyMarksControls = {
     ControlSpec{.id = 4102,
                 .label = "Ordinals such as 1-5,9. A window gets the mark of the one at its time.",
                 .look = StaticLook::Help},
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    ContinueRow,
+    CancelRow,
 };
 
 } // namespace

@@ -58,7 +58,7 @@ constexpr std::array PanelControls = {
     text(1028, "1"),
     ControlSpec{.id = ReviewControl::Station,
                 .kind = Trackbar,
-                .limits = {1.0, 2.0},
+                .limits = {1.0, 2.0}, // until the record gives its own
                 .field = fieldOf<&PanelValues::station>(),
                 .limitsFrom = givenBy<stationLimits>(),
                 .sameRow = true},

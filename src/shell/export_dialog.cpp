@@ -24,17 +24,13 @@ struct ExportAnswers {
     bool vtk = true;
 };
 
-constexpr ControlSpec check(int id, std::string_view label, FieldAccess field) {
-    return {.id = id, .kind = Check, .label = label, .field = field};
-}
-
 constexpr std::array ExportControls = {
     groupTitle(4031, "Formats"),
-    check(1160, "CSV tables of soundings, windows and layers", fieldOf<&ExportAnswers::csv>()),
-    check(1161, "ASEG-GDF2 point located data (.dat, .dfn)", fieldOf<&ExportAnswers::gdf2>()),
-    check(1162, "VTK curtain of the layered models", fieldOf<&ExportAnswers::vtk>()),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    checkBox(1160, "CSV tables of soundings, windows and layers", fieldOf<&ExportAnswers::csv>()),
+    checkBox(1161, "ASEG-GDF2 point located data (.dat, .dfn)", fieldOf<&ExportAnswers::gdf2>()),
+    checkBox(1162, "VTK curtain of the layered models", fieldOf<&ExportAnswers::vtk>()),
+    ContinueRow,
+    CancelRow,
 };
 
 const DialogForm<ExportAnswers> ExportDialog = DialogSpec{

@@ -29,8 +29,8 @@ constexpr std::array MatchingLabelControls = {
                 .field = fieldOf<&MatchingLabelAnswers::choice>(),
                 .entries = givenBy<&MatchingLabelAnswers::names>(),
                 .rows = 16},
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    ContinueRow,
+    CancelRow,
 };
 
 } // namespace

@@ -1,10 +1,9 @@
 #include "sounding/plot_limits_dialog.h"
 
-#include "base/real.h"
+#include "sounding/axis_rule.h"
 #include "toolkit/control_ids.h"
 
 #include <array>
-#include <cmath>
 
 namespace keldrin {
 
@@ -28,26 +27,6 @@ std::string depthTitle(const Answers &answers) {
 // In the order of PageStyle.
 std::vector<std::string> styleNames(const Answers & /*answers*/) {
     return {"Standard", "Presentation"};
-}
-
-/// What an axis can show; a field does not accept anything else.
-struct AxisRule {
-    bool (*holds)(float value);
-    std::string_view refusal;
-};
-constexpr AxisRule ArcSinhAxis = {[](float value) { return std::isfinite(ArcSinh(value)); },
-                                  "is too large for the axis"};
-constexpr AxisRule LinearAxis = {[](float value) { return std::isfinite(value); },
-                                 "is too large for the axis"};
-constexpr AxisRule LogarithmicAxis = {
-    [](float value) { return std::isfinite(value) && value > 0.0F; }, "is not above 0"};
-
-template <const AxisRule &rule>
-bool takeEnd(float &end, const FieldValue &value) {
-    const auto typed = static_cast<float>(std::get<double>(value));
-    const bool accepted = rule.holds(typed);
-    end = accepted ? typed : end;
-    return accepted;
 }
 
 constexpr ControlSpec title(int id, std::string_view label, FieldAccess field = {}) {
@@ -97,8 +76,8 @@ constexpr std::array Controls = {
                                                         "Apparent resistivity maximum"),
     limit<&Answers::apparent, Minimum, LogarithmicAxis>(ApparentMinimum, FourDigits,
                                                         "Apparent resistivity minimum"),
-    ControlSpec{.id = ButtonContinue, .kind = Button, .label = "Continue"},
-    ControlSpec{.id = ButtonCancel, .kind = Button, .label = "Cancel", .sameRow = true},
+    ContinueRow,
+    CancelRow,
 };
 
 } // namespace

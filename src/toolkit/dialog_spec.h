@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/control_ids.h"
 #include "toolkit/dialog_field.h"
 
 #include <span>
@@ -89,6 +90,10 @@ constexpr ControlSpec groupTitle(int id, std::string_view label, FieldAccess fie
     return {.id = id, .label = label, .field = field, .look = StaticLook::GroupTitle};
 }
 
+constexpr ControlSpec checkBox(int id, std::string_view label, FieldAccess field) {
+    return {.id = id, .kind = ControlKind::Check, .label = label, .field = field};
+}
+
 /// The control in the row of the one before it.
 constexpr ControlSpec inRow(ControlSpec spec) {
     spec.sameRow = true;
@@ -100,6 +105,12 @@ constexpr ControlSpec named(ControlSpec spec, std::string_view name) {
     spec.name = name;
     return spec;
 }
+
+// The rows that end most dialogs.
+inline constexpr ControlSpec ContinueRow = {
+    .id = ButtonContinue, .kind = ControlKind::Button, .label = "Continue"};
+inline constexpr ControlSpec CancelRow = {
+    .id = ButtonCancel, .kind = ControlKind::Button, .label = "Cancel", .sameRow = true};
 
 /// Where a dialog is shown.
 enum class DialogPlace {
