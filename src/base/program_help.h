@@ -31,6 +31,8 @@ struct ProgramHelp {
     std::span<const std::string_view> seeAlso;      ///< programs with a manual page
 };
 
+inline constexpr int ExitUsage = 2; ///< of every program: its arguments cannot be used
+
 /// What `--help` prints, in lines of at most 80 characters.
 std::string helpText(const ProgramHelp &help);
 

@@ -14,6 +14,8 @@ struct MissingValueType {
 };
 inline constexpr MissingValueType MissingValue{};
 
+inline constexpr float Degree = 0.01745329F; ///< in radians, of single precision
+
 /// True when a value is there: greater than -9.9E31. NaN counts as absent.
 constexpr bool isPresent(float value) {
     return value > -9.9E31F;

@@ -49,6 +49,17 @@ T upperMedian(std::vector<T> values) {
     return values.empty() ? T{} : *middle;
 }
 
+/// The median; the lower middle value of an even count; 0 for an empty list.
+template <class T>
+T lowerMedian(std::vector<T> values) {
+    if (values.empty()) {
+        return T{};
+    }
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>((values.size() - 1) / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
 /// The k-th smallest value (k from 1), by partition selection in place.
 /// returns  0, or 1 with `result` untouched when there is no value or k is outside 1..n
 int selectKth(std::span<float> values, int k, float &result);

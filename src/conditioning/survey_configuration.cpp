@@ -158,7 +158,7 @@ int EditSurveyConfiguration(SurveyModel &model, std::string &path, const WriteCo
         model.control = before;
         status = 1;
     } else {
-        status = 3;
+        status = StatusWindowClosed;
     }
     closeDialog(ConfigurationDialog);
     CheckGraphicsError("EditSurveyConfiguration");

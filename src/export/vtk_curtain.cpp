@@ -1,6 +1,7 @@
 #include "export/export_formats.h"
 
 #include "base/ascii.h"
+#include "base/sorting.h"
 #include "base/utf8.h"
 
 #include <algorithm>
@@ -82,10 +83,7 @@ class ColumnEdges {
             spacings.push_back(lengthOf(places_[i] - places_[i - 1]));
         }
         if (!spacings.empty()) {
-            const auto middle =
-                spacings.begin() + static_cast<std::ptrdiff_t>((spacings.size() - 1) / 2);
-            std::nth_element(spacings.begin(), middle, spacings.end());
-            medianSpacing_ = *middle;
+            medianSpacing_ = lowerMedian(std::move(spacings));
         }
     }
 
@@ -95,11 +93,11 @@ class ColumnEdges {
             return alone(places_[i]);
         }
         const std::optional<Place> before = i > 0 ? halfWay(i, i - 1) : std::nullopt;
-        const std::optional<Place> behind =
+        const std::optional<Place> after =
             i + 1 < places_.size() ? halfWay(i, i + 1) : std::nullopt;
         const Place here = places_[i];
-        return {before ? *before : here + (here - *behind),
-                behind ? *behind : here + (here - *before)};
+        return {before ? *before : here + (here - *after),
+                after ? *after : here + (here - *before)};
     }
 
   private:

@@ -3,6 +3,7 @@
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "base/real.h"
+#include "base/sorting.h"
 #include "line/line_drawing.h"
 #include "line/sounding_text.h"
 #include "page/drawing.h"
@@ -67,12 +68,8 @@ struct Spread {
         return (from == to ? from : from + " to " + to) +
                (unit.empty() ? "" : " " + std::string(unit));
     }
-    [[nodiscard]] std::string median(std::string_view format) {
-        if (values.empty()) {
-            return "";
-        }
-        std::ranges::sort(values);
-        return Number_Text(values[values.size() / 2], format);
+    [[nodiscard]] std::string median(std::string_view format) const {
+        return values.empty() ? "" : Number_Text(upperMedian(values), format);
     }
     [[nodiscard]] std::string largest(std::string_view format) const {
         return values.empty() ? "" : Number_Text(std::ranges::max(values), format);

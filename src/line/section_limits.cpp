@@ -2,6 +2,7 @@
 
 #include "base/real.h"
 #include "model/survey_model.h"
+#include "sounding/plot_limits.h"
 #include "text/ordinal_list.h"
 
 #include <algorithm>
@@ -63,11 +64,10 @@ AxisLimits roundPercentiles(std::span<const float> values) {
     constexpr double highest = 0.98;
     constexpr float leastRatio = 10.0F;
     constexpr AxisLimits none = {1.0F, 1000.0F};
-    constexpr float smallest = 1.0e-6F; // ohm-m; beyond these a value is no resistivity
-    constexpr float largest = 1.0e12F;
+    constexpr float largest = 1.0e12F; // ohm-m; above it a value is no resistivity
     std::vector<float> resistivities;
     for (const float value : values) {
-        if (value >= smallest && value <= largest) {
+        if (value >= LeastResistivity && value <= largest) {
             resistivities.push_back(value);
         }
     }

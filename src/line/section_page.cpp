@@ -3,11 +3,14 @@
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "base/real.h"
+#include "base/sorting.h"
 #include "line/line_drawing.h"
 #include "line/sounding_text.h"
 #include "page/plot_scale.h"
+#include "page/surfaces/surface.h"
 #include "page/text_metrics.h"
 #include "physics/data_fit.h"
+#include "sounding/plot_limits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,12 +28,10 @@ constexpr float FrameFoot = 1.7F;
 constexpr PageFrame TimesFrame = {SectionLeft, 11.2F, SectionRight, FrameTop};
 constexpr PageFrame TimesAlone = {SectionLeft, FrameFoot, SectionRight, FrameTop};
 constexpr PageFrame HeightsFrame = {SectionLeft, 4.4F, SectionRight, 10.5F};
-constexpr double ShapeOfPage = 0.75; // height over width
 constexpr PageFrame MisfitsFrame = {SectionLeft, FrameFoot, SectionRight, 3.6F};
 
 bool isResistivity(float value) {
-    constexpr float least = 1.0e-6F; // ohm-m; not above that there is none
-    return value > least && std::isfinite(value);
+    return value > LeastResistivity && std::isfinite(value);
 }
 
 bool isUsable(const AxisLimits &limits, bool logarithmic) {
@@ -142,12 +143,6 @@ void setTimes(SectionPage &page, const SectionLimits &limits) {
                   static_cast<double>(time.low), true};
 }
 
-float medianOf(std::vector<float> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 // Depths of the columns down to which the data see; 0 where they see nothing.
 std::vector<float> seenDepths(const SectionPage &page) {
     std::vector<float> depths(page.columns.size(), 0.0F);
@@ -167,7 +162,7 @@ double exaggerationOf(const SectionPage &page, const SectionPlot &heights, doubl
     const double across = static_cast<double>(frame.right - frame.left) / (page.right - page.left);
     const double upward =
         static_cast<double>(frame.top - frame.bottom) / (heights.top - heights.bottom);
-    return upward / across * pageShape / ShapeOfPage;
+    return upward / across * pageShape / PageShape;
 }
 
 // From the highest ground down to a little below what the data see, at each column no deeper than
@@ -201,7 +196,7 @@ AxisLimits ownHeights(const SectionPage &page) {
         return seeing.empty() ? 0.0F : mostOfUsual * seeing[seeing.size() / part];
     };
     SectionPlot heights = seenHeights(page, depths, most(2));
-    const double flatness = exaggerationOf(page, heights, ShapeOfPage);
+    const double flatness = exaggerationOf(page, heights, PageShape);
     if (flatness < 1.0) {
         const double trueToScale = heights.top - (heights.top - heights.bottom) * flatness;
         heights.bottom = std::min(seenHeights(page, depths, most(4)).bottom, trueToScale);
@@ -260,7 +255,7 @@ void setMisfits(SectionPage &page) {
         return;
     }
     const float highest = *std::max_element(values.begin(), values.end());
-    const float top = std::min(highest * 1.1F, most * medianOf(std::move(values)));
+    const float top = std::min(highest * 1.1F, most * upperMedian(std::move(values)));
     page.misfits = {MisfitsFrame, 0.0, static_cast<double>(std::max(top, least)), false};
 }
 

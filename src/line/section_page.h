@@ -3,6 +3,7 @@
 #include "line/line_columns.h"
 #include "line/section_limits.h"
 #include "model/survey_model.h"
+#include "page/surfaces/surface.h"
 #include "sounding/page_layout.h"
 
 #include <optional>
@@ -65,7 +66,7 @@ struct SectionPage {
 /// path       of the project; its file name stands in the title
 /// pageShape  height over width of the page as the user sees it, for the exaggeration
 SectionPage sectionPage(const SurveyModel &survey, const SectionLimits &limits,
-                        std::string_view path, double pageShape = 0.75);
+                        std::string_view path, double pageShape = PageShape);
 
 /// Draws a page on a cleared surface; afterwards the view is the page in centimetres.
 /// marked   ordinal of a sounding to be marked; 0 none

@@ -1,6 +1,5 @@
 #include "line/view_loop.h"
 
-#include "base/ascii.h"
 #include "base/real.h"
 #include "line/line_pages.h"
 #include "line/sounding_text.h"
@@ -98,12 +97,6 @@ constexpr std::array Bindings = {
     Binding{'X', leave},
 };
 
-// A letter in capitals.
-int keyOf(const ToolkitEvent &event) {
-    constexpr int characters = 128;
-    return event.value < characters ? upperOf(static_cast<char>(event.value)) : event.value;
-}
-
 void serveKey(View &view, int key) {
     if (const int command = linePageOfKey(key); command != 0) {
         showPage(view, command);
@@ -142,7 +135,7 @@ void serveMenu(View &view, const ToolkitEvent &event) {
 void serveEvent(View &view, const ToolkitEvent &event) {
     switch (event.type) {
     case EventKey:
-        serveKey(view, keyOf(event));
+        serveKey(view, capitalKey(event.value));
         break;
     case EventMouseDown:
         serveMouse(view, event);

@@ -2,6 +2,7 @@
 #include "physics/apparent_resistivity.h"
 
 #include "base/number_text.h"
+#include "base/real.h"
 #include "messages/message_log.h"
 #include "physics/ordered_work.h"
 
@@ -17,7 +18,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr float RadiansPerDegree = 0.01745329F;
 constexpr int FewestSoundingsPerThread = 8;
 
 /// What holds for all soundings of the line.
@@ -36,8 +36,8 @@ LineGeometry lineGeometry(const ControlValues &control) {
     } else if (control.SurveyTypeIndex == MovingLoop) {
         degrees = control.LineAzimuth - control.TxAzimuth;
     }
-    line.sine = std::sin(degrees * RadiansPerDegree);
-    line.cosine = std::cos(degrees * RadiansPerDegree);
+    line.sine = std::sin(degrees * Degree);
+    line.cosine = std::cos(degrees * Degree);
     return line;
 }
 

@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr int ExitUsage = 2;
-
 using Words = std::vector<std::string>;
 
 [[noreturn]] void serve() {
@@ -24,7 +22,7 @@ using Words = std::vector<std::string>;
 
 int usage(const std::string &fault) {
     std::cerr << "keldrin: " << fault << "; see keldrin --help\n";
-    return ExitUsage;
+    return keldrin::ExitUsage;
 }
 
 // keldrin --record RECORD [FILE]

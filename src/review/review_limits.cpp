@@ -15,7 +15,7 @@ namespace {
 enum class AxisKind { ArcSinh, Logarithmic, Linear };
 
 /// An axis: its ends in the dialog, and as PlotLimits keeps them.
-struct AxisLimits {
+struct AxisFields {
     AxisEnds PlotLimitsAnswers::*shown;
     float PlotLimits::*maximum;
     float PlotLimits::*minimum;
@@ -23,15 +23,15 @@ struct AxisLimits {
 };
 
 constexpr std::array Axes = {
-    AxisLimits{&PlotLimitsAnswers::data, &PlotLimits::PlotDataMax, &PlotLimits::PlotDataMin,
+    AxisFields{&PlotLimitsAnswers::data, &PlotLimits::PlotDataMax, &PlotLimits::PlotDataMin,
                AxisKind::ArcSinh},
-    AxisLimits{&PlotLimitsAnswers::time, &PlotLimits::PlotTimeMax, &PlotLimits::PlotTimeMin,
+    AxisFields{&PlotLimitsAnswers::time, &PlotLimits::PlotTimeMax, &PlotLimits::PlotTimeMin,
                AxisKind::Logarithmic},
-    AxisLimits{&PlotLimitsAnswers::depth, &PlotLimits::PlotDepthMax, &PlotLimits::PlotDepthMin,
+    AxisFields{&PlotLimitsAnswers::depth, &PlotLimits::PlotDepthMax, &PlotLimits::PlotDepthMin,
                AxisKind::Linear},
-    AxisLimits{&PlotLimitsAnswers::resistivity, &PlotLimits::PlotResMax, &PlotLimits::PlotResMin,
+    AxisFields{&PlotLimitsAnswers::resistivity, &PlotLimits::PlotResMax, &PlotLimits::PlotResMin,
                AxisKind::Logarithmic},
-    AxisLimits{&PlotLimitsAnswers::apparent, &PlotLimits::PlotAResMax, &PlotLimits::PlotAResMin,
+    AxisFields{&PlotLimitsAnswers::apparent, &PlotLimits::PlotAResMax, &PlotLimits::PlotAResMin,
                AxisKind::Logarithmic},
 };
 
@@ -71,7 +71,7 @@ Limit widenedMaximum(const Limit &maximum, const Limit &minimum, AxisKind kind) 
     return wide ? maximum : limitShown(minimum.shown + leastRange, kind);
 }
 
-void takeAxis(const AxisLimits &axis, const PlotLimitsAnswers &answers, PlotLimits &limits) {
+void takeAxis(const AxisFields &axis, const PlotLimitsAnswers &answers, PlotLimits &limits) {
     const AxisEnds &ends = answers.*axis.shown;
     Limit maximum = answeredLimit(ends.maximum, limits.*axis.maximum, axis.kind);
     Limit minimum = answeredLimit(ends.minimum, limits.*axis.minimum, axis.kind);
@@ -87,8 +87,8 @@ void takeAxis(const AxisLimits &axis, const PlotLimitsAnswers &answers, PlotLimi
 }
 
 // The axes of the page on show, which has one data axis.
-std::array<AxisLimits, Axes.size()> axesOf(const PlotLimits &limits) {
-    std::array<AxisLimits, Axes.size()> axes = Axes;
+std::array<AxisFields, Axes.size()> axesOf(const PlotLimits &limits) {
+    std::array<AxisFields, Axes.size()> axes = Axes;
     if (limits.logData) {
         axes[0] = {&PlotLimitsAnswers::data, &PlotLimits::PlotLogMax, &PlotLimits::PlotLogMin,
                    AxisKind::Logarithmic};
@@ -105,7 +105,7 @@ PlotLimitsAnswers answersOf(const SurveyModel &survey, const PlotLimits &limits)
     answers.dataUnits = survey.control.TEMUnits.str();
     answers.lengthUnits = survey.control.LengthUnits.str();
     answers.style = static_cast<int>(limits.style) + 1;
-    for (const AxisLimits &axis : axesOf(limits)) {
+    for (const AxisFields &axis : axesOf(limits)) {
         answers.*axis.shown = {limitKept(limits.*axis.maximum, axis.kind).shown,
                                limitKept(limits.*axis.minimum, axis.kind).shown};
     }
@@ -122,7 +122,7 @@ int Review_EditLimits(const SurveyModel &survey, PlotLimits &limits) {
     if (!answer.confirmed()) {
         return 1;
     }
-    for (const AxisLimits &axis : axesOf(limits)) {
+    for (const AxisFields &axis : axesOf(limits)) {
         if (isTouched(answers.*axis.shown, before.*axis.shown)) {
             takeAxis(axis, answers, limits);
         }

@@ -1,6 +1,5 @@
 #include "review/review_loop.h"
 
-#include "base/ascii.h"
 #include "base/number_text.h"
 #include "base/real.h"
 #include "messages/message_log.h"
@@ -27,8 +26,6 @@
 namespace keldrin {
 
 namespace {
-
-constexpr int WindowClosed = 3; ///< a status of this or more leaves the program
 
 void leave(Review &review, const ToolkitEvent & /*event*/) {
     review.stays = false;
@@ -60,12 +57,12 @@ void cancelChanges(Review &review, const ToolkitEvent &event) {
                      {"ERROR: The project could not be loaded again.", project,
                       "No soundings are loaded; Open tries once more."});
     }
-    review.status = status >= WindowClosed ? status : 0; // a failure has left no soundings
+    review.status = status >= StatusWindowClosed ? status : 0; // a failure has left no soundings
     leave(review, event);
 }
 
 void closeWindow(Review &review, const ToolkitEvent &event) {
-    review.status = WindowClosed;
+    review.status = StatusWindowClosed;
     forgetChanges(review);
     leave(review, event);
 }
@@ -116,10 +113,10 @@ void closePanel(Review &review) {
 
 // The page of the line that a key shows; 0 for other events.
 char pageKeyOf(const Review &review, const ToolkitEvent &event) {
-    constexpr int characters = 128;
-    const bool letter = event.type == EventKey && event.value < characters;
-    const char key = letter ? upperOf(static_cast<char>(event.value)) : '\0';
-    return letter && review.pages.keys.find(key) != std::string_view::npos ? key : '\0';
+    const std::string_view keys = review.pages.keys;
+    const int key = event.type == EventKey ? capitalKey(event.value) : 0;
+    const auto found = std::find(keys.begin(), keys.end(), key);
+    return found != keys.end() ? *found : '\0';
 }
 
 void showLinePages(Review &review, char key) {

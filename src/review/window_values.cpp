@@ -4,6 +4,7 @@
 #include "base/number_text.h"
 #include "base/real.h"
 #include "physics/data_fit.h"
+#include "sounding/plot_limits.h"
 
 #include <cmath>
 #include <string>
@@ -44,8 +45,7 @@ std::vector<HeadedColumn> columnsOf(const ControlValues &control) {
 
 // Not above this a window has no resistivity, as on the page.
 std::string resistivityText(float value) {
-    constexpr float least = 1.0e-6F; // ohm-m
-    return value > least ? cellText(value) : "";
+    return value > LeastResistivity ? cellText(value) : "";
 }
 
 } // namespace

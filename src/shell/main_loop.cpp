@@ -39,8 +39,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int WindowCloses = 3; ///< a status of this or more leaves the program
-
 /// What the loop keeps between commands, beside the model.
 struct Shell {
     SurveyModel &model;
@@ -54,7 +52,7 @@ void showProjectTitle(const Shell &shell) {
 }
 
 void leaveIfClosed(int status) {
-    if (status >= WindowCloses) {
+    if (status >= StatusWindowClosed) {
         ShutDown();
     }
 }

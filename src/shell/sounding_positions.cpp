@@ -1,5 +1,6 @@
 #include "shell/sounding_positions.h"
 
+#include "base/real.h"
 #include "physics/interpolation.h"
 
 #include <array>
@@ -9,7 +10,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr float RadiansPerDegree = 0.01745329F;
 constexpr std::array<double, 2> NotGiven = {1.0E32, 1.0E32}; ///< end slopes
 constexpr std::array<double, 2> HeldFlat = {0.0, 0.0};
 
@@ -33,7 +33,7 @@ StationTable tableFromSoundings(SurveyModel &model) {
     if (!(control.LineAzimuth >= -360.0F && control.LineAzimuth <= 360.0F)) {
         control.LineAzimuth = 90.0F;
     }
-    const float azimuth = control.LineAzimuth * RadiansPerDegree;
+    const float azimuth = control.LineAzimuth * Degree;
     const auto scale = static_cast<double>(control.StnScale);
     const auto eastPart = static_cast<double>(std::fabs(std::sin(azimuth)));
     const auto northPart = static_cast<double>(std::fabs(std::cos(azimuth)));

@@ -6,6 +6,7 @@
 #include "base/real.h"
 #include "messages/message_log.h"
 #include "page/hardcopy.h"
+#include "page/surfaces/surface.h"
 #include "screen/graphics_errors.h"
 #include "sounding/sounding_plot.h"
 #include "toolkit/toolkit.h"
@@ -17,11 +18,10 @@ namespace keldrin {
 
 namespace {
 
-constexpr double PageWidth = 24.0; // cm
-constexpr double PageHeight = 18.0;
+constexpr auto PageWidth = static_cast<double>(PageWidthCm);
+constexpr auto PageHeight = static_cast<double>(PageHeightCm);
 constexpr double Margin = 1.27;
 constexpr double PointsPerCm = 28.34646;
-constexpr double CmPerInch = 2.54;
 constexpr double PointsPerInch = 72.0;
 constexpr int MarginPoints = 28;
 

@@ -21,10 +21,6 @@ constexpr PageTextSize textSizeOf(float points) {
     return {LabelSize.width * points / 10.0F, LabelSize.height * points / 10.0F};
 }
 
-inline constexpr int PlusMarker = 1;
-inline constexpr int DotMarker = 14;
-inline constexpr int RingMarker = 15;
-
 /// A rectangle of the page in centimetres.
 struct PageFrame {
     float left = 0.0F;

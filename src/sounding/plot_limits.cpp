@@ -70,11 +70,10 @@ void addData(LineRanges &ranges, const SoundingRecord &sounding, std::size_t win
 
 // On a logarithmic axis; windows that are not shown as resistivities do not count.
 void addApparent(ValueRange &range, const SoundingRecord &sounding, std::size_t windows) {
-    constexpr float least = 1.0e-6F; // ohm-m
     for (std::size_t i = 0; i < windows; ++i) {
         const bool counts = !isSkipped(sounding.TEMerr[i]) && isPresent(sounding.TEMobs[i]);
         for (const float value : {sounding.AResObs[i], sounding.AResCalc[i]}) {
-            range.add(counts && value > least ? value : MissingValue);
+            range.add(counts && value > LeastResistivity ? value : MissingValue);
         }
     }
 }

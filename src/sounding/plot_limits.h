@@ -7,6 +7,9 @@
 
 namespace keldrin {
 
+/// Up to this a window or a layer has no resistivity. ohm-m
+inline constexpr float LeastResistivity = 1.0e-6F;
+
 /// How the page of a sounding is drawn.
 enum class PageStyle {
     Standard,     ///< all curves on one axis, texts on the plots

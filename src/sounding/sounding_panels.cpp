@@ -36,10 +36,9 @@ std::vector<float> valuesOf(const WindowReals &stored, std::size_t windows) {
 
 // Below the least resistivity a window has no such mark.
 std::vector<float> resistivitiesOf(const SoundingRecord &sounding) {
-    constexpr float least = 1.0e-6F; // ohm-m
     std::vector<float> values = valuesOf(sounding.AResObs, windowCount(sounding));
     for (float &value : values) {
-        value = value >= least ? value : MissingValue;
+        value = value >= LeastResistivity ? value : MissingValue;
     }
     return values;
 }

@@ -1,13 +1,13 @@
 #include "sounding/sounding_plot_points.h"
 
+#include "sounding/plot_limits.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace keldrin {
 
 namespace {
-
-constexpr float LeastResistivity = 1.0e-6F; // ohm-m; not above that a window has no resistivity
 
 struct SquareSum {
     float sum = 0.0F;

@@ -1,6 +1,7 @@
 #include "sounding/survey_map.h"
 
 #include "base/real.h"
+#include "page/surfaces/surface.h"
 #include "projectfile/table_file.h"
 #include "toolkit/toolkit.h"
 
@@ -12,8 +13,6 @@
 namespace keldrin {
 
 namespace {
-
-constexpr double ShapeOfPage = 0.75;
 
 bool isKnown(double value) {
     return isPresent(value) && std::isfinite(value);
@@ -111,11 +110,11 @@ void MapSpan::join(const std::vector<double> &values) {
 double windowShape() {
     const int width = ToolkitWindowInfo(WindowWidth);
     const int height = ToolkitWindowInfo(WindowHeight);
-    return width > 0 && height > 0 ? static_cast<double>(height) / width : ShapeOfPage;
+    return width > 0 && height > 0 ? static_cast<double>(height) / width : PageShape;
 }
 
 double shownPageShape() {
-    return ToolkitHasSurface() ? windowShape() : ShapeOfPage;
+    return ToolkitHasSurface() ? windowShape() : PageShape;
 }
 
 MapExtent mapExtent(const MapPoints &soundings, const MapPoints &loop, double shape) {

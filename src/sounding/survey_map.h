@@ -63,7 +63,7 @@ MapExtent mapExtent(const MapPoints &soundings, const MapPoints &loop, double sh
 /// A map of the given widths with one of them widened to equal scale.
 MapExtent widenedTo(MapExtent map, double shape);
 
-/// Height over width of the root window's page, 0.75 without a window.
+/// Height over width of the root window's page, PageShape without a window.
 double windowShape();
 
 /// Height over width of the page that is drawn on, the window's or that of a hardcopy.

@@ -10,15 +10,6 @@ namespace keldrin {
 
 namespace {
 
-DialogModel *findLoaded(int number) {
-    for (const auto &dialog : toolkitState().dialogs) {
-        if (dialog->number == number) {
-            return dialog.get();
-        }
-    }
-    return nullptr;
-}
-
 bool isShown(const DialogModel *dialog) {
     const std::vector<DialogModel *> &shown = toolkitState().shown;
     return std::find(shown.begin(), shown.end(), dialog) != shown.end();
@@ -78,6 +69,15 @@ void serveModal(DialogModel &dialog) {
 }
 
 } // namespace
+
+DialogModel *findLoaded(int number) {
+    for (const auto &dialog : toolkitState().dialogs) {
+        if (dialog->number == number) {
+            return dialog.get();
+        }
+    }
+    return nullptr;
+}
 
 DialogModel *selectedDialog() {
     DialogModel *dialog = findLoaded(toolkitState().selected);

@@ -36,9 +36,13 @@ bool opensMenu(const MenuEntry &entry) {
     return findEntry([&](const MenuEntry &e) { return e.below == entry.command; }) != nullptr;
 }
 
-const MenuEntry *findShortcut(int key) {
+int capitalKey(int code) {
     constexpr int characters = 128;
-    const int code = key < characters ? upperOf(static_cast<char>(key)) : key;
+    return code < characters ? upperOf(static_cast<char>(code)) : code;
+}
+
+const MenuEntry *findShortcut(int key) {
+    const int code = capitalKey(key);
     return key == 0 ? nullptr
                     : findEntry([=](const MenuEntry &entry) { return entry.shortcut == code; });
 }

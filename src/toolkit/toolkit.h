@@ -153,6 +153,10 @@ void WMenuSetState(int command, int item, int value);
 
 // ---- Events
 
+/// The status of a flow that ended because the root window was closed. This one or a higher one
+/// leaves the program.
+inline constexpr int StatusWindowClosed = 3;
+
 /// Blocks until the next event.
 void ToolkitNextEvent(ToolkitEvent &event);
 
@@ -174,6 +178,9 @@ enum MouseButton : int {
     WheelUp = 4,
     WheelDown = 5,
 };
+
+/// The code of a key, of a small letter that of its capital.
+int capitalKey(int code);
 
 /// The button of a press without the key that was held.
 inline int plainButton(int button) {

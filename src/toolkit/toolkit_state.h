@@ -76,6 +76,9 @@ extern const ContextEntry RecordEntry;
 /// The entry of the context menu with a label in any case, or null.
 const ContextEntry *findContextEntry(std::string_view label);
 
+/// The loaded dialog of a number, or null.
+DialogModel *findLoaded(int number);
+
 /// The selected dialog; null with an error state when there is none.
 DialogModel *selectedDialog();
 

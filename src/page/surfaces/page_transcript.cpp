@@ -11,8 +11,6 @@ namespace keldrin {
 namespace {
 
 constexpr int TranscriptDecimals = 2;
-constexpr int PlusMarker = 1;
-constexpr int RingMarker = 15;
 
 void appendPoints(std::string &line, const RecordedItem &item) {
     for (const PagePoint &point : item.points) {

@@ -16,7 +16,7 @@ struct RecordedItem {
     PageColour colour = 0;
     std::vector<PagePoint> points; ///< page cm; of a text its baseline left, of a marker its centre
     bool filled = false;           ///< of a polygon
-    int marker = 0;                ///< 1 a plus, 14 a dot, 15 a ring
+    int marker = 0;                ///< PlusMarker, DotMarker or RingMarker
     std::string text;
     float characterWidth = 0.0F;  ///< cm
     float characterHeight = 0.0F; ///< cm

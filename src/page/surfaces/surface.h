@@ -10,6 +10,14 @@ namespace keldrin {
 /// scaled paper show it stretched, because places and sizes are fractions.
 inline constexpr float PageWidthCm = 24.0F;
 inline constexpr float PageHeightCm = 18.0F;
+inline constexpr double PageShape =
+    static_cast<double>(PageHeightCm) / static_cast<double>(PageWidthCm);
+inline constexpr double CmPerInch = 2.54;
+
+// The numbers of markers.
+inline constexpr int PlusMarker = 1;
+inline constexpr int DotMarker = 14;
+inline constexpr int RingMarker = 15;
 
 /// A point in fractions of the page, 0..1, y upward.
 struct PagePoint {
@@ -59,8 +67,7 @@ class Surface {
 
     // What the primitives mean, for surfaces that keep a list. The others draw the marker's lines
     // and polygons, which come between the two calls, like any.
-    virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {
-    } ///< 1 a plus, 14 a dot, 15 a ring
+    virtual void beginMarker(int /*marker*/, PagePoint /*centre*/) {}
     virtual void endMarker() {}
     virtual void pageKind(std::string_view /*kind*/) {} ///< "log", "page" or "blank"
 };

@@ -14,7 +14,6 @@ namespace keldrin {
 namespace {
 
 constexpr int UnitsPerInch = 1000;
-constexpr float CmPerInch = 2.54F;
 constexpr float PointsPerInch = 72.0F;
 constexpr int LargestPage = 32767; // units; a word holds no more
 constexpr PageColour White = Colour::White;
@@ -27,7 +26,9 @@ constexpr int AnisotropicMapMode = 8;
 constexpr int BaselineLeft = 24;
 
 int unitsOfCm(float cm) {
-    return limited(nearestInt(cm / CmPerInch * static_cast<float>(UnitsPerInch)), 1, LargestPage);
+    return limited(
+        nearestInt(cm / static_cast<float>(CmPerInch) * static_cast<float>(UnitsPerInch)), 1,
+        LargestPage);
 }
 
 // The file's colours are 0x00bbggrr, in two words.

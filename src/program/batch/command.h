@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/program_help.h"
+
 #include <span>
 #include <string_view>
 
@@ -11,7 +13,6 @@ using CommandWords = std::span<const std::string_view>;
 
 inline constexpr int ExitOk = 0;
 inline constexpr int ExitFailed = 1;
-inline constexpr int ExitUsage = 2;
 
 /// build [--out DIR] [--line N|all] FILE...: field data files to projects.
 int buildCommand(CommandWords words);

@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr int ExitUsage = 2;
 constexpr int MostThreads = 256;
 
 std::atomic<bool> stopRequested = false;
@@ -118,7 +117,7 @@ int main(int argc, char **argv) {
     const std::string fault = readWords(words, line);
     if (!fault.empty()) {
         Console::fail(fault + "; see rkeldrin --help");
-        return ExitUsage;
+        return keldrin::ExitUsage;
     }
     watchSignals();
     keldrin::flushDenormals();

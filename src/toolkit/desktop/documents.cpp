@@ -25,8 +25,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr double CmPerInch = 2.54;
-
 /// Keeps a page until it is complete.
 class ListedDocument : public DocumentSurface {
   public:

@@ -16,8 +16,6 @@ namespace keldrin {
 
 namespace {
 
-constexpr int DotMarker = 14;
-constexpr int RingMarker = 15;
 constexpr double Pixel = 1.0;
 constexpr double SamePlace = 0.01; // pixels; a line that leans less than that lies along an axis
 

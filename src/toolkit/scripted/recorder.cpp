@@ -32,15 +32,6 @@ std::string restOf(std::string_view text) {
     return plain ? std::string(text) : inQuotes(text);
 }
 
-DialogModel *findLoaded(int number) {
-    for (const auto &dialog : toolkitState().dialogs) {
-        if (dialog->number == number) {
-            return dialog.get();
-        }
-    }
-    return nullptr;
-}
-
 // A dialog of the toolkit's own, such as that of long work, has no place in a scenario.
 DialogModel *loadedAs(const DialogModel &dialog) {
     DialogModel *found = findLoaded(dialog.number);
