@@ -22,7 +22,7 @@ double diffusionDepth(double seconds, double resistivity) {
 double quantile(std::vector<double> values, double share) {
     std::sort(values.begin(), values.end());
     const double place = share * static_cast<double>(values.size() - 1);
-    return values[static_cast<std::size_t>(std::lround(place))];
+    return values[asIndex(std::lround(place))];
 }
 
 double geometricSum(double first, double factor, int count) {
@@ -180,7 +180,7 @@ LayerPrior priorOfRecord(const ControlValues &control, const SoundingRecord &rec
     const auto layers = static_cast<Eigen::Index>(record.NumLayer);
     LayerPrior prior{{}, Eigen::VectorXd(layers), Eigen::VectorXd(layers), Eigen::VectorXd(layers)};
     for (Eigen::Index k = 0; k < layers; ++k) {
-        const auto i = static_cast<std::size_t>(k);
+        const auto i = asIndex(k);
         prior.thickness.push_back(static_cast<double>(record.ThkInv[i]) * unit);
         prior.background[k] = std::log(static_cast<double>(record.Res0[i]));
         prior.deviation[k] = deviationOf(static_cast<double>(record.Rerr0[i]));

@@ -219,7 +219,7 @@ void storeModel(const ControlValues &control, const LineSounding &sounding,
     record.NumLayer = static_cast<int>(sounding.m.size());
     double depth = 0.0;
     for (Eigen::Index k = 0; k < sounding.m.size(); ++k) {
-        const auto i = static_cast<std::size_t>(k);
+        const auto i = asIndex(k);
         const double thickness = sounding.prior.thickness[i] / unit;
         record.ThkInv[i] = static_cast<float>(thickness);
         record.ZMid[i] = static_cast<float>(-(depth + 0.5 * thickness));
@@ -261,7 +261,7 @@ bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plan
     line.soundings.resize(choice.soundings.size());
     std::vector<HalfSpaceFit> halfSpaces(line.soundings.size());
     const bool complete = forEachItem(static_cast<int>(halfSpaces.size()), run, [&](int item) {
-        const auto i = static_cast<std::size_t>(item);
+        const auto i = asIndex(item);
         LineSounding &sounding = line.soundings[i];
         sounding.record = &model.hTrn[choice.soundings[i]];
         sounding.plan = &plans[choice.soundings[i]];
@@ -316,7 +316,7 @@ bool storeCalculated(const LineInversion &line, const LineChoice &choice, const 
                      SurveyModel &model) {
     return forEachItem(static_cast<int>(line.soundings.size()), run, [&](int item) {
         thread_local ResponseRoom room;
-        const auto i = static_cast<std::size_t>(item);
+        const auto i = asIndex(item);
         const LineSounding &sounding = line.soundings[i];
         SoundingRecord &record = model.hTrn[choice.soundings[i]];
         const std::vector<float> values =

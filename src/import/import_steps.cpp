@@ -3,9 +3,9 @@
 #include "base/ascii.h"
 #include "base/index.h"
 #include "base/number_text.h"
+#include "base/real.h"
 #include "messages/message_log.h"
 
-#include <algorithm>
 #include <array>
 #include <functional>
 
@@ -97,7 +97,7 @@ void presetFromMetadata(SurveyModel &model) {
 }
 
 int heldArrayIndex(int arrayIndex) {
-    return std::clamp(arrayIndex, FixedLoop, CoincidentLoop);
+    return limited(arrayIndex, FixedLoop, CoincidentLoop);
 }
 
 std::size_t SoundingCounter::KeyHash::operator()(const Key &key) const {

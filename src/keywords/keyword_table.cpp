@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "base/index.h"
 #include "base/number_text.h"
+#include "base/real.h"
 #include "messages/message_log.h"
 #include "model/enumerations.h"
 #include "text/enumeration.h"
@@ -303,7 +304,7 @@ bool takeName(std::string_view token, std::string_view label,
         return false;
     }
     // An answer that the user gave for another enumeration may lie beyond this one.
-    index = std::clamp(answer, 1, static_cast<int>(names.size()));
+    index = limited(answer, 1, static_cast<int>(names.size()));
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "line/plan_page.h"
 
+#include "base/index.h"
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "line/colour_bar.h"
@@ -247,7 +248,7 @@ void drawMark(const PlanPage &plan, int marked) {
     if (found == plan.soundings.end()) {
         return;
     }
-    const auto i = static_cast<std::size_t>(found - plan.soundings.begin());
+    const auto i = asIndex(found - plan.soundings.begin());
     const PageFrame &frame = plan.frame;
     const double across =
         radius * plan.map.east.width / static_cast<double>(frame.right - frame.left);
@@ -339,7 +340,7 @@ std::string oneDecimal(double value) {
 // The value that the dot of a sounding is coloured by.
 std::string valueText(const PlanPage &plan, int sounding) {
     const auto found = std::find(plan.soundings.begin(), plan.soundings.end(), sounding);
-    const auto i = static_cast<std::size_t>(found - plan.soundings.begin());
+    const auto i = asIndex(found - plan.soundings.begin());
     if (plan.values.unit.empty() || !hasColour(plan.values.values[i])) {
         return "";
     }

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "base/real.h"
 #include "line/line_drawing.h"
 #include "line/profile_page.h"
@@ -42,10 +43,9 @@ std::vector<Run> runsOf(const ProfilePage &page, const ProfileCurve &curve) {
             previous = nullptr;
             continue;
         }
-        const LineColumn &column = page.columns[static_cast<std::size_t>(point.column)];
-        const bool goesOn =
-            previous != nullptr && previous->column + 1 == point.column &&
-            !(page.columns[static_cast<std::size_t>(previous->column)].right < column.left);
+        const LineColumn &column = page.columns[asIndex(point.column)];
+        const bool goesOn = previous != nullptr && previous->column + 1 == point.column &&
+                            !(page.columns[asIndex(previous->column)].right < column.left);
         if (!goesOn) {
             runs.emplace_back();
         }
@@ -66,7 +66,7 @@ void drawCurve(const ProfilePage &page, const ProfileCurve &curve) {
     }
     for (const ProfilePoint &point : curve.points) {
         if (point.skipped) {
-            const double x = page.columns[static_cast<std::size_t>(point.column)].place;
+            const double x = page.columns[asIndex(point.column)].place;
             const auto y = static_cast<double>(ArcSinh(point.value));
             PlotMarkers(&x, &y, 1, RingMarker);
         }

@@ -1,5 +1,6 @@
 #include "line/profile_page.h"
 
+#include "base/index.h"
 #include "base/real.h"
 #include "line/line_drawing.h"
 #include "line/sounding_text.h"
@@ -82,12 +83,12 @@ std::vector<std::size_t> chosenWindows(std::size_t windows, const ProfileLimits 
     constexpr std::size_t most = 10;
     std::vector<std::size_t> chosen;
     for (const int window : windowList(limits.windows)) {
-        chosen.push_back(static_cast<std::size_t>(window - 1));
+        chosen.push_back(asIndex(window - 1));
     }
     page.every = 0;
     if (chosen.empty()) {
         const std::size_t own = std::max<std::size_t>((windows + most - 1) / most, 1);
-        const std::size_t step = limits.every > 0 ? static_cast<std::size_t>(limits.every) : own;
+        const std::size_t step = limits.every > 0 ? asIndex(limits.every) : own;
         page.every = static_cast<int>(step);
         for (std::size_t k = 0; k < windows; k += step) {
             chosen.push_back(k);
@@ -167,12 +168,12 @@ LineHit profileHit(const ProfilePage &page, float x, float y) {
     const double distance = page.left + static_cast<double>(x - frame.left) / perDistance;
     const int column = columnAt(page.columns, distance);
     if (column >= 0) {
-        hit.sounding = page.columns[static_cast<std::size_t>(column)].sounding;
+        hit.sounding = page.columns[asIndex(column)].sounding;
     }
     double nearest = reach;
     for (const ProfileCurve &curve : page.curves) {
         for (const ProfilePoint &point : curve.points) {
-            const LineColumn &at = page.columns[static_cast<std::size_t>(point.column)];
+            const LineColumn &at = page.columns[asIndex(point.column)];
             const double right = (at.place - distance) * perDistance;
             const double up = static_cast<double>(frame.bottom - y) +
                               static_cast<double>(ArcSinh(point.value) - page.bottom) * perData;

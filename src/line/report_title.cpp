@@ -1,5 +1,6 @@
 #include "line/report_title.h"
 
+#include "base/index.h"
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "base/real.h"
@@ -110,7 +111,7 @@ void countSounding(const ControlValues &control, const SoundingRecord &record,
     counts.models += record.NumLayer > 0 ? 1 : 0;
     counts.layers = std::max(counts.layers, record.NumLayer);
     if (const int seen = seenLayers(record); seen > 0) {
-        const auto layers = std::span(record.ThkInv).first(static_cast<std::size_t>(seen));
+        const auto layers = std::span(record.ThkInv).first(asIndex(seen));
         float depth = 0.0F;
         for (const float thickness : layers) {
             depth += thickness;

@@ -1,3 +1,4 @@
+#include "base/index.h"
 #include "base/number_text.h"
 #include "line/colour_bar.h"
 #include "line/line_drawing.h"
@@ -57,7 +58,7 @@ void drawCells(const SectionPage &page, std::span<const SectionCell> cells) {
             continue;
         }
         column = cell.column;
-        const LineColumn &place = page.columns[static_cast<std::size_t>(column)];
+        const LineColumn &place = page.columns[asIndex(column)];
         drawn.push_back({place.left, cell.bottom, place.right, cell.top, colour});
     }
     PlotFillRectangles(drawn);
@@ -107,7 +108,7 @@ void drawGround(const SectionPage &page) {
         if (cell.index != 0) {
             continue;
         }
-        const LineColumn &column = page.columns[static_cast<std::size_t>(cell.column)];
+        const LineColumn &column = page.columns[asIndex(cell.column)];
         if (!x.empty() && column.left > end) {
             draw();
         }

@@ -1,5 +1,6 @@
 #include "line/section_limits.h"
 
+#include "base/index.h"
 #include "base/real.h"
 #include "model/survey_model.h"
 #include "sounding/plot_limits.h"

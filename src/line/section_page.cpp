@@ -1,5 +1,6 @@
 #include "line/section_page.h"
 
+#include "base/index.h"
 #include "base/number_text.h"
 #include "base/paths.h"
 #include "base/real.h"
@@ -89,7 +90,7 @@ double elevationOf(const SoundingRecord &sounding) {
 
 // Downward from the ground; layers below the depth that the data see are faded.
 void addLayers(SectionPage &page, int column, const SoundingRecord &sounding) {
-    const double ground = page.ground[static_cast<std::size_t>(column)];
+    const double ground = page.ground[asIndex(column)];
     const int seen = seenLayers(sounding);
     double top = ground;
     for (std::size_t i = 0; i < layerCount(sounding) && isPresent(ground); ++i) {
@@ -147,7 +148,7 @@ void setTimes(SectionPage &page, const SectionLimits &limits) {
 std::vector<float> seenDepths(const SectionPage &page) {
     std::vector<float> depths(page.columns.size(), 0.0F);
     for (const SectionCell &cell : page.layers) {
-        const auto column = static_cast<std::size_t>(cell.column);
+        const auto column = asIndex(cell.column);
         if (!cell.faded) {
             depths[column] =
                 std::max(depths[column], static_cast<float>(page.ground[column] - cell.bottom));
@@ -172,7 +173,7 @@ SectionPlot seenHeights(const SectionPage &page, std::span<const float> depths, 
     double highest = -1.0e32;
     double lowest = 1.0e32;
     for (const SectionCell &cell : page.layers) {
-        const auto column = static_cast<std::size_t>(cell.column);
+        const auto column = asIndex(cell.column);
         const double ground = page.ground[column];
         const auto depth = static_cast<double>(std::min(depths[column] * below, most));
         highest = std::max(highest, ground);
@@ -320,7 +321,7 @@ LineHit sectionHit(const SectionPage &page, float x, float y) {
         if (column < 0 || !holds(plot.frame, x, y)) {
             return false;
         }
-        hit.sounding = page.columns[static_cast<std::size_t>(column)].sounding;
+        hit.sounding = page.columns[asIndex(column)].sounding;
         return true;
     };
     if (isIn(page.times)) {
@@ -328,7 +329,7 @@ LineHit sectionHit(const SectionPage &page, float x, float y) {
     } else if (page.heights && isIn(*page.heights)) {
         findCell(page.layers, column, heightAt(*page.heights, y), hit, LineHit::Kind::Layer);
     } else if (page.misfits && isIn(*page.misfits)) {
-        const float misfit = page.misfit[static_cast<std::size_t>(column)];
+        const float misfit = page.misfit[asIndex(column)];
         hit.kind = isPresent(misfit) ? LineHit::Kind::Misfit : LineHit::Kind::Nothing;
         hit.value = isPresent(misfit) ? misfit : 0.0F;
     }

@@ -3,6 +3,7 @@
 #include "base/ascii.h"
 #include "base/clock.h"
 #include "base/index.h"
+#include "base/real.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,7 +34,7 @@ void selectLine(SurveyModel &model, int line) {
     if (lines.LineCount < 1) {
         return;
     }
-    lines.SelectedLine = std::clamp(line, 1, lines.LineCount);
+    lines.SelectedLine = limited(line, 1, lines.LineCount);
     const LineEntry &entry = lines.selected();
     static_cast<LineScaling &>(model.preset) = entry.scaling;
     model.preset.SelectedArrayIndex = entry.ArrayIndex;
@@ -104,17 +105,17 @@ void hTrn_Set_Stations(SurveyModel &model, int index, double TxStn, double RxStn
 }
 
 void setSurveyType(ControlValues &control, int index) {
-    control.SurveyTypeIndex = std::clamp(index, 1, 4);
+    control.SurveyTypeIndex = limited(index, 1, 4);
     control.SurveyType = nameOf(SurveyTypeNames, control.SurveyTypeIndex);
 }
 
 void setLengthUnits(ControlValues &control, int index) {
-    control.LengthUnitsIndex = std::clamp(index, 1, 2);
+    control.LengthUnitsIndex = limited(index, 1, 2);
     control.LengthUnits = nameOf(LengthUnitNames, control.LengthUnitsIndex);
 }
 
 void setTEMUnits(ControlValues &control, int index) {
-    control.TEMUnitsIndex = std::clamp(index, 1, 3);
+    control.TEMUnitsIndex = limited(index, 1, 3);
     control.TEMUnits = nameOf(TEMUnitNames, control.TEMUnitsIndex);
 }
 
@@ -152,7 +153,7 @@ void deriveTimeRange(SurveyModel &model) {
             model.TimeRatio = std::max(model.TimeRatio, times.back() / times.front());
         }
     }
-    model.ModelLayerCount = std::clamp(nearestInt(3.47436F * std::log(model.TimeRatio)), 2, 48);
+    model.ModelLayerCount = limited(nearestInt(3.47436F * std::log(model.TimeRatio)), 2, 48);
 }
 
 } // namespace keldrin

@@ -1,5 +1,6 @@
 #include "page/colour_scales.h"
 
+#include "base/index.h"
 #include "base/real.h"
 
 #include <cmath>
@@ -52,13 +53,13 @@ std::vector<std::string> colourScaleNames() {
 PageColour colourAt(int scale, float part) {
     constexpr PageColour white = 0xFFFFFF;
     const ColourScale &chosen =
-        Scales[static_cast<std::size_t>(limited(scale, 0, static_cast<int>(Scales.size()) - 1))];
+        Scales[asIndex(limited(scale, 0, static_cast<int>(Scales.size()) - 1))];
     if (std::isnan(part)) {
         return white;
     }
     const auto last = static_cast<float>(chosen.steps.size() - 1);
     const float held = limited(chosen.turned ? 1.0F - part : part, 0.0F, 1.0F);
-    return chosen.steps[static_cast<std::size_t>(nearestInt(held * last))];
+    return chosen.steps[asIndex(nearestInt(held * last))];
 }
 
 PageColour fadedColour(PageColour colour, float part) {

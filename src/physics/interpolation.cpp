@@ -50,7 +50,7 @@ struct Table {
         } else {
             index = tableIndex(x, at, hint != nullptr ? *hint : 0);
         }
-        index = std::clamp(index, 1, size() - 1);
+        index = limited(index, 1, size() - 1);
         if (hint != nullptr) {
             *hint = index;
         }

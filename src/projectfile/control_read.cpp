@@ -1,4 +1,5 @@
 #include "base/index.h"
+#include "base/real.h"
 #include "projectfile/control_block.h"
 
 #include "messages/message_log.h"
@@ -45,7 +46,7 @@ void replaceUnlessBlank(FixedText<N> &target, const FixedText<N> &legacy) {
 
 /// No line that is written gives the layers of the background model, so its resistivities do.
 void countBackgroundLayers(ControlValues &control) {
-    control.NumLayer = std::clamp(control.NumLayer, 0, MaxLayers);
+    control.NumLayer = limited(control.NumLayer, 0, MaxLayers);
     if (control.NumLayer != 0) {
         return;
     }

@@ -1,5 +1,6 @@
 #include "sounding/presentation_model.h"
 
+#include "base/index.h"
 #include "base/real.h"
 #include "page/colour_scales.h"
 #include "page/drawing.h"
@@ -124,7 +125,7 @@ ModelSteps modelSteps(const SoundingRecord &sounding) {
     ModelSteps model;
     const std::size_t layers = layerCount(sounding);
     model.hasErrors = tellsErrors(sounding, layers);
-    const auto seen = static_cast<std::size_t>(seenLayers(sounding));
+    const auto seen = asIndex(seenLayers(sounding));
     float top = 0.0F;
     for (std::size_t i = 0; i < layers; ++i) {
         LayerStep step = stepOf(sounding, i, top);

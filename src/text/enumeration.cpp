@@ -2,6 +2,7 @@
 
 #include "base/ascii.h"
 #include "base/index.h"
+#include "base/real.h"
 #include "messages/message_log.h"
 #include "messages/questions.h"
 
@@ -76,7 +77,7 @@ int Str_to_iEnumeration(std::string_view text, std::string_view label,
         index = found;
         return Matched;
     }
-    int choice = std::clamp(index, 1, std::max(1, static_cast<int>(names.size())));
+    int choice = limited(index, 1, std::max(1, static_cast<int>(names.size())));
     const bool matched = askForName({word, trimBlanks(label), names}, choice);
     remember(asked, matched ? choice : -choice);
     if (matched) {

@@ -96,7 +96,7 @@ void writeTime(double hours, int decimals, std::string_view separator, std::stri
     text += padded(time.hours, 2);
     text.append(separator).append(padded(time.minutes, 2));
     text.append(separator).append(padded(time.seconds, 2));
-    const int kept = std::clamp(decimals, 0, 3);
+    const int kept = limited(decimals, 0, 3);
     if (kept > 0) {
         text += '.' + padded(time.milliseconds, 3).substr(0, asIndex(kept));
     }

@@ -122,7 +122,7 @@ int Cell_to_Length(std::string_view cell, int unitIndex, float defaultValue, flo
     if (isEmptyCell(cell)) {
         return CellEmpty;
     }
-    int unit = std::clamp(unitIndex, Metres, Feet);
+    int unit = limited(unitIndex, Metres, Feet);
     const std::size_t letter = cell.find_first_of("mMfF");
     if (letter != std::string_view::npos) {
         unit = unitAt(cell, letter);

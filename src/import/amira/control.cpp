@@ -1,4 +1,5 @@
 #include "base/index.h"
+#include "base/real.h"
 #include "import/amira/record.h"
 
 #include "base/number_text.h"
@@ -105,7 +106,7 @@ void AMR_From_Metadata(const SurveyModel &model, AmiraRecord &record) {
     takeGiven(record.JobNumber, from.Job.Number);
     takeGiven(record.Date, from.Job.Date);
     if (from.Survey.Array.level > 0) {
-        record.arrayIndex = std::clamp(from.Survey.ArrayIndex, FixedLoop, CoincidentLoop);
+        record.arrayIndex = limited(from.Survey.ArrayIndex, FixedLoop, CoincidentLoop);
         record.Config = amiraArrayName(record.arrayIndex);
         record.hasConfig = true;
     }
@@ -169,7 +170,7 @@ void AMR_To_Control_Values(const AmiraRecord &record, ControlValues &control) {
     } else {
         setTEMUnits(control, NanovoltPerAmpereSquareMetre);
     }
-    setSurveyType(control, std::clamp(record.arrayIndex, FixedLoop, CoincidentLoop));
+    setSurveyType(control, limited(record.arrayIndex, FixedLoop, CoincidentLoop));
     setPositive(control.NTxTurn, record.TxTurn);
     setPositive(control.XTxLength, record.XTxLength);
     setPositive(control.YTxLength, record.YTxLength);

@@ -1,6 +1,7 @@
 #include "page/surfaces/pdf_bookmarks.h"
 
 #include "base/ascii.h"
+#include "base/index.h"
 #include "base/utf8.h"
 
 #include <algorithm>
@@ -134,10 +135,10 @@ std::vector<Links> linksOf(std::span<const PdfBookmark> bookmarks) {
     std::vector<Links> links(bookmarks.size());
     int outer = -1; // the last of level 0
     for (int i = 0; i < static_cast<int>(bookmarks.size()); ++i) {
-        Links &own = links[static_cast<std::size_t>(i)];
-        const bool below = bookmarks[static_cast<std::size_t>(i)].level > 0 && outer >= 0;
+        Links &own = links[asIndex(i)];
+        const bool below = bookmarks[asIndex(i)].level > 0 && outer >= 0;
         if (below) {
-            Links &parent = links[static_cast<std::size_t>(outer)];
+            Links &parent = links[asIndex(outer)];
             own.parent = outer;
             own.previous = parent.last;
             parent.first = parent.first < 0 ? i : parent.first;
@@ -148,7 +149,7 @@ std::vector<Links> linksOf(std::span<const PdfBookmark> bookmarks) {
             outer = i;
         }
         if (own.previous >= 0) {
-            links[static_cast<std::size_t>(own.previous)].next = i;
+            links[asIndex(own.previous)].next = i;
         }
     }
     return links;

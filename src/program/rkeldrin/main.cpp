@@ -1,8 +1,8 @@
 #include "base/denormals.h"
+#include "base/real.h"
 #include "engine/invert_project.h"
 #include "program/rkeldrin/engine_help.h"
 
-#include <algorithm>
 #include <atomic>
 #include <charconv>
 #include <chrono>
@@ -65,7 +65,8 @@ class Console {
 
 struct CommandLine {
     keldrin::InvertOptions options;
-    int threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, MostThreads);
+    int threads =
+        keldrin::limited(static_cast<int>(std::thread::hardware_concurrency()), 1, MostThreads);
     bool quiet = false;
     std::string project;
 };

@@ -1,5 +1,7 @@
 #include "toolkit/desktop/field_widgets.h"
 
+#include "base/real.h"
+
 #include <QEvent>
 #include <QStyle>
 #include <QStyleOptionComboBox>
@@ -91,7 +93,7 @@ QSize OpenList::sizeHint() const {
     const int margins = 2 * frameWidth();
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     return {std::max(sizeHintForColumn(0), 0) + bar + margins,
-            std::clamp(count(), fewest, std::max(rows_, fewest)) * row + margins};
+            limited(count(), fewest, std::max(rows_, fewest)) * row + margins};
 }
 
 void StationBar::wheelEvent(QWheelEvent *event) {

@@ -1,5 +1,6 @@
 #include "toolkit/desktop/message_model.h"
 
+#include "base/index.h"
 #include "toolkit/desktop/qt_text.h"
 
 #include <QStringList>
@@ -65,7 +66,7 @@ void MessageModel::addRow(const MessageRow &row) {
 }
 
 const MessageRow &MessageModel::message(int row) const {
-    return rows_[static_cast<std::size_t>(row)];
+    return rows_[asIndex(row)];
 }
 
 int MessageModel::rowCount(const QModelIndex &parent) const {
@@ -94,7 +95,7 @@ QVariant MessageModel::headerData(int section, Qt::Orientation orientation, int 
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return {};
     }
-    return QString(Heads[static_cast<std::size_t>(section)]);
+    return QString(Heads[asIndex(section)]);
 }
 
 void MessageFilter::setText(const QString &text) {

@@ -1,5 +1,6 @@
 #include "toolkit/desktop/panel_frame.h"
 
+#include "base/real.h"
 #include "toolkit/desktop/page_area.h"
 #include "toolkit/desktop/panel_buttons.h"
 
@@ -20,7 +21,7 @@ namespace {
 
 // A panel larger than the room for it can be moved until its other end is seen.
 int held(int corner, int size, int room) {
-    return std::clamp(corner, std::min(room - size, 0), std::max(room - size, 0));
+    return limited(corner, std::min(room - size, 0), std::max(room - size, 0));
 }
 
 } // namespace
