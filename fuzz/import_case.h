@@ -16,7 +16,6 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -34,12 +33,6 @@ struct FieldReader {
     int (*readPass)(SurveyModel &, const std::string &, std::string_view lineLabel) = nullptr;
     void (*requireUsable)(const SoundingRecord &) = nullptr; ///< ends the program when it is not
 };
-
-inline void require(bool truth) {
-    if (!truth) {
-        std::abort();
-    }
-}
 
 inline void requireUsableWindows(const SoundingRecord &record) {
     require(record.NumTW >= 1 && record.NumTW <= MaxWindows);

@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,12 +33,6 @@ void makeProject(SurveyModel &model, int surveyType) {
         record.TxStn = surveyType == FixedLoop ? 1.0 : station;
         record.Elevation = station > 199.0 ? 1.0E7 : 312.5;
         station += 50.0;
-    }
-}
-
-void require(bool truth) {
-    if (!truth) {
-        std::abort();
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -14,6 +15,13 @@
 #endif
 
 namespace keldrin::fuzz {
+
+/// Ends the process, which the fuzzer records, unless a statement holds.
+inline void require(bool truth) {
+    if (!truth) {
+        std::abort();
+    }
+}
 
 /// A directory of this process alone, below the temporary one; gone with the process.
 class ScratchDirectory {

@@ -10,19 +10,12 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 namespace {
 
 using namespace keldrin;
 using namespace keldrin::fuzz;
-
-void require(bool truth) {
-    if (!truth) {
-        std::abort();
-    }
-}
 
 void requireTable(const StationTable &table) {
     constexpr std::size_t most = 2048;

@@ -9,19 +9,12 @@
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 namespace {
 
 using namespace keldrin;
 using namespace keldrin::fuzz;
-
-void require(bool truth) {
-    if (!truth) {
-        std::abort();
-    }
-}
 
 void requirePreset(const ImportPreset &preset) {
     for (const StationScale &scale : {preset.StnRescaleQdr, preset.StnRescaleClient}) {

@@ -49,15 +49,6 @@ class ExportTest : public testing::Test {
         fs::remove(directory.path("err.txt"));
         return outcome;
     }
-    [[nodiscard]] std::vector<std::string> files(const std::string &name = ".") const {
-        std::vector<std::string> names;
-        for (const fs::directory_entry &entry : fs::directory_iterator(directory.path(name))) {
-            if (entry.is_regular_file()) {
-                names.push_back(entry.path().filename().string());
-            }
-        }
-        return names;
-    }
     [[nodiscard]] std::string head(const std::string &name) const {
         return fileContent(directory.path(name)).substr(0, 4);
     }
@@ -103,18 +94,18 @@ TEST_F(ExportTest, WritesEveryKindOfPlotFileWithoutADisplay) {
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.out, "a.std: 2 soundings, 10 plot files\n");
     EXPECT_EQ(outcome.err, "");
-    EXPECT_THAT(files("plots"),
+    EXPECT_THAT(directory.files("plots"),
                 UnorderedElementsAre("a0002.png", "a0002.pdf", "a0002.svg", "a0002.hpg",
                                      "a0002.wmf", "a_plan.png", "a_plan.pdf", "a_plan.svg",
                                      "a_plan.hpg", "a_plan.wmf"));
     EXPECT_EQ(head("plots/a0002.png"), "\x89PNG");
     EXPECT_EQ(head("plots/a0002.pdf"), "%PDF");
-    EXPECT_THAT(files(), UnorderedElementsAre("a.std")) << "no log files";
+    EXPECT_THAT(directory.files(), UnorderedElementsAre("a.std")) << "no log files";
 }
 
 TEST_F(ExportTest, AllPagesOfAProjectGoIntoOnePdf) {
     EXPECT_EQ(run("pdf,svg --all-in-one --plan a.std").out, "a.std: 2 soundings, 4 plot files\n");
-    EXPECT_THAT(files(),
+    EXPECT_THAT(directory.files(),
                 UnorderedElementsAre("a.std", "a.pdf", "a0001.svg", "a0002.svg", "a_plan.svg"));
     EXPECT_THAT(fileContent(directory.path("a.pdf")), HasSubstr("/Count 3"));
 

@@ -4,6 +4,8 @@
 #include "page/text_metrics.h"
 #include "sounding/page_layout.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -42,6 +44,32 @@ inline bool isInside(const PagePoint &point, const PageFrame &frame) {
     constexpr float hair = 1e-3F;
     return point.x > frame.left - hair && point.x < frame.right + hair &&
            point.y > frame.bottom - hair && point.y < frame.top + hair;
+}
+
+/// Lines and marks are where `inFrame` says they may be, texts on the page, and no text touches
+/// another.
+template <class InFrame>
+void expectTidyPage(const RecordSurface &page, const InFrame &inFrame, const std::string &what) {
+    constexpr double hair = 1e-4;
+    std::vector<RecordedItem> seen;
+    for (const RecordedItem &item : page.items()) {
+        if (item.kind != RecordedItem::Kind::Text) {
+            for (const PagePoint &point : item.points) {
+                EXPECT_TRUE(inFrame(point)) << what << ": " << point.x << " " << point.y;
+            }
+            continue;
+        }
+        const Box box = boxOf(item);
+        EXPECT_TRUE(box.left >= -hair && box.bottom >= -hair &&
+                    box.right <= static_cast<double>(PageWidthCm) + hair &&
+                    box.top <= static_cast<double>(PageHeightCm) + hair)
+            << what << ": " << item.text;
+        for (const RecordedItem &other : seen) {
+            EXPECT_FALSE(overlap(box, boxOf(other)))
+                << what << ": " << item.text << " | " << other.text;
+        }
+        seen.push_back(item);
+    }
 }
 
 inline std::vector<std::string> textsOf(const RecordSurface &page) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 namespace keldrin {
 
@@ -27,6 +28,17 @@ class TemporaryDirectory {
     [[nodiscard]] std::string path() const { return root_; }
     [[nodiscard]] std::string path(std::string_view name) const {
         return root_ + "/" + std::string(name);
+    }
+
+    /// Names of the files in it, or in one of its directories; in no order.
+    [[nodiscard]] std::vector<std::string> files(std::string_view name = ".") const {
+        std::vector<std::string> names;
+        for (const auto &entry : std::filesystem::directory_iterator(path(name))) {
+            if (entry.is_regular_file()) {
+                names.push_back(entry.path().filename().string());
+            }
+        }
+        return names;
     }
 
   private:

@@ -59,16 +59,6 @@ class PlotCommandTest : public testing::Test {
         run.err = testing::internal::GetCapturedStderr();
         return run;
     }
-    // The files of a directory of the test.
-    [[nodiscard]] std::vector<std::string> files(const std::string &name = ".") const {
-        std::vector<std::string> names;
-        for (const fs::directory_entry &entry : fs::directory_iterator(directory.path(name))) {
-            if (entry.is_regular_file()) {
-                names.push_back(entry.path().filename().string());
-            }
-        }
-        return names;
-    }
     [[nodiscard]] std::string project(const std::string &name = "a.std") const {
         return directory.path(name);
     }
@@ -83,8 +73,8 @@ TEST_F(PlotCommandTest, PlotsAllSoundingsAsSvgAndTouchesNothingElse) {
     EXPECT_EQ(run.code, ExitOk);
     EXPECT_EQ(run.out, project() + ": 2 soundings, 2 plot files\n");
     EXPECT_EQ(run.err, "") << "progress is for terminals";
-    EXPECT_THAT(files(), UnorderedElementsAre("a.std", "a0001.svg", "a0002.svg"));
-    EXPECT_THAT(files("work"), IsEmpty()) << "no log files";
+    EXPECT_THAT(directory.files(), UnorderedElementsAre("a.std", "a0001.svg", "a0002.svg"));
+    EXPECT_THAT(directory.files("work"), IsEmpty()) << "no log files";
     EXPECT_EQ(fileContent(project()), content);
     EXPECT_NE(fileContent(directory.path("a0001.svg")), fileContent(directory.path("a0002.svg")));
 }
@@ -95,17 +85,17 @@ TEST_F(PlotCommandTest, FormatsPagesAndDirectoryAreChosen) {
         plot({"--format", "hpgl,wmf", "--plan", "--soundings", "2,1-2,2", "--out",
               directory.path("new/plots"), project(), project("b.std")});
     EXPECT_EQ(run.code, ExitOk);
-    EXPECT_THAT(files("new/plots"),
+    EXPECT_THAT(directory.files("new/plots"),
                 UnorderedElementsAre("a0001.hpg", "a0001.wmf", "a0002.hpg", "a0002.wmf",
                                      "a_plan.hpg", "a_plan.wmf", "b0001.hpg", "b0001.wmf",
                                      "b0002.hpg", "b0002.wmf", "b_plan.hpg", "b_plan.wmf"));
-    EXPECT_THAT(files(), UnorderedElementsAre("a.std", "b.std"));
+    EXPECT_THAT(directory.files(), UnorderedElementsAre("a.std", "b.std"));
 
     EXPECT_EQ(plot({"--plan", "--soundings", "none", project()}).code, ExitOk);
-    EXPECT_THAT(files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg"));
+    EXPECT_THAT(directory.files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg"));
     EXPECT_EQ(plot({"--section", "--profile", "--soundings", "none", project()}).code, ExitOk);
-    EXPECT_THAT(files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg", "a_section.svg",
-                                              "a_profile.svg"));
+    EXPECT_THAT(directory.files(), UnorderedElementsAre("a.std", "b.std", "a_plan.svg",
+                                                        "a_section.svg", "a_profile.svg"));
 }
 
 TEST_F(PlotCommandTest, TheStyleOfTheSoundingsIsChosen) {
@@ -142,7 +132,7 @@ TEST_F(PlotCommandTest, WordsThatCannotBeUsedPlotNothing) {
         EXPECT_THAT(run.err, HasSubstr("keldrin-batch plot: "));
         EXPECT_EQ(run.out, "");
     }
-    EXPECT_THAT(files(), UnorderedElementsAre("a.std"));
+    EXPECT_THAT(directory.files(), UnorderedElementsAre("a.std"));
 }
 
 TEST_F(PlotCommandTest, EachFailureHasItsReasonAndTheOtherPlotsAreMade) {
@@ -164,7 +154,7 @@ TEST_F(PlotCommandTest, EachFailureHasItsReasonAndTheOtherPlotsAreMade) {
     EXPECT_EQ(run.code, ExitFailed);
     EXPECT_THAT(run.out, AllOf(HasSubstr("1 plot files, 1 could not be written, FAILED: "),
                                HasSubstr("a0001.svg: Is a directory")));
-    EXPECT_THAT(files("plots"), UnorderedElementsAre("a0002.svg"));
+    EXPECT_THAT(directory.files("plots"), UnorderedElementsAre("a0002.svg"));
 
     run = plot({"--out", project() + "/plots", project()});
     EXPECT_EQ(run.code, ExitFailed);
