@@ -71,6 +71,7 @@ WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &
 /// Logs what each filter has taken.
 void logAutoSkipCounts(const AutoSkipCounts &counts);
 
+/// Windows of the sounding that has most of them; 0 without soundings.
 int largestWindowCount(const SurveyModel &model);
 
 /// Swaps a first window above the last one with it.

@@ -93,8 +93,6 @@ void drawRound(Surface &surface, double x, double y, double halfWidth, double ha
 }
 
 void drawMarker(double x, double y, int marker) {
-    constexpr int plus = 1;
-    constexpr int ring = 15;
     Surface *surface = surfaceWithPen();
     if (surface == nullptr || !ClipRectangle{}.holds(x, y)) {
         return;
@@ -104,10 +102,10 @@ void drawMarker(double x, double y, int marker) {
     const double halfWidth = static_cast<double>(plot.markerWidth) / 2.0;
     const double halfHeight = static_cast<double>(plot.markerHeight) * widthOfHeight / 2.0;
     surface->beginMarker(marker, pagePoint(x, y));
-    if (marker == plus) {
+    if (marker == PlusMarker) {
         drawPlus(*surface, x, y, halfWidth, halfHeight);
     } else {
-        drawRound(*surface, x, y, halfWidth, halfHeight, marker != ring);
+        drawRound(*surface, x, y, halfWidth, halfHeight, marker != RingMarker);
     }
     surface->endMarker();
 }

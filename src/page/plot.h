@@ -62,8 +62,8 @@ void PlotXLabel(std::string_view text);      ///< below the X axis
 void PlotYLabel(std::string_view text);      ///< rotated, left of the Y axis
 void PlotYLabelRight(std::string_view text); ///< rotated, right of the frame
 
-// One data set: a line through points, or a marker at each. A line is cut off at the frame; a
-// marker whose centre lies outside is left out.
+// One data set: a line through points, or a marker (PlusMarker, DotMarker, RingMarker) at each. A
+// line is cut off at the frame; a marker whose centre lies outside is left out.
 void PlotDrawLine(const float *x, const float *y, int count);
 void PlotDrawLine(const double *x, const double *y, int count);
 void PlotMarkers(const float *x, const float *y, int count, int marker);

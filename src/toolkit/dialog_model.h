@@ -102,8 +102,8 @@ std::optional<double> fieldNumber(const ControlState &control);
 bool commitTyped(ControlState &control);
 bool chooseEntry(ControlState &control, int index);
 bool setCheck(ControlState &control, bool on);
-bool moveTrackbar(ControlState &control, int position);
-bool selectRows(ControlState &control, const TableRows &rows);
+bool moveTrackbar(ControlState &control, int position);        ///< held in its limits
+bool selectRows(ControlState &control, const TableRows &rows); ///< see putRows()
 
 /// The button that the close box and Esc stand for: Cancel, else Continue, else the default one.
 int closeButtonOf(DialogModel &dialog);

@@ -80,7 +80,7 @@ inline constexpr int ResizableWindow = 7; ///< with system menu, minimise and ma
 /// Opens the root window with the program's menu.
 /// flags  ResizableWindow;  x, y  -1 lets the system place it
 void WindowOpen(int flags, int x, int y, int width, int height);
-void WindowTitle(std::string_view title);
+void WindowTitle(std::string_view title); ///< of the root window
 
 enum ScreenItem : int { ScreenWidth = 1, ScreenHeight = 2 };
 enum WindowItem : int { WindowWidth = 1, WindowHeight = 2, WindowX = 5, WindowY = 6 };
@@ -129,7 +129,7 @@ void ToolkitMessagesSource(MessageRows (*rows)());
 void ToolkitShowMessages();
 
 /// Adds a reported message to the list when it is open.
-void ToolkitMessageTold(const MessageRow &row);
+void ToolkitAddMessage(const MessageRow &row);
 
 /// Puts a file at the head of the list of files opened lately.
 void ToolkitRecentFile(const std::string &path);
@@ -209,6 +209,7 @@ void ToolkitTrace(std::string_view kind, std::string_view text);
 
 /// Loads a dialog, hidden, and selects it. Its table must outlive it.
 void WDialogLoad(const DialogSpec &dialog);
+/// Selects a loaded dialog by its number; what follows acts on it. ErrorNoSuchDialog without one.
 void WDialogSelect(int dialog);
 
 enum DialogMode : int {
@@ -220,15 +221,17 @@ enum DialogMode : int {
 /// Shows the selected dialog at a pixel position (-1, -1: the toolkit's place).
 /// control  the first control and, if it is a button, the default one; 0 the table's own
 void WDialogShow(int x, int y, int control, int mode);
-void WDialogUnload(int option = 0);          ///< option: as documented, of no effect
-void WDialogTitle(std::string_view caption); ///< as documented; no flow changes a caption
-void WDialogFieldState(int id, bool enabled);
+void WDialogUnload(int option = 0);           ///< option: as documented, of no effect
+void WDialogTitle(std::string_view caption);  ///< as documented; no flow changes a caption
+void WDialogFieldState(int id, bool enabled); ///< greys a control or gives it back
 bool WDialogIsEnabled(int id);
 
 /// Calls `changed` with a control's id after each change that the user makes in the selected dialog
 /// while it blocks; one that does not block sends events instead.
 void WDialogWatch(std::function<void(int id)> changed);
 
+// A put with an id that the selected dialog has not leaves ErrorNoSuchControl, one into a control
+// of another kind ErrorWrongKind. The limits of what the user types do not hold here.
 void WDialogPutString(int id, std::string_view text);
 void WDialogGetString(int id, std::string &text);
 void WDialogPutInteger(int id, int value);
