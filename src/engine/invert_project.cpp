@@ -102,11 +102,11 @@ class ProjectRun {
     InvertResult invert();
     InvertResult computeApparentResistivities();
     InvertResult write();
-    void tellSurvey() const;
-    void tellChoice() const;
-    void tellStart(const LineStart &start) const;
-    void tellModels() const;
-    void tellDepth() const;
+    void reportSurvey() const;
+    void reportChoice() const;
+    void reportStart(const LineStart &start) const;
+    void reportModels() const;
+    void reportDepth() const;
 
     std::string path_;
     InvertOptions options_;
@@ -191,7 +191,7 @@ void ProjectRun::dropCutBlock() {
     }
 }
 
-void ProjectRun::tellSurvey() const {
+void ProjectRun::reportSurvey() const {
     int windows = 0;
     for (const SoundingRecord &record : model_.soundings()) {
         windows += record.NumTW;
@@ -204,7 +204,7 @@ void ProjectRun::tellSurvey() const {
     }
 }
 
-void ProjectRun::tellChoice() const {
+void ProjectRun::reportChoice() const {
     if (choice_.ofOtherTransmitters > 0) {
         say(counted(choice_.ofOtherTransmitters, "sounding") + " of other transmitters " +
             (choice_.ofOtherTransmitters == 1 ? "stays as it is" : "stay as they are"));
@@ -216,7 +216,7 @@ void ProjectRun::tellChoice() const {
     }
 }
 
-void ProjectRun::tellStart(const LineStart &start) const {
+void ProjectRun::reportStart(const LineStart &start) const {
     if (start.layers > 0) {
         say(counted(start.layers, "layer") + " to " + Number_Text(start.depth, "(F14.0)") + " m");
     }
@@ -230,17 +230,17 @@ void ProjectRun::tellStart(const LineStart &start) const {
 }
 
 InvertResult ProjectRun::invert() {
-    tellSurvey();
+    reportSurvey();
     plans_ = planSurvey(model_, run_);
     if (run_.stopped()) {
         return InvertResult::Stopped;
     }
     choice_ = chooseSoundings(model_, plans_);
-    tellChoice();
+    reportChoice();
     if (!prepareLine(model_, plans_, choice_, newLayers_, run_, line_, start_)) {
         return InvertResult::Stopped;
     }
-    tellStart(start_);
+    reportStart(start_);
     line_.iterations = options_.forward ? 0 : line_.iterations;
     switch (invertLine(line_, run_, summary_)) {
     case LineResult::Stopped:
@@ -250,7 +250,7 @@ InvertResult ProjectRun::invert() {
     case LineResult::Done:
         break;
     }
-    tellModels();
+    reportModels();
     if (!storeCalculated(line_, choice_, run_, model_)) {
         return InvertResult::Stopped;
     }
@@ -258,7 +258,7 @@ InvertResult ProjectRun::invert() {
     return InvertResult::Done;
 }
 
-void ProjectRun::tellModels() const {
+void ProjectRun::reportModels() const {
     if (summary_.converged && line_.iterations > 0) {
         say("converged after " + counted(summary_.iterations, "iteration"));
     }
@@ -275,10 +275,10 @@ void ProjectRun::tellModels() const {
             " were estimated, as all windows state the same; by the stated errors the misfit is " +
             decimals(summary_.statedMisfit, "(F20.2)"));
     }
-    tellDepth();
+    reportDepth();
 }
 
-void ProjectRun::tellDepth() const {
+void ProjectRun::reportDepth() const {
     constexpr double seen = 3.0;
     std::vector<double> depths;
     for (const LineSounding &sounding : line_.soundings) {

@@ -12,13 +12,13 @@ bool takeComponents(const Reading &reading, CellReader<float> cell, Components c
     };
     bool stored = false;
     for (std::size_t i = 0; i < std::min(record.tokens.size(), components.size()); ++i) {
-        const Components behind = components.subspan(i);
+        const Components rest = components.subspan(i);
         const std::string label = labelOf(reading, i, components.size());
-        if (skipped(record.tokens[i]) || std::none_of(behind.begin(), behind.end(), isOpen) ||
+        if (skipped(record.tokens[i]) || std::none_of(rest.begin(), rest.end(), isOpen) ||
             !takeValue(reading, cell, record.tokens[i], label, last)) {
             continue;
         }
-        for (SourcedReal *component : behind) {
+        for (SourcedReal *component : rest) {
             if (isOpen(component)) {
                 component->value = last;
                 component->level = record.level;

@@ -73,10 +73,11 @@ void observe(MessageKind kind, std::span<const MessageLine> lines) {
 // For the list that the user may ask for; of a very long run the oldest lines are dropped.
 void keepForList(MessageKind kind, std::span<const MessageLine> lines) {
     MessageLog &log = messageLog();
-    if (log.told.size() >= MessageLog::MostTold) {
-        log.told.erase(log.told.begin(), log.told.begin() + MessageLog::MostTold / 2);
+    if (log.reported.size() >= MessageLog::MostReported) {
+        log.reported.erase(log.reported.begin(),
+                           log.reported.begin() + MessageLog::MostReported / 2);
     }
-    ToldMessage message;
+    ReportedMessage message;
     message.kind = kind;
     if (!log.readings.empty()) {
         message.file = log.readings.back()->file();
@@ -85,9 +86,9 @@ void keepForList(MessageKind kind, std::span<const MessageLine> lines) {
     for (const MessageLine &line : lines) {
         message.lines.push_back(line.str());
     }
-    log.told.push_back(message);
-    if (messageSink().told) {
-        messageSink().told(message);
+    log.reported.push_back(message);
+    if (messageSink().reported) {
+        messageSink().reported(message);
     }
 }
 
@@ -199,7 +200,7 @@ int OpenLogFiles(std::string_view name) {
     log.errorPath = base + ".err";
     log.record = {};
     log.warningsBefore = 0;
-    log.told.clear();
+    log.reported.clear();
     const int logStatus = deleteIfPresent(log.logPath);
     return logStatus != 0 ? logStatus : deleteIfPresent(log.errorPath);
 }

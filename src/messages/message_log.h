@@ -39,7 +39,7 @@ struct MessageRecord {
 };
 
 /// A message as it was reported, for the list of messages.
-struct ToldMessage {
+struct ReportedMessage {
     MessageKind kind = MessageKind::Info;
     std::string file; ///< name of the file that was being read; blank: none
     int row = 0;      ///< its line that was read last; 0: none, or it was read to its end
@@ -54,11 +54,11 @@ struct MessageLog {
     static constexpr int BufferLines = 48;
     static constexpr int MostWarnings = 128;
     static constexpr int MostGraphicsErrors = 20;
-    static constexpr std::size_t MostTold = 10000; ///< messages of this run that are kept
-    static constexpr int MostLines = 5;            ///< lines of one error or warning
+    static constexpr std::size_t MostReported = 10000; ///< messages of this run that are kept
+    static constexpr int MostLines = 5;                ///< lines of one error or warning
 
     std::vector<MessageLine> LogLineBuffer; ///< the newest lines, at most 48
-    std::vector<ToldMessage> told;          ///< log and messages of this run, see F2
+    std::vector<ReportedMessage> reported;  ///< log and messages of this run, see F2
     std::string logPath;                    ///< full path of the log file
     std::string errorPath;                  ///< full path of the error file
     std::string movedNotice;                ///< first log line when the files lie elsewhere

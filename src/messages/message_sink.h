@@ -29,7 +29,7 @@ struct MessageSink {
     /// A line has been added to the log.
     std::function<void(std::string_view line)> logLine;
     /// A message has been added to those of this run.
-    std::function<void(const ToldMessage &message)> told;
+    std::function<void(const ReportedMessage &message)> reported;
     /// The box of an error.
     /// mustBeSeen  it is shown even when the user wants no further messages
     /// returns     false when the user wants the program to end

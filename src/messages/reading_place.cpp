@@ -15,10 +15,10 @@ namespace keldrin {
 struct RowBoxes {
     static constexpr int MostShown = 2;
     int shown = 0;
-    std::set<std::pair<std::string, std::size_t>> told; ///< file, and hash of row and message
-    int messages = 0;                                   ///< held back and not shown in a box before
-    std::set<int> rows;                                 ///< that these are about
-    std::vector<MessageLine> first;                     ///< of these
+    std::set<std::pair<std::string, std::size_t>> known; ///< file, and hash of row and message
+    int messages = 0;               ///< held back and not shown in a box before
+    std::set<int> rows;             ///< that these are about
+    std::vector<MessageLine> first; ///< of these
     MessageLine last;
 };
 
@@ -99,7 +99,7 @@ bool holdsRowBox(std::span<const MessageLine> lines) {
         return false;
     }
     RowBoxes &boxes = rowBoxes();
-    const bool isNew = boxes.told.emplace(log.readings.back()->file(), hashOf(row, lines)).second;
+    const bool isNew = boxes.known.emplace(log.readings.back()->file(), hashOf(row, lines)).second;
     if (boxes.shown < RowBoxes::MostShown) {
         ++boxes.shown;
         return false;

@@ -138,7 +138,7 @@ int lengthUnitsIndexOf(std::string_view text) {
     return !letters.empty() && upperOf(letters.front()) == 'F' ? Feet : Metres;
 }
 
-int TEMUnitsIndexOf(std::string_view text) {
+int temUnitsIndexOf(std::string_view text) {
     const std::string letters = Str_Upper(Str_No_Blanks(text)).substr(0, 4);
     return holds(letters, "NV") ? NanovoltPerAmpereSquareMetre : MicrovoltPerAmpere;
 }

@@ -283,7 +283,7 @@ int surveyTypeIndexOf(std::string_view text);
 /// A first letter F gives feet, anything else metres.
 int lengthUnitsIndexOf(std::string_view text);
 /// "NV" among the first four characters gives nV/Am2, anything else uV/A; pT/A cannot be reached.
-int TEMUnitsIndexOf(std::string_view text);
+int temUnitsIndexOf(std::string_view text);
 
 /// Sets MaxTW, TimeRatio and ModelLayerCount from the soundings.
 void deriveTimeRange(SurveyModel &model);

@@ -111,10 +111,10 @@ Real hermite(const CubicInterval<Real> &interval, Real tension, Real u) {
 template <class Real>
 Real parabolaSlope(const Table<Real> &table, int i) {
     const Real before = table.X(i) - table.X(i - 1);
-    const Real behind = table.X(i + 1) - table.X(i);
-    return -behind / (before * (behind + before)) * table.Y(i - 1) +
-           (behind - before) / (behind * before) * table.Y(i) +
-           before / ((behind + before) * behind) * table.Y(i + 1);
+    const Real after = table.X(i + 1) - table.X(i);
+    return -after / (before * (after + before)) * table.Y(i - 1) +
+           (after - before) / (after * before) * table.Y(i) +
+           before / ((after + before) * after) * table.Y(i + 1);
 }
 
 template <class Real>

@@ -96,7 +96,7 @@ constexpr ProgramHelp Help = {
 
 } // namespace
 
-std::optional<int> tellHelp(std::string_view first) {
+std::optional<int> answerDesktopHelp(std::string_view first) {
     return answerHelp(Help, first);
 }
 

@@ -31,7 +31,8 @@ constexpr std::array Formats = {PlotFormat{"png", ".png", DriverPng},
                                 PlotFormat{"report", "_report.pdf", DriverPdf, true}};
 
 // Remarks on the user's session, such as a missing directory of it, are no matter of plots.
-void tellFailuresOnly(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text) {
+void printFailuresOnly(QtMsgType type, const QMessageLogContext & /*context*/,
+                       const QString &text) {
     if (type == QtCriticalMsg || type == QtFatalMsg) {
         std::fprintf(stderr, "%s\n", text.toUtf8().constData());
     }
@@ -40,7 +41,7 @@ void tellFailuresOnly(QtMsgType type, const QMessageLogContext & /*context*/, co
 } // namespace
 
 int exportCommand(int argc, char **argv) {
-    qInstallMessageHandler(tellFailuresOnly);
+    qInstallMessageHandler(printFailuresOnly);
     qputenv("QT_QPA_PLATFORM", "offscreen"); // letters are drawn without a display too
     const std::vector<std::string_view> words(argv + 1, argv + argc); // Qt would take --style
     const QGuiApplication application(argc, argv);

@@ -59,8 +59,8 @@ int main(int argc, char **argv) {
     const Words words(argv, argv + argc);
     keldrin::offerMenu();
     const std::string first = words.size() > 1 ? words[1] : "";
-    if (const std::optional<int> told = keldrin::tellHelp(first)) {
-        return *told;
+    if (const std::optional<int> code = keldrin::answerDesktopHelp(first)) {
+        return *code;
     }
     if (first == "--export") {
         return keldrin::exportCommand(argc, argv);

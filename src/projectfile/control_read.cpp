@@ -58,7 +58,7 @@ void countBackgroundLayers(ControlValues &control) {
 void normalise(ControlGroup &group) {
     ControlValues &control = group.control;
     setLengthUnits(control, lengthUnitsIndexOf(control.LengthUnits.view()));
-    setTEMUnits(control, TEMUnitsIndexOf(control.TEMUnits.view()));
+    setTEMUnits(control, temUnitsIndexOf(control.TEMUnits.view()));
     setSurveyType(control, surveyTypeIndexOf(control.SurveyType.view()));
     control.StnScale = std::fabs(control.StnScale);
     for (const ControlRow &row : ControlTable) {

@@ -167,7 +167,7 @@ std::string countsOf(const FileContent &content, int read) {
 }
 
 /// What the user must know about a file of which less is in memory than it seems to hold.
-void tellFaults(const DataReading &reading, const TableScan &scan, const std::string &path) {
+void reportFaults(const DataReading &reading, const TableScan &scan, const std::string &path) {
     const SurveyModel &model = reading.model;
     const FileContent &content = model.source.project.content;
     const bool lost = model.SoundingCount < 1;
@@ -230,7 +230,7 @@ int STD_Data_Read(SurveyModel &model, LineReader &reader, const std::string &pat
     ReportInfoLine(std::to_string(model.SoundingCount) + " TEM soundings read from " +
                    std::string(fileNameOf(path)));
     if (!reader.stopped()) {
-        tellFaults(reading, scan, path);
+        reportFaults(reading, scan, path);
     }
     deriveTimeRange(model);
     return model.SoundingCount < 1 ? 1 : 0;

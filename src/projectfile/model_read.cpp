@@ -158,7 +158,7 @@ int soundingsOfFile(const SurveyModel &model) {
         }));
 }
 
-void tellFaults(const ModelReading &reading, const TableScan &scan, const std::string &path) {
+void reportFaults(const ModelReading &reading, const TableScan &scan, const std::string &path) {
     const SurveyModel &model = reading.model;
     const int layered = soundingsWithLayers(model);
     const int soundings = soundingsOfFile(model);
@@ -212,7 +212,7 @@ int M1D_File_Read(SurveyModel &model, const std::string &path) {
         return stopped;
     }
     noteContent(reading, scan);
-    tellFaults(reading, scan, path);
+    reportFaults(reading, scan, path);
     ReportInfoLine(std::to_string(reading.blocks.blocks()) + " layered-models read from " +
                    std::string(fileNameOf(path)));
     return 0;

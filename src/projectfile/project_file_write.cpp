@@ -46,7 +46,7 @@ ProjectWrite prepareProject(SurveyModel &model, const std::string &path) {
     return project;
 }
 
-void tellLeftOut(const WriteOutcome &outcome, int leftOut) {
+void reportLeftOut(const WriteOutcome &outcome, int leftOut) {
     if (outcome.written && leftOut > 0) {
         ReportNotice(NoticeLevel::Status,
                      {std::to_string(leftOut) +
@@ -66,7 +66,7 @@ WriteOutcome STD_File_Write(SurveyModel &model, const std::string &path, WriteKi
         const ProjectWrite project = prepareProject(model, path);
         const std::span files(&project.file, 1);
         WriteOutcome outcome = kind == WriteKind::Trial ? tryFiles(files) : replaceFiles(files);
-        tellLeftOut(outcome, project.leftOut);
+        reportLeftOut(outcome, project.leftOut);
         return outcome;
     } catch (const std::bad_alloc &) {
         return outOfMemory(path);
@@ -78,7 +78,7 @@ WriteOutcome Project_Files_Write(SurveyModel &model, const std::string &path) {
         ProjectWrite project = prepareProject(model, path);
         const std::array files = {std::move(project.file), prepareModels(model, modelPathOf(path))};
         WriteOutcome outcome = replaceFiles(files);
-        tellLeftOut(outcome, project.leftOut);
+        reportLeftOut(outcome, project.leftOut);
         return outcome;
     } catch (const std::bad_alloc &) {
         return outOfMemory(path);

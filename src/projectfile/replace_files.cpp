@@ -156,7 +156,7 @@ bool replaceAll(Keeping &keeping, std::span<const FileWrite> files) {
     });
 }
 
-void tellKept(const std::vector<std::string> &names) {
+void reportKept(const std::vector<std::string> &names) {
     std::string list;
     for (const std::string &name : names) {
         list.append(list.empty() ? "" : ", ").append(fileNameOf(name));
@@ -204,7 +204,7 @@ WriteOutcome replaceFiles(std::span<const FileWrite> files) {
     for (const FileWrite &file : files) {
         *file.source = sourceOf(file.path, file.content);
     }
-    tellKept(keeping.names);
+    reportKept(keeping.names);
     return {.written = true, .kept = keeping.names};
 }
 

@@ -122,7 +122,7 @@ void zoomByMouse(Review &review, const ToolkitEvent &event) {
     }
 }
 
-void tellMissing(const Review &review, const std::vector<OrdinalRange> &list) {
+void reportMissing(const Review &review, const std::vector<OrdinalRange> &list) {
     const int count = review.survey.SoundingCount;
     if (std::any_of(list.begin(), list.end(),
                     [count](const OrdinalRange &range) { return range.last > count; })) {
@@ -143,7 +143,7 @@ void copyMarksElsewhere(Review &review, const ToolkitEvent & /*event*/) {
     reportUnreadFields(answer.unread);
     if (list) {
         actOnMarks(review, [&] { copyMarks(review.survey, station, *list); });
-        tellMissing(review, *list);
+        reportMissing(review, *list);
     }
 }
 

@@ -31,7 +31,7 @@ int soundingAt(const SurveyModel &survey, double station) {
     return 0;
 }
 
-void tell(std::string_view text) {
+void showNotice(std::string_view text) {
     ToolkitStatus(StatusPart::Notice, text);
 }
 
@@ -39,19 +39,19 @@ void goTo(Review &review, std::string_view typed) {
     const SurveyModel &survey = review.survey;
     if (const int sounding = soundingNamed(survey, typed); sounding > 0) {
         showStation(review, sounding);
-        tell("");
+        showNotice("");
         return;
     }
     review.redraws = false;
-    tell("\"" + std::string(trimBlanks(typed)) +
-         "\" is neither a station of this line nor a sounding from 1 to " +
-         std::to_string(survey.SoundingCount) + ".");
+    showNotice("\"" + std::string(trimBlanks(typed)) +
+               "\" is neither a station of this line nor a sounding from 1 to " +
+               std::to_string(survey.SoundingCount) + ".");
 }
 
 void showTyped(const Review &review) {
-    tell(review.typedPlace.empty()
-             ? ""
-             : "Go to " + review.typedPlace + ": Enter goes there, Esc stays here.");
+    showNotice(review.typedPlace.empty()
+                   ? ""
+                   : "Go to " + review.typedPlace + ": Enter goes there, Esc stays here.");
 }
 
 bool continuesNumber(const Review &review, const ToolkitEvent &event) {

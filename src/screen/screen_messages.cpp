@@ -39,7 +39,7 @@ std::unique_ptr<WatchedWork> beginWorkOnScreen(const std::string &words,
     return std::make_unique<WorkOnScreen>(words, caption);
 }
 
-MessageRow rowOf(const ToldMessage &message) {
+MessageRow rowOf(const ReportedMessage &message) {
     const RowKind kind = message.kind == MessageKind::Error     ? RowKind::Error
                          : message.kind == MessageKind::Warning ? RowKind::Warning
                          : message.kind == MessageKind::Notice  ? RowKind::Notice
@@ -47,13 +47,13 @@ MessageRow rowOf(const ToldMessage &message) {
     return {kind, message.file, message.row, message.lines};
 }
 
-void addToList(const ToldMessage &message) {
-    ToolkitMessageTold(rowOf(message));
+void addToList(const ReportedMessage &message) {
+    ToolkitAddMessage(rowOf(message));
 }
 
 MessageRows allRows() {
     MessageRows rows;
-    for (const ToldMessage &message : messageLog().told) {
+    for (const ReportedMessage &message : messageLog().reported) {
         rows.push_back(rowOf(message));
     }
     return rows;

@@ -59,7 +59,7 @@ std::string counted(int count, std::string_view what) {
 }
 
 // The functions that fail report it.
-void tell(const ExportOutcome &outcome, const std::string &base) {
+void reportExport(const ExportOutcome &outcome, const std::string &base) {
     if (outcome.written() == 0) {
         return;
     }
@@ -97,7 +97,7 @@ void exportProject(const SurveyModel &survey, const std::string &path) {
         return;
     }
     const std::string base = baseOf(chosen);
-    tell(ExportLine(survey, formats, base), base);
+    reportExport(ExportLine(survey, formats, base), base);
 }
 
 const DialogSpec &exportDialog() {

@@ -86,7 +86,7 @@ CommandProgress takeEngineLine(std::string_view line, std::string &summary) {
 // as usual.
 int reopen(SurveyModel &model, std::string &path, const ProjectCopy &copy) {
     const bool before = messageLog().quiet;
-    messageLog().quiet = before || (copy.tellsOfLoss() && pathExists(path));
+    messageLog().quiet = before || (copy.reportsLoss() && pathExists(path));
     const int status = OpenProject(model, path);
     messageLog().quiet = before;
     return status;

@@ -235,7 +235,7 @@ void serveMenu(Shell &shell, int number) {
 }
 
 // For a record that begins here: how a fresh start comes to the page and the sounding on show.
-void tellRest(const Shell &shell) {
+void recordRest(const Shell &shell) {
     std::vector<std::string> lines;
     if (shell.model.SoundingCount >= 1 && shell.review.ReviewStation > 1) {
         lines = {"menu Review Data", "set 1057 " + std::to_string(shell.review.ReviewStation),
@@ -282,7 +282,7 @@ void runProgram(SurveyModel &model) {
     showWarningCount();
     for (;;) {
         settleMenuAndView(shell);
-        tellRest(shell);
+        recordRest(shell);
         if (shell.view.page != 0 && model.SoundingCount >= 1 && !serveLinePage(shell)) {
             continue;
         }

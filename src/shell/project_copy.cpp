@@ -91,7 +91,7 @@ void ProjectCopy::settle(const CommandEnd &end) {
             isKept(model_, std::max(model_.now.rows, model_.before.rows)); // of layers may be fewer
 }
 
-bool ProjectCopy::tellsOfLoss() const {
+bool ProjectCopy::reportsLoss() const {
     return end_.started && !end_.stopped && keep_;
 }
 
@@ -140,7 +140,7 @@ std::vector<std::string> ProjectCopy::keptNames() const {
 }
 
 // What the engine did by itself, and where the project is as it was before.
-void ProjectCopy::tellLoss() const {
+void ProjectCopy::reportLoss() const {
     std::vector<MessageLine> lines = {causeText()};
     if (torn_ || less_) {
         lines.emplace_back(countsText());
@@ -166,7 +166,7 @@ void ProjectCopy::finishCopies() {
 }
 
 // One text, so that nothing of it is covered by the next notice.
-void ProjectCopy::tellEnd(const std::string &words) const {
+void ProjectCopy::reportEnd(const std::string &words) const {
     std::string kept;
     for (const std::string &name : keptNames()) {
         kept.append(kept.empty() ? "Kept as it was before: " : ", ").append(name);
@@ -180,14 +180,14 @@ void ProjectCopy::conclude(bool loaded, const std::string &summary) {
     keep_ = keep_ || (end_.started && !loaded);
     finishCopies();
     if (end_.stopped) {
-        tellEnd(stopText());
+        reportEnd(stopText());
         return;
     }
     if (end_.started && (keep_ || !end_.succeeded())) {
-        tellLoss();
+        reportLoss();
     }
     if (loaded && end_.succeeded()) {
-        tellEnd(summary);
+        reportEnd(summary);
     }
 }
 

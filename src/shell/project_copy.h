@@ -26,7 +26,7 @@ class ProjectCopy {
 
     /// True when conclude() will say in a box what has become of the project, so that those who
     /// read what is left of it need not.
-    [[nodiscard]] bool tellsOfLoss() const;
+    [[nodiscard]] bool reportsLoss() const;
 
     /// To be called when they have been read. Removes the copies or says where they are.
     /// loaded   the project could be read
@@ -54,8 +54,8 @@ class ProjectCopy {
     [[nodiscard]] std::string countsText() const;
     [[nodiscard]] std::vector<std::string> keptNames() const;
     void finishCopies();
-    void tellLoss() const;
-    void tellEnd(const std::string &words) const;
+    void reportLoss() const;
+    void reportEnd(const std::string &words) const;
 
     File project_;
     File model_;

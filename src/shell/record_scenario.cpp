@@ -32,7 +32,7 @@ Record &theRecord() {
 }
 
 // The log would be drawn over the page at which the user records.
-void tellFailure(const std::string &words, const std::string &path) {
+void reportFailure(const std::string &words, const std::string &path) {
     ReportWarning({words, path});
     ToolkitNotice(words);
 }
@@ -48,7 +48,7 @@ void endRecord() {
 
 void endFailedRecord(const std::string &path) {
     ToolkitStatus(StatusPart::Record, "");
-    tellFailure("ERROR: The record ends here, it cannot be written.", path);
+    reportFailure("ERROR: The record ends here, it cannot be written.", path);
 }
 
 // An older record is kept. False when it cannot be.
@@ -76,7 +76,7 @@ std::vector<std::string> heading(const std::string &path, const std::string &fil
 void beginRecord(const std::string &path, const std::string &file, bool fromStart) {
     Record &record = theRecord();
     if (!makeRoom(path) || !record.recorder.start(path, heading(path, file), fromStart)) {
-        tellFailure("ERROR: The record cannot be written.", path);
+        reportFailure("ERROR: The record cannot be written.", path);
         return;
     }
     record.hasBegun = true;

@@ -26,7 +26,7 @@ void saveReport(const SurveyModel &survey, std::string_view path) {
         ReportNotice(NoticeLevel::Status, {"Stopped; no file has been written."});
         return;
     }
-    tellWhereHardcopyWent(file);
+    reportWhereHardcopyWent(file);
     checkHardcopy(file, "report");
 }
 

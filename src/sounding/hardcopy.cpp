@@ -162,7 +162,7 @@ void checkHardcopy(const std::string &path, std::string_view tag) {
     }
 }
 
-void tellWhereHardcopyWent(std::string_view path) {
+void reportWhereHardcopyWent(std::string_view path) {
     if (ToolkitHardcopyFault().empty()) {
         const bool printed = trimBlanks(path).empty();
         ToolkitStatus(StatusPart::Notice, printed ? "Sent to the printer."
@@ -187,7 +187,7 @@ int QCC_Plot_Hardcopy(const SurveyModel &survey, const PlotLimits &limits, int i
     }
     Plot_Sounding(survey, limits, station, path, date, time);
     IGrHardcopy(HardcopyStop);
-    tellWhereHardcopyWent(plotPath);
+    reportWhereHardcopyWent(plotPath);
     checkHardcopy(std::string(trimBlanks(plotPath)), "QCC_Plot_Hardcopy");
     return 0;
 }

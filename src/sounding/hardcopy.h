@@ -49,7 +49,7 @@ int Plot_HardcopyOpen(int iPlt, const std::string &path);
 /// Says in the status bar where the hardcopy that was just closed has gone, until the mouse moves
 /// over the page; nothing where it has failed.
 /// path  of the plot file; a blank for the printer
-void tellWhereHardcopyWent(std::string_view path);
+void reportWhereHardcopyWent(std::string_view path);
 
 /// Draws the page of a sounding on a device, and logs what it does.
 /// station     ordinal from 1

@@ -97,7 +97,7 @@ int Plot_AllSoundings(const SurveyModel &survey, const PlotLimits &limits, std::
         ReportNotice(NoticeLevel::Status, {"Stopped; no file has been written."});
         return 1;
     }
-    tellWhereHardcopyWent(document);
+    reportWhereHardcopyWent(document);
     checkHardcopy(document, "Plot_AllSoundings");
     return 0;
 }

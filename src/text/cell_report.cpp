@@ -26,7 +26,7 @@ void reportCell(const RecordLine &record, std::string_view cell, std::string_vie
     }
     const std::string_view quote = words.quoted ? "\"" : "";
     std::string what(words.first);
-    what.append(trimBlanks(label)).append(words.behind);
+    what.append(trimBlanks(label)).append(words.after);
     what.append(quote).append(trimRight(cell)).append(quote);
     ReportError({what, "Record number " + std::to_string(record.number), trimBlanks(record.line)});
 }

@@ -12,9 +12,9 @@ bool isEmptyCell(std::string_view cell);
 
 /// The words of a reader's message around the label and the cell.
 struct CellWords {
-    std::string_view first;                   ///< before the label
-    std::string_view behind = " value from "; ///< after the label
-    bool quoted = false;                      ///< the cell stands between double quotes
+    std::string_view first;                  ///< before the label
+    std::string_view after = " value from "; ///< after the label
+    bool quoted = false;                     ///< the cell stands between double quotes
 };
 
 /// Reports a cell that could not be read: the words, the record number and the line. Nothing for a

@@ -39,12 +39,12 @@ bool isDroppedPress(const RawEvent &event) {
 
 // A trackbar, or the size of the window, is read when its event is served, so of several in a row
 // only the last counts.
-bool isRepeated(const RawEvent &event, const std::deque<RawEvent> &behind) {
+bool isRepeated(const RawEvent &event, const std::deque<RawEvent> &later) {
     const bool isRead = event.type == EventFieldChange || event.type == EventResize;
-    if (!isRead || behind.empty()) {
+    if (!isRead || later.empty()) {
         return false;
     }
-    const RawEvent &next = behind.front();
+    const RawEvent &next = later.front();
     return next.type == event.type && next.value == event.value && next.window == event.window;
 }
 

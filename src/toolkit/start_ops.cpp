@@ -137,7 +137,7 @@ void ToolkitShowMessages() {
     }
 }
 
-void ToolkitMessageTold(const MessageRow &row) {
+void ToolkitAddMessage(const MessageRow &row) {
     if (Backend *backend = toolkitState().backend) {
         backend->addMessage(row);
     }

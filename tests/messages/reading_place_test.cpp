@@ -108,7 +108,7 @@ TEST_F(ReadingPlaceTest, MessagesOfTheListNameFileAndRow) {
     ReportInfoLine("before");
     readRows("good\nx\n");
     ReportWarning({"after", "why"});
-    const auto &told = messageLog().told;
+    const auto &told = messageLog().reported;
     ASSERT_EQ(told.size(), 4U);
     EXPECT_EQ(told[0].file + std::to_string(told[0].row), "0");
     EXPECT_EQ(told[1].file + std::to_string(told[1].row), "line.z2");
@@ -121,7 +121,7 @@ TEST_F(ReadingPlaceTest, MessagesOfTheListNameFileAndRow) {
 TEST_F(ReadingPlaceTest, ANoticeIsListedOnceAsWhatItIs) {
     ReportNotice(NoticeLevel::Status, {"kept", "under a name"});
     ReportNotice(NoticeLevel::Box, {"lost"});
-    const auto &told = messageLog().told;
+    const auto &told = messageLog().reported;
     ASSERT_EQ(told.size(), 2U);
     EXPECT_EQ(told[0].kind, MessageKind::Notice);
     EXPECT_THAT(told[0].lines, ElementsAre("kept", "under a name"));

@@ -113,9 +113,9 @@ TEST(SurveyModel, EnumerationsComeFromTheFirstLetters) {
     EXPECT_EQ(surveyTypeIndexOf(""), MovingLoop);
     EXPECT_EQ(lengthUnitsIndexOf("Feet"), Feet);
     EXPECT_EQ(lengthUnitsIndexOf("yards"), Metres);
-    EXPECT_EQ(TEMUnitsIndexOf("nV/Am2"), NanovoltPerAmpereSquareMetre);
-    EXPECT_EQ(TEMUnitsIndexOf("pT/A"), MicrovoltPerAmpere);
-    EXPECT_EQ(TEMUnitsIndexOf("uV/AnV"), MicrovoltPerAmpere); // only four characters count
+    EXPECT_EQ(temUnitsIndexOf("nV/Am2"), NanovoltPerAmpereSquareMetre);
+    EXPECT_EQ(temUnitsIndexOf("pT/A"), MicrovoltPerAmpere);
+    EXPECT_EQ(temUnitsIndexOf("uV/AnV"), MicrovoltPerAmpere); // only four characters count
 }
 
 TEST(SurveyModel, ASkipMarkKeepsTheTrueError) {

@@ -98,7 +98,7 @@ QPointF Canvas::fractionOf(QPointF place) const {
     return {place.x() / across, 1.0 - place.y() / down};
 }
 
-void Canvas::tellButton(int type, const QMouseEvent &event, bool second) {
+void Canvas::notifyButton(int type, const QMouseEvent &event, bool second) {
     const int button = numberOf(event.button());
     if (button != 0 && onMouse) {
         const QPointF place = fractionOf(event.position());
@@ -108,16 +108,16 @@ void Canvas::tellButton(int type, const QMouseEvent &event, bool second) {
 }
 
 void Canvas::mousePressEvent(QMouseEvent *event) {
-    tellButton(EventMouseDown, *event);
+    notifyButton(EventMouseDown, *event);
 }
 
 // A fast second press is a press like any.
 void Canvas::mouseDoubleClickEvent(QMouseEvent *event) {
-    tellButton(EventMouseDown, *event, true);
+    notifyButton(EventMouseDown, *event, true);
 }
 
 void Canvas::mouseReleaseEvent(QMouseEvent *event) {
-    tellButton(EventMouseUp, *event);
+    notifyButton(EventMouseUp, *event);
 }
 
 void Canvas::mouseMoveEvent(QMouseEvent *event) {

@@ -58,7 +58,7 @@ class Canvas : public QWidget {
 
     void drawPicture(const QRectF &pixels, double pixelRatio);
     [[nodiscard]] QPointF fractionOf(QPointF place) const;
-    void tellButton(int type, const QMouseEvent &event, bool second = false);
+    void notifyButton(int type, const QMouseEvent &event, bool second = false);
     [[nodiscard]] QRectF band() const;
 
     PageList page_;

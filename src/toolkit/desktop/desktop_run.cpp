@@ -50,7 +50,7 @@ constexpr int ExitNoDisplay = 2;
 
 // While the application starts: a display that cannot be opened gives one line instead of the
 // window system's own and an abort.
-void tellStart(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message) {
+void printStart(QtMsgType type, const QMessageLogContext & /*context*/, const QString &message) {
     if (type == QtFatalMsg) {
         const QByteArray display = qgetenv("DISPLAY");
         std::fprintf(stderr,
@@ -69,7 +69,7 @@ void tellStart(QtMsgType type, const QMessageLogContext & /*context*/, const QSt
 
 void startApplication() {
     DesktopRun &run = desktopRun();
-    const QtMessageHandler before = qInstallMessageHandler(tellStart);
+    const QtMessageHandler before = qInstallMessageHandler(printStart);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QGuiApplication::setDesktopFileName(DesktopId);

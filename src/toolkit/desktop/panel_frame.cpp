@@ -144,10 +144,10 @@ void PanelFrame::rollUp(bool rolledUp) {
         title_->setMinimumWidth(width);
     }
     fit();
-    tellChange();
+    notifyChange();
 }
 
-void PanelFrame::tellChange() {
+void PanelFrame::notifyChange() {
     if (onChange) {
         onChange();
     }
@@ -165,7 +165,7 @@ void PanelFrame::dock(PanelSide side) {
             QPoint(room.width() - size.width(), room.height() - size.height())));
         panel_->raise();
     }
-    tellChange();
+    notifyChange();
 }
 
 void PanelFrame::enter(QPoint corner) {
@@ -283,7 +283,7 @@ void PanelFrame::drop(QPoint place) {
         state_.corner = floatedAt_; // it has only passed the edge
         dock(side);
     }
-    tellChange();
+    notifyChange();
 }
 
 bool PanelFrame::serveTitle(QEvent &event) {

@@ -77,7 +77,7 @@ class PanelFrame : public QFrame {
     TitleButton *addTitleButton(const char *name, std::function<void()> action);
     void dock(PanelSide side);
     void showState();
-    void tellChange();
+    void notifyChange();
 
     bool serveTitle(QEvent &event);
     void drag(QPoint place);

@@ -41,7 +41,7 @@ class TableModel : public QAbstractTableModel {
             content.columns == content_.columns && content.rows.size() == content_.rows.size();
         if (sameShape) {
             content_ = content;
-            tellAll();
+            notifyAll();
         } else {
             beginResetModel();
             content_ = content;
@@ -52,7 +52,7 @@ class TableModel : public QAbstractTableModel {
     void pointAt(int row) {
         if (row != pointed_) {
             pointed_ = row;
-            tellAll();
+            notifyAll();
         }
     }
     [[nodiscard]] int pointed() const { return pointed_; }
@@ -97,7 +97,7 @@ class TableModel : public QAbstractTableModel {
                Qt::AlignVCenter;
     }
 
-    void tellAll() {
+    void notifyAll() {
         const int rows = rowCount({});
         const int columns = columnCount({});
         if (rows > 0 && columns > 0) {

@@ -120,7 +120,7 @@ void Recorder::beginFile(const std::vector<std::string> &comments, bool fromStar
     write("clock " + told_);
     sizeWaits_ = fromStart;
     if (!fromStart) {
-        tellSize();
+        recordSize();
     }
     for (const std::string &text : std::vector<std::string>(lines_)) {
         write(text);
@@ -141,7 +141,7 @@ void Recorder::stop() {
 }
 
 // The window of a program that is played has the size that the program asks for.
-void Recorder::tellSize() {
+void Recorder::recordSize() {
     const ToolkitState &state = toolkitState();
     const PixelRect now = state.rootOpen ? state.backend->rootRect() : PixelRect{};
     if (state.rootOpen &&
@@ -219,7 +219,7 @@ void Recorder::holdClock() {
 void Recorder::event(RawEvent &event) {
     if (sizeWaits_) {
         sizeWaits_ = false;
-        tellSize();
+        recordSize();
     }
     const ToolkitState &state = toolkitState();
     switch (event.type) {

@@ -67,7 +67,7 @@ class Recorder : public UserRecord {
     void amend(const std::string &text); ///< the last line becomes a longer one
     void write(const std::string &text); ///< the last line of the file
     void beginFile(const std::vector<std::string> &comments, bool fromStart);
-    void tellSize();
+    void recordSize();
     void settleClock();
     void holdClock();
     void press(RawEvent &event);

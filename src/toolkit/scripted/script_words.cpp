@@ -70,8 +70,8 @@ bool readScriptInteger(std::string_view text, int &value) {
         text.remove_prefix(1);
     }
     const char *end = text.data() + text.size();
-    const auto [behind, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc{} && behind == end;
+    const auto [rest, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc{} && rest == end;
 }
 
 bool WordTaker::nextIs(std::string_view text) const {
@@ -119,8 +119,8 @@ double WordTaker::number(std::string_view what) {
     const std::string text = word(what);
     double value = 0.0;
     const char *end = text.data() + text.size();
-    const auto [behind, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc{} || behind != end || !std::isfinite(value)) {
+    const auto [rest, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc{} || rest != end || !std::isfinite(value)) {
         fail(std::string(what) + " is no number");
         return 0.0;
     }
