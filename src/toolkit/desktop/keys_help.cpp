@@ -99,6 +99,7 @@ void showKeysHelp(QWidget *window) {
         notice->hide();
         layout->addWidget(notice);
         auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close, help);
+        buttons->button(QDialogButtonBox::Close)->setIcon({}); // black, also on a dark button
         auto *manual = buttons->addButton("&Manual", QDialogButtonBox::HelpRole);
         const auto open = [help] {
             showManual(help);

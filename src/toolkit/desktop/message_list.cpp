@@ -96,7 +96,9 @@ QWidget *MessageList::makeButtons() {
     QPushButton *copy = buttons->addButton("&Copy", QDialogButtonBox::ActionRole);
     copy->setToolTip("Copies the selected messages, or all that are listed, as text.");
     copy->setAutoDefault(false); // Enter in the filter copies nothing
-    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    QPushButton *close = buttons->button(QDialogButtonBox::Close);
+    close->setAutoDefault(false);
+    close->setIcon({}); // the theme's is black, also on a dark button
     connect(copy, &QPushButton::clicked, this, &MessageList::copy);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     return buttons;
