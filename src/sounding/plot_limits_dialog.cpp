@@ -45,6 +45,13 @@ constexpr ControlSpec limit(int id, std::string_view format, std::string_view na
             .labelAbove = true};
 }
 
+// Begins a frame without a control of its own for the title.
+constexpr ControlSpec framed(ControlSpec first, std::string_view title) {
+    first.part = DialogPart::Frame;
+    first.partTitle = title;
+    return first;
+}
+
 constexpr auto Maximum = &AxisEnds::maximum;
 constexpr auto Minimum = &AxisEnds::minimum;
 
@@ -71,7 +78,7 @@ constexpr std::array Controls = {
                 .label = "Style",
                 .field = fieldOf<&Answers::style>(),
                 .entries = givenBy<styleNames>()},
-    title(4016, "Apparent resistivity (ohm-m), presentation only"),
+    framed(title(4016, "Apparent resistivity (ohm-m)"), "Presentation Plot Limits"),
     limit<&Answers::apparent, Maximum, LogarithmicAxis>(ApparentMaximum, FourDigits,
                                                         "Apparent resistivity maximum"),
     limit<&Answers::apparent, Minimum, LogarithmicAxis>(ApparentMinimum, FourDigits,
