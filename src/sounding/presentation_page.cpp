@@ -162,10 +162,13 @@ void drawBar(float time, float low, float high) {
 }
 
 // A value that is not above 0, at the foot of a logarithmic axis: an open mark without its error.
-void drawAtFoot(const ErrorPoint &point, float place) {
+void useFootMark(bool skipped) {
     useMark(true);
-    useColour(point.skipped ? SkippedColour : Colour::Black,
-              point.skipped ? ThinLineWidth : CurveWidth);
+    useColour(skipped ? SkippedColour : Colour::Black, skipped ? ThinLineWidth : CurveWidth);
+}
+
+void drawAtFoot(const ErrorPoint &point, float place) {
+    useFootMark(point.skipped);
     PlotMarkers(&point.time, &place, 1, RingMarker);
 }
 
@@ -391,6 +394,11 @@ class Legend {
         PlotMarker(x_ + 0.1F, middle(), marker);
         add(0.2F, words);
     }
+    void footMark(bool skipped, std::string_view words) {
+        useFootMark(skipped);
+        PlotMarker(x_ + 0.1F, middle(), RingMarker);
+        add(0.2F, words);
+    }
     void line(PageColour colour, float width, std::string_view words) {
         useColour(colour, width);
         ToolkitMoveTo(x_, middle());
@@ -452,6 +460,22 @@ void drawDataLegend(const Presented &page) {
     }
     if (!page.neighbours.curves.empty()) {
         legend.line(NeighbourColour, NeighbourLineWidth, neighbourText(page.neighbours));
+    }
+}
+
+// Where early windows, which are far above the foot, leave room.
+void drawFootLegend(const Presented &page) {
+    const PagePanel panel = dataPanel(page.limits);
+    bool any = false;
+    bool skipped = true;
+    for (const ErrorPoint &point : page.curves.observed) {
+        const bool there = panel.isAtFoot(point.value);
+        any = any || there;
+        skipped = skipped && (!there || point.skipped);
+    }
+    if (any) {
+        Legend legend(panel.frame.left + 0.3F, panel.frame.bottom + 0.3F);
+        legend.footMark(skipped, "at the foot: not above 0");
     }
 }
 
@@ -526,6 +550,7 @@ void drawPresentationPage(const SurveyModel &survey, const PlotLimits &limits,
     drawModelPlot(presented);
     drawBand(presented, page);
     drawDataLegend(presented);
+    drawFootLegend(presented);
     drawModelLegend(presented);
     ToolkitNaturalLetters(false);
     useColour(Colour::Black);

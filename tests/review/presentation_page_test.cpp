@@ -160,6 +160,24 @@ TEST_F(PresentationPage, EachQuantityStandsOnItsOwnAxisAndSkippedWindowsAreRings
                                      Contains("no calculated data")));
 }
 
+TEST_F(PresentationPage, OpenMarksAtTheFootOfALogarithmicAxisAreNamed) {
+    const auto isNamed = [&] {
+        const auto named = [](const RecordedItem &item) {
+            return item.text == "at the foot: not above 0";
+        };
+        return std::any_of(page.items().begin(), page.items().end(), named);
+    };
+    take({{1.0F, 100.0F, 50.0F}, {10.0F, -1.0F, 200.0F}});
+    draw();
+    EXPECT_FALSE(isNamed()) << "the usual axis has a place for them";
+    limits.logData = true;
+    draw();
+    EXPECT_TRUE(isNamed());
+    sounding().TEMobs[1] = 1.0F;
+    draw();
+    EXPECT_FALSE(isNamed());
+}
+
 TEST_F(PresentationPage, AMisfitIsInStandardDeviationsAndLeavesThePlotWhereItIsTooLarge) {
     take({{1.0F, 100.0F}, {10.0F, 100.0F}}); // of 2 percent
     sounding().TEMcalc[0] = 98.0F;
