@@ -83,28 +83,27 @@ constexpr ControlSpec number(int id, std::string_view format, FieldAccess field,
             .width = 8};
 }
 
-constexpr ControlSpec withUnit(ControlSpec row, std::string_view unit) {
-    row.unit = unit;
-    return row;
+constexpr ControlSpec shown(int id, std::string_view label, FieldAccess field) {
+    return {.id = id, .label = label, .field = field, .look = StaticLook::Help};
 }
 
+// Short rows, which leave the page its room.
 constexpr std::array FurtherRows = {
     checkBox(AutoSkipControl::NoiseFilter, "Skip data below noise of",
              furtherSetting<&FurtherSkipSettings::noiseFloor>()),
-    named(withUnit(number(AutoSkipControl::NoiseLevel, "(1P,G12.4E1)",
-                          furtherSetting<&FurtherSkipSettings::noiseLevel>(), {1.0e-9, 1.0e9}),
-                   "nV/Am2 at 1 msec, exponent"),
+    named(number(AutoSkipControl::NoiseLevel, "(1P,G12.4E1)",
+                 furtherSetting<&FurtherSkipSettings::noiseLevel>(), {1.0e-9, 1.0e9}),
           "Noise at 1 msec"),
+    ControlSpec{.id = AutoSkipControl::NoiseUnit, .label = "nV/Am2 at 1 msec, exponent"},
     named(number(AutoSkipControl::NoiseExponent, "(F12.2)",
                  furtherSetting<&FurtherSkipSettings::noiseExponent>(), {-10.0, 10.0}),
           "Exponent of the noise"),
-    checkBox(AutoSkipControl::CurvatureFilter,
-             "Skip peaks and dips that bend the log-log slope by >",
+    checkBox(AutoSkipControl::CurvatureFilter, "Skip peaks and dips that bend >",
              furtherSetting<&FurtherSkipSettings::curvature>()),
     named(number(AutoSkipControl::SlopeChange, "(F12.2)",
                  furtherSetting<&FurtherSkipSettings::slopeChange>(), {0.01, 1000.0}),
           "Difference of slopes"),
-    checkBox(AutoSkipControl::NeighbourFilter, "Skip data off the neighbours' median by a factor >",
+    checkBox(AutoSkipControl::NeighbourFilter, "Skip data off neighbours by factor >",
              furtherSetting<&FurtherSkipSettings::neighbours>()),
     named(number(AutoSkipControl::NeighbourFactor, "(F12.2)",
                  furtherSetting<&FurtherSkipSettings::neighbourFactor>(), {1.01, 1.0e6}),
@@ -113,14 +112,10 @@ constexpr std::array FurtherRows = {
              furtherSetting<&FurtherSkipSettings::andLater>()),
     checkBox(AutoSkipControl::KeepMarks, "Keep present marks",
              furtherSetting<&FurtherSkipSettings::keepMarks>()),
-    ControlSpec{.id = AutoSkipControl::Taken,
-                .label = "Taken",
-                .field = shownBy<takenText>(),
-                .look = StaticLook::Help},
-    ControlSpec{.id = AutoSkipControl::TakenFurther,
-                .label = "Taken further",
-                .field = shownBy<takenFurtherText>(),
-                .look = StaticLook::Help},
+    shown(AutoSkipControl::Total, "Total", shownBy<totalText>()),
+    shown(AutoSkipControl::Taken, "Taken", shownBy<takenText>()),
+    shown(AutoSkipControl::TakenFurther, "Taken further", shownBy<takenFurtherText>()),
+    shown(AutoSkipControl::OtherMarks, "Other marks", shownBy<otherMarksText>()),
 };
 
 constexpr std::array Buttons = {
@@ -161,18 +156,41 @@ const DialogForm<AutoSkipAnswers> AutoSkipDialog = DialogSpec{
 const DialogForm<AutoSkipAnswers> LiveAutoSkipDialog = DialogSpec{
     .number = 145,
     .caption = "Auto Skip",
-    .controls = LiveControls, // Enter presses no button; it ends the typing of a number
-    .place = DialogPlace::LowerRight,
+    .defaultButton = ButtonContinue,
+    .controls = LiveControls,
+    .inRoot = true,
+    .place = DialogPlace::Beside,
     .firstControl = AutoSkipControl::ErrorFilter, // from where letters still walk the line
 };
 
+std::string totalText(const AutoSkipAnswers &answers) {
+    const AutoSkipCounts &counts = answers.counted.counts;
+    int taken = counts.error + counts.negative + counts.slope + counts.outsideRange;
+    for (const FurtherSkipFilter &filter : FurtherSkipFilters) {
+        taken += answers.counted.further.*filter.taken;
+    }
+    return "Skips " + std::to_string(counts.skipped) + " of " + std::to_string(counts.windows) +
+           (counts.windows == 1 ? " window" : " windows") +
+           (taken > counts.skipped ? ", some by several rules:" : ":");
+}
+
 std::string takenText(const AutoSkipAnswers &answers) {
     const AutoSkipCounts &counts = answers.counted.counts;
-    const int marks = answers.counted.otherMarks;
     return numbered("error", counts.error) + numbered(", negative", counts.negative) +
-           numbered(", slope", counts.slope) + numbered(", range", counts.outsideRange) + "; " +
-           std::to_string(marks) + (marks == 1 ? " mark" : " marks") + " made before " +
-           (answers.further.keepMarks ? (marks == 1 ? "stays" : "stay") : "would go");
+           numbered(", slope", counts.slope) + numbered(", range", counts.outsideRange);
+}
+
+std::string otherMarksText(const AutoSkipAnswers &answers) {
+    const int marks = answers.counted.otherMarks;
+    if (marks == 0) {
+        return "";
+    }
+    const bool one = marks == 1;
+    const std::string others = std::to_string(marks) + (one ? " other window" : " other windows");
+    if (answers.further.keepMarks) {
+        return others + (one ? " is skipped now and stays so." : " are skipped now and stay so.");
+    }
+    return others + (one ? " is skipped now and comes back." : " are skipped now and come back.");
 }
 
 std::string takenFurtherText(const AutoSkipAnswers &answers) {

@@ -36,6 +36,7 @@ inline constexpr int NegativeFilter = 1088;
 inline constexpr int SlopeFilter = 1089;
 inline constexpr int NoiseFilter = 1450;
 inline constexpr int NoiseLevel = 1451;
+inline constexpr int NoiseUnit = 3451;
 inline constexpr int NoiseExponent = 1452;
 inline constexpr int CurvatureFilter = 1453;
 inline constexpr int SlopeChange = 1454;
@@ -45,6 +46,8 @@ inline constexpr int AndLater = 1457;
 inline constexpr int KeepMarks = 1458;
 inline constexpr int Taken = 1460;
 inline constexpr int TakenFurther = 1461;
+inline constexpr int Total = 1462;
+inline constexpr int OtherMarks = 1463;
 } // namespace AutoSkipControl
 
 /// As the menu asks: blocks, with the filters of auto_skip.h.
@@ -54,10 +57,16 @@ extern const DialogForm<AutoSkipAnswers> AutoSkipDialog;
 /// loop serves it.
 extern const DialogForm<AutoSkipAnswers> LiveAutoSkipDialog;
 
-/// "error 41, negative 9, slope 19, range 11; 21 marks made before would go"
+/// "Skips 43 of 624 windows, some by several rules:"
+std::string totalText(const AutoSkipAnswers &answers);
+
+/// "error 41, negative 9, slope 19, range 11"
 std::string takenText(const AutoSkipAnswers &answers);
 
 /// The same for the further filters that are on; blank where none is.
 std::string takenFurtherText(const AutoSkipAnswers &answers);
+
+/// "21 other windows are skipped now and come back."; blank where there are none.
+std::string otherMarksText(const AutoSkipAnswers &answers);
 
 } // namespace keldrin

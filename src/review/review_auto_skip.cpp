@@ -130,11 +130,14 @@ bool serveAutoSkip(Review &review, const ToolkitEvent &event) {
         serveControl(review, event);
         return true;
     }
-    if (event.type == EventKey && event.value == KeyEscape) {
+    const int key = event.type == EventKey ? event.value : 0;
+    if (key == KeyEscape) {
         closeAutoSkip(review);
-        return true;
+    } else if (key == KeyEnter) { // wherever the focus is
+        WDialogSelect(LiveAutoSkipDialog.number);
+        takeAnswers(review);
     }
-    return false;
+    return key == KeyEscape || key == KeyEnter;
 }
 
 void showAutoSkip(Review &review) {
@@ -143,7 +146,8 @@ void showAutoSkip(Review &review) {
     }
     countAgain(review);
     WDialogSelect(LiveAutoSkipDialog.number);
-    for (const int id : {AutoSkipControl::Taken, AutoSkipControl::TakenFurther}) {
+    for (const int id : {AutoSkipControl::Total, AutoSkipControl::Taken,
+                         AutoSkipControl::TakenFurther, AutoSkipControl::OtherMarks}) {
         putField(LiveAutoSkipDialog, id, review.autoSkip->answers);
     }
     const int station = review.state.ReviewStation;

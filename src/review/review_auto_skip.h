@@ -6,11 +6,12 @@
 
 namespace keldrin {
 
-// Auto Skip over the page of the review (dialog 145). It does not block: soundings are walked and
+// Auto Skip beside the page of the review (dialog 145). It does not block: soundings are walked and
 // windows marked as ever, while the windows that the filters would take are ringed on the page and
-// counted over the line. Continue marks them as one step of undo, which holds the error threshold
-// too; it is the project's DataCutoff, and is written with the marks when the review ends. Cancel,
-// Esc, the close box, a page of the line and the end of the review leave all as it was.
+// counted over the line. Continue, or Enter, marks them as one step of undo, which holds the error
+// threshold too; it is the project's DataCutoff, and is written with the marks when the review
+// ends. Cancel, Esc, the close box, a page of the line and the end of the review leave all as it
+// was.
 
 struct Review;
 
@@ -20,7 +21,7 @@ struct LiveSkip {
     SkipPlan plan;           ///< of these
 };
 
-/// Takes an event that belongs to the open dialog: those of its controls, and Esc.
+/// Takes an event that belongs to the open dialog: those of its controls, Enter and Esc.
 /// returns  false when the review is to serve it
 bool serveAutoSkip(Review &review, const ToolkitEvent &event);
 

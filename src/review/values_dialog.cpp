@@ -38,6 +38,7 @@ const DialogForm<ValuesShown> ValuesDialog = DialogSpec{
     .caption = "Values of the windows",
     .defaultButton = ValuesControl::Close,
     .controls = ValuesControls,
+    .inRoot = true,
     .place = DialogPlace::Beside,
 };
 

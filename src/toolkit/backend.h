@@ -161,6 +161,8 @@ class Backend {
 
     /// A table of a loaded dialog has another row to point at (ControlState::index).
     virtual void pointAtRow(DialogModel & /*dialog*/, int /*id*/) {}
+    /// Rolls the panel beside the page up, or down again.
+    virtual void rollPanel() {}
     /// A text for the clipboard.
     virtual void copyText(std::string_view /*text*/) {}
     /// Another text for a part of the status bar; blank clears it.

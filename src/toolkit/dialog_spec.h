@@ -115,9 +115,10 @@ inline constexpr ControlSpec CancelRow = {
 /// Where a dialog is shown.
 enum class DialogPlace {
     Usual,      ///< the toolkit's place
-    LowerRight, ///< the lower right corner of the root window, beside what it is about
-    Docked,     ///< beside the page where the user left it, at first at the right
-    Beside,     ///< beside the root window, which keeps the focus; Esc in it closes it
+    LowerRight, ///< beside the page that it is about, or over its lower right corner
+    Docked,     ///< beside the page where the user left it, at first at the right; never closed
+    Beside,     ///< as Docked, below what stands there, while it is open; without a firstControl
+                ///< the page keeps the focus
 };
 
 struct DialogSpec {

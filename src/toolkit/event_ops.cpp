@@ -71,12 +71,15 @@ bool servesKey(const RawEvent &raw) {
     const bool shows = raw.type == EventKey && raw.value == KeyF2;
     const bool records =
         raw.type == EventKey && raw.value == KeyRecord && state.toggleRecord != nullptr;
+    const bool rolls = raw.type == EventKey && raw.value == KeyF3;
     if (shows) {
         ToolkitShowMessages();
     } else if (records) {
         state.toggleRecord();
+    } else if (rolls && state.backend != nullptr) {
+        state.backend->rollPanel();
     }
-    return shows || records;
+    return shows || records || rolls;
 }
 
 // Events discarded unread are not recorded, except the close request.

@@ -62,6 +62,7 @@ enum ToolkitKey : int {
     KeyDelete = 266,
     KeyF1 = 267,
     KeyF2 = 268,           ///< never delivered: it shows log and messages
+    KeyF3 = 269,           ///< never delivered: it rolls the panel up or down again
     KeyWithCtrl = 0x10000, ///< added to a code; letters are then upper case
     KeyWithShift = 0x20000,
 };

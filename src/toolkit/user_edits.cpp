@@ -136,8 +136,9 @@ bool userPresses(DialogModel &dialog, int id) {
 }
 
 bool userCloses(DialogModel &dialog) {
-    const bool rollsUp = dialog.spec != nullptr && dialog.spec->inRoot;
-    return rollsUp || userPresses(dialog, closeButtonOf(dialog));
+    const DialogSpec *spec = dialog.spec;
+    const bool stays = spec != nullptr && spec->inRoot && spec->place != DialogPlace::Beside;
+    return stays || userPresses(dialog, closeButtonOf(dialog));
 }
 
 void userAsksToClose() {

@@ -302,12 +302,12 @@ TEST_F(DialogWindowTest, ABarShowsPercentOrThatWorkGoesOn) {
 }
 
 TEST_F(DialogWindowTest, AWindowIsKeptInsideTheScreen) {
-    WDialogLoad(dialogTable(103));
+    WDialogLoad(dialogTable(104));
     WDialogShow(5000, 5000, 0, DialogModelessAlone);
     const QRect room = backend.window->screen()->availableGeometry();
     EXPECT_EQ(backend.window->frameGeometry().bottomRight(), room.bottomRight());
     WDialogUnload();
-    WDialogLoad(dialogTable(103));
+    WDialogLoad(dialogTable(104));
     WDialogShow(-1, -1, 0, DialogModelessAlone);
     const QPoint off =
         backend.window->frameGeometry().center() - backend.root.frameGeometry().center();

@@ -65,6 +65,21 @@ TEST_F(DialogEvents, ATypedFieldIsCommittedJustBeforeAButton) {
     EXPECT_EQ(waiting(), Events{});
 }
 
+TEST_F(DialogEvents, TheKeyThatRollsThePanelIsTheToolkitsOwn) {
+    struct Rolled : AnsweringBackend {
+        int times = 0;
+        void rollPanel() override { ++times; }
+    } rolled;
+    ToolkitClose();
+    ToolkitInit(rolled, {"keldrin"});
+    queueEvent({EventKey, KeyF3, 0, 0.0, 0.0});
+    queueEvent({EventKey, 'N', 0, 0.0, 0.0});
+    EXPECT_EQ(waiting(), Events{"1:78"});
+    EXPECT_EQ(rolled.times, 1);
+    ToolkitClose();
+    ToolkitInit(backend, {"keldrin"});
+}
+
 TEST_F(DialogEvents, RepeatedChangesOfOneFieldOrOfTheSizeCountOnce) {
     showConfiguration();
     for (const char *text : {"1", "2", "3"}) {

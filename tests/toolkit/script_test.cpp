@@ -156,7 +156,7 @@ TEST(ScriptFaults, EveryBadLineIsTold) {
         "auto file",
         "menu Print",
         "menu",
-        "key F3",
+        "key F4",
         "click left 1",
         "click up 1 2",
         "drag left 1 2 3",

@@ -84,10 +84,8 @@ void DesktopBackend::connectWindow() {
         mouse({type, button, 0, pageX, pageY, second});
     };
     canvas.onMove = [this](double pageX, double pageY) {
-        if (pointerText_) {
-            const bool away = std::isnan(pageX);
-            setStatus(StatusPart::Pointer, away ? "" : pointerText_(pageX, pageY));
-        }
+        pointer_ = {pageX, pageY};
+        tellPointer();
     };
     canvas.onResize = [this] {
         if (reportsResize) {
@@ -200,6 +198,13 @@ void DesktopBackend::setPointerText(const PointerText &text) {
     pointerText_ = text;
 }
 
+void DesktopBackend::tellPointer() {
+    if (pointerText_) {
+        const bool away = std::isnan(pointer_.x());
+        setStatus(StatusPart::Pointer, away ? "" : pointerText_(pointer_.x(), pointer_.y()));
+    }
+}
+
 std::unique_ptr<DocumentSurface> DesktopBackend::document(int driver) {
     return desktopDocument(driver);
 }
@@ -238,6 +243,7 @@ void DesktopBackend::waitUntil(const std::function<bool()> &done) {
 
 RawEvent DesktopBackend::wait() {
     dropped_ = toolkitState().queue.empty() ? std::nullopt : dropped_;
+    tellPointer(); // of the page as it is now
     waitUntil([] { return !toolkitState().queue.empty(); });
     return {};
 }

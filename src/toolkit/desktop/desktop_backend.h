@@ -4,8 +4,10 @@
 #include "toolkit/desktop/desktop_settings.h"
 
 #include <QElapsedTimer>
+#include <QPointF>
 #include <QPointer>
 
+#include <cmath>
 #include <functional>
 #include <map>
 #include <memory>
@@ -52,6 +54,7 @@ class DesktopBackend : public Backend {
     void unloadDialog(DialogModel &dialog) override;
     void refresh(DialogModel &dialog, int id) override;
     void pointAtRow(DialogModel &dialog, int id) override;
+    void rollPanel() override;
     void copyText(std::string_view text) override;
 
     std::optional<std::string> chooseFile(const FileRequest &request) override;
@@ -98,6 +101,7 @@ class DesktopBackend : public Backend {
     void waitUntil(const std::function<bool()> &done);
     void mouse(const RawEvent &event);
     void key(int code);
+    void tellPointer();
     void addRecentFiles(QMenu &menu);
     void openDropped(const std::string &path);
 
@@ -116,6 +120,7 @@ class DesktopBackend : public Backend {
     QPointer<MessageList> messages_; ///< a child of the window that it is used beside
     bool recordOn_ = false;          ///< the status bar says so
     PointerText pointerText_;
+    QPointF pointer_{std::nan(""), 0.0}; ///< the mouse on the page; NaN while it is elsewhere
     std::unique_ptr<WorkWindow> work_;   ///< null while there is no long work
     std::optional<std::string> dropped_; ///< answers the chooser of the command that the drop gave
 };

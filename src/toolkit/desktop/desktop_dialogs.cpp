@@ -86,6 +86,14 @@ void DesktopBackend::pointAtRow(DialogModel &dialog, int id) {
     dialogWindow(dialog)->refresh(id);
 }
 
+void DesktopBackend::rollPanel() {
+    for (const auto &[dialog, window] : dialogs_) {
+        if (window->isVisible()) {
+            window->rollPanel();
+        }
+    }
+}
+
 void DesktopBackend::copyText(std::string_view text) {
     QGuiApplication::clipboard()->setText(qtText(text));
 }

@@ -1,9 +1,11 @@
 #include "toolkit/desktop/dialog_window.h"
+#include "toolkit/desktop/page_area.h"
 #include "toolkit/desktop/panel_frame.h"
 #include "toolkit/desktop/part_grid.h"
 
 #include <QApplication>
 #include <QLayout>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -55,12 +57,21 @@ void DialogWindow::evenButtons() {
     }
 }
 
-bool DialogWindow::standsBeside() const {
-    return dialog_.spec != nullptr && dialog_.spec->place == DialogPlace::Beside;
+bool DialogWindow::staysOpen() const {
+    return frame_ != nullptr && dialog_.spec->place != DialogPlace::Beside;
+}
+
+bool DialogWindow::leavesFocus() const {
+    return frame_ != nullptr && !staysOpen() && dialog_.firstControl == 0;
+}
+
+void DialogWindow::rollPanel() {
+    if (staysOpen()) {
+        frame_->rollUp(!frame_->state().rolledUp);
+    }
 }
 
 void DialogWindow::showAt(DialogPlacement placement) {
-    setAttribute(Qt::WA_ShowWithoutActivating, standsBeside());
     setModal(dialog_.mode == DialogModal && frame_ == nullptr);
     showAll();
     for (const DialogField &field : fields_) {
@@ -72,15 +83,18 @@ void DialogWindow::showAt(DialogPlacement placement) {
     place(placement);
     giveFocus();
     show();
-    if (frame_ == nullptr && !standsBeside()) {
+    if (frame_ == nullptr) {
         activateWindow();
-    } else if (frame_ != nullptr) {
+    } else {
         raise();
         giveFocus(); // what is hidden inside a window cannot have it
     }
 }
 
 void DialogWindow::giveFocus() {
+    if (leavesFocus()) {
+        return;
+    }
     bool wanted = dialog_.firstControl == 0;
     for (const DialogField &field : fields_) {
         wanted = wanted || field.spec.id == dialog_.firstControl;
@@ -164,15 +178,21 @@ void DialogWindow::fitSize() {
     }
 }
 
-// Right of the root window, or left of it where there is room on that side only; else as far right
-// as the screen goes.
-QPoint DialogWindow::besideRoot() const {
-    const QRect root = parentWidget()->window()->frameGeometry();
+// Right or left of the page, where less of it is covered, at its foot; over a panel, if need be.
+QPoint DialogWindow::besidePage(QPoint told) const {
+    const auto *window = qobject_cast<QMainWindow *>(parentWidget());
+    const auto *area =
+        window != nullptr ? dynamic_cast<PageArea *>(window->centralWidget()) : nullptr;
+    if (area == nullptr) {
+        return told;
+    }
+    const QRect page(area->page().mapToGlobal(QPoint(0, 0)), area->page().size());
     const QRect room = roomOnScreen();
-    const int width = size().grownBy(systemFrame()).width();
-    const bool atRight = room.right() - root.right() >= width;
-    const bool atLeft = root.left() - room.left() >= width;
-    return {!atRight && atLeft ? root.left() - width : root.right() + 1, root.top()};
+    const QSize all = size().grownBy(systemFrame());
+    const int right = std::min(page.right() + 1, room.right() + 1 - all.width());
+    const int left = std::max(page.left() - all.width(), room.left());
+    const bool leftIsFree = left + all.width() - page.left() < page.right() + 1 - right;
+    return {leftIsFree ? left : right, page.bottom() + 1 - all.height()};
 }
 
 void DialogWindow::place(DialogPlacement placement) {
@@ -187,12 +207,10 @@ void DialogWindow::place(DialogPlacement placement) {
     const QSize all = size().grownBy(systemFrame());
     const bool overParent = below != nullptr && below->window()->isVisible();
     const QRect around = overParent ? below->window()->frameGeometry() : roomOnScreen();
-    if (standsBeside() && overParent) {
-        move(heldOnScreen(besideRoot()));
-        return;
-    }
+    const QPoint told(placement.x, placement.y);
     const QPoint centred = around.center() - QPoint(all.width(), all.height()) / 2;
-    move(heldOnScreen(middle ? centred : QPoint(placement.x, placement.y)));
+    const bool beside = dialog_.spec != nullptr && dialog_.spec->place == DialogPlace::LowerRight;
+    move(heldOnScreen(beside ? besidePage(told) : middle ? centred : told));
 }
 
 bool DialogWindow::event(QEvent *event) {

@@ -111,7 +111,7 @@ bool DialogWindow::commitsByEnter(const QObject *widget) const {
 }
 
 void DialogWindow::reject() {
-    if (frame_ != nullptr) {
+    if (staysOpen()) {
         frame_->rollUp(true);
         return;
     }
@@ -138,7 +138,7 @@ void DialogWindow::pressEnter() {
     }
 }
 
-// Beside a page that is served: a field that is left by Enter and, on a dialog that floats, a
+// Beside a page that is served: a field that is left by Enter and, where Enter presses anything, a
 // button take Enter; all other keys are the page's.
 bool DialogWindow::takesKeyBesidePage(QKeyEvent &key, bool enter) {
     QWidget *focused = focusWidget();
@@ -149,7 +149,7 @@ bool DialogWindow::takesKeyBesidePage(QKeyEvent &key, bool enter) {
         return true;
     }
     if (auto *button = qobject_cast<QPushButton *>(focused);
-        enter && frame_ == nullptr && button != nullptr) {
+        enter && dialog_.defaultButton != 0 && button != nullptr) {
         button->click();
         return true;
     }
@@ -167,10 +167,6 @@ bool DialogWindow::takesKey(QKeyEvent &key) {
     const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
     if (key.key() == Qt::Key_F2) {
         ToolkitShowMessages();
-        return true;
-    }
-    if (standsBeside() && key.key() == Qt::Key_Escape) {
-        reject(); // what is left by Esc is the dialog, not the page
         return true;
     }
     if (leavesKeys()) {

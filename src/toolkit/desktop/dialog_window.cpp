@@ -56,7 +56,10 @@ DialogWindow::DialogWindow(DialogModel &dialog, QWidget *parent)
     const DialogSpec &spec = specOf(dialog);
     if (spec.inRoot && parentWidget() != nullptr) {
         setWindowFlags(Qt::Widget);
-        frame_ = new PanelFrame(this, spec.place == DialogPlace::Docked);
+        const bool beside = spec.place == DialogPlace::Beside;
+        frame_ =
+            new PanelFrame(this, beside || spec.place == DialogPlace::Docked,
+                           beside ? PanelFrame::CloseBox::Closes : PanelFrame::CloseBox::RollsUp);
         frame_->onClose = [this] {
             reject();
         };
@@ -83,8 +86,14 @@ void DialogWindow::build(const DialogSpec &spec) {
     frames_ = layOutFields(fields_, *body, *buttons);
     all->addWidget(new FormScroll(form, this));
     all->addLayout(buttons);
+    const bool fills = std::any_of(fields_.begin(), fields_.end(), [](const DialogField &field) {
+        return field.spec.kind == ControlKind::Grid; // which takes all the height
+    });
     if (frame_ != nullptr) {
         tighten(*body);
+    }
+    if (frame_ != nullptr && !fills) {
+        all->addStretch(1);
     }
     giveMnemonics();
     orderTabs();

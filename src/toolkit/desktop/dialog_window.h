@@ -52,10 +52,13 @@ class DialogWindow : public QDialog {
     /// button of a list has that of the button which opens it.
     [[nodiscard]] QWidget *widgetOf(int id) const;
     [[nodiscard]] QAction *listedAction(int id) const; ///< of a button of a list; null for others
-    /// True for a dialog that stands beside the root window and leaves it the focus.
-    [[nodiscard]] bool standsBeside() const;
+    /// True for a panel that leaves the page the focus.
+    [[nodiscard]] bool leavesFocus() const;
     [[nodiscard]] bool isPanel() const { return frame_ != nullptr; }
-    /// How the user has left a panel: kept at each change, and set before it is shown again.
+    void rollPanel(); ///< rolls it up or down again, if it is a panel that stays
+    /// How the user has left a panel, to be kept at each change and set before it is shown again.
+    [[nodiscard]] PanelState panelState() const;
+    void setPanelState(const PanelState &state);
     std::function<void(const PanelState &state)> onPanelChange;
     void setPanelState(const PanelState &state);
     [[nodiscard]] PanelState panelState() const; ///< for tests
@@ -103,7 +106,8 @@ class DialogWindow : public QDialog {
     void settleLayout();
     void fitSize();
     void place(DialogPlacement placement);
-    [[nodiscard]] QPoint besideRoot() const;
+    [[nodiscard]] bool staysOpen() const;
+    [[nodiscard]] QPoint besidePage(QPoint told) const;
 
     DialogModel &dialog_;
     std::vector<DialogField> fields_; ///< in the order of the model

@@ -33,6 +33,7 @@ constexpr std::array NamedKeys = {
     NamedKey{Qt::Key_Delete, KeyDelete},
     NamedKey{Qt::Key_F1, KeyF1},
     NamedKey{Qt::Key_F2, KeyF2},
+    NamedKey{Qt::Key_F3, KeyF3},
 };
 
 int modifiersOf(const QKeyEvent &key) {

@@ -3,25 +3,32 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <vector>
+
 namespace keldrin {
 
 class PanelFrame;
 
-/// The middle of the root window: the page, and a panel that is docked beside it or lies upon it.
+/// The middle of the root window: the page, and panels that are docked beside it or lie upon it.
 /// Without a panel the page fills the area; with one it has the shape of its paper, as large as the
-/// room beside the panel allows.
+/// room beside the panels allows.
+///
+/// Panels of one side stand below each other, and what is rolled up is a strip outside of them. The
+/// one that came last has its height before the others; what holds a table takes what is left.
 class PageArea : public QWidget {
   public:
     /// page  becomes a child, and has the keys
     explicit PageArea(QWidget *page, QWidget *parent = nullptr);
 
     [[nodiscard]] QWidget &page() const { return *page_; }
+    /// What the docked panels have left to the page.
+    [[nodiscard]] QRect pageRoom() const { return pageRoom_; }
 
-    /// Takes a panel, a child of this widget, in place of an earlier one.
+    /// Takes a panel, a child of this widget.
     void takePanel(PanelFrame &panel);
     void releasePanel(const PanelFrame &panel);
 
-    /// Gives panel and page their places, at once.
+    /// Gives panels and page their places, at once.
     void layOut();
 
   protected:
@@ -29,7 +36,8 @@ class PageArea : public QWidget {
 
   private:
     QWidget *page_;
-    QPointer<PanelFrame> panel_;
+    QRect pageRoom_;
+    std::vector<QPointer<PanelFrame>> panels_; ///< in the order in which they came
 };
 
 } // namespace keldrin

@@ -4,6 +4,7 @@
 #include "toolkit/desktop/page_area.h"
 #include "toolkit/desktop/panel_buttons.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -26,8 +27,8 @@ int held(int corner, int size, int room) {
 
 } // namespace
 
-PanelFrame::PanelFrame(QWidget *panel, bool docks)
-    : QFrame(panel), panel_(panel),
+PanelFrame::PanelFrame(QWidget *panel, bool docks, CloseBox closeBox)
+    : QFrame(panel), panel_(panel), closeBox_(closeBox),
       area_(docks ? dynamic_cast<PageArea *>(panel->parentWidget()) : nullptr) {
     state_.side = area_ != nullptr ? PanelSide::Right : PanelSide::Floating;
     setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Raised));
@@ -82,6 +83,7 @@ QWidget *PanelFrame::makeTitle() {
     dock_ = addTitleButton("dock", [this] { dock(isDocked() ? PanelSide::Floating : lastSide_); });
     dock_->setVisible(area_ != nullptr);
     roll_ = addTitleButton("roll", [this] { rollUp(!state_.rolledUp); });
+    roll_->setVisible(closeBox_ == CloseBox::RollsUp);
     close_ = addTitleButton("close", [this] {
         if (onClose) {
             onClose();
@@ -107,6 +109,7 @@ PanelState PanelFrame::state() const {
 
 void PanelFrame::setState(const PanelState &state) {
     state_ = state;
+    state_.rolledUp = state.rolledUp && closeBox_ == CloseBox::RollsUp;
     state_.side = area_ != nullptr ? state.side : PanelSide::Floating;
     showState();
 }
@@ -129,7 +132,7 @@ void PanelFrame::showState() {
                    docked ? "Let the panel float upon the page" : "Dock the panel beside the page");
     const TitleButton::Sign away = !docked ? Up : right ? Right : Left;
     roll_->setSign(up ? Down : away, up ? showAll : rollUpWords);
-    close_->setSign(Cross, rollUpWords);
+    close_->setSign(Cross, closeBox_ == CloseBox::Closes ? "Close" : rollUpWords);
     layout()->activate();
 }
 
@@ -159,13 +162,18 @@ void PanelFrame::dock(PanelSide side) {
     showState();
     fit();
     if (side == PanelSide::Floating && !dragging_) {
-        const QSize room = panel_->parentWidget()->size();
-        const QSize size = panel_->size();
-        moveTo(state_.corner.value_or(
-            QPoint(room.width() - size.width(), room.height() - size.height())));
+        moveTo(state_.corner.value_or(firstCorner()));
         panel_->raise();
     }
     notifyChange();
+}
+
+// Beside the page where there is room; else over its lower left corner, which shows least.
+QPoint PanelFrame::firstCorner() const {
+    const QRect room = area_->pageRoom();
+    const bool beside = room.right() - area_->page().geometry().right() >= panel_->width();
+    const int x = beside ? room.right() + 1 - panel_->width() : room.left();
+    return {x, room.bottom() + 1 - panel_->height()};
 }
 
 void PanelFrame::enter(QPoint corner) {
@@ -190,6 +198,25 @@ int PanelFrame::dockedWidth(int height) const {
     const QSize wanted = panel_->sizeHint();
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     return wanted.width() + (!state_.rolledUp && wanted.height() > height ? bar : 0);
+}
+
+bool PanelFrame::holdsTable() const {
+    return body_->findChild<QAbstractItemView *>() != nullptr;
+}
+
+int PanelFrame::leastWidth() const {
+    return minimumSizeHint().width();
+}
+
+int PanelFrame::wantedHeight() const {
+    return panel_->sizeHint().height();
+}
+
+// Its title and some lines.
+int PanelFrame::leastHeight() const {
+    const int lines = holdsTable() ? 9 : 4;
+    return std::min(wantedHeight(),
+                    title_->sizeHint().height() + lines * fontMetrics().lineSpacing());
 }
 
 void PanelFrame::moveTo(QPoint corner) {

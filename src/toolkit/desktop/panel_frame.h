@@ -35,12 +35,16 @@ struct PanelState {
 /// Its title bar drags it: off its side, about the page, and back to a side when the mouse lets it
 /// go at an edge. A double click or a button docks it and lets it float. Floating, it stays inside
 /// and keeps its distance from the nearer edges when the widget below it is resized. Rolled up, all
-/// that is seen is its title bar, or, docked, a strip at the edge.
+/// that is seen is its title bar, or, docked, a strip at the edge; one that is closed by its close
+/// box is never rolled up.
 class PanelFrame : public QFrame {
   public:
+    /// What its close box does, and whether it can be rolled up.
+    enum class CloseBox { RollsUp, Closes };
+
     /// Fills `panel`, a child of the widget that it lies upon.
     /// docks  it may stand beside the page; needs a PageArea as that widget
-    PanelFrame(QWidget *panel, bool docks);
+    PanelFrame(QWidget *panel, bool docks, CloseBox closeBox = CloseBox::RollsUp);
     ~PanelFrame() override;
 
     void setCaption(const QString &caption);
@@ -61,8 +65,13 @@ class PanelFrame : public QFrame {
     void moveTo(QPoint corner);
     /// Gives the panel the size that it wants and the room that there is.
     void fit();
-    /// The width that it wants beside the page.
+    /// The width that it wants beside the page, and the least that it can do with.
     [[nodiscard]] int dockedWidth(int height) const;
+    [[nodiscard]] int leastWidth() const;
+    /// The height that it wants beside the page, and the least that it can do with.
+    [[nodiscard]] int wantedHeight() const;
+    [[nodiscard]] int leastHeight() const;
+    [[nodiscard]] bool holdsTable() const; ///< which can be scrolled
 
     std::function<void()> onClose;  ///< the close box
     std::function<void()> onChange; ///< the user has given it another state
@@ -82,11 +91,13 @@ class PanelFrame : public QFrame {
     bool serveTitle(QEvent &event);
     void drag(QPoint place);
     void drop(QPoint place);
+    [[nodiscard]] QPoint firstCorner() const;
     [[nodiscard]] PanelSide sideAt(QPoint place) const;
     void showTarget(PanelSide side);
     void keepDistance();
 
     QWidget *panel_;
+    CloseBox closeBox_;
     QPointer<PageArea> area_; ///< null where it cannot dock
     QWidget *title_ = nullptr;
     QLabel *caption_ = nullptr;

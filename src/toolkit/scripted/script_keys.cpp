@@ -15,13 +15,21 @@ struct NamedKey {
 };
 
 constexpr std::array NamedKeys = {
-    NamedKey{"Escape", KeyEscape}, NamedKey{"Up", KeyUp},
-    NamedKey{"Down", KeyDown},     NamedKey{"Left", KeyLeft},
-    NamedKey{"Right", KeyRight},   NamedKey{"Enter", KeyEnter},
-    NamedKey{"Home", KeyHome},     NamedKey{"End", KeyEnd},
-    NamedKey{"PageUp", KeyPageUp}, NamedKey{"PageDown", KeyPageDown},
-    NamedKey{"Delete", KeyDelete}, NamedKey{"F1", KeyF1},
-    NamedKey{"F2", KeyF2},         NamedKey{"Backspace", KeyBackspace},
+    NamedKey{"Escape", KeyEscape},
+    NamedKey{"Up", KeyUp},
+    NamedKey{"Down", KeyDown},
+    NamedKey{"Left", KeyLeft},
+    NamedKey{"Right", KeyRight},
+    NamedKey{"Enter", KeyEnter},
+    NamedKey{"Home", KeyHome},
+    NamedKey{"End", KeyEnd},
+    NamedKey{"PageUp", KeyPageUp},
+    NamedKey{"PageDown", KeyPageDown},
+    NamedKey{"Delete", KeyDelete},
+    NamedKey{"F1", KeyF1},
+    NamedKey{"F2", KeyF2},
+    NamedKey{"F3", KeyF3},
+    NamedKey{"Backspace", KeyBackspace},
 };
 
 bool takePrefix(std::string_view &text, std::string_view prefix) {

@@ -104,6 +104,10 @@ void DrivenBackend::pointAtRow(DialogModel &dialog, int id) {
     desktop_.pointAtRow(dialog, id);
 }
 
+void DrivenBackend::rollPanel() {
+    desktop_.rollPanel();
+}
+
 void DrivenBackend::copyText(std::string_view text) {
     ScriptedBackend::copyText(text);
     desktop_.copyText(text);

@@ -31,6 +31,7 @@ class DrivenBackend : public ScriptedBackend {
     void unloadDialog(DialogModel &dialog) override;
     void refresh(DialogModel &dialog, int id) override;
     void pointAtRow(DialogModel &dialog, int id) override;
+    void rollPanel() override;
     void copyText(std::string_view text) override;
 
     void setStatus(StatusPart part, std::string_view text) override;

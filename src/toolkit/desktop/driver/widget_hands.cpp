@@ -153,10 +153,10 @@ void WidgetHands::chooseContext(const ContextEntry &entry) {
 }
 
 void WidgetHands::pressKey(int code) {
-    // A dialog that stands beside the page leaves it the keyboard.
+    // A panel may leave the page the keyboard.
     const std::vector<DialogModel *> &shown = toolkitState().shown;
     const auto top = std::find_if(shown.rbegin(), shown.rend(), [this](const DialogModel *dialog) {
-        return !desktop_.dialogWindow(*dialog)->standsBeside();
+        return !desktop_.dialogWindow(*dialog)->leavesFocus();
     });
     DialogWindow *panel = top != shown.rend() ? desktop_.dialogWindow(**top) : nullptr;
     QWidget *focus = panel != nullptr ? panel->focusWidget() : nullptr;
