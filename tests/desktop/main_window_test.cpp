@@ -2,7 +2,10 @@
 
 #include "page/page_colours.h"
 #include "toolkit/desktop/canvas.h"
+#include "toolkit/desktop/desktop_backend.h"
+#include "toolkit/desktop/notice_line.h"
 #include "toolkit/menu.h"
+#include "toolkit/toolkit_state.h"
 
 #include <QImage>
 #include <QLabel>
@@ -10,6 +13,7 @@
 #include <QPalette>
 #include <QStatusBar>
 #include <QStringList>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -52,6 +56,86 @@ TEST(MainWindow, KeysStandBesideTheEntriesThatHaveOne) {
     }
 
     EXPECT_EQ(texts, QStringList({"&Plan\tM", "&Report"}));
+}
+
+/// A status bar whose notices are read in no time.
+class Notices : public testing::Test {
+  protected:
+    Notices() {
+        window.resize(700, 400);
+        window.show();
+        line().readingTime = -2000;
+    }
+    NoticeLine &line() {
+        return dynamic_cast<NoticeLine &>(*window.findChild<QWidget *>("notices"));
+    }
+    // The texts that are seen, each whole.
+    QStringList seen() {
+        QStringList texts;
+        for (const QLabel *label : line().findChildren<QLabel *>()) {
+            if (label->isVisible()) {
+                EXPECT_GE(label->width(), label->sizeHint().width()) << qPrintable(label->text());
+                texts << label->text();
+            }
+        }
+        return texts;
+    }
+
+    MainWindow window;
+};
+
+TEST_F(Notices, TheReadOutDoesNotCutThem) {
+    const QString readOut = "Time 0.1000 msec   dB/dt 12.00 nV/Am2   Window 3";
+    window.setStatus(StatusPart::Pointer, readOut);
+    window.setStatus(StatusPart::Notice, "26 rows copied.");
+    QTest::qWait(1);
+    EXPECT_EQ(seen(), (QStringList{"26 rows copied.", readOut}));
+    const QString longer = "\"12000\" is neither a station of this line nor a sounding to 24.";
+    window.setStatus(StatusPart::Notice, longer);
+    EXPECT_EQ(seen(), QStringList{longer});
+    window.setStatus(StatusPart::Pointer, readOut + ": 12.00 nV/Am2");
+    EXPECT_EQ(seen(), QStringList{longer}) << "while it is moved too";
+    window.setStatus(StatusPart::Notice, "");
+    EXPECT_EQ(seen(), QStringList{readOut + ": 12.00 nV/Am2"});
+}
+
+TEST_F(Notices, GoWhenTheUserHasHadTimeToReadThem) {
+    window.setStatus(StatusPart::Notice, "8 iterations");
+    QTest::qWait(60);
+    EXPECT_EQ(seen(), QStringList{"8 iterations"}) << "nobody was there";
+    QTest::keyClick(&window.canvas(), Qt::Key_Shift);
+    EXPECT_EQ(seen(), QStringList{"8 iterations"}) << "not at the first move";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return seen().isEmpty(); }));
+    window.setStatus(StatusPart::Marks, "3 windows changed, not saved");
+    QTest::keyClick(&window.canvas(), Qt::Key_Shift);
+    QTest::qWait(60);
+    EXPECT_TRUE(window.isWindowModified()) << "a state stays";
+}
+
+// A wheel or a key shows another sounding below a mouse that stands still.
+TEST(MainWindow, TheReadOutIsOfThePageOnShow) {
+    DesktopBackend backend({.memory = false});
+    ToolkitInit(backend, {"keldrin"});
+    WindowOpen(ResizableWindow, -1, -1, 600, 500);
+    std::string sounding = "first";
+    ToolkitPointerText([&](float, float) { return sounding; });
+    backend.window().canvas().onMove(0.5, 0.5);
+    sounding = "second";
+    backend.onIdle = [&] {
+        queueEvent({EventKey, 'n', 0, 0.0, 0.0});
+        backend.wake();
+    };
+    ToolkitEvent event;
+    while (event.type != EventKey) { // events of the window come first
+        ToolkitNextEvent(event);
+    }
+    QStringList shown;
+    for (const QLabel *label : backend.window().statusBar()->findChildren<QLabel *>()) {
+        shown << label->text();
+    }
+    EXPECT_TRUE(shown.contains("second"));
+    EXPECT_FALSE(shown.contains("first"));
+    ToolkitClose();
 }
 
 TEST(MainWindow, TheTitleBeginsWithTheFileAndAMarkForChanges) {

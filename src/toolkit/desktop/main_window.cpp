@@ -2,6 +2,7 @@
 
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/keys.h"
+#include "toolkit/desktop/notice_line.h"
 #include "toolkit/desktop/page_area.h"
 #include "toolkit/desktop/qt_text.h"
 #include "toolkit/menu.h"
@@ -81,19 +82,16 @@ void MainWindow::makeMenu() {
 
 void MainWindow::makeStatusBar() {
     const int margin = fontMetrics().horizontalAdvance('x');
-    for (QLabel *&label : status_) {
-        label = new QLabel(this);
+    notices_ = new NoticeLine(this);
+    statusBar()->addWidget(notices_, 1);
+    for (const StatusPart part : {StatusPart::Record, StatusPart::Warnings, StatusPart::Sounding,
+                                  StatusPart::Marks, StatusPart::Program}) {
+        auto *label = new QLabel(this);
         label->setTextFormat(Qt::PlainText);
         label->setContentsMargins(margin, 0, margin, 0);
         label->hide();
-    }
-    QLabel *notice = status_[static_cast<std::size_t>(StatusPart::Notice)];
-    notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long one is cut
-    statusBar()->addWidget(notice, 1);
-    statusBar()->addWidget(status_[static_cast<std::size_t>(StatusPart::Pointer)]);
-    for (const StatusPart part : {StatusPart::Record, StatusPart::Warnings, StatusPart::Sounding,
-                                  StatusPart::Marks, StatusPart::Program}) {
-        statusBar()->addPermanentWidget(status_[static_cast<std::size_t>(part)]);
+        status_[static_cast<std::size_t>(part)] = label;
+        statusBar()->addPermanentWidget(label);
     }
     QLabel *warnings = status_[static_cast<std::size_t>(StatusPart::Warnings)];
     warnings->setTextFormat(Qt::RichText); // looks like what it is: a link to the list
@@ -105,10 +103,14 @@ void MainWindow::makeStatusBar() {
 }
 
 void MainWindow::setStatus(StatusPart part, const QString &text) {
-    QLabel *label = status_[static_cast<std::size_t>(part)];
-    if ((part == StatusPart::Notice || part == StatusPart::Pointer) && !text.isEmpty()) {
-        statusBar()->clearMessage(); // the hint of a menu entry would be drawn over it
+    if (part == StatusPart::Notice || part == StatusPart::Pointer) {
+        if (!text.isEmpty()) {
+            statusBar()->clearMessage(); // the hint of a menu entry would be drawn over it
+        }
+        part == StatusPart::Notice ? notices_->setNotice(text) : notices_->setPointer(text);
+        return;
     }
+    QLabel *label = status_[static_cast<std::size_t>(part)];
     if (part == StatusPart::Marks) {
         setWindowModified(!text.isEmpty());
     }

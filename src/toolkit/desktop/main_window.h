@@ -13,6 +13,7 @@ class QLabel;
 namespace keldrin {
 
 class Canvas;
+class NoticeLine;
 struct MenuEntry;
 
 /// The root window: the menu on its bar, the page, and a status bar. It only shows and reports.
@@ -52,7 +53,8 @@ class MainWindow : public QMainWindow {
 
     Canvas *canvas_ = nullptr;
     std::map<int, QAction *> actions_; ///< by command
-    std::array<QLabel *, 7> status_{}; ///< by StatusPart
+    NoticeLine *notices_ = nullptr;
+    std::array<QLabel *, 7> status_{}; ///< by StatusPart, but for those of notices_
     bool menuServed_ = true;
 };
 
