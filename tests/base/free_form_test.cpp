@@ -6,9 +6,11 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <random>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 namespace keldrin {
@@ -102,8 +104,10 @@ TEST(FreeForm, DenormalsCountAsZeroAndKeepTheSign) {
 
 template <class Real>
 void expectNearest(const std::string &text) {
-    Real expected = 0;
-    std::from_chars(text.data(), text.data() + text.size(), expected);
+    // from_chars rounds some numbers twice on 32-bit x86; the C library does not
+    const Real expected = std::is_same_v<Real, float>
+                              ? static_cast<Real>(std::strtof(text.c_str(), nullptr))
+                              : static_cast<Real>(std::strtod(text.c_str(), nullptr));
     Real value = 0;
     ASSERT_EQ(readFreeForm(text, value), FreeForm::Value) << text;
     ASSERT_EQ(value, expected) << text;

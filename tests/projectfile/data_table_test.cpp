@@ -2,6 +2,7 @@
 #include "support/sanitizer.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #ifdef __linux__
 #include <sys/resource.h>
@@ -26,7 +27,8 @@ class MemoryLimit {
     MemoryLimit() {
         ::getrlimit(RLIMIT_AS, &before_);
         rlimit limit = before_;
-        limit.rlim_cur = std::min<rlim_t>(before_.rlim_max, rlim_t{1} << 36U);
+        constexpr std::uint64_t most = std::uint64_t{1} << 36U;
+        limit.rlim_cur = static_cast<rlim_t>(std::min<std::uint64_t>(before_.rlim_max, most));
         ::setrlimit(RLIMIT_AS, &limit);
     }
     MemoryLimit(const MemoryLimit &) = delete;
