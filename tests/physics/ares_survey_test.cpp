@@ -249,7 +249,7 @@ TEST(AResSurvey, ANegativeCalculatedValueGivesZero) {
 // Metres matter six million metres from the origin of the coordinates.
 TEST(AResSurvey, LargeCoordinatesLoseNothing) {
     const MessageRecorder messages;
-    WindowReals atOrigin;
+    WindowReals atOrigin{};
     for (const double origin : {0.0, 6.0e6 + 0.1875}) {
         SurveyModel model = exampleModel(FixedLoop, 1);
         model.control.XTxCenter = model.control.YTxCenter = origin;
