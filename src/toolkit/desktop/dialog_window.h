@@ -56,9 +56,7 @@ class DialogWindow : public QDialog {
     [[nodiscard]] bool leavesFocus() const;
     [[nodiscard]] bool isPanel() const { return frame_ != nullptr; }
     void rollPanel(); ///< rolls it up or down again, if it is a panel that stays
-    /// How the user has left a panel, to be kept at each change and set before it is shown again.
-    [[nodiscard]] PanelState panelState() const;
-    void setPanelState(const PanelState &state);
+    /// How the user has left a panel: kept at each change, and set before it is shown again.
     std::function<void(const PanelState &state)> onPanelChange;
     void setPanelState(const PanelState &state);
     [[nodiscard]] PanelState panelState() const; ///< for tests
