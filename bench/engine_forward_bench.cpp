@@ -11,7 +11,7 @@
 namespace keldrin {
 namespace {
 
-constexpr int Windows = 30;
+constexpr int ForwardWindows = 30;
 
 /// 30 windows from 0.01 to 10 msec after a ramp of 60 usec; with a frequency the default pulse and
 /// its repetition.
@@ -27,8 +27,8 @@ WindowSet windowsOf(double frequency) {
         set.currents = {1.0, 0.0};
     }
     set.origin = set.times.back();
-    const double ratio = std::pow(1000.0, 1.0 / (Windows - 1));
-    for (int i = 0; i < Windows; ++i) {
+    const double ratio = std::pow(1000.0, 1.0 / (ForwardWindows - 1));
+    for (int i = 0; i < ForwardWindows; ++i) {
         const double centre = 1.0e-5 * std::pow(ratio, i);
         set.lower.push_back(centre / std::sqrt(ratio));
         set.upper.push_back(centre * std::sqrt(ratio));

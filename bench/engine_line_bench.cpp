@@ -20,7 +20,7 @@ namespace {
 
 using namespace keldrin;
 
-constexpr int Windows = 30;
+constexpr int LineWindows = 30;
 
 /// An In-Loop line over three layers that change along it, with 2.5 percent noise and a floor.
 void fillSurvey(SurveyModel &model, int soundings) {
@@ -36,9 +36,9 @@ void fillSurvey(SurveyModel &model, int soundings) {
         record.Station = record.RxStn = record.TxStn = 50.0 * i;
         record.East = 50.0 * i;
         record.North = 0.0;
-        record.NumTW = Windows;
+        record.NumTW = LineWindows;
         double time = 0.02;
-        for (std::size_t k = 0; k < Windows; ++k, time *= 1.22) {
+        for (std::size_t k = 0; k < LineWindows; ++k, time *= 1.22) {
             record.TWcenter[k] = static_cast<float>(time);
             record.TWwidth[k] = static_cast<float>(0.2 * time);
             record.TEMwgt[k] = {0.0F, 0.0F, 1.0F};
@@ -58,9 +58,9 @@ void fillData(SurveyModel &model) {
                                                      std::log(8.0)};
         const std::array<double, 2> thickness = {12.0 + 6.0 * std::sin(phase),
                                                  60.0 + 20.0 * std::cos(0.7 * phase)};
-        std::array<double, Windows> values{};
+        std::array<double, LineWindows> values{};
         layeredResponse(plans[i].plan, lnResistivity, thickness, workspace, values);
-        for (std::size_t k = 0; k < Windows; ++k) {
+        for (std::size_t k = 0; k < LineWindows; ++k) {
             const double floor = 0.02 / std::sqrt(static_cast<double>(record.TWcenter[k]));
             const double deviation = std::hypot(0.025 * values[k], floor);
             const double value = values[k] + deviation * noise(random);

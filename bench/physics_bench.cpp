@@ -15,7 +15,7 @@
 namespace keldrin {
 namespace {
 
-constexpr int Windows = 30;
+constexpr int PhysicsWindows = 30;
 constexpr float HostConductivity = 1.0F / 30.0F;
 
 /// A survey with one sounding over a half-space of 30 ohm-m, its curve slightly wavy.
@@ -52,8 +52,8 @@ float halfSpaceValue(const Example &example, float t) {
 
 SoundingRecord soundingOf(const Example &example, int number) {
     SoundingRecord record;
-    record.NumTW = Windows;
-    for (std::size_t k = 0; k < Windows; ++k) {
+    record.NumTW = PhysicsWindows;
+    for (std::size_t k = 0; k < PhysicsWindows; ++k) {
         const float centre = 0.03F * std::pow(10.0F, 0.09F * static_cast<float>(k)); // msec
         const float wiggle =
             1.0F + 0.05F * std::sin(static_cast<float>(k) + 0.1F * static_cast<float>(number));
@@ -76,7 +76,7 @@ void sounding(benchmark::State &state) {
     input.freq = 8.0F;
     input.rxX = example.rxX;
     input.rxY = example.rxY;
-    input.ntw = Windows;
+    input.ntw = PhysicsWindows;
     input.twCenter = record.TWcenter;
     input.twWidth = record.TWwidth;
     input.weights = record.TEMwgt;

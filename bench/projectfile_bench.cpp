@@ -11,24 +11,24 @@
 namespace keldrin {
 namespace {
 
-constexpr int Soundings = 2048;
-constexpr int Windows = 30;
+constexpr int ProjectSoundings = 2048;
+constexpr int ProjectWindows = 30;
 
 /// A project of the usual largest size, with every column filled.
 SurveyModel largeProject() {
     SurveyModel model;
     STD_Init_Namelist(model);
     setTEMUnits(model.control, NanovoltPerAmpereSquareMetre);
-    static_cast<void>(STD_Allocate_hTrn(model, Soundings));
-    model.SoundingCount = Soundings;
-    for (int i = 0; i < Soundings; ++i) {
+    static_cast<void>(STD_Allocate_hTrn(model, ProjectSoundings));
+    model.SoundingCount = ProjectSoundings;
+    for (int i = 0; i < ProjectSoundings; ++i) {
         SoundingRecord &record = model.hTrn[static_cast<std::size_t>(i)];
         record.Station = record.RxStn = record.TxStn = 1000.0 + 50.0 * i;
         record.East = 402000.0 + 48.507 * i;
         record.North = 5210400.0 + 12.127 * i;
         record.Elevation = 312.0 + 0.166 * (i % 100);
-        record.NumTW = Windows;
-        for (std::size_t w = 0; w < Windows; ++w) {
+        record.NumTW = ProjectWindows;
+        for (std::size_t w = 0; w < ProjectWindows; ++w) {
             const auto step = static_cast<float>(w);
             record.TWcenter[w] = 0.03F * std::exp(0.234F * step);
             record.TWwidth[w] = 0.23F * record.TWcenter[w];

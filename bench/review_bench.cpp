@@ -17,22 +17,22 @@ namespace {
 
 // What a review of a full line does between a key and its page: each step is to stay below 16 ms.
 
-constexpr int Soundings = 2048;
-constexpr int Windows = 30;
+constexpr int ReviewSoundings = 2048;
+constexpr int ReviewWindows = 30;
 constexpr int Layers = 26;
 
 /// A line of noisy decays, a tenth of whose windows is marked.
 SurveyModel fullLine() {
     SurveyModel survey;
-    survey.hTrn.resize(Soundings);
-    survey.SoundingCount = Soundings;
+    survey.hTrn.resize(ReviewSoundings);
+    survey.SoundingCount = ReviewSoundings;
     std::mt19937 random(7);
     std::normal_distribution<float> noise(0.0F, 0.05F);
     for (SoundingRecord &sounding : survey.hTrn) {
-        sounding.NumTW = Windows;
+        sounding.NumTW = ReviewWindows;
         sounding.NumLayer = Layers;
         float time = 0.03F;
-        for (std::size_t i = 0; i < Windows; ++i, time *= 1.23F) {
+        for (std::size_t i = 0; i < ReviewWindows; ++i, time *= 1.23F) {
             sounding.TWcenter[i] = time;
             sounding.TEMobs[i] = 600.0F * std::pow(time, -2.5F) * (1.0F + noise(random));
             sounding.TEMcalc[i] = 600.0F * std::pow(time, -2.5F);
@@ -65,7 +65,7 @@ void pageOfReview(benchmark::State &state) {
     int station = 0;
     for (auto _ : state) {
         page.begin(PageWidthCm, PageHeightCm);
-        station = station % Soundings + 1;
+        station = station % ReviewSoundings + 1;
         benchmark::DoNotOptimize(Plot_Sounding(survey, limits, station, "line1.std", date, time));
     }
     selectSurface(nullptr);
@@ -78,7 +78,7 @@ void curvesOfNeighbours(benchmark::State &state) {
     limits.neighbours = static_cast<int>(state.range(0));
     int station = 0;
     for (auto _ : state) {
-        station = station % Soundings + 1;
+        station = station % ReviewSoundings + 1;
         benchmark::DoNotOptimize(neighbourCurves(survey, limits, station));
     }
 }
@@ -115,7 +115,7 @@ BENCHMARK(takeFilters)->Unit(benchmark::kMillisecond);
 void countUnsaved(benchmark::State &state) {
     SurveyModel survey = fullLine();
     AutoSkipSettings settings;
-    settings.lastWindow = Windows / 2;
+    settings.lastWindow = ReviewWindows / 2;
     const SkipPlan plan = planAutoSkip(survey, settings, 100.0F, {});
     MarkHistory history;
     recordMarks(history, changesOf(survey, 1, [&] { applySkipPlan(survey, plan, false); }));
