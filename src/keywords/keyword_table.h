@@ -299,6 +299,9 @@ constexpr std::string_view numberForm() {
 std::string initialText(const KeywordRow &row, double value);
 std::string initialText(const KeywordRow &row, int value);
 std::string initialText(const KeywordRow &row, std::string_view value);
+inline std::string initialText(const KeywordRow &row, float value) {
+    return initialText(row, static_cast<double>(value));
+}
 template <std::size_t N>
 std::string initialText(const KeywordRow &row, const FixedText<N> &value) {
     return initialText(row, value.view());
