@@ -56,26 +56,20 @@ std::vector<EditDescriptor> formsOfFiles() {
     return forms;
 }
 
-/// The library's text of a number with the digits of a form.
+/// The library's text of a number with the digits of a form; a zero follows it.
 std::string_view libraryText(float value, const EditDescriptor &edit, std::array<char, 128> &room) {
     const bool fixed = edit.form == Form::Fixed;
     const int decimals = edit.form == Form::Scientific || fixed ? edit.digits : edit.digits - 1;
     const auto format = fixed ? std::chars_format::fixed : std::chars_format::scientific;
-    const auto end = std::to_chars(room.data(), room.data() + room.size(), value, format, decimals);
+    const auto end =
+        std::to_chars(room.data(), room.data() + room.size() - 1, value, format, decimals);
+    *end.ptr = '\0';
     return {room.data(), static_cast<std::size_t>(end.ptr - room.data())};
 }
 
-/// What went wrong with a number; null when nothing did.
-const char *failureOf(float value, const EditDescriptor &edit, bool &fits) {
-    std::string text;
-    keldrin::appendNumberText(text, value, edit);
-    fits = text.find('*') == std::string::npos;
-    if (!fits) {
-        return nullptr;
-    }
-    std::array<char, 128> room{};
-    const std::string_view library = libraryText(value, edit, room);
-    float wanted = std::strtof(std::string(library).c_str(), nullptr);
+/// What is wrong with a text as a form of the number that `library` says; null when nothing is.
+const char *faultOf(const std::string &text, const char *library, const EditDescriptor &edit) {
+    float wanted = std::strtof(library, nullptr);
     const bool isDenormal = wanted != 0.0F && std::fabs(wanted) < FLT_MIN;
     if (isDenormal) {
         wanted = 0.0F; // as they count
@@ -91,13 +85,45 @@ const char *failureOf(float value, const EditDescriptor &edit, bool &fits) {
     if (read != wanted) {
         return "has other digits than the library's text";
     }
-    if (isDenormal) {
-        return nullptr;
+    if (isDenormal || !keldrin::isPresent(read)) {
+        return nullptr; // not present: its digits are those of the mark of a missing value
     }
     std::string again;
     keldrin::appendNumberText(again, read, edit);
     return again == text ? nullptr : "is written differently the second time";
 }
+
+/// Writes numbers in one form and checks them. Neighbours that share both texts with the number
+/// before them, as most do, share its answer.
+class FormCheck {
+  public:
+    explicit FormCheck(const EditDescriptor &edit) : edit_(edit) {}
+
+    /// What went wrong with a number; null when nothing did. `fits`: it has no asterisks.
+    const char *failureOf(float value, bool &fits) {
+        text_.clear();
+        keldrin::appendNumberText(text_, value, edit_);
+        fits = text_.find('*') == std::string::npos;
+        if (!fits) {
+            return nullptr;
+        }
+        const std::string_view library = libraryText(value, edit_, room_);
+        if (text_ != lastText_ || library != lastLibrary_) {
+            fault_ = faultOf(text_, library.data(), edit_);
+            lastText_ = text_;
+            lastLibrary_ = library;
+        }
+        return fault_;
+    }
+
+  private:
+    const EditDescriptor &edit_;
+    std::array<char, 128> room_{};
+    std::string text_;
+    std::string lastText_;
+    std::string lastLibrary_;
+    const char *fault_ = nullptr;
+};
 
 struct Count {
     std::atomic<std::uint64_t> numbers = 0;
@@ -108,6 +134,7 @@ struct Count {
 void tryNumbers(const EditDescriptor &edit, std::uint64_t first, std::uint64_t step, Count &count) {
     constexpr std::uint64_t patterns = std::uint64_t{1} << 32U;
     constexpr std::uint64_t mostTold = 10;
+    FormCheck check(edit);
     std::uint64_t numbers = 0;
     std::uint64_t asterisks = 0;
     for (std::uint64_t bits = first; bits < patterns; bits += step) {
@@ -117,7 +144,7 @@ void tryNumbers(const EditDescriptor &edit, std::uint64_t first, std::uint64_t s
         }
         ++numbers;
         bool fits = true;
-        const char *failure = failureOf(value, edit, fits);
+        const char *failure = check.failureOf(value, fits);
         asterisks += fits ? 0 : 1;
         if (failure != nullptr && ++count.failures <= mostTold) {
             std::printf("%08x (%.9g) %s\n", static_cast<unsigned>(bits), static_cast<double>(value),
