@@ -3,7 +3,7 @@
 #include "page/page_colours.h"
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/desktop_backend.h"
-#include "toolkit/desktop/notice_line.h"
+#include "toolkit/desktop/widgets/notice_line.h"
 #include "toolkit/menu.h"
 #include "toolkit/toolkit_state.h"
 

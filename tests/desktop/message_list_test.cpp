@@ -1,4 +1,4 @@
-#include "toolkit/desktop/message_list.h"
+#include "toolkit/desktop/widgets/message_list.h"
 
 #include <QComboBox>
 #include <QDialog>

@@ -1,7 +1,7 @@
 #include "desktop/dialog_backend.h"
 #include "toolkit/control_ids.h"
 #include "toolkit/desktop/desktop_settings.h"
-#include "toolkit/desktop/panel_buttons.h"
+#include "toolkit/desktop/widgets/panel_buttons.h"
 #include "toolkit/user_edits.h"
 
 #include <QAction>

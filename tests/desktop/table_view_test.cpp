@@ -1,4 +1,4 @@
-#include "toolkit/desktop/table_view.h"
+#include "toolkit/desktop/widgets/table_view.h"
 
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/page_area.h"

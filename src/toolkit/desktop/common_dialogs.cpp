@@ -1,6 +1,6 @@
 #include "toolkit/desktop/common_dialogs.h"
 
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 #include "toolkit/file_filter.h"
 
 #include <QAbstractButton>

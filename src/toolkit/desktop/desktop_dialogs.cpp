@@ -2,9 +2,9 @@
 #include "toolkit/desktop/desktop_backend.h"
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/main_window.h"
-#include "toolkit/desktop/message_list.h"
 #include "toolkit/desktop/printing.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/message_list.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 #include "toolkit/dialog_model.h"
 #include "toolkit/toolkit_state.h"
 

@@ -1,7 +1,7 @@
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/page_area.h"
 #include "toolkit/desktop/panel_frame.h"
-#include "toolkit/desktop/part_grid.h"
+#include "toolkit/desktop/widgets/part_grid.h"
 
 #include <QApplication>
 #include <QLayout>

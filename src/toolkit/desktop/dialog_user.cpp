@@ -1,9 +1,9 @@
 #include "toolkit/desktop/dialog_window.h"
-#include "toolkit/desktop/field_widgets.h"
 #include "toolkit/desktop/keys.h"
 #include "toolkit/desktop/panel_frame.h"
-#include "toolkit/desktop/qt_text.h"
-#include "toolkit/desktop/table_view.h"
+#include "toolkit/desktop/widgets/field_widgets.h"
+#include "toolkit/desktop/widgets/qt_text.h"
+#include "toolkit/desktop/widgets/table_view.h"
 #include "toolkit/user_edits.h"
 
 #include <QCheckBox>

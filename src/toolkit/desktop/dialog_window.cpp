@@ -1,9 +1,9 @@
 #include "toolkit/desktop/dialog_window.h"
 
-#include "toolkit/desktop/dialog_layout.h"
-#include "toolkit/desktop/form_scroll.h"
 #include "toolkit/desktop/panel_frame.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/dialog_layout.h"
+#include "toolkit/desktop/widgets/form_scroll.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 #include "toolkit/menu.h"
 
 #include <QAbstractButton>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "toolkit/backend.h"
-#include "toolkit/desktop/button_list.h"
-#include "toolkit/desktop/dialog_fields.h"
-#include "toolkit/desktop/mnemonics.h"
 #include "toolkit/desktop/panel_frame.h"
+#include "toolkit/desktop/widgets/button_list.h"
+#include "toolkit/desktop/widgets/dialog_fields.h"
+#include "toolkit/desktop/widgets/mnemonics.h"
 #include "toolkit/dialog_model.h"
 
 #include <QDialog>

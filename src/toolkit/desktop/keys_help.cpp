@@ -2,7 +2,7 @@
 
 #include "base/manual.h"
 #include "base/paths.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 #include "toolkit/menu.h"
 
 #include <QDesktopServices>

@@ -2,9 +2,9 @@
 
 #include "toolkit/desktop/canvas.h"
 #include "toolkit/desktop/keys.h"
-#include "toolkit/desktop/notice_line.h"
 #include "toolkit/desktop/page_area.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/notice_line.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 #include "toolkit/menu.h"
 
 #include <QAction>

@@ -2,7 +2,7 @@
 
 #include "base/real.h"
 #include "toolkit/desktop/page_area.h"
-#include "toolkit/desktop/panel_buttons.h"
+#include "toolkit/desktop/widgets/panel_buttons.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

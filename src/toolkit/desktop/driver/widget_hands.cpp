@@ -6,8 +6,8 @@
 #include "toolkit/desktop/dialog_window.h"
 #include "toolkit/desktop/driver/synthetic_input.h"
 #include "toolkit/desktop/main_window.h"
-#include "toolkit/desktop/qt_text.h"
-#include "toolkit/desktop/table_view.h"
+#include "toolkit/desktop/widgets/qt_text.h"
+#include "toolkit/desktop/widgets/table_view.h"
 #include "toolkit/scripted/typed_entry.h"
 #include "toolkit/toolkit_state.h"
 

@@ -1,6 +1,6 @@
-#include "toolkit/desktop/part_grid.h"
+#include "toolkit/desktop/widgets/part_grid.h"
 
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 
 #include <QGridLayout>
 #include <QLabel>

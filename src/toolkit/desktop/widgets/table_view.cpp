@@ -1,7 +1,7 @@
-#include "toolkit/desktop/table_view.h"
+#include "toolkit/desktop/widgets/table_view.h"
 
 #include "base/index.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 
 #include <QAbstractTableModel>
 #include <QHeaderView>

@@ -1,8 +1,8 @@
-#include "toolkit/desktop/dialog_fields.h"
+#include "toolkit/desktop/widgets/dialog_fields.h"
 
-#include "toolkit/desktop/field_widgets.h"
-#include "toolkit/desktop/qt_text.h"
-#include "toolkit/desktop/table_view.h"
+#include "toolkit/desktop/widgets/field_widgets.h"
+#include "toolkit/desktop/widgets/qt_text.h"
+#include "toolkit/desktop/widgets/table_view.h"
 #include "toolkit/field_number.h"
 
 #include <QCheckBox>

@@ -1,7 +1,7 @@
-#include "toolkit/desktop/message_model.h"
+#include "toolkit/desktop/widgets/message_model.h"
 
 #include "base/index.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 
 #include <QStringList>
 

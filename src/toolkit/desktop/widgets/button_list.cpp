@@ -1,6 +1,6 @@
-#include "toolkit/desktop/button_list.h"
+#include "toolkit/desktop/widgets/button_list.h"
 
-#include "toolkit/desktop/dialog_fields.h"
+#include "toolkit/desktop/widgets/dialog_fields.h"
 
 #include <QMenu>
 #include <QPushButton>

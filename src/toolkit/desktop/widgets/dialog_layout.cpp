@@ -1,7 +1,7 @@
-#include "toolkit/desktop/dialog_layout.h"
+#include "toolkit/desktop/widgets/dialog_layout.h"
 
-#include "toolkit/desktop/part_grid.h"
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/part_grid.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 
 #include <QGridLayout>
 #include <QGroupBox>

@@ -1,6 +1,6 @@
-#include "toolkit/desktop/message_list.h"
+#include "toolkit/desktop/widgets/message_list.h"
 
-#include "toolkit/desktop/message_model.h"
+#include "toolkit/desktop/widgets/message_model.h"
 
 #include <QApplication>
 #include <QClipboard>

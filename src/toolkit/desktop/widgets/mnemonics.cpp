@@ -1,6 +1,6 @@
-#include "toolkit/desktop/mnemonics.h"
+#include "toolkit/desktop/widgets/mnemonics.h"
 
-#include "toolkit/desktop/qt_text.h"
+#include "toolkit/desktop/widgets/qt_text.h"
 #include "toolkit/menu.h"
 
 #include <set>

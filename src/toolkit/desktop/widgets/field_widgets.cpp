@@ -1,4 +1,4 @@
-#include "toolkit/desktop/field_widgets.h"
+#include "toolkit/desktop/widgets/field_widgets.h"
 
 #include "base/real.h"
 

@@ -1,4 +1,4 @@
-#include "toolkit/desktop/notice_line.h"
+#include "toolkit/desktop/widgets/notice_line.h"
 
 #include <QApplication>
 #include <QEvent>

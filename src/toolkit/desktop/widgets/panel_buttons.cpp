@@ -1,4 +1,4 @@
-#include "toolkit/desktop/panel_buttons.h"
+#include "toolkit/desktop/widgets/panel_buttons.h"
 
 #include <QPainter>
 #include <QPolygonF>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "toolkit/desktop/dialog_fields.h"
+#include "toolkit/desktop/widgets/dialog_fields.h"
 
 #include <map>
 #include <span>

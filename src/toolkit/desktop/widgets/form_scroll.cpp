@@ -1,4 +1,4 @@
-#include "toolkit/desktop/form_scroll.h"
+#include "toolkit/desktop/widgets/form_scroll.h"
 
 #include <QEvent>
 
