@@ -17,6 +17,11 @@ struct DataInputAnswers {
 };
 
 namespace DataInputControl {
+inline constexpr int CoilTitle = 4001;
+inline constexpr int AreaTitle = 4002;
+inline constexpr int RescalingTitle = 4003;
+inline constexpr int BeginTitle = 4004;
+inline constexpr int IncrementTitle = 4005;
 inline constexpr int Line = 1082;
 inline constexpr int AreaX = 1083;
 inline constexpr int AreaY = 1116;

@@ -60,7 +60,7 @@ constexpr ControlSpec mapEnd(int id, std::string_view label) {
 namespace plan {
 using namespace PlanLimitsControl;
 constexpr std::array Controls = {
-    groupTitle(4021, "Dots"),
+    groupTitle(DotsTitle, "Dots"),
     ControlSpec{.id = Quantity,
                 .kind = List,
                 .label = "Coloured by",
@@ -82,7 +82,7 @@ constexpr std::array Controls = {
     choice<&PlanLimits::setValues>(SetValues, "Set the limits of the colours"),
     valueEnd<&AxisLimits::low>(ValuesMinimum, "minimum", "Colours minimum"),
     inRow(valueEnd<&AxisLimits::high>(ValuesMaximum, "maximum", "Colours maximum")),
-    groupTitle(4022, "Map"),
+    groupTitle(MapTitle, "Map"),
     choice<&PlanLimits::setMap>(SetMap, "Set the limits of the map"),
     mapEnd<&MapLimits::west>(West, "West"),
     inRow(mapEnd<&MapLimits::east>(East, "East")),

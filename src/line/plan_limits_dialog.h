@@ -14,6 +14,8 @@ struct PlanLimitsAnswers {
 };
 
 namespace PlanLimitsControl {
+inline constexpr int DotsTitle = 4021;
+inline constexpr int MapTitle = 4022;
 inline constexpr int Quantity = 1140; ///< list
 inline constexpr int Depth = 1141;
 inline constexpr int DepthUnit = 1142;

@@ -75,7 +75,7 @@ constexpr auto Data = &ProfileLimits::data;
 namespace section {
 using namespace SectionLimitsControl;
 constexpr std::array Controls = {
-    groupTitle(4011, "Resistivity (ohm-m)"),
+    groupTitle(ResistivityTitle, "Resistivity (ohm-m)"),
     choice(SetResistivity, fieldOf<Section, &SectionLimits::setResistivity>()),
     limit(
         ResistivityLow, FourDigits, "minimum", "Resistivity minimum",
@@ -88,14 +88,14 @@ constexpr std::array Controls = {
                 .label = "Colours",
                 .field = fieldOf<Section, &SectionLimits::colours>(),
                 .entries = givenBy<sectionScales>()},
-    groupTitle(4012, "Time (msec)"),
+    groupTitle(TimeTitle, "Time (msec)"),
     choice(SetTime, fieldOf<Section, &SectionLimits::setTime>()),
     limit(TimeLow, FourDigits, "minimum", "Time minimum",
           fieldTakenBy<takeEnd<LogarithmicAxis>, Section, Time, Low>(LogarithmicAxis.refusal)),
     inRow(limit(
         TimeHigh, FourDigits, "maximum", "Time maximum",
         fieldTakenBy<takeEnd<LogarithmicAxis>, Section, Time, High>(LogarithmicAxis.refusal))),
-    groupTitle(4013, "Elevation", shownBy<heightTitle>()),
+    groupTitle(HeightTitle, "Elevation", shownBy<heightTitle>()),
     choice(SetHeight, fieldOf<Section, &SectionLimits::setHeight>()),
     limit(HeightLow, OneDecimal, "minimum", "Elevation minimum",
           fieldTakenBy<takeEnd<LinearAxis>, Section, Height, Low>(LinearAxis.refusal)),
@@ -137,7 +137,7 @@ constexpr std::array Controls = {
                 .field = fieldTakenBy<takeWindows, Profile, &ProfileLimits::windows>(
                     "is no list of windows"),
                 .name = "Windows"},
-    groupTitle(4011, "dB/dt", shownBy<dataTitle>()),
+    groupTitle(DataTitle, "dB/dt", shownBy<dataTitle>()),
     choice(SetData, fieldOf<Profile, &ProfileLimits::setData>()),
     limit(DataLow, FourDigits, "minimum", "dB/dt minimum",
           fieldTakenBy<takeEnd<LinearAxis>, Profile, Data, Low>(LinearAxis.refusal)),

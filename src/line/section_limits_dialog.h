@@ -23,6 +23,9 @@ const DialogSpec &sectionLimitsDialog();
 const DialogSpec &profileLimitsDialog();
 
 namespace SectionLimitsControl {
+inline constexpr int ResistivityTitle = 4011;
+inline constexpr int TimeTitle = 4012;
+inline constexpr int HeightTitle = 4013;
 inline constexpr int SetResistivity = 1140;
 inline constexpr int ResistivityHigh = 1141;
 inline constexpr int ResistivityLow = 1142;
@@ -38,6 +41,7 @@ inline constexpr int Colours = 1151;
 } // namespace SectionLimitsControl
 
 namespace ProfileLimitsControl {
+inline constexpr int DataTitle = 4011;
 inline constexpr int Every = 1152;
 inline constexpr int Windows = 1156;
 inline constexpr int SetData = 1153;

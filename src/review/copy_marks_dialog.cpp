@@ -31,7 +31,7 @@ constexpr std::array CopyMarksControls = {
                 .field = fieldTakenBy<takeList, &CopyMarksAnswers::to>("is no list of ordinals"),
                 .name = "List of soundings",
                 .width = 24},
-    ControlSpec{.id = 4102,
+    ControlSpec{.id = CopyMarksControl::ListHelp,
                 .label = "Ordinals such as 1-5,9. A window gets the mark of the one at its time.",
                 .look = StaticLook::Help},
     ContinueRow,

@@ -15,6 +15,7 @@ struct CopyMarksAnswers {
 namespace CopyMarksControl {
 inline constexpr int From = 4100;
 inline constexpr int To = 4101;
+inline constexpr int ListHelp = 4102;
 } // namespace CopyMarksControl
 
 extern const DialogForm<CopyMarksAnswers> CopyMarksDialog;

@@ -54,8 +54,8 @@ constexpr ControlSpec outside(ControlSpec spec) {
 }
 
 constexpr std::array PanelControls = {
-    groupTitle(1030, "Select Station"),
-    text(1028, "1"),
+    groupTitle(ReviewControl::StationTitle, "Select Station"),
+    text(ReviewControl::FirstStation, "1"),
     ControlSpec{.id = ReviewControl::Station,
                 .kind = Trackbar,
                 .limits = {1.0, 2.0}, // until the record gives its own
@@ -85,7 +85,7 @@ constexpr std::array PanelControls = {
     button(ReviewControl::AutoSkip, "&Auto Skip...", true),
     button(ReviewControl::Exit, "E&xit Review", false),
     button(ButtonCancel, "Cancel Changes", true),
-    help(1402, "F1 lists what mouse and keys do."),
+    help(ReviewControl::KeysHelp, "F1 lists what mouse and keys do."),
 };
 
 } // namespace

@@ -14,6 +14,8 @@ struct PanelValues {
 };
 
 namespace ReviewControl {
+inline constexpr int StationTitle = 1030;
+inline constexpr int FirstStation = 1028;
 inline constexpr int Station = 1057; ///< trackbar
 inline constexpr int Place = 1401;   ///< field of a station or an ordinal
 inline constexpr int LastStation = 1069;
@@ -30,6 +32,7 @@ inline constexpr int AllToPdf = 1073;
 inline constexpr int EditLimits = 1081;
 inline constexpr int AutoSkip = 1490; ///< opens its dialog over the page
 inline constexpr int Exit = 1068;
+inline constexpr int KeysHelp = 1402;
 } // namespace ReviewControl
 
 extern const DialogForm<PanelValues> ReviewDialog;

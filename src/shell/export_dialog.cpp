@@ -24,11 +24,21 @@ struct ExportAnswers {
     bool vtk = true;
 };
 
+namespace ExportControl {
+constexpr int FormatsTitle = 4031;
+constexpr int Csv = 1160;
+constexpr int Gdf2 = 1161;
+constexpr int Vtk = 1162;
+} // namespace ExportControl
+
 constexpr std::array ExportControls = {
-    groupTitle(4031, "Formats"),
-    checkBox(1160, "CSV tables of soundings, windows and layers", fieldOf<&ExportAnswers::csv>()),
-    checkBox(1161, "ASEG-GDF2 point located data (.dat, .dfn)", fieldOf<&ExportAnswers::gdf2>()),
-    checkBox(1162, "VTK curtain of the layered models", fieldOf<&ExportAnswers::vtk>()),
+    groupTitle(ExportControl::FormatsTitle, "Formats"),
+    checkBox(ExportControl::Csv, "CSV tables of soundings, windows and layers",
+             fieldOf<&ExportAnswers::csv>()),
+    checkBox(ExportControl::Gdf2, "ASEG-GDF2 point located data (.dat, .dfn)",
+             fieldOf<&ExportAnswers::gdf2>()),
+    checkBox(ExportControl::Vtk, "VTK curtain of the layered models",
+             fieldOf<&ExportAnswers::vtk>()),
     ContinueRow,
     CancelRow,
 };

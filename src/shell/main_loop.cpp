@@ -9,6 +9,7 @@
 #include "messages/message_log.h"
 #include "page/drawing.h"
 #include "review/review_loop.h"
+#include "review/review_panel.h"
 #include "review/review_save.h"
 #include "screen/graphics_errors.h"
 #include "screen/log_view.h"
@@ -238,7 +239,9 @@ void serveMenu(Shell &shell, int number) {
 void recordRest(const Shell &shell) {
     std::vector<std::string> lines;
     if (shell.model.SoundingCount >= 1 && shell.review.ReviewStation > 1) {
-        lines = {"menu Review Data", "set 1057 " + std::to_string(shell.review.ReviewStation),
+        lines = {"menu Review Data",
+                 "set " + std::to_string(ReviewControl::Station) + " " +
+                     std::to_string(shell.review.ReviewStation),
                  "key x"};
     }
     if (const MenuEntry *page = findMenuEntry(shell.view.page)) {

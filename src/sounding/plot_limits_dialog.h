@@ -25,6 +25,12 @@ struct PlotLimitsAnswers {
 };
 
 namespace PlotLimitsControl {
+inline constexpr int DataGroup = 4011;
+inline constexpr int ModelGroup = 4013;
+inline constexpr int PageGroup = 4015;
+inline constexpr int TimeTitle = 4012;
+inline constexpr int ResistivityTitle = 4014;
+inline constexpr int ApparentTitle = 4016;
 inline constexpr int DataTitle = 1054;
 inline constexpr int DataMaximum = 1027;
 inline constexpr int DataMinimum = 1045;
