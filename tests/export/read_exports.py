@@ -75,7 +75,7 @@ Data = {"relative": 6e-5, "absolute": 0.0}
 
 def build_projects(batch, examples, work):
     """Projects of every array, inverted, and an odd one; their base paths."""
-    surveys = os.environ.get("SURVEYS", "inloop movingloop fixedloop coincident_avg").split()
+    surveys = ("inloop", "movingloop", "fixedloop", "coincident_avg")
     for name in (survey + ".avg" for survey in surveys):
         run(batch, "build", "--out", work, os.path.join(examples, name))
     bases = sorted(os.path.join(work, name[:-4]) for name in os.listdir(work)

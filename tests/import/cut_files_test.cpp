@@ -1,5 +1,5 @@
-// The example surveys, each file of them cut at the end of every line and at 100 places within
-// lines: whatever is lost is reported wherever the file shows it.
+// The example surveys, each file of them cut at the end of every line and within lines: whatever is
+// lost is reported wherever the file shows it.
 
 #include "import/amira/file.h"
 #include "import/avg_file.h"
@@ -8,6 +8,7 @@
 #include "import/survey_information.h"
 #include "import/z_file.h"
 #include "projectfile/project_file.h"
+#include "support/cut_lengths.h"
 #include "support/files.h"
 #include "support/message_recorder.h"
 #include "support/source_directory.h"
@@ -18,7 +19,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <ostream>
-#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -26,7 +26,6 @@
 namespace keldrin {
 namespace {
 
-constexpr std::size_t CutsWithinLines = 100;
 constexpr std::size_t RowsKept = 120; ///< of a long file, at its begin and at its end
 
 /// A file of an example survey that is cut, and how the survey's data are read.
@@ -84,21 +83,6 @@ std::string shortened(const std::string &text) {
         }
     }
     return out;
-}
-
-/// Lengths to which a text is cut.
-std::vector<std::size_t> cuts(const std::string &text) {
-    std::vector<std::size_t> ends = {0};
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] == '\n') {
-            ends.push_back(i + 1);
-        }
-    }
-    std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed): the same on every run
-    for (std::size_t i = 0; i < CutsWithinLines; ++i) {
-        ends.push_back(random() % text.size());
-    }
-    return ends;
 }
 
 /// What was read of a survey.
@@ -165,7 +149,7 @@ TEST_P(CutSurveys, WhatIsLostIsTold) {
     ASSERT_GT(whole.soundings, 0);
     ASSERT_GT(whole.stations, 0U);
     const std::size_t toldOfWhole = messages.warnings.size() + messages.errors.size();
-    for (const std::size_t length : cuts(text)) {
+    for (const std::size_t length : cutLengths(text)) {
         putFile(cutFile, text.substr(0, length));
         const Yield yield = read();
         const bool shows =

@@ -1,32 +1,17 @@
-// The example project and its models, cut at the end of every line and at 100 places within lines:
+// The example project and its models, cut at the end of every line and within lines:
 // whatever is lost is reported wherever the file shows it.
 
 #include "projectfile/model_file.h"
 #include "projectfile/project_case.h"
+#include "support/cut_lengths.h"
 #include "support/source_directory.h"
 
 #include <algorithm>
-#include <random>
 
 namespace keldrin {
 namespace {
 
 const std::string Example = std::string(SourceDirectory) + "/examples/project/inloop";
-
-/// Lengths to which a text is cut.
-std::vector<std::size_t> cuts(const std::string &text) {
-    std::vector<std::size_t> lengths = {0};
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        if (text[i] == '\n') {
-            lengths.push_back(i + 1);
-        }
-    }
-    std::mt19937 random(1); // NOLINT(bugprone-random-generator-seed): the same on every run
-    for (int i = 0; i < 100; ++i) {
-        lengths.push_back(random() % text.size());
-    }
-    return lengths;
-}
 
 int windowsOf(const SurveyModel &model) {
     int windows = 0;
@@ -71,7 +56,7 @@ TEST_F(CutFiles, AProjectThatLostSomethingSaysSo) {
     const std::string whole = fileContent(Example + ".std");
     constexpr int soundings = 24;
     constexpr int windows = 24 * 26;
-    for (const std::size_t length : cuts(whole)) {
+    for (const std::size_t length : cutLengths(whole)) {
         messages.warnings.clear();
         const int status = read(whole.substr(0, length));
         const bool less = model.SoundingCount < soundings || windowsOf(model) < windows;
@@ -93,7 +78,7 @@ TEST_F(CutFiles, AModelFileThatLostSomethingSaysSo) {
     const std::string whole = fileContent(Example + ".m1d");
     const std::string models = directory.path("line.m1d");
     constexpr int layers = 24 * 22;
-    for (const std::size_t length : cuts(whole)) {
+    for (const std::size_t length : cutLengths(whole)) {
         model = project;
         messages.errors.clear();
         messages.infos.clear();
