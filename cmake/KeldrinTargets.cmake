@@ -77,7 +77,6 @@ function(keldrin_program name)
     add_executable(${name} ${arg_SOURCES})
     list(TRANSFORM arg_USES PREPEND keldrin_)
     target_link_libraries(${name} PRIVATE ${arg_USES})
-    keldrin_precompile(${name} keldrin_base)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 endfunction()
 

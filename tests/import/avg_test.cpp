@@ -234,6 +234,10 @@ TEST_F(AvgTest, RecordsWithoutTheirKeysAreDroppedInWords) {
                   std::string(c.words) + "|" + c.row + "|Dropping this data record.");
         EXPECT_EQ(model.SoundingCount, 1) << c.row;
     }
+    read(AvgHead + AvgLabelLine + "2 1 1 Hz * 50 2\n2 5 5 Hz 0.1 50 2\n"); // counted, then read
+    EXPECT_THAT(messages.warnings,
+                testing::Contains("AVG_File_Input.ERROR: TWIN.Center < -1.0E32 on record 8|"
+                                  "2 1 1 Hz * 50 2|Dropping this data record."));
     read("$ Rx.Area = 1000\n$ Tx.Freq = 1\nTx Station Cmp Freq Amp Time Magnitude\n"
          "1 1 Hz 0 1 0.1 5\n1 1 Hz 4 0 0.1 5\n");
     EXPECT_THAT(messages.warnings[messages.warnings.size() - 2],

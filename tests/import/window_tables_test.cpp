@@ -1,5 +1,7 @@
 #include "import/window_tables.h"
 
+#include "base/index.h"
+
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -42,6 +44,26 @@ TEST(WindowTables, AWindowMatchesWithinAHundredSpacingsOfItsTime) {
     EXPECT_EQ(TW_Find_Or_Add(record, 1.5F + 100.0F * step, index), FindOrAdd::Added);
     EXPECT_EQ(index, 1);
     EXPECT_EQ(record.NumTW, 2);
+}
+
+TEST(WindowTables, WindowsWithoutAReadingGoWithTheirTimeAndWidth) {
+    WindowTables tables;
+    ASSERT_TRUE(tables.allocate(1));
+    SoundingRecord record;
+    record.NumTW = 3;
+    for (int window = 0; window < 3; ++window) {
+        record.TWcenter[asIndex(window)] = static_cast<float>(window + 1);
+        record.TWwidth[asIndex(window)] = 0.1F * static_cast<float>(window + 1);
+        if (window != 1) {
+            mergeReading(tables.at(0, AxisZ, window), 10.0F * static_cast<float>(window), 0.3F,
+                         false);
+        }
+    }
+    dropEmptyWindows(record, 0, InLoop, tables);
+    ASSERT_EQ(record.NumTW, 2);
+    EXPECT_EQ(record.TWcenter[1], 3.0F);
+    EXPECT_EQ(record.TWwidth[1], 0.1F * 3.0F);
+    EXPECT_EQ(tables.at(0, AxisZ, 1).WinMag, 20.0F);
 }
 
 } // namespace

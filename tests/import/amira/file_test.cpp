@@ -151,7 +151,7 @@ TEST_F(AmiraTest, StationsAreRescaledAndLoopsOfMovingArraysToo) {
 
 TEST_F(AmiraTest, RowsThatCannotBeReadAreTold) {
     EXPECT_EQ(read(Head + Labels +
-                   "* Z 1 2 3\n12+50 Z 1 2 3\n1 Z 1 2 x\n2 Z 12:30 2 3\n"
+                   "* Z 1 2 3\n12+5 Z 1 2 3\n1 Z 1 2 x\n2 Z 12:30 2 3\n"
                    "3 Z 4 1E30 6\n4 Z \"4 5 6\n"),
               0);
     EXPECT_EQ(model.SoundingCount, 3);
@@ -159,8 +159,8 @@ TEST_F(AmiraTest, RowsThatCannotBeReadAreTold) {
     EXPECT_THAT(values(2), ElementsAre(4)); // what an open quote holds is one cell
     EXPECT_THAT(messages.errors,
                 ElementsAre("WARNING: Could not read station number in:|* Z 1 2 3",
-                            "WARNING: Could not read number from 12+50|Record # 8",
-                            "WARNING: Could not read station number in:|12+50 Z 1 2 3"));
+                            "WARNING: Could not read number from 12+5|Record # 8",
+                            "WARNING: Could not read station number in:|12+5 Z 1 2 3"));
     EXPECT_THAT(
         messages.warnings,
         ElementsAre("WARNING: Rows whose channels and times differ in number: 1, the first "
