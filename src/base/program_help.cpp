@@ -65,6 +65,23 @@ std::string versionText(const ProgramHelp &help) {
         .append("\n");
 }
 
+std::optional<int> answerWord(const ProgramHelp &help, std::string_view word) {
+    if (word == "--help" || word == "-h") {
+        return printText(helpText(help));
+    }
+    if (word == "--help=man") {
+        return printText(manPage(help));
+    }
+    constexpr std::string_view topic = "--help=";
+    if (word.substr(0, topic.size()) == topic) {
+        return printManual(help.name, word.substr(topic.size()));
+    }
+    if (word == "--version") {
+        return printText(versionText(help));
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::string helpText(const ProgramHelp &help) {
@@ -88,19 +105,14 @@ int printText(std::string_view text) {
     return std::fflush(stdout) == 0 && written ? 0 : 1;
 }
 
-std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first) {
-    if (first == "--help" || first == "-h") {
-        return printText(helpText(help));
-    }
-    if (first == "--help=man") {
-        return printText(manPage(help));
-    }
-    constexpr std::string_view topic = "--help=";
-    if (first.substr(0, topic.size()) == topic) {
-        return printManual(help.name, first.substr(topic.size()));
-    }
-    if (first == "--version") {
-        return printText(versionText(help));
+std::optional<int> answerHelp(const ProgramHelp &help, std::span<const std::string_view> words) {
+    for (const std::string_view word : words) {
+        if (word == "--") {
+            break;
+        }
+        if (const std::optional<int> code = answerWord(help, word)) {
+            return code;
+        }
     }
     return std::nullopt;
 }

@@ -41,9 +41,9 @@ int printText(std::string_view text);
 
 /// Answers the words that ask a program about itself: --help, -h, --version, --help=man, which
 /// prints the manual page for the build to install, and --help=CHAPTER, see printManual().
-/// first    the first word after the program's name, blank when there is none
-/// returns  none when it asks nothing of the kind; else the exit code: 0, or 1 when standard output
-///          could not be written; see printManual() too
-std::optional<int> answerHelp(const ProgramHelp &help, std::string_view first);
+/// words    after the program's name; the first one that asks is answered, up to a "--"
+/// returns  none when none asks anything of the kind; else the exit code: 0, or 1 when standard
+///          output could not be written; see printManual() too
+std::optional<int> answerHelp(const ProgramHelp &help, std::span<const std::string_view> words);
 
 } // namespace keldrin

@@ -97,7 +97,7 @@ constexpr ProgramHelp Help = {
 } // namespace
 
 std::optional<int> answerDesktopHelp(std::string_view first) {
-    return answerHelp(Help, first);
+    return answerHelp(Help, {&first, 1});
 }
 
 } // namespace keldrin

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace keldrin {
 namespace {
@@ -80,15 +81,17 @@ TEST(ProgramHelp, ManualPage) {
 }
 
 TEST(ProgramHelp, WordsThatAsk) {
-    for (const std::string_view word : {"", "build", "--", "--helpless"}) {
-        EXPECT_EQ(answerHelp(Sample, word), std::nullopt) << word;
+    using Words = std::vector<std::string_view>;
+    for (const Words &words : {Words{}, Words{""}, Words{"build"}, Words{"--", "--help"},
+                               Words{"--helpless", "help", "-help"}}) {
+        EXPECT_EQ(answerHelp(Sample, words), std::nullopt);
     }
     testing::internal::CaptureStdout();
-    EXPECT_EQ(answerHelp(Sample, "--version"), 0);
+    EXPECT_EQ(answerHelp(Sample, Words{"build", "--version", "--", "--help"}), 0);
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "dig-hole " + std::string(ReleaseText) + " " + std::string(ReleaseDate) + "\n");
     testing::internal::CaptureStdout();
-    EXPECT_EQ(answerHelp(Sample, "-h"), 0);
+    EXPECT_EQ(answerHelp(Sample, Words{"-h", "--version"}), 0);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), helpText(Sample));
 }
 
@@ -99,7 +102,7 @@ TEST(Manual, ChaptersAreReadFromTheirFolderAndWrongNamesListAll) {
     const auto asked = [](std::string_view word) {
         testing::internal::CaptureStdout();
         testing::internal::CaptureStderr();
-        const int code = answerHelp(Sample, word).value_or(-1);
+        const int code = answerHelp(Sample, {&word, 1}).value_or(-1);
         return std::to_string(code) + "|" + testing::internal::GetCapturedStdout() + "|" +
                testing::internal::GetCapturedStderr();
     };

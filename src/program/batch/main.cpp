@@ -30,7 +30,7 @@ int main(int argc, char **argv) {
         std::fputs(keldrin::helpText(keldrin::batchHelp()).c_str(), stdout);
         return keldrin::ExitUsage;
     }
-    if (const std::optional<int> code = keldrin::answerHelp(keldrin::batchHelp(), words.front())) {
+    if (const std::optional<int> code = keldrin::answerHelp(keldrin::batchHelp(), words)) {
         return *code;
     }
     for (const Subcommand &subcommand : Subcommands) {

@@ -58,7 +58,8 @@ constexpr std::array Columns = {
 };
 
 constexpr std::array ExitCodes = {
-    HelpEntry{"0", "The models are written."},
+    HelpEntry{"0", "The models are written, or calculated data alone, or there was nothing to "
+                   "write; the last line says which."},
     HelpEntry{"1", "The project cannot be read, holds no sounding, or cannot be written; standard "
                    "error says why, and both files are as they were."},
     HelpEntry{"2", "The command line is wrong."},

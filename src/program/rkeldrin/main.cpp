@@ -110,8 +110,7 @@ std::string readWords(const std::vector<std::string_view> &words, CommandLine &l
 
 int main(int argc, char **argv) {
     const std::vector<std::string_view> words(argv + 1, argv + (argc > 0 ? argc : 1));
-    const std::string_view first = words.empty() ? std::string_view{} : words.front();
-    if (const std::optional<int> code = keldrin::answerHelp(keldrin::engineHelp(), first)) {
+    if (const std::optional<int> code = keldrin::answerHelp(keldrin::engineHelp(), words)) {
         return *code;
     }
     CommandLine line;
