@@ -36,26 +36,18 @@ std::string planFaultText(PlanFault fault) {
     return "unknown fault";
 }
 
-PlanFault makeResponsePlan(const LoopGeometry &loop, const WindowSet &windows, ResponsePlan &plan,
-                           const ResponsePlan *sharing) {
-    const PlanFault loopFault = checkLoop(loop);
-    const PlanFault fault = loopFault != PlanFault::None ? loopFault : checkWindows(windows);
-    if (fault != PlanFault::None) {
-        return fault;
+PlanFault checkResponsePlan(const LoopGeometry &loop, const WindowSet &windows) {
+    const PlanFault fault = checkLoop(loop);
+    return fault != PlanFault::None ? fault : checkWindows(windows);
+}
+
+PlanFault makeResponsePlan(const LoopGeometry &loop, const WindowSet &windows, ResponsePlan &plan) {
+    const PlanFault fault = checkResponsePlan(loop, windows);
+    if (fault == PlanFault::None) {
+        plan.time = std::make_shared<const TimePlan>(makeTimePlan(windows));
+        plan.loop = std::make_shared<const LoopPlan>(makeLoopPlan(loop));
     }
-    ResponsePlan made;
-    if (sharing != nullptr && sharing->time && sharing->time->set == windows) {
-        made.time = sharing->time;
-    } else {
-        made.time = std::make_shared<const TimePlan>(makeTimePlan(windows));
-    }
-    if (sharing != nullptr && sharing->loop && sharing->loop->geometry == loop) {
-        made.loop = sharing->loop;
-    } else {
-        made.loop = std::make_shared<const LoopPlan>(makeLoopPlan(loop));
-    }
-    plan = made;
-    return PlanFault::None;
+    return fault;
 }
 
 void layeredResponse(const ResponsePlan &plan, std::span<const double> lnResistivity,

@@ -80,11 +80,12 @@ enum class PlanFault {
 /// A short clause for a message: "window outside of 1e-7 to 1000 s".
 std::string planFaultText(PlanFault fault);
 
-/// Makes one plan, in about a millisecond. Checks everything first.
-/// plan     replaced when the result is None, else left as it was
-/// sharing  a plan of the same windows (or of the same loop) lends its own part; may be null
-PlanFault makeResponsePlan(const LoopGeometry &loop, const WindowSet &windows, ResponsePlan &plan,
-                           const ResponsePlan *sharing = nullptr);
+/// What is wrong with the input of a plan, the loop first.
+PlanFault checkResponsePlan(const LoopGeometry &loop, const WindowSet &windows);
+
+/// Makes one plan, in 1 to 3 milliseconds, the more windows the longer. Checks everything first.
+/// plan  replaced when the result is None, else left as it was
+PlanFault makeResponsePlan(const LoopGeometry &loop, const WindowSet &windows, ResponsePlan &plan);
 
 /// Room for the intermediate values of one thread; it grows as needed and can be used for any plan.
 struct ResponseWorkspace {

@@ -1,7 +1,7 @@
 #include "engine/survey_plans.h"
 
+#include "base/index.h"
 #include "engine/layer_grid.h"
-
 #include "engine/loop_plan.h"
 #include "engine/time_plan.h"
 
@@ -75,51 +75,78 @@ WindowSet windowsOf(const ControlValues &control, const SoundingRecord &record) 
     return set;
 }
 
-// The distinct parts of the plans made so far; surveys have few.
-struct PartsSoFar {
-    std::vector<std::shared_ptr<const TimePlan>> times;
-    std::vector<std::shared_ptr<const LoopPlan>> loops;
-
-    [[nodiscard]] ResponsePlan equalTo(const LoopGeometry &loop, const WindowSet &windows) const {
-        ResponsePlan plan;
-        for (const auto &time : times) {
-            plan.time = time->set == windows ? time : plan.time;
-        }
-        for (const auto &part : loops) {
-            plan.loop = part->geometry == loop ? part : plan.loop;
-        }
-        return plan;
-    }
-
-    void add(const ResponsePlan &plan) {
-        if (std::find(times.begin(), times.end(), plan.time) == times.end()) {
-            times.push_back(plan.time);
-        }
-        if (std::find(loops.begin(), loops.end(), plan.loop) == loops.end()) {
-            loops.push_back(plan.loop);
-        }
-    }
+/// What the plan of a sounding is made from, and which soundings it shares its parts with.
+struct PlanSource {
+    LoopGeometry loop;
+    WindowSet windows;
+    PlanFault fault = PlanFault::None;
+    std::size_t firstOfLoop = 0;    ///< the first sounding of an equal loop without a fault
+    std::size_t firstOfWindows = 0; ///< the same of windows
 };
+
+/// The first sounding with an equal part, which is this one where there is none before it.
+template <class Part>
+std::size_t firstEqual(const std::vector<PlanSource> &sources, std::size_t place,
+                       Part PlanSource::*part, std::vector<std::size_t> &firsts) {
+    const auto found = std::find_if(firsts.rbegin(), firsts.rend(), [&](std::size_t first) {
+        return sources[first].*part == sources[place].*part;
+    });
+    if (found != firsts.rend()) {
+        return *found;
+    }
+    firsts.push_back(place);
+    return place;
+}
+
+/// returns  fewer sources than soundings when the run was stopped
+std::vector<PlanSource> planSources(const SurveyModel &model, double lineToLoop,
+                                    const EngineRun &run) {
+    std::vector<PlanSource> sources;
+    std::vector<std::size_t> loops;
+    std::vector<std::size_t> windows;
+    for (const SoundingRecord &record : model.soundings()) {
+        if (run.stopped()) {
+            break;
+        }
+        const std::size_t place = sources.size();
+        sources.push_back(
+            {loopOf(model.control, record, lineToLoop), windowsOf(model.control, record)});
+        PlanSource &source = sources.back();
+        source.fault = checkResponsePlan(source.loop, source.windows);
+        if (source.fault == PlanFault::None) {
+            source.firstOfLoop = firstEqual(sources, place, &PlanSource::loop, loops);
+            source.firstOfWindows = firstEqual(sources, place, &PlanSource::windows, windows);
+        }
+    }
+    return sources;
+}
 
 } // namespace
 
 std::vector<SoundingPlan> planSurvey(const SurveyModel &model, const EngineRun &run) {
-    const ControlValues &control = model.control;
-    const double lineToLoop =
-        (static_cast<double>(control.LineAzimuth) - static_cast<double>(control.TxAzimuth)) *
-        RadiansPerDegree;
+    const double lineToLoop = (static_cast<double>(model.control.LineAzimuth) -
+                               static_cast<double>(model.control.TxAzimuth)) *
+                              RadiansPerDegree;
+    const std::vector<PlanSource> sources = planSources(model, lineToLoop, run);
     std::vector<SoundingPlan> plans(model.soundings().size());
-    PartsSoFar parts;
-    for (std::size_t i = 0; i < plans.size() && !run.stopped(); ++i) {
-        const SoundingRecord &record = model.soundings()[i];
+    // Each part is made by the first sounding that has it, then lent to the others.
+    (void)forEachItem(static_cast<int>(sources.size()), run, [&](int item) {
+        const auto i = asIndex(item);
+        const PlanSource &source = sources[i];
+        plans[i].fault = source.fault;
         plans[i].cosine = std::cos(lineToLoop);
         plans[i].sine = std::sin(lineToLoop);
-        const LoopGeometry loop = loopOf(control, record, lineToLoop);
-        const WindowSet windows = windowsOf(control, record);
-        const ResponsePlan sharing = parts.equalTo(loop, windows);
-        plans[i].fault = makeResponsePlan(loop, windows, plans[i].plan, &sharing);
-        if (plans[i].fault == PlanFault::None) {
-            parts.add(plans[i].plan);
+        if (source.fault == PlanFault::None && source.firstOfLoop == i) {
+            plans[i].plan.loop = std::make_shared<const LoopPlan>(makeLoopPlan(source.loop));
+        }
+        if (source.fault == PlanFault::None && source.firstOfWindows == i) {
+            plans[i].plan.time = std::make_shared<const TimePlan>(makeTimePlan(source.windows));
+        }
+    });
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        if (sources[i].fault == PlanFault::None) {
+            plans[i].plan.loop = plans[sources[i].firstOfLoop].plan.loop;
+            plans[i].plan.time = plans[sources[i].firstOfWindows].plan.time;
         }
     }
     return plans;

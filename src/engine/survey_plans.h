@@ -19,7 +19,7 @@ struct SoundingPlan {
 /// Plans of all soundings of a project. Soundings of equal windows, and soundings of equal
 /// geometry, share what they have in common. Receivers are placed as for apparent resistivity, and
 /// so are units and window edges; X and Y are computed where a sounding of a fixed or moving loop
-/// has one of them switched on.
+/// has one of them switched on. Plans are made on the threads of the run, with progress.
 /// Of a run that was stopped some plans are missing.
 std::vector<SoundingPlan> planSurvey(const SurveyModel &model, const EngineRun &run = {});
 

@@ -119,7 +119,9 @@ std::vector<double> differences(const Survey &survey, const ResponsePlan &plan, 
     return result;
 }
 
-// Measured: 2e-6 of the largest derivative of the same value.
+// The error is taken of the largest derivative of the same value, measured 2e-6. The derivatives of
+// one value are weighed against each other in the step of a model; one that is small beside the
+// others, or changes its sign, has no size of its own that matters.
 TEST(LayeredResponse, DerivativesAreThoseOfTheResponse) {
     for (const Survey &survey : surveys()) {
         SCOPED_TRACE(survey.name);
@@ -253,18 +255,6 @@ TEST(ResponsePlan, SaysWhatIsWrongAndLeavesThePlan) {
         EXPECT_EQ(plan.windows() > 0, test.fault == PlanFault::None);
     }
     EXPECT_EQ(ResponsePlan{}.windows(), 0U);
-}
-
-TEST(ResponsePlan, SharesWhatIsEqual) {
-    const WindowSet windows = rampWindows(16, 6e-5, 3e-5, 1e-2, 3);
-    const ResponsePlan first = planOf({100, 100}, windows);
-    ResponsePlan second;
-    ASSERT_EQ(makeResponsePlan({100, 100, 5.0}, windows, second, &first), PlanFault::None);
-    EXPECT_EQ(second.time, first.time);
-    EXPECT_NE(second.loop, first.loop);
-    ASSERT_EQ(makeResponsePlan({100, 100}, samples({1e-3}), second, &first), PlanFault::None);
-    EXPECT_NE(second.time, first.time);
-    EXPECT_EQ(second.loop, first.loop);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cmath>
 
 namespace keldrin {
@@ -168,6 +169,34 @@ TEST(SurveyPlans, ShareEqualPartsAndNameFaults) {
     EXPECT_EQ(plans[0].plan.components(), 1U);
     EXPECT_EQ(plans[1].fault, PlanFault::Windows);
     EXPECT_EQ(plans[2].fault, PlanFault::Receiver);
+}
+
+TEST(SurveyPlans, AreTheSameOnAnyNumberOfThreadsAndStopWithTheRun) {
+    SurveyModel model = lineOf(MovingLoop);
+    for (std::size_t i = 0; i < 3; ++i) { // no two share a part
+        model.hTrn[i].TWcenter[3] += 0.01F * static_cast<float>(i);
+        model.hTrn[i].TxStn -= 5.0 * static_cast<double>(i);
+    }
+    std::atomic<bool> stop = false;
+    int planned = 0;
+    EngineRun run{1, &stop};
+    run.progress = [&](int done, int total) {
+        EXPECT_EQ(total, 3);
+        planned = done;
+    };
+    const std::vector<SoundingPlan> serial = planSurvey(model, run);
+    EXPECT_EQ(planned, 3);
+    run.threads = 4;
+    const std::vector<SoundingPlan> parallel = planSurvey(model, run);
+    EXPECT_NE(parallel[1].plan.time, parallel[0].plan.time);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(dataOf(parallel[i].plan, {30.0}), dataOf(serial[i].plan, {30.0})) << i;
+    }
+    run.threads = 1;
+    run.progress = [&](int done, int) {
+        stop = done == 2;
+    };
+    EXPECT_EQ(planSurvey(model, run)[2].plan.windows(), 0U);
 }
 
 } // namespace
