@@ -35,6 +35,7 @@ bool LineReader::open(const std::string &path) {
 
 void LineReader::openText(std::string_view text) {
     pending_ = text;
+    textSize_ = text.size();
     sourceEnded_ = true;
     passOverByteOrderMark();
 }
@@ -72,12 +73,27 @@ bool LineReader::refill() {
 
 void LineReader::askWatch() {
     if (watch_ && !sourceEnded_ && !watch_(bytesRead_, fileSize_)) {
-        stopped_ = true;
-        sourceEnded_ = true;
-        inLongLine_ = false;
-        pending_ = {};
-        file_.close();
+        stop();
     }
+}
+
+// A text in memory counts as taken piece by piece.
+void LineReader::watchText() {
+    const std::uintmax_t taken = textSize_ - std::min(textSize_, pending_.size());
+    if (watch_ && textSize_ > 0 && taken >= bytesRead_ + buffer_.size()) {
+        bytesRead_ = taken;
+        if (!watch_(taken, textSize_)) {
+            stop();
+        }
+    }
+}
+
+void LineReader::stop() {
+    stopped_ = true;
+    sourceEnded_ = true;
+    inLongLine_ = false;
+    pending_ = {};
+    file_.close();
 }
 
 void LineReader::stopAtMark(std::size_t markPosition) {
@@ -131,6 +147,7 @@ bool LineReader::takeLine(std::string_view &line) {
 
 LineStatus LineReader::next(std::string_view &line) {
     inLongLine_ = false;
+    watchText();
     while (!takeLine(line)) {
         if (pending_.size() == buffer_.size()) {
             // No line end in a full buffer: keep the head of the line, forget the rest.

@@ -35,8 +35,9 @@ class LineReader {
     /// directory, a pipe, a device); errorText() then says why.
     [[nodiscard]] bool open(const std::string &path);
 
-    /// Asked whenever the reader has taken another piece of its file from the disk: bytes so far
-    /// and bytes in all, 0 where the system does not say. False stops the reading, see stopped().
+    /// Asked whenever the reader has taken another piece of its file from the disk, or of its text:
+    /// bytes so far and bytes in all, 0 where the system does not say. False stops the reading, see
+    /// stopped().
     using Watch = std::function<bool(std::uintmax_t done, std::uintmax_t total)>;
     void watch(Watch watch) { watch_ = std::move(watch); }
 
@@ -74,6 +75,8 @@ class LineReader {
   private:
     bool refill();
     void askWatch();
+    void watchText();
+    void stop();
     void passOverByteOrderMark();
     void stopAtMark(std::size_t markPosition);
     bool anyDataLeft();
@@ -82,8 +85,9 @@ class LineReader {
     std::size_t limit_;
     OpenFile file_;
     Watch watch_;
-    std::uintmax_t bytesRead_ = 0;
-    std::uintmax_t fileSize_ = 0; ///< 0 unknown
+    std::uintmax_t bytesRead_ = 0; ///< and told to the watch
+    std::uintmax_t fileSize_ = 0;  ///< 0 unknown
+    std::size_t textSize_ = 0;     ///< of a text in memory
     std::vector<char> buffer_;
     std::string_view pending_; ///< read and not yet given
     std::string cut_;          ///< head of a line that does not fit the buffer

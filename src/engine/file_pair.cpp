@@ -10,10 +10,6 @@ namespace keldrin {
 
 namespace {
 
-bool needsWriting(const FileReplacement &file) {
-    return !file.old.exists() || file.text != file.old.content();
-}
-
 bool put(FileTransaction &transaction, const FileReplacement &file) {
     const std::string &path = file.old.path();
     return (file.keptAs.empty() || transaction.keepAs(path, file.keptAs)) &&
@@ -37,6 +33,10 @@ bool OldFile::isUnchanged() const {
     OldFile now;
     std::string reason;
     return now.readIfPresent(path_, reason) && now.exists_ == exists_ && now.content_ == content_;
+}
+
+bool needsWriting(const FileReplacement &file) {
+    return !file.old.exists() || file.text != file.old.content();
 }
 
 PairResult replacePair(const FileReplacement &first, const FileReplacement &second,

@@ -36,6 +36,9 @@ struct FileReplacement {
     std::string keptAs; ///< second name for the old file; blank: it is not kept
 };
 
+/// False when the text is that of the old file.
+bool needsWriting(const FileReplacement &file);
+
 /// Writes both files whole to temporary ones, then puts the first and the second in place: both or
 /// neither. Nothing is put in place when the run was stopped meanwhile, or when either old file has
 /// changed since it was read. A text equal to the old one leaves its file alone.

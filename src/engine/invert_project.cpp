@@ -8,6 +8,7 @@
 #include "engine/line_setup.h"
 #include "engine/project_cells.h"
 #include "messages/message_log.h"
+#include "messages/message_sink.h"
 #include "physics/apparent_resistivity.h"
 #include "projectfile/control_group.h"
 #include "projectfile/file_content.h"
@@ -16,6 +17,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
+#include <memory>
 #include <new>
 
 namespace keldrin {
@@ -33,11 +36,26 @@ std::string counted(int count, std::string_view noun) {
     return std::to_string(count) + " " + std::string(noun) + (count == 1 ? "" : "s");
 }
 
-/// Collects what the shared readers report.
+/// Stops a reading of the shared readers with the run.
+class ReadingWatch : public WatchedWork {
+  public:
+    explicit ReadingWatch(const EngineRun &run) : run_(run) {}
+    bool step(double /*done*/, double /*total*/) override { return !run_.stopped(); }
+
+  private:
+    const EngineRun &run_;
+};
+
+/// Collects what the shared readers report, and stops them with the run.
 class ReaderMessages {
   public:
-    ReaderMessages() : before_(messageLog().observer), quiet_(messageLog().quiet) {
+    explicit ReaderMessages(const EngineRun &run)
+        : before_(messageLog().observer), quiet_(messageLog().quiet),
+          beginWork_(messageSink().beginWork) {
         messageLog().quiet = true; // no box
+        messageSink().beginWork = [&run](const std::string &, const std::string &) {
+            return std::make_unique<ReadingWatch>(run);
+        };
         messageLog().observer = [this](MessageKind kind, std::span<const MessageLine> lines) {
             if (kind == MessageKind::Info) {
                 return;
@@ -54,6 +72,7 @@ class ReaderMessages {
     ~ReaderMessages() {
         messageLog().observer = before_;
         messageLog().quiet = quiet_;
+        messageSink().beginWork = beginWork_;
     }
 
     [[nodiscard]] int count() const { return count_; }
@@ -69,6 +88,7 @@ class ReaderMessages {
   private:
     std::function<void(MessageKind, std::span<const MessageLine>)> before_;
     bool quiet_;
+    decltype(MessageSink::beginWork) beginWork_;
     int count_ = 0;
     std::string first_;
 };
@@ -78,6 +98,9 @@ int modelCount(SurveyModel &model) {
     return static_cast<int>(std::count_if(soundings.begin(), soundings.end(),
                                           [](const SoundingRecord &r) { return r.NumLayer > 0; }));
 }
+
+/// What differs from the files as they were; models never change without calculated data.
+enum class Written { Nothing, Calculated, Models };
 
 /// One run of the engine on one project.
 class ProjectRun {
@@ -107,6 +130,7 @@ class ProjectRun {
     void reportStart(const LineStart &start) const;
     void reportModels() const;
     void reportDepth() const;
+    void reportEnd() const;
 
     std::string path_;
     InvertOptions options_;
@@ -125,6 +149,7 @@ class ProjectRun {
     LineInversion line_;
     LineStart start_;
     LineSummary summary_;
+    Written wrote_ = Written::Nothing;
 };
 
 InvertResult ProjectRun::read() {
@@ -137,8 +162,13 @@ InvertResult ProjectRun::read() {
     }
     LineReader reader(MostGroupLine);
     reader.openText(project_.content());
-    const ReaderMessages messages;
-    if (STD_File_Read_Text(model_, reader, path_, lines_) != 0) {
+    reader.watch([this](std::uintmax_t, std::uintmax_t) { return !run_.stopped(); });
+    const ReaderMessages messages(run_);
+    const bool read = STD_File_Read_Text(model_, reader, path_, lines_) == 0;
+    if (reader.stopped()) {
+        return InvertResult::Stopped;
+    }
+    if (!read) {
         return failed(path_ + (messages.count() > 0 ? " cannot be read: " + messages.first()
                                                     : " holds no sounding"));
     }
@@ -160,13 +190,17 @@ InvertResult ProjectRun::readModelFile() {
         return InvertResult::Done;
     }
     if (options_.fresh) { // how many models of the file are those of this project, no more
-        const ReaderMessages unsaid;
+        const ReaderMessages unsaid(run_);
         SurveyModel looked = model_;
         usedModels_ = M1D_File_Read(looked, path) == 0 ? modelCount(looked) : 0;
         return InvertResult::Done;
     }
-    const ReaderMessages messages;
-    if (M1D_File_Read(model_, path) != 0) {
+    const ReaderMessages messages(run_);
+    const bool read = M1D_File_Read(model_, path) == 0;
+    if (run_.stopped()) {
+        return InvertResult::Stopped;
+    }
+    if (!read) {
         return failed(path + " cannot be read: " + messages.first());
     }
     usedModels_ = modelCount(model_);
@@ -224,6 +258,10 @@ void ProjectRun::reportStart(const LineStart &start) const {
         say("layers, background and starting models of " +
             counted(start.fromModelFile, "sounding") + " are those of the model file");
     }
+    if (start.outOfRange > 0) {
+        say("ResInv of " + counted(start.outOfRange, "sounding") +
+            " in the model file is outside of 0.01 to 100000 ohm-m and was limited");
+    }
     if (start.withoutData > 0) {
         say(counted(start.withoutData, "sounding") + " without usable data");
     }
@@ -268,7 +306,9 @@ void ProjectRun::reportModels() const {
                       [](const LineSounding &sounding) { return sounding.scale > noteworthy; });
     if (larger > 0 && line_.iterations > 0) {
         say("errors of " + counted(static_cast<int>(larger), "sounding") +
-            " were taken more than twice as large: no smooth model fits within them");
+            " were taken more than twice as large: no smooth model was found that fits within "
+            "them" +
+            (summary_.converged ? "" : "; the models still changed, more iterations may help"));
     }
     if (summary_.noisier > 0) {
         say("errors of " + counted(summary_.noisier, "sounding") +
@@ -299,7 +339,7 @@ void ProjectRun::reportDepth() const {
 }
 
 InvertResult ProjectRun::computeApparentResistivities() {
-    const ReaderMessages messages;
+    const ReaderMessages messages(run_);
     (void)ARes_Survey(model_, {[this](int done, int total) {
                                    run_.progress(done, total);
                                    return !run_.stopped();
@@ -323,14 +363,20 @@ std::string ProjectRun::whyKept(const FileContent &old, const FileContent &next)
 }
 
 InvertResult ProjectRun::write() {
+    if (choice_.soundings.empty()) {
+        return InvertResult::Done;
+    }
     std::vector<char> changed(model_.soundings().size(), 0);
     for (const std::size_t i : choice_.soundings) {
         changed[i] = 1;
     }
     RewrittenProject project;
     {
-        const ReaderMessages messages;
-        project = rewriteCells(project_.content(), lines_, model_, changed, path_);
+        const ReaderMessages messages(run_);
+        project = rewriteCells(project_.content(), lines_, model_, changed, path_, run_);
+    }
+    if (run_.stopped()) {
+        return InvertResult::Stopped;
     }
     if (!project.fault.empty()) {
         return failed(path_ + ": " + project.fault);
@@ -353,8 +399,13 @@ InvertResult ProjectRun::write() {
         }
         models = std::move(file.text);
     }
+    const FileReplacement newModels{modelFile_, models, kept};
+    const FileReplacement newProject{project_, project.text, ""};
+    wrote_ = needsWriting(newModels)    ? Written::Models
+             : needsWriting(newProject) ? Written::Calculated
+                                        : Written::Nothing;
     std::string reason;
-    switch (replacePair({modelFile_, models, kept}, {project_, project.text, ""}, run_, reason)) {
+    switch (replacePair(newModels, newProject, run_, reason)) {
     case PairResult::Stopped:
         return InvertResult::Stopped;
     case PairResult::Failed:
@@ -379,15 +430,26 @@ InvertResult ProjectRun::run() {
             return result;
         }
     }
+    reportEnd();
+    return InvertResult::Done;
+}
+
+void ProjectRun::reportEnd() const {
     const auto done = static_cast<int>(choice_.soundings.size());
-    say(counted(summary_.iterations, "iteration") + ", median misfit " +
-        decimals(summary_.medianMisfit, "(F20.2)") +
-        (summary_.noisier > 0 ? " by estimated errors, " : ", ") + std::to_string(done) + " of " +
+    const std::string misfit =
+        summary_.withData == 0 ? ", no data to fit, "
+                               : ", median misfit " + decimals(summary_.medianMisfit, "(F20.2)") +
+                                     (summary_.noisier > 0 ? " by estimated errors, " : ", ");
+    say(counted(summary_.iterations, "iteration") + misfit + std::to_string(done) + " of " +
         counted(model_.SoundingCount, "sounding"));
     const std::chrono::duration<double> seconds = Clock::now() - begin_;
-    say("models of " + counted(done, "sounding") + " written to " + std::string(fileNameOf(path_)) +
-        ", " + decimals(seconds.count(), "(F20.1)") + " s");
-    return InvertResult::Done;
+    const std::string place =
+        counted(done, "sounding") + " written to " + std::string(fileNameOf(path_));
+    const std::string what = wrote_ == Written::Models       ? "models of " + place
+                             : wrote_ == Written::Calculated ? "calculated data of " + place
+                                                             : "nothing to write; both files are "
+                                                               "as they were";
+    say(what + ", " + decimals(seconds.count(), "(F20.1)") + " s");
 }
 
 } // namespace

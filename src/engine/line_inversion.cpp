@@ -323,6 +323,7 @@ void LineFit::summarise(LineSummary &summary) {
             misfits.push_back(sounding(i).misfit);
         }
     }
+    summary.withData = static_cast<int>(misfits.size());
     if (!misfits.empty()) {
         summary.medianMisfit = upperMedian(misfits);
         summary.largestMisfit = *std::max_element(misfits.begin(), misfits.end());
@@ -386,9 +387,12 @@ LineResult LineFit::finish(LineSummary &summary) {
 }
 
 void LineFit::say(int iteration, const LineSummary &summary) {
+    const std::string misfit = summary.withData == 0
+                                   ? "no data to fit"
+                                   : "misfit median " + decimals(summary.medianMisfit) +
+                                         ", largest " + decimals(summary.largestMisfit);
     run_.say("iteration " + std::to_string(iteration) + " of " + std::to_string(line_.iterations) +
-             ": misfit median " + decimals(summary.medianMisfit) + ", largest " +
-             decimals(summary.largestMisfit));
+             ": " + misfit);
 }
 
 LineResult LineFit::run(LineSummary &summary) {
@@ -415,6 +419,11 @@ LineResult LineFit::run(LineSummary &summary) {
 }
 
 } // namespace
+
+bool isHeldModel(const VectorXd &m) {
+    constexpr double rounding = 1.0E-4; // of resistivities in model files
+    return (m - heldModel(m)).cwiseAbs().maxCoeff() < rounding;
+}
 
 LineResult invertLine(LineInversion &line, const EngineRun &run, LineSummary &summary) {
     return LineFit(line, run).run(summary);

@@ -40,11 +40,15 @@ enum class LineResult { Done, Stopped, Failed };
 struct LineSummary {
     int iterations = 0;
     bool converged = false;
+    int withData = 0;          ///< soundings; the misfits are 0 when there are none
     double medianMisfit = 0.0; ///< of soundings with data
     int noisier = 0;           ///< soundings whose estimated errors exceed those of the file
     double statedMisfit = 0.0; ///< median of all soundings with data, by the errors of the file
     double largestMisfit = 0.0;
 };
+
+/// True when every value of ln(resistivity) is within 0.01 to 100,000 ohm-m, where models are held.
+bool isHeldModel(const Eigen::VectorXd &m);
 
 /// Fits the models of a line together: Gauss-Newton on the sum of the robust misfit of each
 /// sounding divided by the square of its scale, the smoothness of each model (smoothness.h), and

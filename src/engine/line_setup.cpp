@@ -282,6 +282,7 @@ bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plan
         start.withoutData += sounding.data.windows.empty() ? 1 : 0;
         if (hasFileModel(*sounding.record)) {
             ++start.fromModelFile;
+            start.outOfRange += isHeldModel(sounding.m) ? 0 : 1;
             continue;
         }
         sounding.prior.thickness = layers.at(i);

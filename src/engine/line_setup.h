@@ -21,6 +21,7 @@ LineChoice chooseSoundings(const SurveyModel &model, const std::vector<SoundingP
 /// What a line starts from.
 struct LineStart {
     int fromModelFile = 0; ///< soundings whose model file block gives layers, background and start
+    int outOfRange = 0;    ///< of these, with a ResInv that the inversion cannot hold
     int withoutData = 0;   ///< soundings without a usable window
     int layers = 0;        ///< of the first sounding
     double depth = 0.0;    ///< m, down to its last layer's end

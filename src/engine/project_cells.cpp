@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 
 namespace keldrin {
 
@@ -98,8 +99,8 @@ std::array<float, CalculatedColumns.size()> fileValues(const SurveyModel &model,
 class Rewriting {
   public:
     Rewriting(std::string_view original, const DataTableLines &lines, const SurveyModel &model,
-              const std::vector<char> &changed)
-        : original_(original), lines_(lines), model_(model), changed_(changed),
+              const std::vector<char> &changed, const EngineRun &run)
+        : original_(original), lines_(lines), model_(model), changed_(changed), run_(run),
           columns_(lines.labels.size()), added_(lines.labels.size()) {}
 
     RewrittenProject run() {
@@ -110,7 +111,7 @@ class Rewriting {
         std::size_t row = 0;
         TextLines text(original_);
         TextLine line;
-        for (int number = 1; text.next(line); ++number) {
+        for (int number = 1; !run_.stopped() && text.next(line); ++number) {
             std::string content(line.content);
             while (labels < lines_.labels.size() && lines_.labels[labels].line <= number) {
                 if (lines_.labels[labels].line == number) {
@@ -136,7 +137,7 @@ class Rewriting {
         TextLine line;
         std::size_t labels = 0;
         std::size_t row = 0;
-        for (int number = 1; text.next(line); ++number) {
+        for (int number = 1; !run_.stopped() && text.next(line); ++number) {
             const bool isLabels =
                 labels < lines_.labels.size() && lines_.labels[labels].line == number && number > 0;
             while (labels < lines_.labels.size() && lines_.labels[labels].line <= number) {
@@ -209,6 +210,7 @@ class Rewriting {
     const DataTableLines &lines_;
     const SurveyModel &model_;
     const std::vector<char> &changed_;
+    const EngineRun &run_;
     std::vector<std::array<std::size_t, CalculatedColumns.size()>> columns_; ///< 0: no place
     std::vector<std::array<bool, CalculatedColumns.size()>> added_;
     std::vector<std::string> without_;
@@ -251,9 +253,10 @@ bool readsAs(const SoundingRecord &wanted, const SoundingRecord &got, bool chang
 
 std::string faultOf(const std::string &text, const SurveyModel &model,
                     const std::vector<char> &changed, const std::vector<std::string> &without,
-                    const std::string &path) {
+                    const std::string &path, const EngineRun &run) {
     LineReader reader(MostGroupLine);
     reader.openText(text);
+    reader.watch([&run](std::uintmax_t, std::uintmax_t) { return !run.stopped(); });
     SurveyModel again;
     DataTableLines linesAgain;
     std::string fault = "with the calculated values in it the table would not be read as "
@@ -319,12 +322,12 @@ std::vector<CellPlace> cellPlaces(std::string_view line) {
 
 RewrittenProject rewriteCells(std::string_view original, const DataTableLines &lines,
                               const SurveyModel &model, const std::vector<char> &changed,
-                              const std::string &path) {
-    RewrittenProject result = Rewriting(original, lines, model, changed).run();
+                              const std::string &path, const EngineRun &run) {
+    RewrittenProject result = Rewriting(original, lines, model, changed, run).run();
     std::sort(result.without.begin(), result.without.end());
     result.without.erase(std::unique(result.without.begin(), result.without.end()),
                          result.without.end());
-    result.fault = faultOf(result.text, model, changed, result.without, path);
+    result.fault = faultOf(result.text, model, changed, result.without, path, run);
     return result;
 }
 

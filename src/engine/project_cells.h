@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/engine_run.h"
 #include "model/survey_model.h"
 #include "projectfile/data_table.h"
 
@@ -35,8 +36,9 @@ struct RewrittenProject {
 ///
 /// The text is read back and compared before it is returned, so that a row which would no longer
 /// be read as it was (one that grows beyond 8192 bytes) becomes a fault. Reports what reading does.
+/// Of a run that was stopped the result is not to be used.
 RewrittenProject rewriteCells(std::string_view original, const DataTableLines &lines,
                               const SurveyModel &model, const std::vector<char> &changed,
-                              const std::string &path);
+                              const std::string &path, const EngineRun &run = {});
 
 } // namespace keldrin

@@ -34,8 +34,9 @@ std::string_view withoutEngineName(std::string_view line) {
 bool isEngineSummary(std::string_view line) {
     std::string_view rest = withoutEngineName(line);
     int iterations = 0;
-    return takeInteger(rest, iterations) && (takeWord(rest, " iterations, median misfit ") ||
-                                             takeWord(rest, " iteration, median misfit "));
+    return takeInteger(rest, iterations) &&
+           (takeWord(rest, " iterations, ") || takeWord(rest, " iteration, ")) &&
+           (takeWord(rest, "median misfit ") || takeWord(rest, "no data to fit, "));
 }
 
 CommandProgress engineProgress(std::string_view line) {

@@ -12,7 +12,8 @@ namespace keldrin {
 std::string_view withoutEngineName(std::string_view line);
 
 /// True for the line that says how a run went, such as
-/// "8 iterations, median misfit 0.97, 24 of 24 soundings".
+/// "8 iterations, median misfit 0.97, 24 of 24 soundings" or
+/// "0 iterations, no data to fit, 0 of 24 soundings".
 bool isEngineSummary(std::string_view line);
 
 /// How far the engine has come by a line such as "iteration 3 of 8: misfit median 1.11, ..." or

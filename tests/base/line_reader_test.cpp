@@ -109,6 +109,17 @@ TEST(LineReader, GivesNoLineMoreOnceItsWatchHasStoppedIt) {
     EXPECT_LT(read(30, asked), 4U) << "stopped with its last piece read";
 }
 
+TEST(LineReader, WatchesATextInMemoryToo) {
+    LineReader reader(4, 12);
+    reader.openText("1234567\n1234567\n1234567\n1234567");
+    reader.watch([](std::uintmax_t done, std::uintmax_t total) {
+        EXPECT_EQ(total, 31U);
+        return done < 12;
+    });
+    EXPECT_EQ(linesOf(reader).size(), 2U);
+    EXPECT_TRUE(reader.stopped());
+}
+
 TEST(LineReader, RefusesWhatIsNoFile) {
     const TemporaryDirectory directory;
     LineReader reader(80);

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <random>
 
 namespace keldrin {
@@ -136,6 +137,12 @@ TEST_F(CalculatedCells, MissingValuesAreEmptyOrAnAsteriskBetweenBlanks) {
         "Station East North TEMcalc Elevation TWcenter TWwidth TEMobs TEMerr AResObs AResCalc\n"
         "1 2 3 * 4 .1 .05 5 3 20 30\n"
         "1,2,3,,4,.2,.05,5,3,20,30\n");
+}
+
+TEST_F(CalculatedCells, AStoppedRunWritesNoMoreRows) {
+    rewrite("TEMUnits='nV'", "1,2,3,4,.1,.05,5,3,0,0,1,7\n");
+    const std::atomic<bool> stop = true;
+    EXPECT_EQ(rewriteCells(text, lines, model, {1}, "none.std", {1, &stop}).text, "");
 }
 
 TEST_F(CalculatedCells, SoundingsThatAreNotChangedKeepTheirBytes) {

@@ -33,6 +33,8 @@ TEST(EngineLines, SayHowFarTheEngineHasCome) {
 TEST(EngineLines, TheLineOfTheResultIsKnown) {
     EXPECT_TRUE(isEngineSummary("8 iterations, median misfit 0.97, 24 of 24 soundings"));
     EXPECT_TRUE(isEngineSummary("rkeldrin: 1 iteration, median misfit 0.97, 1 of 1 sounding"));
+    EXPECT_TRUE(isEngineSummary("0 iterations, no data to fit, 0 of 24 soundings"));
+    EXPECT_FALSE(isEngineSummary("iteration 1 of 8: no data to fit"));
     EXPECT_FALSE(isEngineSummary("iteration 3 of 8: misfit median 1.11, largest 2.87"));
     EXPECT_FALSE(isEngineSummary("models of 24 soundings written to median misfit b.std, 0.3 s"));
     EXPECT_EQ(withoutEngineName("rkeldrin: converged"), "converged");

@@ -107,6 +107,9 @@ InvertOutcome invertOne(const std::string &project, int threads) {
         outcome.last =
             std::string(EngineName) + " ended with code " + std::to_string(result.exitCode);
     }
+    if (outcome.summary.empty()) {
+        outcome.summary = std::string(EngineName) + " ended without saying how the run went";
+    }
     return outcome;
 }
 

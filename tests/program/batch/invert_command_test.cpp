@@ -28,6 +28,7 @@ echo "$*" >>calls.txt
 case $project in
 bad*) echo "rkeldrin: $project cannot be read: torn" >&2; exit 1 ;;
 silent*) exit 1 ;;
+mute*) exit 0 ;;
 killed*) kill -9 $$ ;;
 slow*) sleep 0.3 ;;
 esac
@@ -78,6 +79,9 @@ TEST_F(InvertCommandTest, OneLineForEachProjectInTheirOrderAndCodeOneWhenAnyFail
                             "bad.std: FAILED: bad.std cannot be read: torn",
                             MatchesRegex(std::string("good.std: ") + good)));
     EXPECT_EQ(invert({"good.std", "slow.std"}, ExitOk).size(), 2U);
+    EXPECT_THAT(
+        invert({"mute.std"}, ExitOk),
+        ElementsAre(HasSubstr("mute.std: rkeldrin ended without saying how the run went, ")));
     EXPECT_THAT(invert({"silent.std", "killed.std"}, ExitFailed),
                 ElementsAre(HasSubstr("silent.std: FAILED: rkeldrin ended with code 1"),
                             HasSubstr("killed.std: FAILED: rkeldrin was ended by signal 9")));
