@@ -260,7 +260,8 @@ void ProjectRun::reportStart(const LineStart &start) const {
     }
     if (start.outOfRange > 0) {
         say("ResInv of " + counted(start.outOfRange, "sounding") +
-            " in the model file is outside of 0.01 to 100000 ohm-m and was limited");
+            " in the model file is outside of 0.01 to 100000 ohm-m; " +
+            (line_.iterations > 0 ? "they start from the background" : "it is limited"));
     }
     if (start.withoutData > 0) {
         say(counted(start.withoutData, "sounding") + " without usable data");
@@ -268,6 +269,7 @@ void ProjectRun::reportStart(const LineStart &start) const {
 }
 
 InvertResult ProjectRun::invert() {
+    model_.control.Niteration = options_.forward ? 0 : model_.control.Niteration;
     reportSurvey();
     plans_ = planSurvey(model_, run_);
     if (run_.stopped()) {
@@ -279,7 +281,6 @@ InvertResult ProjectRun::invert() {
         return InvertResult::Stopped;
     }
     reportStart(start_);
-    line_.iterations = options_.forward ? 0 : line_.iterations;
     switch (invertLine(line_, run_, summary_)) {
     case LineResult::Stopped:
         return InvertResult::Stopped;

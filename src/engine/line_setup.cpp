@@ -282,7 +282,11 @@ bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plan
         start.withoutData += sounding.data.windows.empty() ? 1 : 0;
         if (hasFileModel(*sounding.record)) {
             ++start.fromModelFile;
-            start.outOfRange += isHeldModel(sounding.m) ? 0 : 1;
+            if (!isHeldModel(sounding.m)) {
+                ++start.outOfRange;
+                // No way leads back from values that no ground has.
+                sounding.m = line.iterations > 0 ? sounding.prior.background : sounding.m;
+            }
             continue;
         }
         sounding.prior.thickness = layers.at(i);
