@@ -19,12 +19,13 @@ namespace {
 using Eigen::MatrixXd;
 using Eigen::VectorXd;
 
-constexpr double LongestStep = 2.5;                      ///< in ln(resistivity)
-const double LeastLn = std::log(0.01);                   ///< of ohm-m
-const double MostLn = std::log(1.0E5);                   ///< of ohm-m
-constexpr double SmallestMove = 0.01;                    ///< in ln(resistivity)
-constexpr double SmallestGain = 0.002;                   ///< of the objective
-constexpr double CoolingShare = 0.6;                     ///< of the misfit that becomes the scale
+constexpr double LongestStep = 2.5;    ///< in ln(resistivity)
+const double LeastLn = std::log(0.01); ///< of ohm-m
+const double MostLn = std::log(1.0E5); ///< of ohm-m
+constexpr double SmallestMove = 0.01;  ///< in ln(resistivity)
+constexpr double SmallestGain = 0.002; ///< of the objective
+constexpr double MeasuredShare = 0.6;  ///< of the misfit that becomes the scale
+constexpr double UniformShare = 1.0;   ///< the same where one percentage stands for all windows
 constexpr std::array OwnParts = {1.0, 0.5, 0.25, 0.125}; ///< of a step, tried by each sounding
 constexpr std::array CommonParts = {1.0, 0.5, 0.25, 0.125, 0.0625}; ///< tried by the whole line
 
@@ -131,7 +132,8 @@ void LineFit::evaluate(int i, const VectorXd &m, DataState &state) {
 void LineFit::renewScale(int i) {
     Fitting &f = fit(i);
     f.threshold = huberThreshold(valuesOf(f.state.r));
-    f.scale = std::min(f.scale, std::max(1.0, CoolingShare * misfitOf(valuesOf(f.state.r))));
+    const double share = sounding(i).data.uniform ? UniformShare : MeasuredShare;
+    f.scale = std::min(f.scale, std::max(1.0, share * misfitOf(valuesOf(f.state.r))));
 }
 
 // The noise that the models at hand leave over. It never rises, as an estimate that may rise feeds

@@ -56,8 +56,10 @@ bool isHeldModel(const Eigen::VectorXd &m);
 ///
 /// The scale of a sounding is max(1, 0.6 times its misfit), renewed with each iteration and never
 /// raised: it cools the first iterations, and keeps data that no model can meet from roughening
-/// the model. No iteration raises the objective. Ends when no ln(resistivity) moves by 0.01, or
-/// the objective falls by less than 0.2 percent.
+/// the model. It is the whole misfit where a file states one percentage for all windows: errors
+/// that nobody has measured claim no more than what the models leave over. No iteration raises the
+/// objective. Ends when no ln(resistivity) moves by 0.01, or the objective falls by less than 0.2
+/// percent.
 ///
 /// Where a file states one percentage for all windows of a sounding, `data.error` becomes the noise
 /// that its data show (noise_estimate.h), where that is larger. It is renewed with each iteration
