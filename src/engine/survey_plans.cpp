@@ -124,9 +124,10 @@ std::vector<PlanSource> planSources(const SurveyModel &model, double lineToLoop,
 } // namespace
 
 std::vector<SoundingPlan> planSurvey(const SurveyModel &model, const EngineRun &run) {
-    const double lineToLoop = (static_cast<double>(model.control.LineAzimuth) -
-                               static_cast<double>(model.control.TxAzimuth)) *
-                              RadiansPerDegree;
+    const ControlValues &control = model.control;
+    const double lineToLoop =
+        (static_cast<double>(control.LineAzimuth) - static_cast<double>(control.TxAzimuth)) *
+        RadiansPerDegree;
     const std::vector<PlanSource> sources = planSources(model, lineToLoop, run);
     std::vector<SoundingPlan> plans(model.soundings().size());
     // Each part is made by the first sounding that has it, then lent to the others.
