@@ -85,7 +85,7 @@ class LineReader {
     std::size_t limit_;
     OpenFile file_;
     Watch watch_;
-    std::uintmax_t bytesRead_ = 0; ///< and told to the watch
+    std::uintmax_t bytesRead_ = 0; ///< as reported to the watch
     std::uintmax_t fileSize_ = 0;  ///< 0 unknown
     std::size_t textSize_ = 0;     ///< of a text in memory
     std::vector<char> buffer_;

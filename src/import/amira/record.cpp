@@ -14,14 +14,6 @@ constexpr std::array<std::string_view, 4> ArrayNames = {"FXL", "MVL", "INL", "CO
 constexpr std::string_view ComponentLetters = "XYZICAUV";
 constexpr double LargestNumber = 1.0E9;
 
-// "12+50" is a place on a line and no power of ten, which a free-form read takes it for.
-bool hasBareExponent(std::string_view number) {
-    const std::string_view value = number.substr(0, number.find_first_of(" \t,/"));
-    const std::size_t sign = value.find_first_of("+-", 1);
-    return sign != std::string_view::npos &&
-           std::string_view("EeDd").find(value[sign - 1]) == std::string_view::npos;
-}
-
 } // namespace
 
 int amiraArrayIndex(std::string_view config) {
@@ -56,8 +48,7 @@ int Cell_to_AmiraNumber(std::string_view cell, double &value) {
     }
     const std::string_view number = cell.substr(first, last - first + 1);
     double read = 0.0;
-    if (hasBareExponent(number) || readFreeForm(number, read) != FreeForm::Value ||
-        std::fabs(read) > LargestNumber) {
+    if (readFreeForm(number, read) != FreeForm::Value || std::fabs(read) > LargestNumber) {
         return CellFailed;
     }
     const std::string suffix = Str_Upper(trimLeft(cell.substr(last + 1)).substr(0, 1));
