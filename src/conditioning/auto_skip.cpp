@@ -22,7 +22,7 @@ struct StickyMarks {
     bool slope = false;
 };
 
-void mark(SoundingRecord &record, const WindowSet &taken) {
+void mark(SoundingRecord &record, const ChosenWindows &taken) {
     const std::size_t windows = windowCount(record);
     for (std::size_t i = 0; i < windows; ++i) {
         record.TEMerr[i] = withSkipMark(record.TEMerr[i], taken[i]);
@@ -43,9 +43,9 @@ void clearRootWindow() {
 
 } // namespace
 
-WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
-                          float cutoff, AutoSkipCounts &counts) {
-    WindowSet taken;
+ChosenWindows takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
+                              float cutoff, AutoSkipCounts &counts) {
+    ChosenWindows taken;
     StickyMarks marks;
     const int windows = limited(record.NumTW, 0, MaxWindows);
     for (int number = 1; number <= windows; ++number) {

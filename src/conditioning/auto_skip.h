@@ -36,8 +36,8 @@ void limitAutoSkip(const SurveyModel &model, AutoSkipSettings &settings, float &
 /// returns     0, or 1 on Cancel with nothing changed
 int VerifyAutoSkip(int maxWindows, AutoSkipSettings &settings, float &DataCutoff);
 
-/// Windows of a sounding, by position from 0.
-using WindowSet = std::bitset<MaxWindows>;
+/// Some windows of a sounding, by position from 0.
+using ChosenWindows = std::bitset<MaxWindows>;
 
 /// How many windows each filter has taken in one pass; a window may be taken by several.
 struct AutoSkipCounts {
@@ -65,8 +65,8 @@ inline constexpr std::array AutoSkipFilters = {
 /// marked.
 ///
 /// cutoff  error above which data are skipped, percent
-WindowSet takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
-                          float cutoff, AutoSkipCounts &counts);
+ChosenWindows takenByAutoSkip(const SoundingRecord &record, const AutoSkipSettings &settings,
+                              float cutoff, AutoSkipCounts &counts);
 
 /// Logs what each filter has taken.
 void logAutoSkipCounts(const AutoSkipCounts &counts);

@@ -107,12 +107,12 @@ bool differs(float value, float median, float factor) {
 
 // ---- All of them
 
-WindowSet furtherTaken(const SurveyModel &model, std::size_t index,
-                       const std::vector<std::size_t> *around, const WindowRange &range,
-                       const FurtherSkipSettings &settings, FurtherSkipCounts &counts) {
+ChosenWindows furtherTaken(const SurveyModel &model, std::size_t index,
+                           const std::vector<std::size_t> *around, const WindowRange &range,
+                           const FurtherSkipSettings &settings, FurtherSkipCounts &counts) {
     const SoundingRecord &sounding = model.soundings()[index];
-    WindowSet taken;
-    const auto take = [&taken](const WindowSet &windows, int &count) {
+    ChosenWindows taken;
+    const auto take = [&taken](const ChosenWindows &windows, int &count) {
         taken |= windows;
         count += static_cast<int>(windows.count());
     };
@@ -129,8 +129,8 @@ WindowSet furtherTaken(const SurveyModel &model, std::size_t index,
 }
 
 // The windows in use after the first one that is taken, and that are not taken themselves.
-WindowSet laterThan(const WindowSet &taken, const WindowRange &range) {
-    WindowSet later;
+ChosenWindows laterThan(const ChosenWindows &taken, const WindowRange &range) {
+    ChosenWindows later;
     bool after = false;
     for (std::size_t i = range.first; i < range.end; ++i) {
         later[i] = after && !taken[i];
@@ -141,9 +141,9 @@ WindowSet laterThan(const WindowSet &taken, const WindowRange &range) {
 
 } // namespace
 
-WindowSet belowNoiseFloor(const SoundingRecord &sounding, const WindowRange &range,
-                          const FurtherSkipSettings &settings) {
-    WindowSet taken;
+ChosenWindows belowNoiseFloor(const SoundingRecord &sounding, const WindowRange &range,
+                              const FurtherSkipSettings &settings) {
+    ChosenWindows taken;
     for (std::size_t i = range.first; i < range.end; ++i) {
         const float time = sounding.TWcenter[i];
         taken[i] = hasValue(sounding, i) && time > 0.0F &&
@@ -153,10 +153,10 @@ WindowSet belowNoiseFloor(const SoundingRecord &sounding, const WindowRange &ran
     return taken;
 }
 
-WindowSet bentWindows(const SoundingRecord &sounding, const WindowRange &range,
-                      const FurtherSkipSettings &settings) {
+ChosenWindows bentWindows(const SoundingRecord &sounding, const WindowRange &range,
+                          const FurtherSkipSettings &settings) {
     const std::vector<LogPoint> points = logPoints(sounding, range);
-    WindowSet taken;
+    ChosenWindows taken;
     float before = 0.0F;
     float bend = 0.0F;
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -190,11 +190,11 @@ std::vector<std::vector<std::size_t>> soundingsAround(const SurveyModel &model) 
     return around;
 }
 
-WindowSet unlikeNeighbours(const SurveyModel &model, std::size_t sounding,
-                           const std::vector<std::size_t> &around, const WindowRange &range,
-                           const FurtherSkipSettings &settings) {
+ChosenWindows unlikeNeighbours(const SurveyModel &model, std::size_t sounding,
+                               const std::vector<std::size_t> &around, const WindowRange &range,
+                               const FurtherSkipSettings &settings) {
     const SoundingRecord &judged = model.soundings()[sounding];
-    WindowSet taken;
+    ChosenWindows taken;
     for (std::size_t i = range.first; i < range.end; ++i) {
         if (!hasValue(judged, i)) {
             continue;
@@ -223,18 +223,18 @@ SkipPlan planAutoSkip(const SurveyModel &model, const AutoSkipSettings &settings
     for (std::size_t i = 0; i < model.soundings().size(); ++i) {
         const SoundingRecord &sounding = model.soundings()[i];
         const WindowRange range = rangeOf(sounding, settings);
-        WindowSet taken = takenByAutoSkip(sounding, settings, cutoff, plan.counts);
+        ChosenWindows taken = takenByAutoSkip(sounding, settings, cutoff, plan.counts);
         taken |= furtherTaken(model, i, further.neighbours ? &around[i] : nullptr, range, further,
                               plan.further);
         if (further.andLater) {
-            const WindowSet later = laterThan(taken, range);
+            const ChosenWindows later = laterThan(taken, range);
             plan.further.later += static_cast<int>(later.count());
             taken |= later;
         }
         plan.taken.push_back(taken);
     }
     plan.counts.skipped = 0;
-    for (const WindowSet &taken : plan.taken) {
+    for (const ChosenWindows &taken : plan.taken) {
         plan.counts.skipped += static_cast<int>(taken.count());
     }
     return plan;

@@ -60,14 +60,14 @@ struct WindowRange {
 };
 
 /// Windows whose magnitude lies below the noise floor.
-WindowSet belowNoiseFloor(const SoundingRecord &sounding, const WindowRange &range,
-                          const FurtherSkipSettings &settings);
+ChosenWindows belowNoiseFloor(const SoundingRecord &sounding, const WindowRange &range,
+                              const FurtherSkipSettings &settings);
 
 /// Windows at which the slope of log dB/dt against log time changes by more than it may, and by
 /// more than at the windows before and after: of a spike and the windows beside it, the spike.
 /// Windows that are not above 0 are ignored.
-WindowSet bentWindows(const SoundingRecord &sounding, const WindowRange &range,
-                      const FurtherSkipSettings &settings);
+ChosenWindows bentWindows(const SoundingRecord &sounding, const WindowRange &range,
+                          const FurtherSkipSettings &settings);
 
 /// Who lies around each sounding of a line, by index from 0: the four nearest that have its
 /// frequency and, on a Fixed-Loop line, its transmitter. At an end of the line all are on one side.
@@ -76,9 +76,9 @@ std::vector<std::vector<std::size_t>> soundingsAround(const SurveyModel &model);
 /// Windows that differ from the median of the soundings around, at the same time, by more than the
 /// factor, or in sign. Three of these must have the window. Between the two middle values of an
 /// even number nothing differs.
-WindowSet unlikeNeighbours(const SurveyModel &model, std::size_t sounding,
-                           const std::vector<std::size_t> &around, const WindowRange &range,
-                           const FurtherSkipSettings &settings);
+ChosenWindows unlikeNeighbours(const SurveyModel &model, std::size_t sounding,
+                               const std::vector<std::size_t> &around, const WindowRange &range,
+                               const FurtherSkipSettings &settings);
 
 // ---- All filters over a line
 
@@ -86,7 +86,7 @@ WindowSet unlikeNeighbours(const SurveyModel &model, std::size_t sounding,
 struct SkipPlan {
     AutoSkipCounts counts; ///< `skipped` counts the windows of `taken`
     FurtherSkipCounts further;
-    std::vector<WindowSet> taken; ///< by sounding
+    std::vector<ChosenWindows> taken; ///< by sounding
 };
 
 /// Runs all filters that are on; marks nothing. Windows before the first one in use or after the

@@ -90,7 +90,7 @@ void serveControl(Review &review, const ToolkitEvent &event) {
 }
 
 // Around every mark of a window that would be taken.
-void ringWindows(const Review &review, const WindowSet &taken) {
+void ringWindows(const Review &review, const ChosenWindows &taken) {
     constexpr PageColour ringColour = 0xE07000;
     constexpr float ringLine = 1.0F; // points
     constexpr float ringSize = 2.2F; // markers

@@ -44,7 +44,7 @@ SurveyModel lineOf(const std::vector<SoundingRecord> &soundings) {
     return model;
 }
 
-std::string digits(const WindowSet &windows, const SoundingRecord &record) {
+std::string digits(const ChosenWindows &windows, const SoundingRecord &record) {
     std::string text;
     for (std::size_t i = 0; i < windowCount(record); ++i) {
         text += windows[i] ? '1' : '0';
