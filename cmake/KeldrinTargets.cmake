@@ -4,6 +4,9 @@ add_library(keldrin_options INTERFACE)
 target_compile_options(keldrin_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wdouble-promotion -Werror
     -ffp-contract=off)
+# Reserved names: clang finds them at no cost, clang-tidy in a tenth of its time.
+target_compile_options(keldrin_options INTERFACE
+    $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier;-Wreserved-macro-identifier>)
 # Version 12 of g++ warns of std::string's own operator+ when it inlines it; others do not.
 target_compile_options(keldrin_options INTERFACE
     $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>)
