@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cmath>
 #include <filesystem>
@@ -157,6 +158,8 @@ TEST_F(Inversion, AHalfSpaceComesBackWithinOnePercentWhereTheDataSee) {
         for (int i = 0; i < 3; ++i) {
             const SoundingRecord &record = result.hTrn[static_cast<std::size_t>(i)];
             for (std::size_t k = 0; k < static_cast<std::size_t>(record.NumLayer); ++k) {
+                // A layer counts with all below it, so that the value hardly ever rises.
+                EXPECT_LE(record.Rsns[k], 1.1F * record.Rsns[k - std::min<std::size_t>(k, 1)]);
                 if (record.Rsns[k] >= 3.0F) {
                     EXPECT_NEAR(record.ResInv[k], 40.0F, 0.4F) << array << " layer " << k;
                     ++seen;
@@ -168,6 +171,31 @@ TEST_F(Inversion, AHalfSpaceComesBackWithinOnePercentWhereTheDataSee) {
             }
         }
         EXPECT_GT(seen, 30) << array;
+    }
+}
+
+TEST_F(Inversion, AMagnitudeIsMadeOfTheComponentsThatAreSwitchedOn) {
+    SurveyModel model = survey(FixedLoop, 4);
+    const std::array<std::array<float, ComponentAxes>, 4> on = {
+        {{1.0F, 1.0F, 1.0F}, {1.0F, 0.0F, 0.0F}, {0.0F, 1.0F, 0.0F}, {0.0F, 0.0F, 1.0F}}};
+    for (std::size_t i = 0; i < on.size(); ++i) {
+        model.hTrn[i].TEMwgt.fill(on[i]);
+        model.hTrn[i].East = 170.0;
+        model.hTrn[i].North = 40.0;
+    }
+    const std::vector<SoundingPlan> plans = planSurvey(model);
+    const Eigen::VectorXd lnResistivity = Eigen::VectorXd::Constant(1, std::log(30.0));
+    const std::vector<double> thickness = {1.0};
+    std::array<std::vector<float>, 4> values;
+    ResponseRoom room;
+    for (std::size_t i = 0; i < on.size(); ++i) {
+        values[i] = calculatedData(model.hTrn[i], plans[i], DataKind::Magnitude,
+                                   {lnResistivity, thickness}, room);
+    }
+    for (std::size_t k = 0; k < Windows; ++k) {
+        const float horizontal = std::hypot(values[1][k], values[2][k]);
+        EXPECT_FLOAT_EQ(values[0][k], std::hypot(horizontal, values[3][k])) << k;
+        EXPECT_GT(std::min(values[1][k], values[2][k]), 0.0F) << k;
     }
 }
 
