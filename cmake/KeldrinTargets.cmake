@@ -31,8 +31,8 @@ if(KELDRIN_FUZZ)
     target_link_options(keldrin_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# The presets for whole builds compile the files of a folder joined, up to sixteen at a time, which takes
-# a third of the time: names in anonymous namespaces must differ within a folder. clang-tidy reads
+# The presets for whole builds compile the files of a folder joined, up to sixteen at a time, which
+# takes a third of the time: names in anonymous namespaces must differ within a folder. clang-tidy reads
 # each file by itself. Precompiled headers save a third again. Version 12 of g++ serves only the
 # tests with them: it warns of std::string's own operations where it inlines them from a precompiled
 # header, and fails on Qt's. No build finds every forgotten include; tools/check-includes does.
@@ -56,8 +56,9 @@ endfunction()
 
 # keldrin_floor(NAME SOURCES ... BELOW ... [OWN_OPTIONS | OWN_HEADERS ...] [UNFUZZED]): the library keldrin_NAME
 # of the folder src/NAME. BELOW lists the folders that it may include from, which
-# tools/check-floors checks. A folder with compiler options of its own says so: its precompiled headers
-# are its own, and so are those of one that lists more, as one that uses Qt does. UNFUZZED is for a folder that no fuzz target links.
+# tools/check-floors checks. A folder with compiler options of its own says so: its precompiled
+# headers are its own, and so are those of one that lists more, as one that uses Qt does. UNFUZZED is
+# for a folder that no fuzz target links.
 function(keldrin_floor name)
     cmake_parse_arguments(arg "OWN_OPTIONS;UNFUZZED" "" "SOURCES;BELOW;OWN_HEADERS" ${ARGN})
     add_library(keldrin_${name} STATIC ${arg_SOURCES})

@@ -284,7 +284,7 @@ bool prepareLine(const SurveyModel &model, const std::vector<SoundingPlan> &plan
             ++start.fromModelFile;
             if (!isHeldModel(sounding.m)) {
                 ++start.outOfRange;
-                // No way leads back from values that no ground has.
+                // Steps from such values do not come back to those of the ground.
                 sounding.m = line.iterations > 0 ? sounding.prior.background : sounding.m;
             }
             continue;
