@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <memory>
 #include <numbers>
 #include <string>
@@ -45,9 +46,14 @@ class Screen {
     /// The smallest rectangle of pixels that holds all the ink.
     [[nodiscard]] QRect inkBounds() const {
         QRect bounds;
+        const int width = picture.width();
+        const std::vector<QRgb> blank(static_cast<std::size_t>(width), QColor(Qt::white).rgb());
         for (int y = 0; y < picture.height(); ++y) {
             const auto *row = reinterpret_cast<const QRgb *>(picture.constScanLine(y));
-            for (int x = 0; x < picture.width(); ++x) {
+            if (std::memcmp(row, blank.data(), blank.size() * sizeof(QRgb)) == 0) {
+                continue; // most rows
+            }
+            for (int x = 0; x < width; ++x) {
                 if (255 - qGray(row[x]) > faintest) {
                     bounds |= QRect(x, y, 1, 1);
                 }
