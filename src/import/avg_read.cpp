@@ -56,6 +56,8 @@ struct AvgReadPass {
     LineNotice lateRecords;      ///< change settings after the chosen line's first row
     LineNotice otherComponents;
     LineNotice earlyWindows;
+    LineNotice impossible; ///< stations and times
+    LineNotice impossibleEdges;
     LineNotice droppedRows;
     GivenSettings given;
     WindowTables tables;
@@ -206,6 +208,19 @@ bool openSounding(AvgReadPass &pass, SurveyModel &model, const AvgReading &readi
     return true;
 }
 
+// Of the window, in msec; 0, to be taken from the centres, where the edges give none.
+float widthOf(AvgReadPass &pass, const AvgReading &reading, std::string_view line) {
+    if (!isPresent(reading.timeBeg) || !isPresent(reading.timeEnd)) {
+        return 0.0F;
+    }
+    const float width = reading.timeEnd - reading.timeBeg;
+    if (width > 0.0F && !isHoldableTime(width)) {
+        pass.impossibleEdges.note(pass.walk.record(), line);
+        return 0.0F;
+    }
+    return width;
+}
+
 // Puts a good reading into its window. area in m^2, axis from 0
 void storeReading(AvgReadPass &pass, SurveyModel &model, const AvgReading &reading, int axis,
                   float area, std::string_view line) {
@@ -221,8 +236,7 @@ void storeReading(AvgReadPass &pass, SurveyModel &model, const AvgReading &readi
         }
         return;
     }
-    const bool hasEdges = isPresent(reading.timeBeg) && isPresent(reading.timeEnd);
-    record.TWwidth[asIndex(window)] = hasEdges ? reading.timeEnd - reading.timeBeg : 0.0F;
+    record.TWwidth[asIndex(window)] = widthOf(pass, reading, line);
     const float dBdt = 1000.0F * reading.mag / area;
     const float error = reading.err >= 0.0F
                             ? reading.err
@@ -253,6 +267,11 @@ void AVG_Read_Data(AvgReadPass &pass, SurveyModel &model, std::string_view line)
     }
     if (!(reading.time > 0.0F)) {
         pass.earlyWindows.note(pass.walk.record(), line);
+        return;
+    }
+    if (!isHoldableStation(model.preset, reading.tx) ||
+        !isHoldableStation(model.preset, reading.rx) || !isHoldableTime(reading.time)) {
+        pass.impossible.note(pass.walk.record(), line);
         return;
     }
     pass.given.frequency = pass.given.frequency || pass.walk.hasColumn(AvgFreq);
@@ -311,6 +330,9 @@ void reportNotices(const AvgReadPass &pass, const SurveyModel &model) {
                                                           : "Hx, Hy and Hz are read.");
     pass.earlyWindows.report(name, "Rows with a window centre at or before time 0",
                              "They are dropped.");
+    pass.impossible.report(name, "Rows of an impossible station or time", "They are dropped.");
+    pass.impossibleEdges.report(name, "Rows with impossible edges of the window",
+                                "The width is taken from the centres.");
     pass.lateRecords.report(name, "Records that change settings of the line after its first row",
                             "A line is read with one set of settings.");
     if (model.SoundingCount > 0) {
@@ -329,6 +351,7 @@ void reportNoSounding(const AvgReadPass &pass, std::string_view lineLabel) {
     };
     add(pass.otherComponents, "of a component that is not read");
     add(pass.earlyWindows, "with a window centre at or before time 0");
+    add(pass.impossible, "of an impossible station or time");
     add(pass.droppedRows, "that lack a value which is needed");
     ReportError(lines);
 }

@@ -123,6 +123,15 @@ int soundingsNeeded(const LineEntry &entry) {
     return entry.Soundings > 0 ? entry.Soundings : entry.Transients;
 }
 
+bool isHoldableStation(const LineScaling &scaling, double station) {
+    constexpr double largest = 1.0E9;
+    return std::fabs(station) <= largest && std::fabs(rescaledStation(scaling, station)) <= largest;
+}
+
+bool isHoldableTime(float time) {
+    return time == 0.0F || (time >= 1.0E-9F && time <= 9.999E9F);
+}
+
 void settleTxByOffset(SurveyModel &model) {
     const auto scale = static_cast<double>(model.control.StnScale);
     if (!(scale > 0.0)) {

@@ -61,6 +61,14 @@ void presetFromMetadata(SurveyModel &model);
 /// The four-way survey array of an import; LOT and CNT count as Coincident-Loop.
 int heldArrayIndex(int arrayIndex);
 
+// What the columns of a project hold: beyond it a number stands there as asterisks, and its row is
+// lost when the project is read again.
+
+/// A station of a file, before and after it is rescaled: a size of at most 1.0E9.
+bool isHoldableStation(const LineScaling &scaling, double station);
+/// A time or a width, msec: 0, or from 1.0E-9 to 9.999E9.
+bool isHoldableTime(float time);
+
 /// Counts the distinct soundings of every line during a count pass. Keys are compared to the bit;
 /// soundings that differ by rounding only are counted twice, which makes room for one too many.
 class SoundingCounter {

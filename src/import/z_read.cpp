@@ -12,9 +12,7 @@ namespace keldrin {
 
 namespace {
 
-// What a reading may say, so that stations, times and the widths between them fit the columns of a
-// project. Stations of the line; msec.
-constexpr double LargestStation = 1.0E9;
+// Times in msec, so that the widths between them fit the column of a project too.
 constexpr float LeastTime = 1.0E-6F;
 constexpr float GreatestTime = 1.0E4F;
 
@@ -56,9 +54,8 @@ bool openSounding(ZReadPass &pass, SurveyModel &model, double station) {
 }
 
 bool isPossible(const ImportPreset &preset, double station, float time, float dBdt) {
-    return std::fabs(station) <= LargestStation &&
-           std::fabs(rescaledStation(preset, station)) <= LargestStation && time >= LeastTime &&
-           time <= GreatestTime && std::fabs(dBdt) <= LargestReading;
+    return isHoldableStation(preset, station) && time >= LeastTime && time <= GreatestTime &&
+           std::fabs(dBdt) <= LargestReading;
 }
 
 bool addWindow(SoundingRecord &record, float time, float dBdt) {

@@ -166,6 +166,27 @@ void reportKept(const std::vector<std::string> &names) {
     }
 }
 
+/// Numbers that did not fit their columns: two or more asterisks where a value begins.
+int overflowsIn(std::string_view text) {
+    constexpr std::string_view overflow = "**";
+    int count = 0;
+    for (std::size_t at = text.find(overflow); at != std::string_view::npos;
+         at = text.find(overflow, text.find_first_not_of('*', at))) {
+        count +=
+            at > 0 && std::string_view("=,\n").find(text[at - 1]) != std::string_view::npos ? 1 : 0;
+    }
+    return count;
+}
+
+void reportOverflows(const FileWrite &file) {
+    if (const int count = overflowsIn(file.text); count > 0) {
+        ReportWarning({"WARNING: " + std::to_string(count) +
+                           " numbers do not fit their columns in " +
+                           std::string(fileNameOf(file.path)) + " and stand there as asterisks.",
+                       "They are lost when the file is read again."});
+    }
+}
+
 WriteOutcome failed(FileTransaction &transaction, std::span<const FileWrite> files) {
     transaction.takeBack();
     reportWriteFailure(files.front().path, transaction.failure());
@@ -203,6 +224,7 @@ WriteOutcome replaceFiles(std::span<const FileWrite> files) {
     }
     for (const FileWrite &file : files) {
         *file.source = sourceOf(file.path, file.content);
+        reportOverflows(file);
     }
     reportKept(keeping.names);
     return {.written = true, .kept = keeping.names};

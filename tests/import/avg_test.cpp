@@ -367,6 +367,17 @@ TEST_F(AvgTest, WhatIsNotReadOrNotCertainIsToldOnce) {
          "Rows of a component that is not read: 1", 1},
         {"a window at time 0", section + "2 1 1 Hz 0 50 2\n2 1 1 Hz -0.1 50 2\n",
          "Rows with a window centre at or before time 0: 2, the first on line 9", 1},
+        {"times that no project can hold",
+         section + "2 1 1 Hz 1E10 50 2\n2 1 1 Hz 9.9E-10 50 2\n2 1 1 Hz 9.9E9 50 2\n",
+         "Rows of an impossible station or time: 2, the first on line 9", 1},
+        {"a station that none can hold once it is rescaled",
+         "$ Stn.GdpBeg = 0\n$ Stn.GdpInc = 1\n$ Stn.Beg = 0\n$ Stn.Inc = 10\n" + section +
+             "2 1 2E8 Hz 0.1 50 2\n",
+         "Rows of an impossible station or time: 1, the first on line 13", 1},
+        {"edges that are no window's",
+         AvgHead + "Skp Tx Station Cmp Time Magnitude %Mag Twin.Beg Twin.End\n" +
+             "2 1 1 Hz 0.1 50 2 0.09 1E20\n",
+         "Rows with impossible edges of the window: 1, the first on line 8", 1},
         {"a last line without its end", section + "2 2 2 Hz 0.1 5",
          "The last line of x.avg has no line end|The file may be cut.", 2},
         {"decimal commas", section + "2 1 2 Hz 0,1 50,5 2\n2 1 2 Hz 0,2 50,5 2\n",

@@ -66,6 +66,21 @@ SurveyModel fullModel() {
     return model;
 }
 
+// A cell of asterisks is no number for a reader; the stars of texts and of missing values are.
+TEST_F(ProjectCase, NumbersThatDoNotFitTheirColumnsAreTold) {
+    model = fullModel();
+    model.control.JobName = "**bold**";
+    model.control.LineAzimuth = MissingValue;
+    written();
+    EXPECT_THAT(messages.warnings, IsEmpty());
+    model.hTrn[0].East = 1.0E12;        // in each of three rows
+    model.hTrn[1].TWwidth[2] = 1.0E20F; // before another such cell
+    model.hTrn[1].TEMobs[2] = 1.0E30F;
+    written();
+    EXPECT_THAT(messages.warnings,
+                ElementsAre(StartsWith("WARNING: 4 numbers do not fit their columns in line.std")));
+}
+
 class ProjectFile : public ProjectCase {
   protected:
     /// Reads what is at the path into another model and writes it again.

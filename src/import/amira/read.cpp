@@ -26,6 +26,8 @@ constexpr std::array<NoticeWords, AmiraNotices> NoticeTexts = {{
      "Only channels with a value and a time are read."},
     {"Rows with cells that cannot be read", "These cells are passed over."},
     {"Windows at or before time 0", "They are not read."},
+    {"Impossible stations or times", "They are not read."},
+    {"Windows of impossible width", "The width is taken from the centres."},
     {"Rows without LOOP and XRXOFFSET",
      "Their receiver station is taken as that of the transmitter."},
 }};

@@ -87,6 +87,12 @@ void setCoordinate(double &target, double value, bool isNew) {
     }
 }
 
+/// True when a project can hold the stations of a row once they are rescaled.
+bool hasHoldableStations(const AmiraRecord &record, const LineScaling &scaling, double station) {
+    return isHoldableStation(scaling, station) &&
+           (!isPresent(record.LoopNumber) || isHoldableStation(scaling, record.LoopNumber));
+}
+
 // Finds or adds the sounding of a row. Below 0 when there is no room for it (reported).
 int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double station, const Position &position,
                   std::string_view line) {
@@ -172,6 +178,10 @@ void storeChannels(AmiraReadPass &pass, SurveyModel &model, int sounding, int ch
             }
             continue;
         }
+        if (!isHoldableTime(time)) {
+            pass.note(AmiraImpossible, line);
+            continue;
+        }
         float value = 0.0F;
         const bool read = readFreeForm(cell, value) == FreeForm::Value;
         value = value * unit.factor / unit.divisor;
@@ -182,6 +192,10 @@ void storeChannels(AmiraReadPass &pass, SurveyModel &model, int sounding, int ch
         const std::size_t window = asIndex(channel);
         record.TWcenter[window] = time;
         record.TWwidth[window] = times.values[ChannelTimes::Width][window];
+        if (record.TWwidth[window] > 0.0F && !isHoldableTime(record.TWwidth[window])) {
+            pass.note(AmiraImpossibleWidth, line);
+            record.TWwidth[window] = 0.0F;
+        }
         record.NumTW = std::max(record.NumTW, channel + 1);
         averageReading(pass.tables.at(sounding, axis, channel), value);
     }
@@ -222,6 +236,10 @@ void AMR_Read_Row(AmiraReadPass &pass, SurveyModel &model, std::string_view line
     pass.chosen = walk.record;
     const int channels = channelsOfRow(pass, line);
     if (channels == 0) {
+        return;
+    }
+    if (!hasHoldableStations(walk.record, model.preset, station)) {
+        pass.note(AmiraImpossible, line);
         return;
     }
     const int sounding = soundingOfRow(pass, model, station, position, line);

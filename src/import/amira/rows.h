@@ -16,6 +16,8 @@ enum AmiraNotice : std::size_t {
     AmiraOtherCount,
     AmiraUnreadCells,
     AmiraNoTime,
+    AmiraImpossible,
+    AmiraImpossibleWidth,
     AmiraNoLoop,
     AmiraNotices
 };

@@ -389,6 +389,23 @@ TEST_F(AmiraTest, WindowsBeforeTheEndOfTheRampAndUnusedComponentsAreTold) {
     EXPECT_THAT(messages.warnings, Contains(HasSubstr("Windows at or before time 0: 3")));
 }
 
+// Beyond them numbers in a project are asterisks, and a reader of the project loses the row.
+TEST_F(AmiraTest, StationsAndTimesThatNoProjectCanHoldAreTold) {
+    EXPECT_EQ(read(Head + "/DELAY: 1E30\n" + Labels + "1 Z 1 2 3\n"), 1);
+    EXPECT_THAT(messages.warnings, Contains(HasSubstr("Impossible stations or times: 3")));
+    messages.warnings.clear();
+    information = "$ Stn.GdpBeg = 0\n$ Stn.GdpInc = 1\n$ Stn.Beg = 0\n$ Stn.Inc = 10\n";
+    EXPECT_EQ(read(Head + Labels + "1 Z 1 2 3\n200000000 Z 1 2 3\n"), 0);
+    EXPECT_EQ(model.SoundingCount, 1);
+    EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("Impossible stations or times: 1")));
+    information.clear();
+    messages.warnings.clear();
+    channels = "DELAY,WIDTH\n1,5\n2,1E20\n4,5\n";
+    EXPECT_EQ(read(Head + Labels + "1 Z 1 2 3\n"), 0);
+    EXPECT_EQ(sounding(0).TWwidth[1], 0.0F);
+    EXPECT_THAT(messages.warnings, ElementsAre(HasSubstr("Windows of impossible width: 1")));
+}
+
 TEST_F(AmiraTest, ANegativeTurnOffKeepsItsSign) {
     EXPECT_EQ(read(Head + "/TURNOFF: -0.5\n" + Labels + "1 Z 1 1 1\n"), 0);
     EXPECT_THAT(times(0), ElementsAre(1.5F, 2.5F, 4.5F));
