@@ -12,6 +12,7 @@
 #include "toolkit/toolkit_state.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QAction>
 #include <QCheckBox>
@@ -324,6 +325,11 @@ bool WidgetHands::answerChooser(const FileRequest &request,
         constexpr int mostTries = 5;
         for (int i = 0; i < mostTries && chooser.isVisible(); ++i) {
             typeInto(*name, plainText(whole));
+            // What is selected goes before what is typed, and a folder on the way to the file may
+            // be.
+            for (QAbstractItemView *list : chooser.findChildren<QAbstractItemView *>()) {
+                list->clearSelection();
+            }
             if (name->text() == whole) {
                 sendKey(*name, KeyEnter);
             }
