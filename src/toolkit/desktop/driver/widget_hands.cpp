@@ -25,6 +25,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -321,18 +322,19 @@ bool WidgetHands::answerChooser(const FileRequest &request,
         auto *name = chooser.findChild<QLineEdit *>("fileNameEdit");
         name->setCompleter(nullptr); // its list appears when it likes and would take Enter
         const QString whole = QFileInfo(qtText(*path)).absoluteFilePath();
-        // The list of files is filled by a thread of its own and may replace the name.
+        // The list of files is filled by a thread of its own. It would select what the name begins
+        // with and, without the focus, put that into the field; and what is selected goes before
+        // the name.
         constexpr int mostTries = 5;
         for (int i = 0; i < mostTries && chooser.isVisible(); ++i) {
-            typeInto(*name, plainText(whole));
-            // What is selected goes before what is typed, and a folder on the way to the file may
-            // be.
             for (QAbstractItemView *list : chooser.findChildren<QAbstractItemView *>()) {
                 list->clearSelection();
             }
-            if (name->text() == whole) {
-                sendKey(*name, KeyEnter);
+            {
+                const QSignalBlocker unseenByTheList(name);
+                name->setText(whole);
             }
+            sendKey(*name, KeyEnter);
             DesktopBackend::settle();
         }
     }
