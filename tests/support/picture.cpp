@@ -76,9 +76,11 @@ void Picture::stroke(const PagePoint &from, const PagePoint &to, PageColour colo
 void Picture::box(double left, double bottom, double right, double top, PageColour colour,
                   double darkness) {
     constexpr double step = 1.0 / PixelsPerCm;
-    for (double y = bottom; y < top; y += step) {
-        for (double x = left; x < right; x += step) {
-            dot(x, y, colour, darkness);
+    const int rows = static_cast<int>(std::ceil((top - bottom) / step));
+    const int columns = static_cast<int>(std::ceil((right - left) / step));
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column) {
+            dot(left + column * step, bottom + row * step, colour, darkness);
         }
     }
 }
