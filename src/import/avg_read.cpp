@@ -182,13 +182,17 @@ void reportFullTable(const SurveyModel &model, const AvgWalk &walk, std::string_
                  line});
 }
 
+// A fixed loop's transmitter is an identifier, not a position.
+double transmitterOf(const AvgReadPass &pass, const LineScaling &scaling,
+                     const AvgReading &reading) {
+    return pass.arrayIndex == FixedLoop ? reading.tx : rescaledStation(scaling, reading.tx);
+}
+
 // Finds or adds the sounding of a reading and takes the header values in force. False when the
 // table is full; the last record is then as it was.
 bool openSounding(AvgReadPass &pass, SurveyModel &model, const AvgReading &reading) {
     const double rx = rescaledStation(model.preset, reading.rx);
-    // A fixed loop's transmitter is an identifier, not a position.
-    const double tx =
-        pass.arrayIndex == FixedLoop ? reading.tx : rescaledStation(model.preset, reading.tx);
+    const double tx = transmitterOf(pass, model.preset, reading);
     if (findOrAddKeepingLast(model, tx, reading.freq, rx, pass.sounding) == FindOrAdd::Full) {
         return false;
     }
@@ -269,8 +273,9 @@ void AVG_Read_Data(AvgReadPass &pass, SurveyModel &model, std::string_view line)
         pass.earlyWindows.note(pass.walk.record(), line);
         return;
     }
-    if (!isHoldableStation(model.preset, reading.tx) ||
-        !isHoldableStation(model.preset, reading.rx) || !isHoldableTime(reading.time)) {
+    if (!isHoldableStation(transmitterOf(pass, model.preset, reading)) ||
+        !isHoldableStation(rescaledStation(model.preset, reading.rx)) ||
+        !isHoldableTime(reading.time)) {
         pass.impossible.note(pass.walk.record(), line);
         return;
     }

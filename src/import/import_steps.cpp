@@ -123,9 +123,8 @@ int soundingsNeeded(const LineEntry &entry) {
     return entry.Soundings > 0 ? entry.Soundings : entry.Transients;
 }
 
-bool isHoldableStation(const LineScaling &scaling, double station) {
-    constexpr double largest = 1.0E9;
-    return std::fabs(station) <= largest && std::fabs(rescaledStation(scaling, station)) <= largest;
+bool isHoldableStation(double station) {
+    return std::fabs(station) <= 999999999.0;
 }
 
 bool isHoldableTime(float time) {

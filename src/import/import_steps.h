@@ -64,8 +64,8 @@ int heldArrayIndex(int arrayIndex);
 // What the columns of a project hold: beyond it a number stands there as asterisks, and its row is
 // lost when the project is read again.
 
-/// A station of a file, before and after it is rescaled: a size of at most 1.0E9.
-bool isHoldableStation(const LineScaling &scaling, double station);
+/// A station of the line: a size of at most 999999999.
+bool isHoldableStation(double station);
 /// A time or a width, msec: 0, or from 1.0E-9 to 9.999E9.
 bool isHoldableTime(float time);
 

@@ -54,8 +54,8 @@ bool openSounding(ZReadPass &pass, SurveyModel &model, double station) {
 }
 
 bool isPossible(const ImportPreset &preset, double station, float time, float dBdt) {
-    return isHoldableStation(preset, station) && time >= LeastTime && time <= GreatestTime &&
-           std::fabs(dBdt) <= LargestReading;
+    return isHoldableStation(station) && isHoldableStation(rescaledStation(preset, station)) &&
+           time >= LeastTime && time <= GreatestTime && std::fabs(dBdt) <= LargestReading;
 }
 
 bool addWindow(SoundingRecord &record, float time, float dBdt) {

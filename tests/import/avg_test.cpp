@@ -126,8 +126,8 @@ TEST_F(AvgTest, ComponentsOfAFixedLoopBecomeOneMagnitude) {
     const std::string head = "$ Survey.Array = FXL\n$ Line.Name = 8040N\n$ Rx.Area = 1000\n"
                              "$ Stn.Beg = 100\n$ Stn.Inc = 10\n$ Stn.QdrBeg = 1\n";
     EXPECT_EQ(read(head + "Tx Station Cmp Time Magnitude\n"
-                          "3 5 Hx 0.1 3\n3 5 Hx 0.2 5\n"
-                          "3 5 Hz 0.1 4\n3 5 Ex 0.1 777\n"),
+                          "3E8 5 Hx 0.1 3\n3E8 5 Hx 0.2 5\n"
+                          "3E8 5 Hz 0.1 4\n3E8 5 Ex 0.1 777\n"),
               0);
     ASSERT_EQ(model.SoundingCount, 1);
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[0], 5.0F);
@@ -135,7 +135,7 @@ TEST_F(AvgTest, ComponentsOfAFixedLoopBecomeOneMagnitude) {
     EXPECT_FLOAT_EQ(sounding(0).TEMobs[1], 5.0F);
     EXPECT_THAT(sounding(0).TEMwgt[1], ElementsAre(1, 0, 0));
     EXPECT_EQ(sounding(0).RxStn, 140.0); // (5 - 1) * 10 / 1 + 100
-    EXPECT_EQ(sounding(0).TxStn, 3.0);   // a loop's number is no position
+    EXPECT_EQ(sounding(0).TxStn, 3.0E8); // a loop's number is no position
     EXPECT_THAT(model.lines.entries[0].ComponentTransients, ElementsAre(2, 0, 1));
 }
 

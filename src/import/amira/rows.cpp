@@ -87,28 +87,27 @@ void setCoordinate(double &target, double value, bool isNew) {
     }
 }
 
-/// True when a project can hold the stations of a row once they are rescaled.
-bool hasHoldableStations(const AmiraRecord &record, const LineScaling &scaling, double station) {
-    return isHoldableStation(scaling, station) &&
-           (!isPresent(record.LoopNumber) || isHoldableStation(scaling, record.LoopNumber));
-}
-
-// Finds or adds the sounding of a row. Below 0 when there is no room for it (reported).
-int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double station, const Position &position,
-                  std::string_view line) {
+// The transmitter's station on the line, or a fixed loop's number.
+double transmitterOfRow(AmiraReadPass &pass, ImportPreset &preset, double rx,
+                        std::string_view line) {
     const AmiraRecord &record = pass.walk.record;
-    const double rx = rescaledStation(model.preset, station);
-    double tx = record.LoopNumber;
     if (record.arrayIndex == MovingLoop && !record.hasLoop) {
-        tx = rx - static_cast<double>(record.XRxOffset); // for now, see settleTxByOffset()
+        const double tx = rx - static_cast<double>(record.XRxOffset); // see settleTxByOffset()
         if (record.hasXRxOffset) {
-            model.preset.TxByOffset.insert({tx, rx});
+            preset.TxByOffset.insert({tx, rx});
         } else {
             pass.note(AmiraNoLoop, line);
         }
-    } else if (record.arrayIndex > FixedLoop) {
-        tx = rescaledStation(model.preset, tx);
+        return tx;
     }
+    return record.arrayIndex > FixedLoop ? rescaledStation(preset, record.LoopNumber)
+                                         : record.LoopNumber;
+}
+
+// Finds or adds the sounding of a row. Below 0 when there is no room for it (reported).
+int soundingOfRow(AmiraReadPass &pass, SurveyModel &model, double tx, double rx,
+                  const Position &position) {
+    const AmiraRecord &record = pass.walk.record;
     int index = 0;
     const FindOrAdd found = findOrAddKeepingLast(model, tx, record.baseFrequency(), rx, index);
     if (found == FindOrAdd::Full) {
@@ -238,11 +237,13 @@ void AMR_Read_Row(AmiraReadPass &pass, SurveyModel &model, std::string_view line
     if (channels == 0) {
         return;
     }
-    if (!hasHoldableStations(walk.record, model.preset, station)) {
+    const double rx = rescaledStation(model.preset, station);
+    const double tx = transmitterOfRow(pass, model.preset, rx, line);
+    if (!isHoldableStation(rx) || !isHoldableStation(tx)) {
         pass.note(AmiraImpossible, line);
         return;
     }
-    const int sounding = soundingOfRow(pass, model, station, position, line);
+    const int sounding = soundingOfRow(pass, model, tx, rx, position);
     pass.full = sounding < 0;
     if (!pass.full) {
         storeChannels(pass, model, sounding, channels, line);
