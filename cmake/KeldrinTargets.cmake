@@ -37,7 +37,7 @@ endif()
 # tests with them: it warns of std::string's own operations where it inlines them from a precompiled
 # header, and fails on Qt's. No build finds every forgotten include; tools/check-includes does.
 set(KELDRIN_COMMON_HEADERS <algorithm> <array> <charconv> <cmath> <filesystem> <functional>
-    <memory> <optional> <span> <string> <string_view> <vector>)
+    <limits> <map> <memory> <optional> <set> <span> <string> <string_view> <unordered_map> <vector>)
 
 # keldrin_precompile(TARGET FIRST HEADERS...): the target shares the precompiled headers of FIRST.
 function(keldrin_precompile target first)
@@ -100,10 +100,10 @@ function(keldrin_test name)
     endif()
     target_link_libraries(keldrin_test_${name} PRIVATE keldrin_test_support)
     if(arg_OWN_HEADERS)
-        keldrin_precompile(keldrin_test_${name} keldrin_test_${name} <gmock/gmock.h>
+        keldrin_precompile(keldrin_test_${name} keldrin_test_${name} <gmock/gmock.h> <filesystem>
                            ${arg_OWN_HEADERS})
     else()
-        keldrin_precompile(keldrin_test_${name} keldrin_test_base <gmock/gmock.h>)
+        keldrin_precompile(keldrin_test_${name} keldrin_test_base <gmock/gmock.h> <filesystem>)
     endif()
     # One process for all tests of a folder: a start for each took half of the time. The sanitized
     # ones run in another order, so that none lives on what another has left.
